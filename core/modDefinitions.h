@@ -1,0 +1,140 @@
+#pragma once
+
+// The program's records and its global state: one ProgramState exists for the whole run, made by WinMain
+// and handed by reference to whatever works on it. Plain data without accessors. Everything runs on the
+// user-interface thread, so nothing is locked; but long loops let events run in between, so a handler may
+// find a loop half done (see views/CommandGate.h for what may run then).
+//
+// All text is 8-bit (codes 0..255 in the system's code page), never UTF-8: files and datagrams carry bytes.
+
+#include "core/DateTime.h"
+#include "core/OneBased.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace quarn {
+
+class clsAppLog;
+class clsIPLocation;
+
+// Limits against files and datagrams that would eat memory without end; beyond them is error 7.
+inline constexpr std::int32_t MaxServers = 1'000'000;
+inline constexpr std::int32_t MaxDefinitions = 10'000;
+
+// Country of an address that no range holds.
+inline constexpr const char* UnknownCountry = "--";
+
+inline constexpr std::int32_t MaxFavoritesFolders = 9;
+
+// One game of "Games.ini".
+struct GameDefinition {
+    std::string Description;
+    std::string ExeName;
+    std::string MasterAddress;
+    std::int32_t MasterPort = 0;
+    std::string MasterPacket;   // the request datagram, escapes decoded
+    std::string MasterResponse; // the header of a valid reply, escapes decoded
+    std::string GameShort;      // the game's key: tree node, list file, MOD link
+    std::string Engine;         // "q3", "d3" or "hl"
+};
+
+// One MOD of "Games.ini".
+struct ModDefinition {
+    std::string BasedGame; // GameShort of its game
+    std::string Description;
+    std::string GameVersion;
+    std::string GameName; // as servers report it
+};
+
+struct PlayerRecord {
+    std::int32_t Score = 0;
+    std::int32_t Ping = 0; // milliseconds
+    std::string Name;
+};
+
+struct ServerRecord {
+    std::string Address; // dotted IPv4; empty: a hole that is never listed
+    std::int32_t Port = 0;
+    std::int32_t Locked = 0; // nonzero: a password is required
+    std::string Country;
+    std::int32_t Ping = 0; // milliseconds; PingTimeout when the server did not answer
+    std::int32_t MaxPlayers = 0;
+    std::string Name;
+    std::string Map;
+    std::string ModName;
+    std::int32_t Players = 0;
+    OneBased<PlayerRecord> PlayerList;
+    std::string Variables; // \name\value\name\value...
+    std::string Password;  // typed by the user; lives only while the program runs
+    DateTime LastVisit;    // zero: never
+};
+
+// One pair out of ServerRecord::Variables, made for display.
+struct ServerVariable {
+    std::string Name;
+    std::string Value;
+};
+
+struct ProgramState {
+    ProgramState();
+    ~ProgramState();
+    ProgramState(const ProgramState&) = delete;
+    ProgramState& operator=(const ProgramState&) = delete;
+
+    std::string AppPath; // folder of the program, always ending in a backslash
+    std::unique_ptr<clsAppLog> AppLog;
+    std::unique_ptr<clsIPLocation> IPLocation;
+
+    // Definitions; they never change after start-up.
+    std::int32_t IniVer = 0;
+    std::string IniDesc;
+    std::int32_t GameNum = 0;
+    std::int32_t MODNum = 0;
+    OneBased<GameDefinition> Games;
+    OneBased<ModDefinition> Mods;
+
+    // The user's setup of each game, indexed as Games.
+    OneBased<std::string> GamePath;
+    OneBased<std::string> GameConfig;
+    OneBased<std::string> GamePlayerName;
+    OneBased<std::int32_t> GameVisible;
+
+    // The list shown. ServerCount may stand one past the list's end after a master reply with a short last
+    // record; loops use LastServerIndex().
+    std::string CurrentGame; // GameShort, or the key of a favorites folder; "" before any selection
+    OneBased<ServerRecord> Servers;
+    std::int32_t ServerCount = 0;
+    std::int32_t PreviousServerCount = 0; // entries up to here are listed already
+    std::int32_t CurrentServer = 0;       // the record selected or queried; 0: none
+
+    // The smaller of ServerCount and the list's highest index.
+    std::int32_t LastServerIndex() const noexcept;
+
+    // Settings ("Quarn.ini"), with the values of a first run.
+    std::int32_t MinToTray = 1;
+    std::int32_t KeepOnTop = 0;
+    std::int32_t RemWinPos = 0;
+    std::int32_t WinTop = 500; // twips, as the three below
+    std::int32_t WinLeft = 500;
+    std::int32_t WinHeight = 400;
+    std::int32_t WinWidth = 400;
+    std::int32_t WinState = 0; // 0 normal, 1 minimised, 2 maximised
+    std::int32_t LastGame = 1; // position of the selected tree node
+    std::int32_t LastServer = 1;
+    std::int32_t LastSortColumn = 1;
+    std::int32_t LastSortOrder = 1;  // 0 ascending, 1 descending
+    std::int32_t FilterLocked = 1;   // nonzero: open servers only
+    std::int32_t FilterPing = 1;     // 20, 50 or 100 filter; any other value does not
+    std::int32_t PingTimeout = 1000; // milliseconds
+    std::int32_t FavoritesNumber = 2;
+    std::array<std::string, MaxFavoritesFolders + 1> FavoriteNames; // 1..9 are used
+    std::int32_t QuitAfterStart = 0;
+};
+
+// Name of a favorites folder; a number outside 0..9 is error 9.
+std::string& FavoriteName(ProgramState& program, std::int32_t folder);
+
+} // namespace quarn

@@ -1,0 +1,19 @@
+#pragma once
+
+// Letting the user-interface thread's events run from inside a long operation.
+
+namespace quarn {
+
+class EventPump {
+  public:
+    virtual ~EventPump() = default;
+
+    // Runs the events that are pending and returns. May return at once when events ran less than 10 ms
+    // ago, so that a loop over many records can call it for each.
+    virtual void DoEvents() = 0;
+
+    // Sleeps until there is an event, runs exactly one, and returns.
+    virtual void WaitForEvent() = 0;
+};
+
+} // namespace quarn

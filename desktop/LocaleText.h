@@ -1,0 +1,32 @@
+#pragma once
+
+// Text as the user's locale has it: numbers, dates and alphabetical order.
+
+#include "core/DateTime.h"
+
+#include <cstdint>
+#include <string>
+
+namespace quarn {
+
+class LocaleText {
+  public:
+    virtual ~LocaleText() = default;
+
+    virtual bool IsNumeric(const std::string& text) const = 0;
+
+    // Error 13 for text that is no number, 6 for one out of range.
+    virtual double ToDouble(const std::string& text) const = 0;
+    virtual std::int32_t ToLong(const std::string& text) const = 0;
+
+    // The general date form: short date and time; no time at midnight; the zero date as its time alone.
+    virtual std::string FromDate(DateTime date) const = 0;
+
+    // Error 13 for text that holds no date.
+    virtual DateTime ToDate(const std::string& text) const = 0;
+
+    // Bytes that compare as the texts do in the alphabetical order of the locale, without case.
+    virtual std::string SortKey(const std::string& text) const = 0;
+};
+
+} // namespace quarn

@@ -1,0 +1,30 @@
+#pragma once
+
+// INI files with the semantics of the platform's private-profile calls: section and key names without
+// case; a missing file, section or key gives the default; a present number is the value of its leading
+// digits; quotes and blanks around a value are stripped; the first of duplicate keys counts.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace quarn {
+
+class ProfileFiles {
+  public:
+    virtual ~ProfileFiles() = default;
+
+    virtual std::int32_t ReadInteger(const std::string& path, const std::string& section,
+                                     const std::string& key, std::int32_t missing) const = 0;
+
+    // At most `bufferSize` - 1 characters survive. The default is the empty text.
+    virtual std::string ReadText(const std::string& path, const std::string& section, const std::string& key,
+                                 std::size_t bufferSize) const = 0;
+
+    // Creates the file, the section and the key as needed and replaces an existing value in place. False
+    // when the file could not be written.
+    virtual bool WriteText(const std::string& path, const std::string& section, const std::string& key,
+                           const std::string& value) = 0;
+};
+
+} // namespace quarn
