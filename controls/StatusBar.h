@@ -1,0 +1,31 @@
+#pragma once
+
+// The status bar's panels, numbered from 1. The window reports the geometry, in twips; the program sets the
+// texts.
+
+#include "controls/Geometry.h"
+#include "core/OneBased.h"
+
+#include <string>
+
+namespace quarn {
+
+struct StatusPanel {
+    enum class Kind { Text, CapsLock, NumLock, ScrollLock };
+
+    std::string text;
+    std::string tag;
+    std::string toolTip;
+    Kind kind = Kind::Text;
+    std::int32_t left = 0;
+    std::int32_t width = 0;
+};
+
+struct StatusBar {
+    OneBased<StatusPanel> panels;
+    std::int32_t top = 0;
+    std::int32_t height = 0;
+    bool redraw = false; // dock at the bottom again and repaint at the next flush
+};
+
+} // namespace quarn

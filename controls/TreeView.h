@@ -1,0 +1,61 @@
+#pragma once
+
+// A tree of keyed nodes. A node's position is its place in the order of insertion, from 1; removing a node
+// closes the gap. Errors: 35600 no such position, 35601 no such key, 35602 a key that exists already.
+
+#include "core/OneBased.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quarn {
+
+struct TreeNode {
+    std::string key;
+    std::string text;
+    std::string parent; // key of the parent; empty: a root
+    std::string image;
+    std::string selectedImage;
+    bool expanded = false;
+};
+
+class TreeView {
+  public:
+    // Adds a node behind its siblings.
+    void Add(TreeNode node);
+
+    // Removes a node and everything below it. The selection is lost when it was among them.
+    void Remove(std::string_view key);
+
+    std::int32_t Count() const noexcept { return static_cast<std::int32_t>(nodes_.size()); }
+    TreeNode& At(std::int32_t position);
+    const TreeNode& At(std::int32_t position) const;
+    TreeNode& Node(std::string_view key);
+    const TreeNode& Node(std::string_view key) const;
+    bool Has(std::string_view key) const noexcept { return Find(key) != 0; }
+
+    // Position of the node, 0 if there is none.
+    std::int32_t Find(std::string_view key) const noexcept;
+
+    std::vector<std::string> Children(std::string_view key) const;
+
+    // Key of the selected node; empty: none.
+    const std::string& SelectedKey() const noexcept { return selected_; }
+    void Select(std::string_view key);
+    void SelectNone() { selected_.clear(); }
+
+    // Grows with every change of structure; the window rebuilds the control when it moved.
+    std::uint32_t Revision() const noexcept { return revision_; }
+
+    // Keys of the images that the tree's image list holds.
+    std::vector<std::string> images;
+
+  private:
+    std::vector<TreeNode> nodes_;
+    std::string selected_;
+    std::uint32_t revision_ = 0;
+};
+
+} // namespace quarn

@@ -1,0 +1,49 @@
+#pragma once
+
+// The small routines that parsers, list files, launcher and main window share.
+
+#include "controls/ProgressBar.h"
+#include "controls/StatusBar.h"
+#include "core/DateTime.h"
+#include "core/modDefinitions.h"
+#include "desktop/Desktop.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quarn {
+
+// The text up to the first occurrence of the separator, searched from the second character on: a separator
+// at the very first position is not found there. The text keeps what follows the occurrence's first
+// character, so that the other characters of a longer separator stay in front of it. Without an occurrence
+// the routine fails: logged, "" returned, text unchanged.
+std::string ExtractString(clsAppLog& log, std::string& text, std::string_view separator);
+
+// The first `count` characters. A text of `count` characters or fewer is deliberately left as it is.
+std::string TakeLeft(std::string& text, std::int32_t count);
+
+// Number of the game with this GameShort (exact comparison), 0 if there is none.
+std::int32_t GameIndexOfShort(const ProgramState& program, std::string_view gameShort);
+
+// Its engine, "" if there is no such game.
+std::string EngineOfShort(const ProgramState& program, std::string_view gameShort);
+
+// Seconds since 1900-01-01 as the list files hold them: decimal text, "" for no date.
+std::string DateToSeconds(DateTime date);
+
+// The reverse, of a list file's number. Error 6 when the seconds since 1990 do not fit 32 bits.
+DateTime SecondsToDate(double secondsSince1900);
+
+// The digits of major, minor and build one after another, as a number: 2, 1, 5 give 215. Errors (no file,
+// no version resource) are left to the caller.
+std::int32_t GetFileVersionNumber(const Desktop& desktop, const std::string& path);
+
+// Sends the text to the window of this title as a copy-data message, identifier 3. An empty title or text
+// sends nothing and does not search.
+void SendCopyData(Desktop& desktop, const std::string& title, const std::string& text);
+
+// Puts the progress bar into a panel of the status bar (1-based), inside the panel's frame.
+void PlaceInStatusPanel(ProgressBar& control, StatusBar& statusBar, std::int32_t panel);
+
+} // namespace quarn

@@ -1,0 +1,34 @@
+#pragma once
+
+// Start-up, the definitions file and the settings file.
+
+#include "core/modDefinitions.h"
+#include "desktop/Desktop.h"
+
+#include <functional>
+#include <string>
+
+namespace quarn {
+
+// The program's entry: prepares state, log, definitions and settings and then calls `showMainWindow`, which
+// returns when the window is shown (not when it is closed). False when the program is to end at once:
+// another instance runs, or start-up failed before the window was shown.
+bool Main(ProgramState& program, Desktop& desktop, const std::function<void()>& showMainWindow);
+
+// "Games.ini": the General section and the sizes of the game lists; before LoadSettings.
+void LoadGamesIniGeneral(ProgramState& program, const Desktop& desktop);
+
+// "Games.ini": the game and MOD sections; after LoadSettings.
+void LoadGamesIniSections(ProgramState& program, const Desktop& desktop);
+
+// Replaces the escapes of the definitions file ($255 $32 $10 $1 $0, in this order) in place, and returns the
+// decoded text. The result may hold NULs.
+std::string DecodeIniEscapes(std::string& text);
+
+// "Quarn.ini": every setting into its global; a missing file gives the defaults.
+void LoadSettings(ProgramState& program, const Desktop& desktop);
+
+// Writes every setting, into a copy of the file that then replaces it. A failure is not reported.
+void SaveSettings(const ProgramState& program, Desktop& desktop);
+
+} // namespace quarn

@@ -1,0 +1,54 @@
+#pragma once
+
+// Country of an IPv4 address, from the range file "countryip.dat" in the program's folder.
+//
+// The file is text: the number N of ranges on the first line, then N lines "from;to;country" with the first
+// and last address of a range as unsigned decimal numbers (a.b.c.d is a*2^24 + b*2^16 + c*2^8 + d). Lines
+// beyond the N-th are not read. The search is linear in file order: the earlier of two overlapping ranges
+// wins.
+//
+// InitDatabase and GetIPCountry leave their errors to the caller's trap.
+
+#include "core/OneBased.h"
+#include "desktop/Files.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quarn {
+
+class clsIPLocation {
+  public:
+    clsIPLocation(const Files& files, std::string databasePath);
+
+    // Errors: 53 no file, 13 a number that is none, 62 fewer lines than announced, 9 a line with fewer than
+    // three fields. The database then counts as not loaded.
+    void InitDatabase();
+
+    // The code of the first range that holds the address, or "--". Error 13 for a part that is no number, 9
+    // for an address of fewer than four parts, or when the database was released.
+    std::string GetIPCountry(std::string_view IPAddress) const;
+
+    // Releases the ranges; the range count keeps its value, so that callers must check Initialized first.
+    void DestroyDatabase();
+
+    bool Initialized() const noexcept { return initialized_; }
+
+  private:
+    struct Range {
+        std::int64_t From = 0;
+        std::int64_t To = 0;
+        std::string Country;
+    };
+
+    static std::int64_t IPToNumber(std::string_view address);
+
+    const Files& files_;
+    std::string path_;
+    OneBased<Range> ranges_;
+    std::int32_t rangeCount_ = 0;
+    bool initialized_ = false;
+};
+
+} // namespace quarn

@@ -1,0 +1,60 @@
+#pragma once
+
+// The program's single error and message service. One instance, made first of all and living to the end,
+// appends one line for each entry to the log file beside the program, keeps the entries of this run, shows
+// messages and prepares error reports. It never raises: its own faults are shown and end there.
+//
+// A line reads "Module;Routine;mm/dd/yy hh:nn:ss.mmm;ErrNumber;Description" and ends in CR LF; fields are
+// neither quoted nor escaped. Times are local.
+
+#include "desktop/Desktop.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quarn {
+
+class clsAppLog {
+  public:
+    // `applicationFolder` ends in a backslash.
+    clsAppLog(Desktop& desktop, const std::string& applicationFolder);
+
+    void Log(std::string_view ModuleName, std::string_view RoutineName, std::int32_t ErrNumber = 0,
+             std::string_view Description = {}, bool DisplayMessage = false, bool SendEmail = false,
+             bool OverwriteLog = false) noexcept;
+
+    // A critical message box under the program's title followed by " - Error". While another box of ours is
+    // open, the call returns without showing anything.
+    void ErrorMessage(const std::string& ErrorText) noexcept;
+
+    // At shut-down: offers to send an error report when errors were logged during the run.
+    void HandleAppErrors() noexcept;
+
+    std::int32_t ErrorCount() const noexcept { return errorCount_; }
+    const std::string& HistoryLog() const noexcept { return history_; }
+    const std::string& DefaultLogFilename() const noexcept { return logFilename_; }
+
+    // Recipient of error reports.
+    std::string NotifyEmailAddress;
+
+    std::string GetOSVersion() const noexcept;
+
+  private:
+    void EmailError(const std::string& recipient, const std::string& subject,
+                    const std::string& body) noexcept;
+    void WriteLogEntry(const std::string& line, bool overwrite) noexcept;
+    void SendReport();
+    std::string GetIEVersion() const noexcept;
+    std::string GetDirectXVersion() const noexcept;
+    std::string GetOSLanguage() const noexcept;
+    std::string GetMemory() const noexcept;
+
+    Desktop& desktop_;
+    std::string logFilename_;
+    std::string history_;
+    std::int32_t errorCount_ = 0;
+    bool messageOpen_ = false;
+};
+
+} // namespace quarn
