@@ -1,0 +1,88 @@
+#pragma once
+
+// Decides what a command may do while another one is still at work further down the stack.
+//
+// Everything runs on one thread, and long operations let events run in between; so a command can arrive in
+// the middle of a scan or of a list being loaded or saved. Three rules keep every list whole:
+//  - While a list is loaded or saved, commands wait; they run once, in their order, when it is done.
+//  - A command that replaces the list first ends a running scan as "stop" does and waits for its end. Other
+//    commands, a second scan included, run at once inside the scan.
+//  - Closing ends every wait at once. When the stack has unwound to its outermost command, the window is
+//    unloaded; commands that still wait are dropped.
+
+#include "desktop/EventPump.h"
+
+#include <deque>
+#include <functional>
+
+namespace quarn {
+
+class CommandGate {
+  public:
+    enum class Kind { Ordinary, ReplacesList };
+
+    explicit CommandGate(EventPump& events) : events_(events) {}
+
+    // Runs the command, now or when its time has come. Commands trap their own errors.
+    void Run(Kind kind, std::function<void()> command);
+
+    // Runs `unload` when nothing is at work any more, which may be now. Only the first call counts.
+    void Close(std::function<void()> unload);
+    bool Closing() const noexcept { return closing_; }
+
+    // Lets events run until the condition holds, asleep in between; checked after every single event. False:
+    // the program is closing.
+    bool WaitUntil(const std::function<bool()>& condition);
+
+    // Lets pending events run, for use inside a loop over many records.
+    void Yield();
+
+    // A command waits for the running scan to end.
+    bool ScanMustEnd() const noexcept { return replacementsWaiting_ > 0; }
+
+    // A list is being loaded or saved for as long as this lives.
+    class FileActivity {
+      public:
+        explicit FileActivity(CommandGate& gate) : gate_(gate) { ++gate_.fileDepth_; }
+        ~FileActivity() { --gate_.fileDepth_; }
+        FileActivity(const FileActivity&) = delete;
+        FileActivity& operator=(const FileActivity&) = delete;
+
+      private:
+        CommandGate& gate_;
+    };
+
+    // A scan runs for as long as this lives.
+    class ScanActivity {
+      public:
+        explicit ScanActivity(CommandGate& gate) : gate_(gate) { ++gate_.scanDepth_; }
+        ~ScanActivity() { --gate_.scanDepth_; }
+        ScanActivity(const ScanActivity&) = delete;
+        ScanActivity& operator=(const ScanActivity&) = delete;
+
+      private:
+        CommandGate& gate_;
+    };
+
+  private:
+    struct Deferred {
+        Kind kind;
+        std::function<void()> command;
+    };
+
+    bool MustWait(Kind kind) const noexcept;
+    void Execute(const std::function<void()>& command);
+    void FinishOutermost();
+
+    EventPump& events_;
+    std::deque<Deferred> deferred_;
+    std::function<void()> unload_;
+    int commandDepth_ = 0;
+    int fileDepth_ = 0;
+    int scanDepth_ = 0;
+    int replacementsWaiting_ = 0;
+    bool closing_ = false;
+    bool unloaded_ = false;
+};
+
+} // namespace quarn

@@ -1,0 +1,29 @@
+#pragma once
+
+// The country database as the main window uses it: loaded on first need, with a status text.
+
+#include "views/MainFormContext.h"
+
+namespace quarn {
+
+class CountryLookup {
+  public:
+    explicit CountryLookup(const MainFormContext& form) : form_(form) {}
+
+    // Loads the database unless it is loaded. A failure is logged; lookups then give "--".
+    void EnsureIPDatabase();
+
+    // The same, but a failed load is not tried again until ForgetFailure: a list of thousands of servers
+    // asks for each of them.
+    std::string CountryOf(const std::string& address);
+    void ForgetFailure() { loadFailed_ = false; }
+
+    // Looks up every listed server again. The cells show it at the next listing.
+    void mnuRecheckCountries_Click();
+
+  private:
+    MainFormContext form_;
+    bool loadFailed_ = false;
+};
+
+} // namespace quarn

@@ -1,0 +1,44 @@
+#pragma once
+
+// What the main form asks of its window. Geometry is in twips of the window's own DPI.
+
+#include "controls/Geometry.h"
+
+#include <cstdint>
+#include <string>
+
+namespace quarn {
+
+// With the numbers that the settings file holds.
+enum class WindowState : std::int32_t { Normal = 0, Minimized = 1, Maximized = 2 };
+
+enum class PopupMenu { Server, AddToFavorites, TreeView, SysTray };
+
+class FormWindow {
+  public:
+    virtual ~FormWindow() = default;
+
+    virtual WindowState State() const = 0;
+    virtual void SetState(WindowState state) = 0;
+
+    // The outer frame. Setting it moves a rectangle that no monitor shows to where its title bar can be
+    // reached.
+    virtual TwipsRect Bounds() const = 0;
+    virtual void SetBounds(const TwipsRect& bounds) = 0;
+
+    virtual TwipsSize InnerSize() const = 0;
+    virtual TwipsSize ScreenSize() const = 0;
+
+    virtual void SetCaption(const std::string& caption) = 0;
+    virtual void SetVisible(bool visible) = 0;
+    virtual void SetShownInTaskbar(bool shown) = 0;
+    virtual void SetTopMost(bool topMost) = 0;
+
+    // At the mouse, or where the menu belongs when the keyboard asked for it.
+    virtual void PopUp(PopupMenu menu) = 0;
+
+    // Destroys the window and ends the program; no handler of the form runs any more.
+    virtual void Destroy() = 0;
+};
+
+} // namespace quarn

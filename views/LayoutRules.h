@@ -1,0 +1,17 @@
+#pragma once
+
+// Resize rules of the main window: pure arithmetic on twips.
+
+#include "views/MainControls.h"
+
+namespace quarn {
+
+// Fixed by design.
+inline constexpr std::int32_t TreeWidth = 3300;
+inline constexpr TwipsSize DesignSize = {13500, 9600}; // outer frame of a first start
+
+// Places the lists below a toolbar of the given height inside a window of the given inner size. Sizes never
+// get negative.
+MainLayout LayOut(TwipsSize inner, std::int32_t toolbarHeight);
+
+} // namespace quarn

@@ -1,0 +1,75 @@
+#pragma once
+
+// The main window's controls, under their names, as models. The form's parts work on these; the window shows
+// them and feeds the user's actions back through the form's handlers.
+
+#include "controls/Geometry.h"
+#include "controls/ListView.h"
+#include "controls/Menu.h"
+#include "controls/ProgressBar.h"
+#include "controls/StatusBar.h"
+#include "controls/Timer.h"
+#include "controls/Toolbar.h"
+#include "controls/TreeView.h"
+#include "controls/UdpSocket.h"
+#include "core/OneBased.h"
+
+namespace quarn {
+
+// Columns of lvwServers as sub item numbers; the row's main text, column 0, holds only the lock.
+enum ServerColumn {
+    AddressColumn = 1,
+    LocationColumn,
+    NameColumn,
+    PlayersColumn,
+    PingColumn,
+    GameColumn,
+    MapColumn,
+    LastVisitColumn
+};
+
+// Panels of sbMain.
+enum StatusPanelNumber {
+    MessagePanel = 1,
+    ProgressPanel,
+    CountPanel,
+    CapsLockPanel,
+    NumLockPanel,
+    ScrollLockPanel
+};
+
+// Where Form_Resize put the lists; the window moves its controls there.
+struct MainLayout {
+    TwipsRect trvGames;
+    TwipsRect lvwServers;
+    TwipsRect lvwPlayers;
+    TwipsRect lvwServVars;
+    bool operator==(const MainLayout&) const = default;
+};
+
+struct MainControls {
+    // Fills in what is fixed by design: columns, buttons, panels and menu entries.
+    MainControls(UdpSocket& master, UdpSocket& server);
+
+    TreeView trvGames;
+    ListView lvwServers;
+    ListView lvwPlayers;
+    ListView lvwServVars;
+    Toolbar tbMain;
+    StatusBar sbMain;
+    ProgressBar pbScanning;
+    UdpSocket& sckMaster;
+    UdpSocket& sckServer;
+    Timer tmrTimeout;
+
+    MenuEntry mnuServer;
+    MenuEntry mnuServerList;
+    MenuEntry mnuServerListExport;
+    OneBased<MenuEntry> mnuServAddToFavorites; // 1..9
+
+    MainLayout layout;
+
+    void SetStatus(std::int32_t panel, const std::string& text) { sbMain.panels[panel].text = text; }
+};
+
+} // namespace quarn

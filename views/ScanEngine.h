@@ -1,0 +1,60 @@
+#pragma once
+
+// Queries the listed servers one after another: one query is in flight at any time, and while it waits for
+// the reply or the time-out it sleeps in the event queue, so that the window stays alive and any command may
+// come in between, a second scan included.
+//
+// The time-out timer is started once for a scan and never restarted for a server, so that a server's
+// effective time-out lies between 0 and PingTimeout. A tick sets ReplyState to 2, a reply adds 1 to it;
+// exactly 2 reads as "no answer".
+
+#include "views/MainFormContext.h"
+#include "views/ServerDetails.h"
+#include "views/ServerListView.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace quarn {
+
+class ScanEngine {
+  public:
+    ScanEngine(const MainFormContext& form, ServerListView& servers, ServerDetails& details);
+
+    void mnuServRefresh_Click();    // the selected rows
+    void mnuServRefreshAll_Click(); // every row
+
+    // Takes effect when the server in hand has answered or timed out.
+    void Stop() noexcept { ScanAborted = true; }
+
+    void sckServer_DataArrival(std::int32_t bytesTotal);
+    void tmrTimeout_Timer();
+
+    // The timer ticks at PingTimeout where that is positive, else once a second.
+    void ApplyTimeout();
+
+    std::int32_t ReplyState = 0;
+    std::int32_t QuerySentTick = 0;
+    bool ScanAborted = false;
+
+  private:
+    enum class Rows { Selected, All };
+    enum class Outcome { Done, Closing };
+
+    void Scan(Rows which);
+    void PrepareForScan();
+    Outcome ScanRows(Rows which);
+    Outcome UpdateServer(std::int32_t row);
+    Outcome QueryAndWait(std::int32_t index);
+    void EndScan();
+    void ParseReply(const std::string& datagram, std::int32_t index);
+    void ParseRepliesAlreadyReceived(std::int32_t index);
+
+    MainFormContext form_;
+    ServerListView& servers_;
+    ServerDetails& details_;
+    bool queryOpen_ = false;
+};
+
+} // namespace quarn

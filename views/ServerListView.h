@@ -1,0 +1,74 @@
+#pragma once
+
+// The list of servers: one row for each record that passes the filters. A row's tag holds the index of its
+// record; it is not renumbered when records go, so every use of a tag is checked.
+
+#include "views/CountryLookup.h"
+#include "views/MainFormContext.h"
+#include "views/ServerDetails.h"
+#include "views/clsQuickList.h"
+
+#include <cstdint>
+#include <string>
+
+namespace quarn {
+
+class ServerListView {
+  public:
+    ServerListView(const MainFormContext& form, ServerDetails& details, CountryLookup& countries);
+
+    // Number of the MOD whose servers are shown, 0: all.
+    std::int32_t ModFilter = 0;
+
+    // Whether the record passes the MOD, password and ping filters; false as well when the test fails.
+    bool ValidateFilter(std::int32_t index);
+
+    // Adds rows for the entries after PreviousServerCount and shows the count of the whole list.
+    void ListServers(bool lookUpCountry = false);
+    void AddServerListItem(std::int32_t index, bool lookUpCountry);
+
+    // Brings a row up to date after its server was queried; a row that no longer passes the filters goes.
+    void UpdateServerListItem(std::int32_t row);
+
+    void ResetServerViews();
+
+    // Asks, and empties the list on Yes.
+    bool ConfirmClearServerList();
+
+    // Appends a server that the user typed.
+    void AddServer(const std::string& IP, const std::string& strPort);
+
+    // The server of the selected row becomes the current one, unless a query is open (its server stays
+    // current until its reply is in). False when no server is selected.
+    bool TakeSelectedServer();
+
+    // A query is open for this record; 0: none. Set by the scan.
+    std::int32_t OpenQuery = 0;
+
+    std::int32_t LastSelectedRow() const noexcept { return lastSelectedRow_; }
+
+    void lvwServers_Click();
+    void lvwServers_KeyUp(std::int32_t keyCode);
+    void lvwServers_MouseUp();
+    void lvwServers_ColumnClick(std::int32_t column); // 1-based
+    void lvwPlayers_ColumnClick(std::int32_t column);
+    void mnuServerListClear_Click();
+    void mnuServerListExport_Click();
+    void mnuServDelete_Click();
+    void mnuServCopyAddress_Click();
+
+  private:
+    bool PassesFilters(const ServerRecord& server) const;
+    void FillRow(ListRow& row, const ServerRecord& server) const;
+    void DeleteSelectedRows();
+    void CompactServers();
+
+    MainFormContext form_;
+    ServerDetails& details_;
+    CountryLookup& countries_;
+    clsQuickList serverSorter_;
+    clsQuickList playerSorter_;
+    std::int32_t lastSelectedRow_ = 0;
+};
+
+} // namespace quarn

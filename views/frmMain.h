@@ -1,0 +1,74 @@
+#pragma once
+
+// The main form: owns the parts that do the work and connects them, decides what happens when its window is
+// loaded, activated, resized and closed, and routes toolbar buttons. Handlers carry the name of control and
+// event; those of a part (tree, list, scan, master query) are the part's own.
+
+#include "controls/UdpSocket.h"
+#include "core/modDefinitions.h"
+#include "desktop/Desktop.h"
+#include "views/CommandGate.h"
+#include "views/CountryLookup.h"
+#include "views/FormWindow.h"
+#include "views/GamesTree.h"
+#include "views/MainControls.h"
+#include "views/MainFormContext.h"
+#include "views/MasterQuery.h"
+#include "views/ScanEngine.h"
+#include "views/ServerDetails.h"
+#include "views/ServerListFiles.h"
+#include "views/ServerListView.h"
+
+#include <string_view>
+
+namespace quarn {
+
+class frmMain {
+  public:
+    frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, UdpSocket& sckMaster,
+            UdpSocket& sckServer);
+    frmMain(const frmMain&) = delete;
+    frmMain& operator=(const frmMain&) = delete;
+
+    MainControls controls;
+
+    void Form_Load();
+    void Form_Activate();
+    void Form_Resize();
+
+    // The user or the system wants the window closed: ends whatever waits and unloads.
+    void Unload();
+
+    // Windows ends: unloads at once and asks nothing.
+    void EndSession();
+
+    void mnuFileQuit_Click() { Unload(); }
+    void tbMain_ButtonClick(std::string_view key);
+
+    // Applies the window-on-top setting and the scan timer's interval.
+    void RefreshInterface();
+
+  private:
+    void Form_Unload(bool askForReport);
+    void StoreWindowPosition();
+    void RestoreSort();
+
+    ProgramState& program_;
+    Desktop& desktop_;
+    FormWindow& window_;
+    CommandGate gate_;
+    MainFormContext context_;
+    bool activated_ = false;
+    bool minimized_ = false;
+
+  public:
+    ServerDetails details;
+    CountryLookup countries;
+    ServerListView servers;
+    ServerListFiles listFiles;
+    GamesTree tree;
+    MasterQuery master;
+    ScanEngine scan;
+};
+
+} // namespace quarn
