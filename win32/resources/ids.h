@@ -1,0 +1,86 @@
+#pragma once
+
+/* Numbers of the program's resources, commands and controls. Read by the resource compiler as well, so it
+   holds definitions only. Each name is ID_ and the name of the menu entry or control it stands for. */
+
+/* Resources */
+#define IDR_MAIN_MENU 100
+#define IDR_POPUP_MENUS 101
+#define IDR_ACCELERATORS 102
+
+/* Menus: those of the bar, then the pop-ups of the tray icon and of the tree */
+#define ID_mnuFile 1000
+#define ID_mnuFileQuit 1001
+
+#define ID_mnuServer 1100
+#define ID_mnuServConnectPlay 1101
+#define ID_mnuServConnectSpec 1102
+#define ID_mnuServSeperator1 1103
+#define ID_mnuServSetPass 1104
+#define ID_mnuServSeperator2 1105
+#define ID_mnuServRefresh 1106
+#define ID_mnuServRefreshAll 1107
+#define ID_mnuServSeperator3 1108
+#define ID_mnuServAdd 1109
+#define ID_mnuServDelete 1110
+#define ID_mnuServSeperator4 1111
+#define ID_mnuServFavoritesAdd 1112
+#define ID_mnuServMonitor 1113
+#define ID_mnuServSeperator5 1114
+#define ID_mnuServCopyAddress 1115
+
+/* The entry of favorites folder n, 1 to 9, is ID_mnuServAddToFavorites + n. */
+#define ID_mnuServAddToFavorites 1150
+#define ID_mnuServAddToFavorites1 1151
+#define ID_mnuServAddToFavorites2 1152
+#define ID_mnuServAddToFavorites3 1153
+#define ID_mnuServAddToFavorites4 1154
+#define ID_mnuServAddToFavorites5 1155
+#define ID_mnuServAddToFavorites6 1156
+#define ID_mnuServAddToFavorites7 1157
+#define ID_mnuServAddToFavorites8 1158
+#define ID_mnuServAddToFavorites9 1159
+
+#define ID_mnuServerList 1200
+#define ID_mnuServerListGet 1201
+#define ID_mnuServerListClear 1202
+#define ID_mnuServerListSeperator1 1203
+#define ID_mnuRecheckCountries 1204
+#define ID_mnuServerListSeperator2 1205
+#define ID_mnuServerListExport 1206
+
+#define ID_mnuExtras 1300
+#define ID_mnuExtrasGameSetup 1301
+#define ID_mnuExtrasSeperator 1302
+#define ID_mnuExtrasOptions 1303
+
+#define ID_mnuInfo 1400
+#define ID_mnuInfoHelp 1401
+#define ID_mnuInfoSeperator 1402
+#define ID_mnuInfoAbout 1403
+
+#define ID_mnuSysTray 1500
+#define ID_mnuSysOpen 1501
+#define ID_mnuSysSeperator1 1502
+#define ID_mnuSysQuit 1503
+
+#define ID_mnuTreeView 1600
+#define ID_mnuTreeRename 1601
+#define ID_mnuTreeSeperator1 1602
+#define ID_mnuTreeAddServer 1603
+
+/* Keys without a menu entry */
+#define ID_keyStop 1701
+#define ID_keySelectAll 1702
+
+/* Controls of the main window */
+#define ID_trvGames 2001
+#define ID_lvwServers 2002
+#define ID_lvwPlayers 2003
+#define ID_lvwServVars 2004
+#define ID_tbMain 2005
+#define ID_sbMain 2006
+#define ID_pbScanning 2007
+
+/* The toolbar button at position n, separators counted, has the command ID_tbMainButton + n. */
+#define ID_tbMainButton 2100
