@@ -1,0 +1,38 @@
+#pragma once
+
+// A whole desktop in memory: what the program asks for, and what a test arranges and looks at.
+
+#include "desktop/Desktop.h"
+#include "tests/support_code/ClassicLocale.h"
+#include "tests/support_code/FakeClock.h"
+#include "tests/support_code/FakeEvents.h"
+#include "tests/support_code/FakeHostNames.h"
+#include "tests/support_code/FakePeers.h"
+#include "tests/support_code/FakePrompts.h"
+#include "tests/support_code/FakeShell.h"
+#include "tests/support_code/FakeSystem.h"
+#include "tests/support_code/MemoryFiles.h"
+#include "tests/support_code/MemoryProfiles.h"
+
+namespace quarn {
+
+struct FakeDesktop {
+    FakeDesktop() = default;
+    FakeDesktop(const FakeDesktop&) = delete;
+    FakeDesktop& operator=(const FakeDesktop&) = delete;
+
+    FakeClock clock;
+    FakeEvents events{clock};
+    MemoryFiles files;
+    FakeHostNames hosts;
+    ClassicLocale locale;
+    FakePeers peers;
+    MemoryProfiles profiles{files};
+    FakePrompts prompts;
+    FakeShell shell;
+    FakeSystem system;
+
+    Desktop desktop{clock, events, files, hosts, locale, peers, profiles, prompts, shell, system};
+};
+
+} // namespace quarn

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "core/RunTimeError.h"
+#include "desktop/Shell.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quarn {
+
+class FakeShell : public Shell {
+  public:
+    std::vector<Request> opened;
+    std::optional<std::string> clipboard; // nothing: never set
+    std::optional<ErrorNumber> openFault;
+    bool clipboardBlocked = false;
+
+    void Open(const Request& request) override {
+        if (openFault)
+            throw RunTimeError(*openFault);
+        opened.push_back(request);
+    }
+    void SetClipboardText(const std::string& text) override {
+        if (clipboardBlocked)
+            throw RunTimeError(ErrorNumber::CannotOpenClipboard);
+        clipboard = text;
+    }
+};
+
+} // namespace quarn
