@@ -1,0 +1,157 @@
+#include "tools/gamenet/Emulation.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quarn::gamenet {
+namespace {
+
+constexpr std::uint64_t signalToken = ~std::uint64_t{0};
+constexpr std::uint64_t timerToken = signalToken - 1;
+
+// A flood of requests to slow servers must not eat the machine's memory.
+constexpr std::size_t mostPending = 100'000;
+
+// Datagrams taken from one socket before the others get their turn.
+constexpr int receiveBatch = 32;
+
+constexpr std::size_t otherDescriptors = 64;
+
+} // namespace
+
+Emulation::Emulation(const NetworkSettings& network, const World& world)
+    : network_(network),
+      world_(world),
+      responder_(network, world),
+      signals_(terminationSignals()),
+      timer_(createTimer()),
+      start_(Clock::now()) {
+    allowDescriptors(world.servers.size() + network.games.size() + otherDescriptors);
+    poller_.add(signals_, signalToken);
+    poller_.add(timer_, timerToken);
+    ports_.reserve(world.servers.size() + network.games.size());
+    bindMasters();
+    bindServers();
+}
+
+void Emulation::bindMasters() {
+    int port = network_.masterPort;
+    for (std::size_t index = 0; index < network_.games.size(); ++index) {
+        const GameSettings& game = network_.games[index];
+        const Endpoint usual{network_.masterAddress, static_cast<std::uint16_t>(port)};
+        addPort(bindUdp(game.master.value_or(usual), "the master of " + game.shortName), true, index);
+        if (!game.master && port != 0)
+            ++port;
+    }
+}
+
+void Emulation::bindServers() {
+    for (std::size_t index = 0; index < world_.servers.size(); ++index) {
+        const GameServer& server = world_.servers[index];
+        if (server.conduct != Conduct::Closed)
+            addPort(bindUdp(server.status.endpoint, network_.games[server.game].shortName), false, index);
+    }
+}
+
+void Emulation::addPort(Descriptor socket, bool isMaster, std::size_t index) {
+    poller_.add(socket, ports_.size());
+    ports_.push_back({std::move(socket), isMaster, index, {}, {}});
+}
+
+std::vector<Endpoint> Emulation::masters() const {
+    std::vector<Endpoint> endpoints;
+    for (std::size_t index = 0; index < network_.games.size(); ++index)
+        endpoints.push_back(boundEndpoint(ports_[index].socket));
+    return endpoints;
+}
+
+void Emulation::run(std::optional<double> duration) {
+    start_ = Clock::now();
+    std::optional<Clock::time_point> end;
+    if (duration)
+        end = start_ + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(*duration));
+    std::array<std::uint64_t, 64> tokens{};
+    for (;;) {
+        std::optional<Clock::time_point> next = end;
+        if (!pending_.empty())
+            next = std::min(pending_.top().due, end.value_or(Clock::time_point::max()));
+        setTimer(timer_, next);
+        for (const std::uint64_t token : poller_.wait(tokens)) {
+            if (token == signalToken)
+                return;
+            if (token != timerToken)
+                receive(static_cast<std::size_t>(token));
+        }
+        sendDue();
+        if (end && Clock::now() >= *end)
+            return;
+    }
+}
+
+void Emulation::receive(std::size_t port) {
+    static std::array<char, 65536> buffer;
+    for (int count = 0; count < receiveBatch; ++count) {
+        const auto received = receiveFrom(ports_[port].socket, buffer);
+        if (!received)
+            return;
+        if (isLoopback(received->from.address))
+            answer(port, {buffer.data(), received->size}, received->from);
+    }
+}
+
+void Emulation::answer(std::size_t index, std::string_view request, const Endpoint& from) {
+    Port& port = ports_[index];
+    const Clock::time_point now = Clock::now();
+    const auto sinceStart = std::chrono::duration_cast<std::chrono::milliseconds>(now - start_);
+    std::vector<TimedReply> replies = port.isMaster ? responder_.askMaster(port.index, request)
+                                                    : responder_.askServer(port.index, request, sinceStart);
+    for (TimedReply& reply : replies) {
+        if (pending_.size() >= mostPending) {
+            ++dropped_;
+            continue;
+        }
+        pending_.push(
+            {dueTime(port, from, now + reply.delay), order_++, index, from, std::move(reply.bytes)});
+    }
+}
+
+Clock::time_point Emulation::dueTime(Port& port, const Endpoint& to, Clock::time_point due) const {
+    if (port.isMaster || network_.games[world_.servers[port.index].game].family != Family::HalfLife)
+        return due;
+    const bool sameBurst = port.burstPeer == to && port.burstDue > Clock::now();
+    if (!sameBurst) {
+        port.burstPeer = to;
+        port.burstDue = due;
+    }
+    return port.burstDue;
+}
+
+void Emulation::sendDue() {
+    while (!pending_.empty() && pending_.top().due <= Clock::now()) {
+        const Pending& reply = pending_.top();
+        if (!sendTo(ports_[reply.port].socket, reply.to, reply.bytes))
+            ++notSent_;
+        pending_.pop();
+    }
+}
+
+std::string Emulation::statistics() const {
+    const Counters& counters = responder_.counters();
+    std::string lines;
+    const auto put = [&](const char* name, std::uint64_t value) {
+        lines += std::string(name) + '=' + std::to_string(value) + '\n';
+    };
+    put("server_requests", counters.serverRequests);
+    put("server_replies", counters.serverReplies);
+    put("master_requests", counters.masterRequests);
+    put("master_replies", counters.masterReplies);
+    put("lost", counters.lost);
+    put("silent", counters.silent);
+    put("unknown", counters.unknown);
+    put("not_sent", notSent_);
+    put("dropped", dropped_);
+    put("unsent_at_end", pending_.size());
+    return lines;
+}
+
+} // namespace quarn::gamenet

@@ -1,0 +1,30 @@
+// A server's place on the emulated network: an IPv4 address and a UDP port, both in host order.
+// The network lives on the loopback block alone; parsing refuses every other address.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quarn::gamenet {
+
+struct Endpoint {
+    std::uint32_t address = 0;
+    std::uint16_t port = 0;
+
+    auto operator<=>(const Endpoint&) const = default;
+};
+
+bool isLoopback(std::uint32_t address);
+
+// "127.1.2.3". Throws BadSetting for anything that is not a dotted address inside 127.0.0.0/8.
+std::uint32_t parseLoopbackAddress(std::string_view text);
+
+// "127.1.2.3:27960", port 1 to 65535. Throws BadSetting.
+Endpoint parseLoopbackEndpoint(std::string_view text);
+
+std::string addressText(std::uint32_t address);
+std::string endpointText(const Endpoint& endpoint);
+
+} // namespace quarn::gamenet

@@ -1,0 +1,76 @@
+// The program: arguments in, files written, network run.
+#include "tools/gamenet/Emulation.h"
+#include "tools/gamenet/Options.h"
+#include "tools/gamenet/Reports.h"
+#include "tools/gamenet/Text.h"
+
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace quarn::gamenet;
+
+constexpr int failed = 1;
+constexpr int badArguments = 2;
+
+// False where the parent has ended before it could be watched.
+bool watchParent() {
+    const pid_t parent = getppid();
+    return prctl(PR_SET_PDEATHSIG, SIGTERM) == 0 && getppid() == parent;
+}
+
+void writeWanted(const std::string& path, const std::string& content) {
+    if (!path.empty())
+        writeWhole(path, content);
+}
+
+int runNetwork(const Options& options) {
+    const World world = createWorld(options.network);
+    Emulation emulation(options.network, world);
+    if (options.dieWithParent && !watchParent())
+        return failed;
+    const std::vector<Endpoint> masters = emulation.masters();
+    writeWanted(options.gamesIni, gamesIni(options.network, masters));
+    writeWanted(options.truth, truthReport(options.network, world));
+    writeWanted(options.countryFile, countryReport(world));
+    for (std::size_t index = 0; index < masters.size(); ++index)
+        std::printf("%s: %d servers, master %s\n", options.network.games[index].shortName.c_str(),
+                    options.network.games[index].servers, endpointText(masters[index]).c_str());
+    std::fflush(stdout);
+    writeWanted(options.readyFile, std::to_string(getpid()) + '\n');
+    emulation.run(options.duration);
+    writeWanted(options.stats, emulation.statistics());
+    return 0;
+}
+
+int runProgram(const std::vector<std::string>& arguments) {
+    const Options options = parseOptions(arguments);
+    if (options.help) {
+        std::fputs(helpText().c_str(), stdout);
+        return 0;
+    }
+    // A timer that fires late would falsify every ping.
+    prctl(PR_SET_TIMERSLACK, 1);
+    return runNetwork(options);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return runProgram(std::vector<std::string>(argv + 1, argv + argc));
+    } catch (const BadSetting& error) {
+        std::fprintf(stderr, "gamenet: %s\nTry --help.\n", error.what());
+        return badArguments;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "gamenet: %s\n", error.what());
+        return failed;
+    }
+}

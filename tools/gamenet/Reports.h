@@ -1,0 +1,25 @@
+// The files in which a network says what it is.
+//   Truth        one line a server, fields separated by tabs, the first line naming them.
+//   Games.ini    the definitions file of the browser, its masters on the loopback.
+//   Country file the number of ranges, then "from;to;country" with addresses as unsigned numbers.
+#pragma once
+
+#include "tools/gamenet/World.h"
+
+#include <string>
+#include <vector>
+
+namespace quarn::gamenet {
+
+std::string truthReport(const NetworkSettings& network, const World& world);
+
+// masters: one endpoint for each game. Throws BadSetting for a value that the format cannot hold.
+std::string gamesIni(const NetworkSettings& network, const std::vector<Endpoint>& masters);
+
+std::string countryReport(const World& world);
+
+// Replaces the file whole: a reader never sees half of it. Throws std::runtime_error naming
+// the path.
+void writeWhole(const std::string& path, const std::string& content);
+
+} // namespace quarn::gamenet

@@ -1,0 +1,26 @@
+// The settings by name, as the command line and the configuration file write them. One table serves both
+// and the help text.
+#pragma once
+
+#include "tools/gamenet/Settings.h"
+
+#include <string>
+#include <string_view>
+
+namespace quarn::gamenet {
+
+bool isGameKey(std::string_view key);
+bool isNetworkKey(std::string_view key);
+
+// Throw BadSetting, naming the key, for an unknown key or a value it cannot take.
+void setGameKey(GameSettings& game, std::string_view key, std::string_view value);
+void setNetworkKey(NetworkSettings& network, std::string_view key, std::string_view value);
+
+// "  --name value" and, in a column of their own, the lines of the meaning.
+std::string helpEntry(std::string_view name, std::string_view value, std::string_view meaning);
+
+// One entry a key: name, value, meaning.
+std::string networkKeysHelp();
+std::string gameKeysHelp();
+
+} // namespace quarn::gamenet
