@@ -9,12 +9,12 @@
 //
 // InitDatabase and GetIPCountry leave their errors to the caller's trap.
 
-#include "core/OneBased.h"
 #include "desktop/Files.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quarn {
 
@@ -22,12 +22,12 @@ class clsIPLocation {
   public:
     clsIPLocation(const Files& files, std::string databasePath);
 
-    // Errors: 53 no file, 13 a number that is none, 62 fewer lines than announced, 9 a line with fewer than
-    // three fields. The database then counts as not loaded.
+    // Errors: 53 no file, 13 a number that is none, 6 a number too large, 62 fewer lines than announced or
+    // none announced, 9 a line with fewer than three fields. The database then counts as not loaded.
     void InitDatabase();
 
-    // The code of the first range that holds the address, or "--". Error 13 for a part that is no number, 9
-    // for an address of fewer than four parts, or when the database was released.
+    // The code of the first range that holds the address, or "--". Error 13 for a part that is no number, 6
+    // for one too large, 9 for an address of fewer than four parts, or when the database was released.
     std::string GetIPCountry(std::string_view IPAddress) const;
 
     // Releases the ranges; the range count keeps its value, so that callers must check Initialized first.
@@ -36,17 +36,19 @@ class clsIPLocation {
     bool Initialized() const noexcept { return initialized_; }
 
   private:
-    struct Range {
-        std::int64_t From = 0;
-        std::int64_t To = 0;
-        std::string Country;
+    // The ranges in file order, each bound in an array of its own that the search runs through at the speed
+    // of memory. Both are filled up to whole blocks with ranges that hold nothing.
+    struct RangeTable {
+        std::vector<std::int32_t> from; // ordered addresses, see clsIPLocation.cpp
+        std::vector<std::int32_t> to;
+        std::vector<std::uint32_t> country; // index into countryNames
+        std::vector<std::string> countryNames;
     };
-
-    static std::int64_t IPToNumber(std::string_view address);
+    static RangeTable ReadRanges(std::string_view lines, std::int32_t count);
 
     const Files& files_;
     std::string path_;
-    OneBased<Range> ranges_;
+    RangeTable ranges_;
     std::int32_t rangeCount_ = 0;
     bool initialized_ = false;
 };

@@ -21,9 +21,9 @@ inline constexpr std::size_t MaxVariablesLength = 262'144;
 void SendServerQuery(const ProgramState& program, UdpSocket& sckServer);
 
 // Each parses one datagram into Servers(index).
-void ParseQ3EngineStatus(ProgramState& program, std::string data, std::int32_t index);
-void ParseD3EngineStatus(ProgramState& program, std::string data, std::int32_t index);
-void ParseHLCSStatus(ProgramState& program, std::string data, std::int32_t index);
+void ParseQ3EngineStatus(ProgramState& program, std::string_view data, std::int32_t index);
+void ParseD3EngineStatus(ProgramState& program, std::string_view data, std::int32_t index);
+void ParseHLCSStatus(ProgramState& program, std::string_view data, std::int32_t index);
 
 // Resets what a status reply fills anew; Locked, Country, Ping, Variables, Password and LastVisit stay.
 void ClearServerStatus(ServerRecord& server);

@@ -8,6 +8,7 @@
 #include "core/modDefinitions.h"
 
 #include <string>
+#include <string_view>
 
 namespace quarn {
 
@@ -16,10 +17,10 @@ namespace quarn {
 void ParseQ3EngineServers(ProgramState& program, std::string& data);
 
 // Four address bytes, two port bytes (low byte first).
-void ParseD3EngineServers(ProgramState& program, std::string data);
+void ParseD3EngineServers(ProgramState& program, std::string_view data);
 
 // Four address bytes, two port bytes (high byte first); the list is sized for records of six bytes, but the
 // walk takes seven bytes a record.
-void ParseHLCSServers(ProgramState& program, std::string data);
+void ParseHLCSServers(ProgramState& program, std::string_view data);
 
 } // namespace quarn

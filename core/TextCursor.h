@@ -1,0 +1,80 @@
+#pragma once
+
+// A text that is read field by field from its front, such as a datagram.
+//
+// Fields come off by the rules of ExtractString and TakeLeft (core/modCommonSubs.h), but the cursor moves
+// along the text instead of erasing its front: a text of many fields is read in one pass and no field is
+// copied. The text must outlive the cursor and the fields taken from it.
+
+#include <algorithm>
+#include <string_view>
+
+namespace quarn {
+
+class clsAppLog;
+
+// Where the separator stands, searched from the second character on; npos if it does not.
+inline std::size_t FindSeparator(std::string_view text, std::string_view separator) noexcept {
+    return separator.size() == 1 ? text.find(separator.front(), 1) : text.find(separator, 1);
+}
+
+// The log entry of a field that no separator ends.
+void LogMissingSeparator(clsAppLog& log) noexcept;
+
+class TextCursor {
+  public:
+    TextCursor(clsAppLog& log, std::string_view text) : log_(log), rest_(text) {}
+
+    std::string_view Rest() const noexcept { return rest_; }
+    bool StartsWith(std::string_view text) const noexcept { return rest_.substr(0, text.size()) == text; }
+
+    // The text up to the separator, which is searched from the second character on. The separator's first
+    // character goes with the field, its others stay in front of the rest. Without a separator the call
+    // fails: logged, "" returned, the text as before.
+    std::string_view Extract(std::string_view separator) {
+        const std::size_t end = FindSeparator(rest_, separator);
+        failed_ = end == std::string_view::npos;
+        if (failed_) {
+            LogMissingSeparator(log_);
+            return {};
+        }
+        const std::string_view field = rest_.substr(0, end);
+        rest_.remove_prefix(end + 1);
+        return field;
+    }
+
+    // Extract for the items of a list, which all end in the same separator: once it was missing it stands
+    // nowhere further on either, so it is neither searched nor logged again. That bounds what a long text
+    // without it can cost.
+    std::string_view ExtractItem(std::string_view separator) {
+        if (missing_) {
+            failed_ = true;
+            return {};
+        }
+        const std::string_view field = Extract(separator);
+        missing_ = failed_;
+        return field;
+    }
+
+    // Whether the last field had no separator behind it.
+    bool Failed() const noexcept { return failed_; }
+
+    // The first `count` characters. A text of `count` characters or fewer is deliberately left as it is.
+    std::string_view Take(std::size_t count) noexcept {
+        const std::string_view field = rest_.substr(0, count);
+        if (rest_.size() > count)
+            rest_.remove_prefix(count);
+        return field;
+    }
+
+    // Drops up to `count` characters.
+    void Drop(std::size_t count) noexcept { rest_.remove_prefix(std::min(count, rest_.size())); }
+
+  private:
+    clsAppLog& log_;
+    std::string_view rest_;
+    bool failed_ = false;
+    bool missing_ = false;
+};
+
+} // namespace quarn

@@ -1,0 +1,96 @@
+// Half-Life engine: three kinds of reply, told apart by the character behind four 0xFF.
+
+#include "query/modGamQuery.h"
+
+#include "core/TextCursor.h"
+#include "core/modStringHelper.h"
+#include "query/StatusFields.h"
+#include "support/Trap.h"
+
+#include <algorithm>
+
+namespace quarn {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::string_view Nul = "\0"sv;
+
+constexpr std::size_t KindPosition = 4;
+constexpr std::size_t FirstPlayerPosition = 7; // behind kind, player count and the first player's index
+constexpr std::size_t MinPlayerLength = 5;
+constexpr std::size_t ScoreLength = 4;
+constexpr std::size_t TimeAndIndexLength = 5;
+
+std::int32_t CodeOfFirst(std::string_view text) {
+    if (text.empty())
+        throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+    return static_cast<unsigned char>(text.front());
+}
+
+void ParseHLCSInfo(ProgramState& program, std::string_view data, std::int32_t index) {
+    clsAppLog& log = *program.AppLog;
+    Trapped(log, "modGamQuery", "ParseHLCSInfo", OnError::Log, [&] {
+        ServerRecord& server = program.Servers[index];
+        TextCursor cursor(log, data);
+        cursor.Extract(Nul); // header and server address
+        server.Name = cursor.Extract(Nul);
+        server.Map = cursor.Extract(Nul);
+        server.ModName = cursor.Extract(Nul);
+        cursor.Drop(1);
+        server.MaxPlayers = CodeOfFirst(cursor.Rest());
+    });
+}
+
+void ParseHLCSPlayers(ProgramState& program, std::string_view data, std::int32_t index) {
+    clsAppLog& log = *program.AppLog;
+    Trapped(log, "modGamQuery", "ParseHLCSPlayers", OnError::Log, [&] {
+        ServerRecord& server = program.Servers[index];
+        TextCursor cursor(log, data);
+        cursor.Drop(FirstPlayerPosition);
+        server.PlayerList.Reset();
+        std::int32_t count = 0;
+        while (cursor.Rest().size() >= MinPlayerLength) {
+            PlayerRecord& player = AddPlayer(server, count);
+            player.Name = cursor.ExtractItem(Nul);
+            player.Score = CodeOfFirst(cursor.Rest());
+            cursor.Drop(ScoreLength + TimeAndIndexLength);
+        }
+        server.Players = count;
+    });
+}
+
+// The rules are kept as they came, header included.
+void AppendRules(ServerRecord& server, std::string_view data) {
+    std::string rules(data);
+    std::ranges::replace(rules, '\0', '\\');
+    if (rules.ends_with('\\'))
+        rules.pop_back();
+    if (server.Variables.size() + rules.size() <= MaxVariablesLength)
+        server.Variables += rules;
+}
+
+} // namespace
+
+void ParseHLCSStatus(ProgramState& program, std::string_view data, std::int32_t index) {
+    Trapped(*program.AppLog, "modGamQuery", "ParseHLCSStatus", OnError::Log, [&] {
+        if (data.size() <= KindPosition)
+            return;
+        switch (LowerCase(data[KindPosition])) {
+        case 'c':
+            ParseHLCSInfo(program, data, index);
+            break;
+        case 'd':
+            ParseHLCSPlayers(program, data, index);
+            break;
+        case 'e':
+            AppendRules(program.Servers[index], data);
+            break;
+        default:
+            break;
+        }
+    });
+}
+
+} // namespace quarn

@@ -1,0 +1,91 @@
+#include "query/modMasterQuery.h"
+
+#include "core/Conversions.h"
+#include "core/modStringHelper.h"
+#include "support/Trap.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace quarn {
+
+namespace {
+
+constexpr std::size_t AddressLength = 4;
+
+enum class PortOrder { HighByteFirst, LowByteFirst };
+
+struct Layout {
+    std::int32_t divisor; // bytes a record, by which the list is sized
+    std::int32_t step;    // bytes a record, by which the body is walked
+    PortOrder portOrder;
+};
+
+constexpr Layout Q3Layout{7, 7, PortOrder::HighByteFirst};
+constexpr Layout D3Layout{6, 6, PortOrder::LowByteFirst};
+constexpr Layout HLLayout{6, 7, PortOrder::HighByteFirst};
+
+std::int32_t ByteAt(std::string_view text, std::size_t position) {
+    if (position >= text.size())
+        throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+    return static_cast<unsigned char>(text[position]);
+}
+
+std::string DottedAddress(std::string_view bytes) {
+    std::string address;
+    for (std::size_t position = 0; position < AddressLength; ++position) {
+        char digits[3];
+        const auto end = std::to_chars(digits, digits + sizeof digits, ByteAt(bytes, position)).ptr;
+        if (position > 0)
+            address += '.';
+        address.append(digits, end);
+    }
+    return address;
+}
+
+std::int32_t Port(std::string_view bytes, PortOrder order) {
+    const std::int32_t first = ByteAt(bytes, 0);
+    const std::int32_t second = ByteAt(bytes, 1);
+    return order == PortOrder::HighByteFirst ? first * 256 + second : first + second * 256;
+}
+
+// A last record that is cut off is entered as well: it ends in an error at its first missing byte, or at the
+// slot that the rounded count did not provide, and is counted all the same.
+void AppendServers(ProgramState& program, std::string_view body, const Layout& layout) {
+    program.PreviousServerCount = program.ServerCount;
+    const std::int32_t length = static_cast<std::int32_t>(body.size());
+    const std::int32_t highestIndex = program.ServerCount + DivideRounded(length, layout.divisor);
+    if (highestIndex > MaxServers)
+        throw RunTimeError(ErrorNumber::OutOfMemory);
+    program.Servers.Resize(highestIndex);
+
+    while (!body.empty()) {
+        ServerRecord& server = program.Servers[++program.ServerCount];
+        server.PlayerList.Reset();
+        server.Address = DottedAddress(body);
+        server.Port = Port(body.substr(AddressLength), layout.portOrder);
+        body.remove_prefix(std::min<std::size_t>(layout.step, body.size()));
+    }
+}
+
+} // namespace
+
+void ParseQ3EngineServers(ProgramState& program, std::string& data) {
+    Trapped(*program.AppLog, "modMasterQuery", "ParseQ3EngineServers", OnError::Log, [&] {
+        ReplaceAll(data, "EOT", "");
+        ReplaceAll(data, "EOF", "");
+        AppendServers(program, data, Q3Layout);
+    });
+}
+
+void ParseD3EngineServers(ProgramState& program, std::string_view data) {
+    Trapped(*program.AppLog, "modMasterQuery", "ParseD3EngineServers", OnError::Log,
+            [&] { AppendServers(program, data, D3Layout); });
+}
+
+void ParseHLCSServers(ProgramState& program, std::string_view data) {
+    Trapped(*program.AppLog, "modMasterQuery", "ParseHLCSServers", OnError::Log,
+            [&] { AppendServers(program, data, HLLayout); });
+}
+
+} // namespace quarn
