@@ -1,20 +1,11 @@
+#include "tests/support_code/Errors.h"
 #include "tests/support_code/FakeDesktop.h"
 
-#include <functional>
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 namespace quarn {
 namespace {
-
-ErrorNumber ErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        return error.Kind();
-    }
-    return ErrorNumber{0};
-}
 
 class MemoryFilesTest : public ::testing::Test {
   protected:
