@@ -22,7 +22,8 @@ std::uint8_t ToByte(std::string_view text);
 // Rounds to the nearest whole number, halves to even; error 6 outside 32 bits.
 std::int32_t RoundToLong(double value);
 
-// number / divisor, rounded to the nearest whole number, halves to even. Neither is negative.
+// number / divisor, rounded to the nearest whole number, halves to even. The number is not negative, the
+// divisor is positive.
 std::int32_t DivideRounded(std::int32_t number, std::int32_t divisor) noexcept;
 
 } // namespace quarn

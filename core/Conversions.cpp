@@ -1,0 +1,100 @@
+#include "core/Conversions.h"
+
+#include "core/RunTimeError.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace quarn {
+
+namespace {
+
+constexpr std::string_view Blanks = " \t\n\v\f\r";
+
+std::string_view WithoutBlanks(std::string_view text) noexcept {
+    const std::size_t first = text.find_first_not_of(Blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+}
+
+void SkipSign(std::string_view& text) noexcept {
+    if (!text.empty() && (text.front() == '+' || text.front() == '-'))
+        text.remove_prefix(1);
+}
+
+// Takes the digits at the front off the text and tells how many they were.
+std::size_t SkipDigits(std::string_view& text) noexcept {
+    std::size_t count = 0;
+    while (count < text.size() && text[count] >= '0' && text[count] <= '9')
+        ++count;
+    text.remove_prefix(count);
+    return count;
+}
+
+bool IsNumberWithoutBlanks(std::string_view text) noexcept {
+    SkipSign(text);
+    std::size_t digits = SkipDigits(text);
+    if (!text.empty() && text.front() == '.') {
+        text.remove_prefix(1);
+        digits += SkipDigits(text);
+    }
+    if (digits == 0)
+        return false;
+    if (!text.empty() && (text.front() == 'e' || text.front() == 'E')) {
+        text.remove_prefix(1);
+        SkipSign(text);
+        if (SkipDigits(text) == 0)
+            return false;
+    }
+    return text.empty();
+}
+
+template<class Target>
+Target Rounded(double value) {
+    const double rounded = std::nearbyint(value);
+    if (!(rounded >= std::numeric_limits<Target>::min() && rounded <= std::numeric_limits<Target>::max()))
+        throw RunTimeError(ErrorNumber::Overflow);
+    return static_cast<Target>(rounded);
+}
+
+} // namespace
+
+bool IsNumber(std::string_view text) noexcept {
+    return IsNumberWithoutBlanks(WithoutBlanks(text));
+}
+
+double ToDouble(std::string_view text) {
+    const std::string number(WithoutBlanks(text));
+    if (!IsNumberWithoutBlanks(number))
+        throw RunTimeError(ErrorNumber::TypeMismatch);
+    // The program never leaves the C locale, in which strtod reads exactly what was just checked.
+    const double value = std::strtod(number.c_str(), nullptr);
+    if (!std::isfinite(value))
+        throw RunTimeError(ErrorNumber::Overflow);
+    return value;
+}
+
+std::int32_t ToLong(std::string_view text) {
+    return Rounded<std::int32_t>(ToDouble(text));
+}
+std::int16_t ToInteger(std::string_view text) {
+    return Rounded<std::int16_t>(ToDouble(text));
+}
+std::uint8_t ToByte(std::string_view text) {
+    return Rounded<std::uint8_t>(ToDouble(text));
+}
+
+std::int32_t RoundToLong(double value) {
+    return Rounded<std::int32_t>(value);
+}
+
+std::int32_t DivideRounded(std::int32_t number, std::int32_t divisor) noexcept {
+    const std::int32_t quotient = number / divisor;
+    const std::int64_t twiceRest = std::int64_t{number % divisor} * 2;
+    const bool up = twiceRest > divisor || (twiceRest == divisor && quotient % 2 != 0);
+    return quotient + (up ? 1 : 0);
+}
+
+} // namespace quarn
