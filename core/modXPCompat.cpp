@@ -1,0 +1,20 @@
+#include "core/modXPCompat.h"
+
+namespace quarn {
+
+namespace {
+
+constexpr std::uint32_t ControlsRecordSize = 8;
+constexpr std::uint32_t ExtendedComboBoxClass = 0x200;
+
+} // namespace
+
+void InitCommonControlsVB(SystemInformation& system) noexcept {
+    try {
+        system.InitCommonControls(ControlsRecordSize, ExtendedComboBoxClass);
+    } catch (...) {
+        // Without the library's newer classes the controls still work in the classic style.
+    }
+}
+
+} // namespace quarn
