@@ -2,7 +2,7 @@
 
 // A report-style list view: columns with a sort type, rows with a main text and one cell for each further
 // column. The rows live here once; the window's control is virtual and asks for what it paints. Rows are
-// numbered from 1 in display order; a row that does not exist is error 35600.
+// numbered from 1 in display order; a row or cell that does not exist is error 35600.
 //
 // The model notes what changed since the window last took its changes, so that the window repaints once
 // before it waits instead of at every step.
@@ -12,7 +12,6 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quarn {
@@ -30,12 +29,10 @@ struct ListCell {
 };
 
 struct ListRow {
-    std::string text;
-    std::string tag;
-    std::string mainTag; // tag of the main text, as a cell has one
+    ListCell main; // column 1; its tag is the row's
     std::string smallIcon;
-    std::vector<ListCell> cells; // the sub items 1..
-    std::uint32_t identity = 0;  // never used again after the row is gone
+    std::vector<ListCell> subItems; // columns 2 and on
+    std::uint32_t identity = 0;     // never used again when the row is gone
     bool selected = false;
 };
 
@@ -51,61 +48,59 @@ class ListView {
     // For changing a row; marks it for repainting.
     ListRow& Edit(std::int32_t row);
 
-    // Adds an empty row at the end, also while the list is sorted, and returns its number.
+    // Adds a row with empty cells at the end, also while the list is sorted, and returns its number.
     std::int32_t Add();
     void Remove(std::int32_t row);
+    void RemoveRows(const std::vector<std::int32_t>& ascending);
     void Clear();
 
-    // Number of the row with this identity, 0 when it is gone. `near` is where it is looked for first.
-    std::int32_t RowOf(std::uint32_t identity, std::int32_t near) const noexcept;
+    // Number of the row with this identity, 0 when it is gone; looked for from row `likely` outwards.
+    std::int32_t RowOf(std::uint32_t identity, std::int32_t likely) const noexcept;
 
-    // The text of a row in a column from 1: the main text for column 1, the sub item column - 1 beyond it.
-    const std::string& CellText(std::int32_t row, std::int32_t column) const;
-    std::string& CellText(std::int32_t row, std::int32_t column);
-    std::string& CellTag(std::int32_t row, std::int32_t column);
+    // The cell of a row in a column from 1.
+    const ListCell& Cell(std::int32_t row, std::int32_t column) const;
+    ListCell& Cell(std::int32_t row, std::int32_t column);
 
-    // Selection. "The selected row" is the focused row if it is selected, else the first selected one;
-    // 0: none.
+    // The focused row if it is selected, else the first selected one, else 0.
     std::int32_t SelectedRow() const noexcept;
     std::int32_t FocusedRow() const noexcept { return focused_; }
-    void SetSelected(std::int32_t row, bool selected);
-    void SetFocused(std::int32_t row);
     void SelectOnly(std::int32_t row); // and focuses it
     void EnsureVisible(std::int32_t row);
 
-    // Sorting: by the texts of column sortKey + 1 through `order`, which maps a text to bytes that compare;
-    // rows of equal keys keep their order.
+    // Orders the rows by the texts of the sort key's cells; rows with equal keys keep their order, in either
+    // direction. `keyOf` maps a text to bytes that compare as the texts shall.
     SortOrder sortOrder = SortOrder::Ascending;
-    std::int32_t sortKey = 0;
-    void Sort(const std::function<std::string(const std::string&)>& order);
+    std::int32_t sortKey = 0; // the sub item sorted by, 0: the main text
+    void Sort(const std::function<std::string(const std::string&)>& keyOf);
 
     // While updates are locked the window paints nothing of this list.
     bool updatesLocked = false;
 
-    void Refresh() { MarkAll(); }
+    // Has the whole list repainted.
+    void Refresh() noexcept { MarkDirty(1, RowCount()); }
 
     // What the window has to bring up to date.
     struct Changes {
-        bool rowCount = false;
+        bool rows = false; // rows were added, removed or reordered
         bool selection = false;
         std::int32_t firstDirty = 0; // 0: no row
         std::int32_t lastDirty = 0;
         std::int32_t ensureVisible = 0; // 0: none
     };
-    Changes TakeChanges();
+    Changes TakeChanges() noexcept;
 
-    // Selection as the user changed it in the control; marks nothing.
+    // What the user selected or focused in the control.
     void NoteSelected(std::int32_t firstRow, std::int32_t lastRow, bool selected);
-    void NoteFocused(std::int32_t row);
+    void NoteFocused(std::int32_t row) noexcept { focused_ = row; }
 
   private:
     std::size_t Checked(std::int32_t row) const;
     void MarkDirty(std::int32_t first, std::int32_t last) noexcept;
-    void MarkAll() noexcept { MarkDirty(1, RowCount()); }
 
     std::vector<ListRow> rows_;
     std::uint32_t nextIdentity_ = 1;
     std::int32_t focused_ = 0;
+    std::int32_t selectedCount_ = 0;
     Changes changes_;
 };
 

@@ -32,8 +32,8 @@ class TreeView {
     std::int32_t Count() const noexcept { return static_cast<std::int32_t>(nodes_.size()); }
     TreeNode& At(std::int32_t position);
     const TreeNode& At(std::int32_t position) const;
-    TreeNode& Node(std::string_view key);
-    const TreeNode& Node(std::string_view key) const;
+    TreeNode& Node(std::string_view key) { return At(PositionOf(key)); }
+    const TreeNode& Node(std::string_view key) const { return At(PositionOf(key)); }
     bool Has(std::string_view key) const noexcept { return Find(key) != 0; }
 
     // Position of the node, 0 if there is none.
@@ -53,6 +53,8 @@ class TreeView {
     std::vector<std::string> images;
 
   private:
+    std::int32_t PositionOf(std::string_view key) const;
+
     std::vector<TreeNode> nodes_;
     std::string selected_;
     std::uint32_t revision_ = 0;

@@ -37,4 +37,15 @@ bool Trapped(clsAppLog& log, std::string_view module, std::string_view routine, 
     }
 }
 
+// For the few failures that are expected and leave no trace: false when the body failed.
+template<class Body>
+bool Succeeds(Body&& body) noexcept {
+    try {
+        body();
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
 } // namespace quarn

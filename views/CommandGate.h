@@ -28,6 +28,10 @@ class CommandGate {
 
     // Runs `unload` when nothing is at work any more, which may be now. Only the first call counts.
     void Close(std::function<void()> unload);
+
+    // The same without waiting for what is at work, for a system that will not wait either.
+    void CloseAtOnce(std::function<void()> unload);
+
     bool Closing() const noexcept { return closing_; }
 
     // Lets events run until the condition holds, asleep in between; checked after every single event. False:
@@ -40,28 +44,28 @@ class CommandGate {
     // A command waits for the running scan to end.
     bool ScanMustEnd() const noexcept { return replacementsWaiting_ > 0; }
 
-    // A list is being loaded or saved for as long as this lives.
-    class FileActivity {
+  private:
+    // Counts how deep the stack is in something.
+    class DepthScope {
       public:
-        explicit FileActivity(CommandGate& gate) : gate_(gate) { ++gate_.fileDepth_; }
-        ~FileActivity() { --gate_.fileDepth_; }
-        FileActivity(const FileActivity&) = delete;
-        FileActivity& operator=(const FileActivity&) = delete;
+        explicit DepthScope(int& depth) : depth_(depth) { ++depth_; }
+        ~DepthScope() { --depth_; }
+        DepthScope(const DepthScope&) = delete;
+        DepthScope& operator=(const DepthScope&) = delete;
 
       private:
-        CommandGate& gate_;
+        int& depth_;
+    };
+
+  public:
+    // A list is being loaded or saved for as long as this lives.
+    struct FileActivity : DepthScope {
+        explicit FileActivity(CommandGate& gate) : DepthScope(gate.fileDepth_) {}
     };
 
     // A scan runs for as long as this lives.
-    class ScanActivity {
-      public:
-        explicit ScanActivity(CommandGate& gate) : gate_(gate) { ++gate_.scanDepth_; }
-        ~ScanActivity() { --gate_.scanDepth_; }
-        ScanActivity(const ScanActivity&) = delete;
-        ScanActivity& operator=(const ScanActivity&) = delete;
-
-      private:
-        CommandGate& gate_;
+    struct ScanActivity : DepthScope {
+        explicit ScanActivity(CommandGate& gate) : DepthScope(gate.scanDepth_) {}
     };
 
   private:
@@ -73,6 +77,7 @@ class CommandGate {
     bool MustWait(Kind kind) const noexcept;
     void Execute(const std::function<void()>& command);
     void FinishOutermost();
+    void UnloadOnce();
 
     EventPump& events_;
     std::deque<Deferred> deferred_;

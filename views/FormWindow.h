@@ -37,6 +37,9 @@ class FormWindow {
     // At the mouse, or where the menu belongs when the keyboard asked for it.
     virtual void PopUp(PopupMenu menu) = 0;
 
+    // Brings the controls up to date at once, where a long step without events follows.
+    virtual void ShowChanges() = 0;
+
     // Destroys the window and ends the program; no handler of the form runs any more.
     virtual void Destroy() = 0;
 };

@@ -47,6 +47,7 @@ class GamesTree {
     void AddModNodes();
     void AddFavoritesNodes();
     void AddOrLog(TreeNode node);
+    void AppendToList(const std::string& listName, const ServerRecord& server, const char* routine);
 
     MainFormContext form_;
     ServerListView& servers_;

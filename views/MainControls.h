@@ -13,6 +13,7 @@
 #include "controls/TreeView.h"
 #include "controls/UdpSocket.h"
 #include "core/OneBased.h"
+#include "core/modDefinitions.h"
 
 namespace quarn {
 

@@ -14,7 +14,6 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace quarn {
 
@@ -40,21 +39,19 @@ class ScanEngine {
 
   private:
     enum class Rows { Selected, All };
-    enum class Outcome { Done, Closing };
 
-    void Scan(Rows which);
+    void Scan(Rows which, const char* routine);
     void PrepareForScan();
-    Outcome ScanRows(Rows which);
-    Outcome UpdateServer(std::int32_t row);
-    Outcome QueryAndWait(std::int32_t index);
+    void ScanRows(Rows which);
+    void UpdateServer(std::int32_t row);
+    bool QueryServer(std::int32_t index);
     void EndScan();
-    void ParseReply(const std::string& datagram, std::int32_t index);
+    void ParseReply(std::string datagram, std::int32_t index);
     void ParseRepliesAlreadyReceived(std::int32_t index);
 
     MainFormContext form_;
     ServerListView& servers_;
     ServerDetails& details_;
-    bool queryOpen_ = false;
 };
 
 } // namespace quarn

@@ -45,8 +45,6 @@ class ServerListView {
     // A query is open for this record; 0: none. Set by the scan.
     std::int32_t OpenQuery = 0;
 
-    std::int32_t LastSelectedRow() const noexcept { return lastSelectedRow_; }
-
     void lvwServers_Click();
     void lvwServers_KeyUp(std::int32_t keyCode);
     void lvwServers_MouseUp();
@@ -59,7 +57,7 @@ class ServerListView {
 
   private:
     bool PassesFilters(const ServerRecord& server) const;
-    void FillRow(ListRow& row, const ServerRecord& server) const;
+    void FillRow(std::int32_t row, const ServerRecord& server);
     void DeleteSelectedRows();
     void CompactServers();
 
@@ -68,7 +66,6 @@ class ServerListView {
     CountryLookup& countries_;
     clsQuickList serverSorter_;
     clsQuickList playerSorter_;
-    std::int32_t lastSelectedRow_ = 0;
 };
 
 } // namespace quarn

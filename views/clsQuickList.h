@@ -12,8 +12,8 @@
 #include "support/clsAppLog.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
-#include <string_view>
 
 namespace quarn {
 
@@ -31,14 +31,17 @@ class clsQuickList {
     void SaveListToFile(const std::string& strFileName);
 
   private:
+    using KeyOf = std::function<std::string(const std::string&)>;
+
     ListView& Target() const;
-    void SetSortOrder(std::int32_t column, bool byLocale);
+    void SortColumn(std::int32_t column);
     void SortByPicture();
-    void SortByKeys(std::int32_t column, std::string (clsQuickList::*keyOf)(const std::string&) const);
+    void SortByKeys(std::int32_t column, const KeyOf& keyOf);
+    void SetSortOrder(std::int32_t column, const KeyOf& orderOf);
+    void RestoreCellTexts(std::int32_t column);
     std::string NumberKey(const std::string& text) const;
     std::string DateKey(const std::string& text) const;
-    static std::string InvertDigits(std::string_view text);
-    void RestoreCellTexts(std::int32_t column);
+    static std::string InvertDigits(std::string text);
 
     clsAppLog& log_;
     const Desktop& desktop_;

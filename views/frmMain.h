@@ -59,7 +59,6 @@ class frmMain {
     CommandGate gate_;
     MainFormContext context_;
     bool activated_ = false;
-    bool minimized_ = false;
 
   public:
     ServerDetails details;

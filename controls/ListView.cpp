@@ -1,0 +1,192 @@
+#include "controls/ListView.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <numeric>
+#include <utility>
+
+namespace quarn {
+
+std::size_t ListView::Checked(std::int32_t row) const {
+    if (row < 1 || row > RowCount())
+        throw RunTimeError(ErrorNumber::IndexOutOfBounds);
+    return static_cast<std::size_t>(row) - 1;
+}
+
+void ListView::MarkDirty(std::int32_t first, std::int32_t last) noexcept {
+    if (last < first)
+        return;
+    changes_.firstDirty = changes_.firstDirty == 0 ? first : std::min(changes_.firstDirty, first);
+    changes_.lastDirty = std::max(changes_.lastDirty, last);
+}
+
+ListRow& ListView::Edit(std::int32_t row) {
+    ListRow& edited = rows_[Checked(row)];
+    MarkDirty(row, row);
+    return edited;
+}
+
+std::int32_t ListView::Add() {
+    ListRow row;
+    row.identity = nextIdentity_++;
+    row.subItems.resize(static_cast<std::size_t>(std::max(columns.HighestIndex() - 1, 0)));
+    rows_.push_back(std::move(row));
+    changes_.rows = true;
+    MarkDirty(RowCount(), RowCount());
+    return RowCount();
+}
+
+void ListView::Remove(std::int32_t row) {
+    RemoveRows({row});
+}
+
+void ListView::RemoveRows(const std::vector<std::int32_t>& ascending) {
+    if (ascending.empty())
+        return;
+    for (const std::int32_t row : ascending)
+        Checked(row);
+    MarkDirty(ascending.front(), RowCount());
+
+    auto next = ascending.begin();
+    std::size_t kept = Checked(ascending.front());
+    std::int32_t focused = focused_;
+    for (std::int32_t row = ascending.front(); row <= RowCount(); ++row) {
+        ListRow& current = rows_[static_cast<std::size_t>(row) - 1];
+        if (next == ascending.end() || *next != row) {
+            rows_[kept++] = std::move(current);
+            continue;
+        }
+        ++next;
+        if (current.selected)
+            --selectedCount_;
+        if (focused_ == row)
+            focused = 0;
+        else if (focused_ > row)
+            --focused;
+    }
+    rows_.resize(kept);
+    focused_ = focused;
+    changes_.rows = true;
+    changes_.selection = true;
+}
+
+void ListView::Clear() {
+    if (rows_.empty())
+        return;
+    rows_.clear();
+    focused_ = 0;
+    selectedCount_ = 0;
+    changes_ = {};
+    changes_.rows = true;
+    changes_.selection = true;
+}
+
+std::int32_t ListView::RowOf(std::uint32_t identity, std::int32_t likely) const noexcept {
+    const auto isIt = [&](std::int32_t row) {
+        return row >= 1 && row <= RowCount() && rows_[static_cast<std::size_t>(row) - 1].identity == identity;
+    };
+    for (std::int32_t distance = 0; distance <= RowCount() + std::abs(likely); ++distance) {
+        if (isIt(likely - distance))
+            return likely - distance;
+        if (isIt(likely + distance))
+            return likely + distance;
+    }
+    return 0;
+}
+
+const ListCell& ListView::Cell(std::int32_t row, std::int32_t column) const {
+    const ListRow& owner = Row(row);
+    if (column < 1 || static_cast<std::size_t>(column) > owner.subItems.size() + 1)
+        throw RunTimeError(ErrorNumber::IndexOutOfBounds);
+    return column == 1 ? owner.main : owner.subItems[static_cast<std::size_t>(column) - 2];
+}
+
+ListCell& ListView::Cell(std::int32_t row, std::int32_t column) {
+    ListRow& owner = Edit(row);
+    if (column < 1 || static_cast<std::size_t>(column) > owner.subItems.size() + 1)
+        throw RunTimeError(ErrorNumber::IndexOutOfBounds);
+    return column == 1 ? owner.main : owner.subItems[static_cast<std::size_t>(column) - 2];
+}
+
+std::int32_t ListView::SelectedRow() const noexcept {
+    if (selectedCount_ == 0)
+        return 0;
+    if (focused_ >= 1 && focused_ <= RowCount() && rows_[static_cast<std::size_t>(focused_) - 1].selected)
+        return focused_;
+    const auto first =
+        std::find_if(rows_.begin(), rows_.end(), [](const ListRow& row) { return row.selected; });
+    return first == rows_.end() ? 0 : static_cast<std::int32_t>(first - rows_.begin()) + 1;
+}
+
+void ListView::SelectOnly(std::int32_t row) {
+    const std::size_t index = Checked(row);
+    if (selectedCount_ == 1 && rows_[index].selected && focused_ == row)
+        return;
+    if (selectedCount_ == 1 && focused_ >= 1 && focused_ <= RowCount() &&
+        rows_[static_cast<std::size_t>(focused_) - 1].selected)
+        rows_[static_cast<std::size_t>(focused_) - 1].selected = false;
+    else if (selectedCount_ != 0)
+        for (ListRow& other : rows_)
+            other.selected = false;
+    rows_[index].selected = true;
+    selectedCount_ = 1;
+    focused_ = row;
+    changes_.selection = true;
+}
+
+void ListView::EnsureVisible(std::int32_t row) {
+    Checked(row);
+    changes_.ensureVisible = row;
+}
+
+void ListView::Sort(const std::function<std::string(const std::string&)>& keyOf) {
+    std::vector<std::string> keys;
+    keys.reserve(rows_.size());
+    for (std::int32_t row = 1; row <= RowCount(); ++row)
+        keys.push_back(keyOf(std::as_const(*this).Cell(row, sortKey + 1).text));
+
+    std::vector<std::size_t> order(rows_.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    if (sortOrder == SortOrder::Ascending)
+        std::stable_sort(order.begin(), order.end(),
+                         [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+    else
+        std::stable_sort(order.begin(), order.end(),
+                         [&](std::size_t a, std::size_t b) { return keys[b] < keys[a]; });
+
+    std::vector<ListRow> sorted;
+    sorted.reserve(rows_.size());
+    std::int32_t focused = 0;
+    for (const std::size_t index : order) {
+        if (static_cast<std::int32_t>(index) + 1 == focused_)
+            focused = static_cast<std::int32_t>(sorted.size()) + 1;
+        sorted.push_back(std::move(rows_[index]));
+    }
+    rows_ = std::move(sorted);
+    focused_ = focused;
+    changes_.rows = true;
+    changes_.selection = true;
+    Refresh();
+}
+
+ListView::Changes ListView::TakeChanges() noexcept {
+    Changes taken = changes_;
+    changes_ = {};
+    taken.lastDirty = std::min(taken.lastDirty, RowCount());
+    if (taken.lastDirty < taken.firstDirty)
+        taken.firstDirty = taken.lastDirty = 0;
+    if (taken.ensureVisible > RowCount())
+        taken.ensureVisible = 0;
+    return taken;
+}
+
+void ListView::NoteSelected(std::int32_t firstRow, std::int32_t lastRow, bool selected) {
+    for (std::int32_t row = std::max(firstRow, 1); row <= std::min(lastRow, RowCount()); ++row) {
+        bool& state = rows_[static_cast<std::size_t>(row) - 1].selected;
+        if (state != selected)
+            selectedCount_ += selected ? 1 : -1;
+        state = selected;
+    }
+}
+
+} // namespace quarn

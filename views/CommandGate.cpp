@@ -1,0 +1,79 @@
+#include "views/CommandGate.h"
+
+#include <utility>
+
+namespace quarn {
+
+bool CommandGate::MustWait(Kind kind) const noexcept {
+    return fileDepth_ > 0 || (kind == Kind::ReplacesList && scanDepth_ > 0);
+}
+
+void CommandGate::Run(Kind kind, std::function<void()> command) {
+    if (closing_)
+        return;
+    if (MustWait(kind)) {
+        if (kind == Kind::ReplacesList)
+            ++replacementsWaiting_;
+        deferred_.push_back({kind, std::move(command)});
+        return;
+    }
+    Execute(command);
+}
+
+void CommandGate::Execute(const std::function<void()>& command) {
+    {
+        const DepthScope scope(commandDepth_);
+        command();
+    }
+    if (commandDepth_ == 0)
+        FinishOutermost();
+}
+
+void CommandGate::FinishOutermost() {
+    while (!deferred_.empty() && !closing_) {
+        const Deferred next = std::move(deferred_.front());
+        deferred_.pop_front();
+        if (next.kind == Kind::ReplacesList)
+            --replacementsWaiting_;
+        const DepthScope scope(commandDepth_);
+        next.command();
+    }
+    if (closing_)
+        UnloadOnce();
+}
+
+void CommandGate::UnloadOnce() {
+    if (unloaded_)
+        return;
+    unloaded_ = true;
+    deferred_.clear();
+    unload_();
+}
+
+void CommandGate::Close(std::function<void()> unload) {
+    if (closing_)
+        return;
+    closing_ = true;
+    unload_ = std::move(unload);
+    if (commandDepth_ == 0)
+        FinishOutermost();
+}
+
+void CommandGate::CloseAtOnce(std::function<void()> unload) {
+    closing_ = true;
+    unload_ = std::move(unload);
+    UnloadOnce();
+}
+
+bool CommandGate::WaitUntil(const std::function<bool()>& condition) {
+    while (!closing_ && !condition())
+        events_.WaitForEvent();
+    return !closing_;
+}
+
+void CommandGate::Yield() {
+    if (!closing_)
+        events_.DoEvents();
+}
+
+} // namespace quarn

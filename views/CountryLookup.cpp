@@ -1,0 +1,44 @@
+#include "views/CountryLookup.h"
+
+#include "core/Conversions.h"
+#include "query/clsIPLocation.h"
+#include "support/Trap.h"
+
+namespace quarn {
+
+void CountryLookup::EnsureIPDatabase() {
+    clsIPLocation& database = *form_.program.IPLocation;
+    if (database.Initialized())
+        return;
+    StatusPanel& panel = form_.controls.sbMain.panels[MessagePanel];
+    panel.tag = panel.text;
+    panel.text = "Initializing IP Database...";
+    form_.window.ShowChanges();
+    loadFailed_ = !Trapped(*form_.program.AppLog, MainFormName, "EnsureIPDatabase", OnError::Log,
+                           [&] { database.InitDatabase(); });
+    panel.text = panel.tag;
+}
+
+std::string CountryLookup::CountryOf(const std::string& address) {
+    if (!loadFailed_)
+        EnsureIPDatabase();
+    const clsIPLocation& database = *form_.program.IPLocation;
+    return database.Initialized() ? database.GetIPCountry(address) : UnknownCountry;
+}
+
+void CountryLookup::mnuRecheckCountries_Click() {
+    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
+        Trapped(*form_.program.AppLog, MainFormName, "mnuRecheckCountries_Click", OnError::LogAndShow, [&] {
+            EnsureIPDatabase();
+            if (!form_.program.IPLocation->Initialized())
+                return;
+            const ListView& list = form_.controls.lvwServers;
+            for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
+                ServerRecord& server = form_.program.Servers[ToLong(list.Row(row).main.tag)];
+                server.Country = CountryOf(server.Address);
+            }
+        });
+    });
+}
+
+} // namespace quarn

@@ -1,0 +1,287 @@
+#include "views/GamesTree.h"
+
+#include "core/Conversions.h"
+#include "core/modCommonSubs.h"
+#include "support/Trap.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace quarn {
+
+namespace {
+
+constexpr const char* OpenFolder = "fldrop";
+constexpr const char* ClosedFolder = "fldrcls";
+constexpr const char* Checked = "checked";
+constexpr const char* Unchecked = "unchecked";
+
+const char* CheckImage(bool on) {
+    return on ? Checked : Unchecked;
+}
+
+void SetImage(TreeNode& node, const char* image) {
+    node.image = node.selectedImage = image;
+}
+
+std::string_view Prefix(std::string_view key) {
+    return key.substr(0, 3);
+}
+
+// The number behind a prefix of three characters.
+std::int32_t NumberOf(std::string_view key) {
+    return ToLong(key.substr(std::min<std::size_t>(3, key.size())));
+}
+
+bool IsFixedFolder(std::string_view key) {
+    return key == "games" || key == "favorites";
+}
+
+bool IsFavoritesFolder(std::string_view key) {
+    return Prefix(key) == "fav" && !IsFixedFolder(key);
+}
+
+bool IsFilter(std::string_view key) {
+    return Prefix(key) == "flt" || Prefix(key) == "png";
+}
+
+std::vector<std::string> ExpandedKeys(const TreeView& tree) {
+    std::vector<std::string> keys;
+    for (std::int32_t position = 1; position <= tree.Count(); ++position)
+        if (tree.At(position).expanded)
+            keys.push_back(tree.At(position).key);
+    return keys;
+}
+
+void RemoveChildren(TreeView& tree, std::string_view key) {
+    for (const std::string& child : tree.Children(key))
+        tree.Remove(child);
+}
+
+} // namespace
+
+GamesTree::GamesTree(const MainFormContext& form, ServerListView& servers, ServerListFiles& listFiles)
+    : form_(form), servers_(servers), listFiles_(listFiles) {}
+
+void GamesTree::AddFixedNodes() {
+    TreeView& tree = form_.controls.trvGames;
+    const auto add = [&](const char* key, const char* text, const char* parent, const char* image) {
+        tree.Add({key, text, parent, image, image});
+    };
+    const std::int32_t ping = form_.program.FilterPing;
+    add("games", "Games", "", OpenFolder);
+    add("favorites", "Favorites", "", OpenFolder);
+    add("filters", "Filters", "", OpenFolder);
+    add("fltkey", "Open servers only", "filters", CheckImage(form_.program.FilterLocked != 0));
+    add("fltping", "Ping", "filters", OpenFolder);
+    add("png20", "<= 20", "fltping", CheckImage(ping == 20));
+    add("png50", "<= 50", "fltping", CheckImage(ping == 50));
+    add("png100", "<= 100", "fltping", CheckImage(ping == 100));
+    for (const std::int32_t position : {1, 2, 3, 5})
+        tree.At(position).expanded = true;
+}
+
+void GamesTree::RefreshTreeView() {
+    TreeView& tree = form_.controls.trvGames;
+    const std::string selected = tree.SelectedKey();
+    const std::string selectedParent = tree.Has(selected) ? tree.Node(selected).parent : std::string();
+    const std::vector<std::string> expanded = ExpandedKeys(tree);
+
+    Trapped(*form_.program.AppLog, MainFormName, "RefreshTreeView", OnError::LogAndShow, [&] {
+        RemoveChildren(tree, "games");
+        RemoveChildren(tree, "favorites");
+        AddGameNodes();
+        AddModNodes();
+        AddFavoritesNodes();
+    });
+
+    for (const std::string& key : expanded)
+        if (tree.Has(key))
+            tree.Node(key).expanded = true;
+    if (tree.Has(selected))
+        tree.Select(selected);
+    else if (tree.Has(selectedParent))
+        tree.Select(selectedParent);
+    else if (!selected.empty())
+        tree.Select("games");
+}
+
+void GamesTree::AddGameNodes() {
+    const ProgramState& program = form_.program;
+    const std::vector<std::string>& images = form_.controls.trvGames.images;
+    for (std::int32_t i = 1; i <= program.GameNum; ++i) {
+        if (program.GameVisible[i] == 0)
+            continue;
+        const GameDefinition& game = program.Games[i];
+        const bool hasImage = std::find(images.begin(), images.end(), game.GameShort) != images.end();
+        AddOrLog({game.GameShort, game.Description, "games", hasImage ? game.GameShort : ClosedFolder,
+                  hasImage ? game.GameShort : OpenFolder});
+    }
+}
+
+void GamesTree::AddModNodes() {
+    const ProgramState& program = form_.program;
+    for (std::int32_t m = 1; m <= program.MODNum; ++m) {
+        const ModDefinition& mod = program.Mods[m];
+        const std::int32_t game = GameIndexOfShort(program, mod.BasedGame);
+        if (game != 0 && program.GameVisible[game] != 0)
+            AddOrLog({"mod" + std::to_string(m), mod.Description, mod.BasedGame, ClosedFolder, OpenFolder});
+    }
+}
+
+void GamesTree::AddFavoritesNodes() {
+    for (std::int32_t i = 1; i <= form_.program.FavoritesNumber; ++i)
+        AddOrLog({"fav" + std::to_string(i), FavoriteName(form_.program, i), "favorites", ClosedFolder,
+                  OpenFolder});
+}
+
+// A key that is taken already, or the missing node of a game that was left out for that reason, costs this
+// node and not the rest of the tree.
+void GamesTree::AddOrLog(TreeNode node) {
+    Trapped(*form_.program.AppLog, MainFormName, "RefreshTreeView", OnError::Log,
+            [&] { form_.controls.trvGames.Add(std::move(node)); });
+}
+
+void GamesTree::RefreshFavMenu() {
+    for (std::int32_t i = 1; i <= MaxFavoritesFolders; ++i) {
+        MenuEntry& entry = form_.controls.mnuServAddToFavorites[i];
+        entry.visible = i <= form_.program.FavoritesNumber;
+        if (entry.visible)
+            entry.caption = FavoriteName(form_.program, i);
+    }
+}
+
+void GamesTree::trvGames_NodeClick(const std::string& key) {
+    const auto kind = IsFilter(key) ? CommandGate::Kind::Ordinary : CommandGate::Kind::ReplacesList;
+    form_.gate.Run(kind, [this, key] {
+        Trapped(*form_.program.AppLog, MainFormName, "trvGames_NodeClick", OnError::LogAndShow, [&] {
+            TreeView& tree = form_.controls.trvGames;
+            if (!tree.Has(key))
+                return; // it went while the click had to wait
+            if (Prefix(key) == "flt") {
+                ToggleLockFilter(tree.Node(key));
+            } else if (Prefix(key) == "png") {
+                TogglePingFilter(tree.Node(key));
+            } else {
+                SetGameFilter(key);
+                RecordSelection();
+            }
+        });
+    });
+}
+
+void GamesTree::ToggleLockFilter(TreeNode& node) {
+    if (node.image == Checked || node.image == Unchecked) {
+        form_.program.FilterLocked = node.image == Checked ? 0 : 1;
+        SetImage(node, CheckImage(form_.program.FilterLocked != 0));
+    }
+    RelistServers();
+}
+
+void GamesTree::TogglePingFilter(TreeNode& node) {
+    TreeView& tree = form_.controls.trvGames;
+    if (node.image == Checked) {
+        SetImage(node, Unchecked);
+        form_.program.FilterPing = 0;
+    } else if (node.image == Unchecked) {
+        const std::string other = "png" + std::to_string(form_.program.FilterPing);
+        if (form_.program.FilterPing > 0 && tree.Has(other))
+            SetImage(tree.Node(other), Unchecked);
+        SetImage(node, Checked);
+        form_.program.FilterPing = NumberOf(node.key);
+    }
+    RelistServers();
+}
+
+void GamesTree::RelistServers() {
+    servers_.ResetServerViews();
+    servers_.ListServers();
+}
+
+void GamesTree::SetGameFilter(const std::string& key) {
+    Trapped(*form_.program.AppLog, MainFormName, "SetGameFilter", OnError::LogAndShow, [&] {
+        const bool isMod = Prefix(key) == "mod";
+        const std::int32_t modFilter = isMod ? NumberOf(key) : 0;
+        const std::string listName = isMod ? form_.controls.trvGames.Node(key).parent : key;
+
+        if (!shownList_.empty() && servers_.ModFilter == 0)
+            listFiles_.SaveServerList(shownList_);
+        if (listName == shownList_ && modFilter == servers_.ModFilter)
+            return;
+
+        if (listName != shownList_)
+            form_.controls.sckMaster.Close(); // what a master still sends belongs to the list being left
+        shownList_ = listName;
+        servers_.ModFilter = modFilter;
+        SetCommandsFor(listName);
+        listFiles_.LoadServerList(listName);
+        form_.program.CurrentGame = listName;
+        RelistServers();
+    });
+}
+
+void GamesTree::SetCommandsFor(const std::string& listName) {
+    MainControls& controls = form_.controls;
+    const bool isList = !IsFixedFolder(listName);
+    const bool isFavorites = IsFavoritesFolder(listName);
+    controls.mnuServer.enabled = isList;
+    controls.mnuServerList.enabled = isList;
+    controls.mnuServerListExport.enabled = isList;
+    const std::int32_t last = controls.tbMain.buttons.HighestIndex();
+    for (std::int32_t position = 1; position <= last; ++position)
+        controls.tbMain.buttons[position].enabled = isList && !(isFavorites && position == last);
+    if (isList)
+        controls.mnuServAddToFavorites[1].enabled = !isFavorites;
+}
+
+void GamesTree::RecordSelection() {
+    const TreeView& tree = form_.controls.trvGames;
+    if (!IsFilter(tree.SelectedKey()) && tree.Has(tree.SelectedKey()))
+        form_.program.LastGame = tree.Find(tree.SelectedKey());
+}
+
+void GamesTree::mnuTreeRename_Click() {
+    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
+        Trapped(*form_.program.AppLog, MainFormName, "mnuTreeRename_Click", OnError::LogAndShow, [&] {
+            const std::string key = form_.controls.trvGames.SelectedKey();
+            if (!IsFavoritesFolder(key))
+                return;
+            std::string& name = FavoriteName(form_.program, NumberOf(key));
+            name = form_.desktop.prompts.AskText("Enter a new name:", "Change name");
+            RefreshTreeView();
+            RefreshFavMenu();
+        });
+    });
+}
+
+void GamesTree::mnuServAddToFavorites_Click(std::int32_t Index) {
+    form_.gate.Run(CommandGate::Kind::ReplacesList, [this, Index] {
+        constexpr const char* Routine = "mnuServAddToFavorites_Click";
+        Trapped(*form_.program.AppLog, MainFormName, Routine, OnError::LogAndShow, [&] {
+            if (!servers_.TakeSelectedServer())
+                return;
+            AppendToList("fav" + std::to_string(Index), form_.program.Servers[form_.program.CurrentServer],
+                         Routine);
+        });
+    });
+}
+
+void GamesTree::AppendToList(const std::string& listName, const ServerRecord& server, const char* routine) {
+    ProgramState& program = form_.program;
+    const ServerRecord copy = server;
+    listFiles_.LoadServerList(listName);
+    // The shown list comes back whatever happens: otherwise the next switch would save the folder's servers
+    // over its file.
+    Trapped(*program.AppLog, MainFormName, routine, OnError::LogAndShow, [&] {
+        const std::int32_t last = program.Servers.HighestIndex() + 1;
+        program.Servers.Resize(last);
+        program.Servers[last] = copy;
+        program.ServerCount = last;
+        listFiles_.SaveServerList(listName);
+    });
+    listFiles_.LoadServerList(shownList_);
+    program.ServerCount = program.Servers.HighestIndex();
+}
+
+} // namespace quarn

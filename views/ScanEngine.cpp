@@ -1,0 +1,211 @@
+#include "views/ScanEngine.h"
+
+#include "core/Conversions.h"
+#include "core/modCommonSubs.h"
+#include "query/modGamQuery.h"
+#include "support/Trap.h"
+
+#include <utility>
+#include <vector>
+
+namespace quarn {
+
+namespace {
+
+// Shorter datagrams are neither read nor counted.
+constexpr std::int32_t ShortestDatagram = 5;
+
+// What ReplyState holds when the timer came before any reply.
+constexpr std::int32_t NoAnswer = 2;
+
+constexpr std::int32_t FallbackTimeout = 1000;
+
+// From one reading of the tick counter to another, across its wrap at 2^32.
+std::int32_t Elapsed(std::int32_t from, std::int32_t to) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from));
+}
+
+// Names the server whose reply is awaited for as long as this lives. A nested query hides the outer one.
+class OpenQueryScope {
+  public:
+    OpenQueryScope(std::int32_t& openQuery, std::int32_t index) : openQuery_(openQuery), outer_(openQuery) {
+        openQuery_ = index;
+    }
+    ~OpenQueryScope() { openQuery_ = outer_; }
+    OpenQueryScope(const OpenQueryScope&) = delete;
+    OpenQueryScope& operator=(const OpenQueryScope&) = delete;
+
+  private:
+    std::int32_t& openQuery_;
+    std::int32_t outer_;
+};
+
+} // namespace
+
+ScanEngine::ScanEngine(const MainFormContext& form, ServerListView& servers, ServerDetails& details)
+    : form_(form), servers_(servers), details_(details) {}
+
+void ScanEngine::mnuServRefreshAll_Click() {
+    form_.gate.Run(CommandGate::Kind::Ordinary, [this] { Scan(Rows::All, "mnuServRefreshAll_Click"); });
+}
+
+void ScanEngine::mnuServRefresh_Click() {
+    form_.gate.Run(CommandGate::Kind::Ordinary, [this] { Scan(Rows::Selected, "mnuServRefresh_Click"); });
+}
+
+void ScanEngine::Scan(Rows which, const char* routine) {
+    const CommandGate::ScanActivity activity(form_.gate);
+    PrepareForScan();
+    Trapped(*form_.program.AppLog, MainFormName, routine, OnError::Log, [&] { ScanRows(which); });
+    if (!form_.gate.Closing())
+        EndScan();
+}
+
+void ScanEngine::PrepareForScan() {
+    Trapped(*form_.program.AppLog, MainFormName, "PrepareForScan", OnError::Log, [&] {
+        form_.controls.pbScanning.SetMaximum(form_.program.ServerCount);
+        form_.controls.tmrTimeout.SetEnabled(true);
+        form_.controls.SetStatus(MessagePanel, "Retrieving server stats, please wait.");
+    });
+}
+
+// Rows are known by their identity: while a query waits, a row may go, and a sort may move it.
+void ScanEngine::ScanRows(Rows which) {
+    ListView& list = form_.controls.lvwServers;
+    std::vector<std::uint32_t> rows;
+    for (std::int32_t row = 1; row <= list.RowCount(); ++row)
+        rows.push_back(list.Row(row).identity);
+
+    std::int32_t i = 0;
+    std::int32_t row = 0;
+    for (const std::uint32_t identity : rows) {
+        ++i;
+        const std::int32_t found = list.RowOf(identity, row + 1);
+        if (found != 0)
+            row = found;
+        if (found == 0 || (which == Rows::Selected && !list.Row(row).selected))
+            continue;
+        if (which == Rows::All) {
+            form_.controls.SetStatus(CountPanel,
+                                     std::to_string(i) + "/" + std::to_string(form_.program.ServerCount));
+            list.SelectOnly(row);
+            list.EnsureVisible(row);
+        }
+        form_.controls.pbScanning.SetValue(i);
+        UpdateServer(row);
+        if (form_.gate.Closing())
+            return;
+        if (form_.gate.ScanMustEnd())
+            ScanAborted = true;
+        if (ScanAborted)
+            return;
+    }
+}
+
+void ScanEngine::UpdateServer(std::int32_t row) {
+    Trapped(*form_.program.AppLog, MainFormName, "UpdateServer", OnError::Log, [&] {
+        const ListRow& listed = form_.controls.lvwServers.Row(row);
+        const std::uint32_t identity = listed.identity;
+        if (!QueryServer(ToLong(listed.main.tag)))
+            return;
+        details_.RefreshPlayers();
+        details_.RefreshVariables();
+        const std::int32_t rowNow = form_.controls.lvwServers.RowOf(identity, row);
+        if (rowNow != 0)
+            servers_.UpdateServerListItem(rowNow);
+    });
+}
+
+// False when the program closes meanwhile.
+bool ScanEngine::QueryServer(std::int32_t index) {
+    ProgramState& program = form_.program;
+    UdpSocket& socket = form_.controls.sckServer;
+    program.CurrentServer = index;
+
+    // A fresh local port for every query.
+    const auto isClosed = [&] { return socket.CurrentState() == UdpSocket::State::Closed; };
+    if (!isClosed())
+        socket.Close();
+    if (!form_.gate.WaitUntil(isClosed))
+        return false;
+
+    socket.RemotePort = program.Servers[index].Port;
+    socket.RemoteHost = program.Servers[index].Address;
+    {
+        const OpenQueryScope openQuery(servers_.OpenQuery, index);
+        QuerySentTick = form_.desktop.clock.TickCount();
+        SendServerQuery(program, socket);
+
+        // Where a nested scan has switched the timer off, nothing but a reply or "stop" ends the wait.
+        const bool waited = form_.gate.WaitUntil([&] {
+            const bool stopped = ScanAborted || form_.gate.ScanMustEnd();
+            return ReplyState >= 1 || (stopped && !form_.controls.tmrTimeout.Enabled());
+        });
+        if (!waited)
+            return false;
+        program.CurrentServer = index;
+        if (ReplyState == NoAnswer) {
+            program.Servers[index].Ping = program.PingTimeout;
+            program.Servers[index].Players = 0;
+        }
+        ReplyState = 0;
+        QuerySentTick = 0;
+    }
+    ParseRepliesAlreadyReceived(index);
+    return true;
+}
+
+// A server may answer in several datagrams. Those that are here already belong to it; what comes later goes
+// with the closed socket, so that it lands in no other server's record.
+void ScanEngine::ParseRepliesAlreadyReceived(std::int32_t index) {
+    UdpSocket& socket = form_.controls.sckServer;
+    while (std::optional<std::string> datagram = socket.GetData())
+        if (datagram->size() >= ShortestDatagram)
+            ParseReply(std::move(*datagram), index);
+    socket.Close();
+}
+
+void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
+    Trapped(*form_.program.AppLog, MainFormName, "sckServer_DataArrival", OnError::Log, [&] {
+        if (bytesTotal < ShortestDatagram)
+            return;
+        ProgramState& program = form_.program;
+        if (servers_.OpenQuery != 0) {
+            program.CurrentServer = servers_.OpenQuery;
+            program.Servers[program.CurrentServer].Ping =
+                Elapsed(QuerySentTick, form_.desktop.clock.TickCount());
+        }
+        ++ReplyState;
+        if (std::optional<std::string> datagram = form_.controls.sckServer.GetData())
+            ParseReply(std::move(*datagram), program.CurrentServer);
+    });
+}
+
+void ScanEngine::ParseReply(std::string datagram, std::int32_t index) {
+    const std::string engine = EngineOfShort(form_.program, form_.program.CurrentGame);
+    if (engine == "d3")
+        ParseD3EngineStatus(form_.program, std::move(datagram), index);
+    else if (engine == "q3")
+        ParseQ3EngineStatus(form_.program, std::move(datagram), index);
+    else if (engine == "hl")
+        ParseHLCSStatus(form_.program, std::move(datagram), index);
+}
+
+void ScanEngine::tmrTimeout_Timer() {
+    ReplyState = NoAnswer;
+}
+
+void ScanEngine::ApplyTimeout() {
+    const std::int32_t timeout = form_.program.PingTimeout;
+    form_.controls.tmrTimeout.SetInterval(timeout > 0 ? timeout : FallbackTimeout);
+}
+
+void ScanEngine::EndScan() {
+    form_.controls.tmrTimeout.SetEnabled(false);
+    form_.controls.pbScanning.SetValue(1);
+    form_.controls.SetStatus(CountPanel, std::to_string(form_.program.ServerCount) + " servers");
+    form_.controls.SetStatus(MessagePanel, ScanAborted ? "Scanning aborted by user." : "Ready.");
+    ScanAborted = false;
+}
+
+} // namespace quarn

@@ -1,0 +1,180 @@
+#include "views/ServerListFiles.h"
+
+#include "core/Conversions.h"
+#include "core/modCommonSubs.h"
+#include "core/modStringHelper.h"
+#include "support/Trap.h"
+
+#include <string_view>
+#include <vector>
+
+namespace quarn {
+
+namespace {
+
+// Fields of an entry's line, in their order.
+enum Field {
+    Address,
+    Port,
+    Country,
+    Name,
+    Ping,
+    Players,
+    MaxPlayers,
+    ModName,
+    Map,
+    Locked,
+    Password,
+    Variables,
+    LastVisit,
+    FieldCount
+};
+
+// A line with fewer fields than those before LastVisit is damaged.
+constexpr std::size_t RequiredFields = LastVisit;
+
+// The shortest entry: its separators and a line end.
+constexpr std::size_t ShortestLine = RequiredFields;
+
+// Walks a text line by line; a line ends at CR LF, or at a lone LF or CR.
+class LineReader {
+  public:
+    explicit LineReader(std::string_view text) : rest_(text) {}
+
+    // Error 62 at the end of the text.
+    std::string_view Next() {
+        if (rest_.empty())
+            throw RunTimeError(ErrorNumber::InputPastEndOfFile);
+        const std::size_t end = rest_.find_first_of("\r\n");
+        const std::string_view line = rest_.substr(0, end);
+        rest_.remove_prefix(line.size());
+        if (rest_.substr(0, 2) == "\r\n")
+            rest_.remove_prefix(2);
+        else if (!rest_.empty())
+            rest_.remove_prefix(1);
+        return line;
+    }
+
+    std::size_t Remaining() const noexcept { return rest_.size(); }
+
+  private:
+    std::string_view rest_;
+};
+
+ServerRecord ParseEntry(std::string_view line) {
+    const std::vector<std::string_view> fields = Split(line, ';');
+    if (fields.size() < RequiredFields)
+        throw RunTimeError(ErrorNumber::SubscriptOutOfRange);
+    ServerRecord server;
+    server.Address = fields[Address];
+    server.Port = ToLong(fields[Port]);
+    server.Country = fields[Country];
+    server.Name = fields[Name];
+    server.Ping = ToLong(fields[Ping]);
+    server.Players = ToLong(fields[Players]);
+    server.MaxPlayers = ToLong(fields[MaxPlayers]);
+    server.ModName = fields[ModName];
+    server.Map = fields[Map];
+    server.Locked = ToLong(fields[Locked]);
+    server.Password = fields[Password];
+    server.Variables = fields[Variables];
+    // More fields than that mean a ";" inside a name: which one is the visit cannot be told.
+    if (fields.size() == FieldCount && !fields[LastVisit].empty())
+        server.LastVisit = SecondsToDate(ToDouble(fields[LastVisit]));
+    return server;
+}
+
+// A line end inside a text would cut the entry in two.
+void AppendOnOneLine(std::string& line, std::string_view text) {
+    const std::size_t start = line.size();
+    line += text;
+    for (std::size_t i = start; i < line.size(); ++i)
+        if (line[i] == '\r' || line[i] == '\n')
+            line[i] = ' ';
+}
+
+void AppendEntry(std::string& content, const ServerRecord& server) {
+    const auto text = [&](std::string_view field) {
+        AppendOnOneLine(content, field);
+        content += ';';
+    };
+    const auto number = [&](std::int32_t field) {
+        content += std::to_string(field);
+        content += ';';
+    };
+    text(server.Address);
+    number(server.Port);
+    text(server.Country);
+    text(server.Name);
+    number(server.Ping);
+    number(server.Players);
+    number(server.MaxPlayers);
+    text(server.ModName);
+    text(server.Map);
+    number(server.Locked);
+    content += ';';
+    AppendOnOneLine(content, server.Password);
+    text(server.Variables);
+    content += DateToSeconds(server.LastVisit);
+    content += "\r\n";
+}
+
+} // namespace
+
+std::string ServerListFiles::PathOf(const std::string& listName) const {
+    return program_.AppPath + "servers-" + listName + ".dat";
+}
+
+void ServerListFiles::LoadServerList(const std::string& listName) {
+    const CommandGate::FileActivity activity(gate_);
+    const std::string path = PathOf(listName);
+    OneBased<ServerRecord> list;
+    if (!Succeeds([&] { list = ReadList(files_.Read(path)); })) {
+        list.Reset();
+        if (files_.IsFile(path))
+            unreadable_.insert(listName);
+    }
+    program_.Servers = std::move(list);
+}
+
+// The list is read beside the one in force and takes its place when it is whole, so that whatever runs in
+// between finds rows and records that belong together.
+OneBased<ServerRecord> ServerListFiles::ReadList(const std::string& content) {
+    LineReader lines(content);
+    const std::int32_t count = ToLong(lines.Next());
+    program_.ServerCount = count;
+    if (count > MaxServers)
+        throw RunTimeError(ErrorNumber::OutOfMemory);
+    if (count < 0 || static_cast<std::size_t>(count) * ShortestLine > lines.Remaining() + 1)
+        throw RunTimeError(ErrorNumber::InputPastEndOfFile);
+
+    OneBased<ServerRecord> list(count);
+    for (std::int32_t i = 1; i <= count; ++i) {
+        list[i] = ParseEntry(lines.Next());
+        gate_.Yield();
+    }
+    return list;
+}
+
+void ServerListFiles::SaveServerList(const std::string& listName) {
+    const CommandGate::FileActivity activity(gate_);
+    const std::string path = PathOf(listName);
+    const std::string content = WriteList();
+    if (unreadable_.contains(listName)) {
+        files_.Copy(path, program_.AppPath + "servers-" + listName + ".bak");
+        unreadable_.erase(listName);
+    }
+    files_.Replace(path, content);
+}
+
+std::string ServerListFiles::WriteList() {
+    const std::int32_t count = program_.Servers.HighestIndex();
+    std::string content = " " + std::to_string(count) + "\r\n";
+    for (std::int32_t i = 1; i <= count; ++i) {
+        AppendEntry(content, program_.Servers[i]);
+        gate_.Yield();
+    }
+    return content;
+}
+
+} // namespace quarn

@@ -1,0 +1,279 @@
+#include "views/ServerListView.h"
+
+#include "core/Conversions.h"
+#include "support/Trap.h"
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace quarn {
+
+namespace {
+
+std::string AddressText(const ServerRecord& server) {
+    return server.Address + ":" + std::to_string(server.Port);
+}
+
+const char* LockIcon(const ServerRecord& server) {
+    return server.Locked != 0 ? "locked" : "";
+}
+
+// Only the limits that the filter nodes offer filter; a settings file may hold anything else.
+bool IsPingLimit(std::int32_t value) {
+    return value == 20 || value == 50 || value == 100;
+}
+
+// The keys whose release moves the selection.
+bool MovesSelection(std::int32_t keyCode) {
+    return keyCode >= 33 && keyCode <= 40 && keyCode != 37 && keyCode != 39;
+}
+
+} // namespace
+
+ServerListView::ServerListView(const MainFormContext& form, ServerDetails& details, CountryLookup& countries)
+    : form_(form),
+      details_(details),
+      countries_(countries),
+      serverSorter_(*form.program.AppLog, form.desktop),
+      playerSorter_(*form.program.AppLog, form.desktop) {
+    serverSorter_.SetTargetList(form_.controls.lvwServers);
+    playerSorter_.SetTargetList(form_.controls.lvwPlayers);
+}
+
+bool ServerListView::ValidateFilter(std::int32_t index) {
+    bool passes = false;
+    Trapped(*form_.program.AppLog, MainFormName, "ValidateFilter", OnError::Log,
+            [&] { passes = PassesFilters(form_.program.Servers[index]); });
+    return passes;
+}
+
+bool ServerListView::PassesFilters(const ServerRecord& server) const {
+    if (ModFilter != 0 && server.ModName != form_.program.Mods[ModFilter].GameName)
+        return false;
+    const std::int64_t openOnly = form_.program.FilterLocked != 0 ? 1 : 0;
+    if (server.Locked + openOnly >= 2)
+        return false;
+    return !IsPingLimit(form_.program.FilterPing) || server.Ping <= form_.program.FilterPing;
+}
+
+void ServerListView::ListServers(bool lookUpCountry) {
+    Trapped(*form_.program.AppLog, MainFormName, "ListServers", OnError::Log, [&] {
+        countries_.ForgetFailure();
+        const std::int32_t last = form_.program.LastServerIndex();
+        for (std::int32_t index = form_.program.PreviousServerCount + 1; index <= last; ++index) {
+            const bool isHole = form_.program.Servers[index].Address.empty();
+            if (!isHole && ValidateFilter(index))
+                AddServerListItem(index, lookUpCountry);
+        }
+        form_.controls.SetStatus(CountPanel, std::to_string(form_.program.ServerCount) + " servers");
+    });
+}
+
+void ServerListView::AddServerListItem(std::int32_t index, bool lookUpCountry) {
+    Trapped(*form_.program.AppLog, MainFormName, "AddServerListItem", OnError::Log, [&] {
+        ServerRecord& server = form_.program.Servers[index];
+        ListView& list = form_.controls.lvwServers;
+        const std::int32_t row = list.Add();
+        list.Edit(row).main.tag = std::to_string(index);
+        if (lookUpCountry)
+            server.Country = countries_.CountryOf(server.Address);
+        list.Cell(row, 1 + AddressColumn).text = AddressText(server);
+        ListCell& location = list.Cell(row, 1 + LocationColumn);
+        location.text = server.Country;
+        location.reportIcon = server.Country == UnknownCountry ? "" : server.Country;
+        FillRow(row, server);
+        if (server.LastVisit.IsZero())
+            list.Cell(row, 1 + LastVisitColumn).text.clear();
+    });
+}
+
+void ServerListView::FillRow(std::int32_t row, const ServerRecord& server) {
+    ListView& list = form_.controls.lvwServers;
+    list.Edit(row).smallIcon = LockIcon(server);
+    list.Cell(row, 1 + NameColumn).text = server.Name;
+    list.Cell(row, 1 + PlayersColumn).text =
+        std::to_string(server.Players) + " / " + std::to_string(server.MaxPlayers);
+    list.Cell(row, 1 + PingColumn).text = std::to_string(server.Ping);
+    list.Cell(row, 1 + GameColumn).text = server.ModName;
+    list.Cell(row, 1 + MapColumn).text = server.Map;
+    list.Cell(row, 1 + LastVisitColumn).text = form_.desktop.locale.FromDate(server.LastVisit);
+}
+
+void ServerListView::UpdateServerListItem(std::int32_t row) {
+    Trapped(*form_.program.AppLog, MainFormName, "UpdateServerListItem", OnError::Log, [&] {
+        ListView& list = form_.controls.lvwServers;
+        if (ValidateFilter(ToLong(list.Row(row).main.tag)))
+            FillRow(row, form_.program.Servers[form_.program.CurrentServer]);
+        else
+            list.Remove(row);
+    });
+}
+
+void ServerListView::ResetServerViews() {
+    form_.controls.lvwServers.Clear();
+    details_.Clear();
+    form_.program.PreviousServerCount = 0;
+    form_.program.ServerCount = form_.program.Servers.HighestIndex();
+    form_.program.CurrentServer = 0;
+}
+
+bool ServerListView::ConfirmClearServerList() {
+    if (!form_.desktop.prompts.AskYesNo("This will delete your current server list. All servers and scanning "
+                                        "data in it will be lost.\r\nAre you sure you want to proceed?",
+                                        "Clear server list"))
+        return false;
+    form_.program.Servers.Reset();
+    ResetServerViews();
+    return true;
+}
+
+void ServerListView::mnuServerListClear_Click() {
+    form_.gate.Run(CommandGate::Kind::ReplacesList, [this] {
+        Trapped(*form_.program.AppLog, MainFormName, "mnuServerListClear_Click", OnError::LogAndShow,
+                [&] { ConfirmClearServerList(); });
+    });
+}
+
+void ServerListView::mnuServerListExport_Click() {
+    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
+        Trapped(*form_.program.AppLog, MainFormName, "mnuServerListExport_Click", OnError::LogAndShow, [&] {
+            const std::string fileName = form_.desktop.prompts.AskSaveFile(
+                "Save serverlist as...", "Text file (*.txt)|*.txt|All files (*.*)|*.*");
+            if (!fileName.empty())
+                serverSorter_.SaveListToFile(fileName);
+        });
+    });
+}
+
+void ServerListView::AddServer(const std::string& IP, const std::string& strPort) {
+    form_.gate.Run(CommandGate::Kind::Ordinary, [this, IP, strPort] {
+        Trapped(*form_.program.AppLog, MainFormName, "AddServer", OnError::LogAndShow, [&] {
+            ProgramState& program = form_.program;
+            const std::int32_t port = form_.desktop.locale.ToLong(strPort);
+            if (program.ServerCount >= MaxServers)
+                throw RunTimeError(ErrorNumber::OutOfMemory);
+            program.Servers.Resize(program.ServerCount + 1);
+            ++program.ServerCount;
+            ServerRecord& server = program.Servers[program.ServerCount];
+            server.Address = IP;
+            server.Port = port;
+            AddServerListItem(program.ServerCount, true);
+        });
+    });
+}
+
+bool ServerListView::TakeSelectedServer() {
+    const ListView& list = form_.controls.lvwServers;
+    const std::int32_t row = list.SelectedRow();
+    if (row == 0)
+        return false;
+    if (OpenQuery == 0)
+        form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
+    return form_.program.Servers.Holds(form_.program.CurrentServer);
+}
+
+void ServerListView::lvwServers_Click() {
+    Trapped(*form_.program.AppLog, MainFormName, "lvwServers_Click", OnError::Log, [&] {
+        const ListView& list = form_.controls.lvwServers;
+        const std::int32_t row = list.SelectedRow();
+        if (row == 0)
+            return;
+        form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
+        details_.RefreshPlayers();
+        details_.RefreshVariables();
+    });
+}
+
+void ServerListView::lvwServers_KeyUp(std::int32_t keyCode) {
+    if (MovesSelection(keyCode))
+        lvwServers_Click();
+}
+
+void ServerListView::lvwServers_MouseUp() {
+    const std::int32_t row = form_.controls.lvwServers.SelectedRow();
+    if (row != 0)
+        form_.program.LastServer = row;
+}
+
+void ServerListView::lvwServers_ColumnClick(std::int32_t column) {
+    form_.gate.Run(CommandGate::Kind::Ordinary, [this, column] {
+        serverSorter_.SortList(static_cast<std::int16_t>(column));
+        form_.program.LastSortColumn = column;
+        form_.program.LastSortOrder = static_cast<std::int32_t>(form_.controls.lvwServers.sortOrder);
+    });
+}
+
+void ServerListView::lvwPlayers_ColumnClick(std::int32_t column) {
+    playerSorter_.SortList(static_cast<std::int16_t>(column));
+}
+
+void ServerListView::mnuServCopyAddress_Click() {
+    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
+        Trapped(*form_.program.AppLog, MainFormName, "mnuServCopyAddress_Click", OnError::LogAndShow, [&] {
+            if (TakeSelectedServer())
+                form_.desktop.shell.SetClipboardText(
+                    AddressText(form_.program.Servers[form_.program.CurrentServer]));
+        });
+    });
+}
+
+void ServerListView::mnuServDelete_Click() {
+    form_.gate.Run(CommandGate::Kind::ReplacesList, [this] {
+        Trapped(*form_.program.AppLog, MainFormName, "mnuServDelete_Click", OnError::LogAndShow, [&] {
+            if (form_.controls.lvwServers.SelectedRow() == 0)
+                return;
+            DeleteSelectedRows();
+            CompactServers();
+        });
+    });
+}
+
+namespace {
+
+// Removes the collected rows however their collection ended.
+struct RowRemoval {
+    ListView& list;
+    std::vector<std::int32_t> rows;
+    explicit RowRemoval(ListView& from) : list(from) {}
+    ~RowRemoval() { list.RemoveRows(rows); }
+    RowRemoval(const RowRemoval&) = delete;
+    RowRemoval& operator=(const RowRemoval&) = delete;
+};
+
+} // namespace
+
+void ServerListView::DeleteSelectedRows() {
+    ListView& list = form_.controls.lvwServers;
+    RowRemoval removal(list);
+    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
+        if (!list.Row(row).selected)
+            continue;
+        const std::int32_t index = ToLong(list.Row(row).main.tag);
+        form_.program.Servers[index].Address.clear();
+        removal.rows.push_back(row);
+    }
+}
+
+// The rows that remain keep their tags until the next listing.
+void ServerListView::CompactServers() {
+    ProgramState& program = form_.program;
+    const std::int32_t last = program.LastServerIndex();
+    const bool currentGone = !program.Servers.Holds(program.CurrentServer) ||
+                             program.Servers[program.CurrentServer].Address.empty();
+    std::int32_t kept = 0;
+    for (std::int32_t index = 1; index <= last; ++index) {
+        if (program.Servers[index].Address.empty())
+            continue;
+        ++kept;
+        if (kept != index)
+            program.Servers[kept] = std::move(program.Servers[index]);
+    }
+    program.ServerCount = kept;
+    program.Servers.Resize(kept);
+    program.CurrentServer = 0;
+    if (currentGone)
+        details_.Clear();
+}
+
+} // namespace quarn

@@ -1,0 +1,167 @@
+#include "views/frmMain.h"
+
+#include "core/Version.h"
+#include "core/modCommonSubs.h"
+#include "core/modMain.h"
+#include "query/clsIPLocation.h"
+#include "support/Trap.h"
+#include "views/LayoutRules.h"
+
+#include <string>
+
+namespace quarn {
+
+namespace {
+
+std::string TitleAndVersion() {
+    return std::string(ApplicationTitle) + " " + VersionText;
+}
+
+} // namespace
+
+frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, UdpSocket& sckMaster,
+                 UdpSocket& sckServer)
+    : controls(sckMaster, sckServer),
+      program_(program),
+      desktop_(desktop),
+      window_(window),
+      gate_(desktop.events),
+      context_{program, desktop, window, controls, gate_},
+      details(context_),
+      countries(context_),
+      servers(context_, details, countries),
+      listFiles(program, desktop.files, gate_),
+      tree(context_, servers, listFiles),
+      master(context_, servers),
+      scan(context_, servers, details) {
+    sckMaster.DataArrival = [this](std::int32_t bytes) { master.sckMaster_DataArrival(bytes); };
+    sckMaster.SendFailed = [this](const std::string& description) {
+        program_.AppLog->Log(MainFormName, "mnuServerListGet_Click", 0, description);
+    };
+    sckServer.DataArrival = [this](std::int32_t bytes) { scan.sckServer_DataArrival(bytes); };
+    controls.tmrTimeout.Tick = [this] { scan.tmrTimeout_Timer(); };
+}
+
+void frmMain::Form_Load() {
+    gate_.Run(CommandGate::Kind::Ordinary, [this] {
+        Trapped(*program_.AppLog, MainFormName, "Form_Load", OnError::LogAndShow, [&] {
+            window_.SetCaption(TitleAndVersion());
+            tree.AddFixedNodes();
+            tree.RefreshTreeView();
+            tree.RefreshFavMenu();
+
+            TreeView& nodes = controls.trvGames;
+            if (program_.LastGame < 1 || program_.LastGame > nodes.Count())
+                program_.LastGame = 1;
+            const std::string selected = nodes.At(program_.LastGame).key;
+            nodes.Select(selected);
+            nodes.Node(selected).expanded = true;
+            RefreshInterface();
+            tree.trvGames_NodeClick(selected);
+            servers.lvwServers_Click();
+
+            RestoreSort();
+            if (program_.LastServer >= 1 && program_.LastServer <= controls.lvwServers.RowCount()) {
+                controls.lvwServers.SelectOnly(program_.LastServer);
+                controls.lvwServers.EnsureVisible(program_.LastServer);
+            }
+            program_.AppLog->Log(MainFormName, "Form_Load", 0, "Form loaded");
+        });
+    });
+}
+
+// A click on a column reverses the order, so the inverse of the stored order goes first.
+void frmMain::RestoreSort() {
+    controls.lvwServers.sortOrder =
+        program_.LastSortOrder != 0 ? SortOrder::Ascending : SortOrder::Descending;
+    servers.lvwServers_ColumnClick(program_.LastSortColumn);
+}
+
+void frmMain::Form_Activate() {
+    if (activated_)
+        return;
+    activated_ = true;
+    Trapped(*program_.AppLog, MainFormName, "Form_Activate", OnError::LogAndShow, [&] {
+        if (program_.WinState == static_cast<std::int32_t>(WindowState::Minimized) ||
+            program_.WinState == static_cast<std::int32_t>(WindowState::Maximized)) {
+            window_.SetState(static_cast<WindowState>(program_.WinState));
+        } else if (program_.RemWinPos == 1) {
+            window_.SetBounds({program_.WinLeft, program_.WinTop, program_.WinWidth, program_.WinHeight});
+        } else {
+            const TwipsSize screen = window_.ScreenSize();
+            TwipsRect bounds = window_.Bounds();
+            bounds.left = screen.width / 2 - bounds.width / 2;
+            bounds.top = screen.height / 2 - bounds.height / 2;
+            window_.SetBounds(bounds);
+        }
+        PlaceInStatusPanel(controls.pbScanning, controls.sbMain, ProgressPanel);
+        if (controls.trvGames.Children("games").empty())
+            program_.AppLog->ErrorMessage(
+                "Quarn has detected that no game has been set up yet.\r\n"
+                "Therefore, the game setup menu will be opened now, please set up\r\n"
+                "the games to your liking.");
+    });
+}
+
+void frmMain::Form_Resize() {
+    if (window_.State() == WindowState::Minimized)
+        return;
+    if (program_.MinToTray != 0)
+        window_.SetCaption(TitleAndVersion());
+    controls.layout = LayOut(window_.InnerSize(), controls.tbMain.height);
+    PlaceInStatusPanel(controls.pbScanning, controls.sbMain, ProgressPanel);
+}
+
+void frmMain::RefreshInterface() {
+    window_.SetTopMost(program_.KeepOnTop == 1);
+    scan.ApplyTimeout();
+}
+
+void frmMain::Unload() {
+    gate_.Close([this] { Form_Unload(true); });
+}
+
+void frmMain::EndSession() {
+    gate_.CloseAtOnce([this] { Form_Unload(false); });
+}
+
+void frmMain::Form_Unload(bool askForReport) {
+    Trapped(*program_.AppLog, MainFormName, "Form_Unload", OnError::LogAndShow, [&] {
+        if (askForReport)
+            program_.AppLog->HandleAppErrors();
+        program_.IPLocation->DestroyDatabase();
+        tree.RecordSelection();
+        StoreWindowPosition();
+        SaveSettings(program_, desktop_);
+        program_.AppLog->Log(MainFormName, "Form_Unload", 0, "Application terminated normally", false, false,
+                             true);
+    });
+    window_.Destroy();
+}
+
+void frmMain::StoreWindowPosition() {
+    const WindowState state = window_.State();
+    program_.WinState = static_cast<std::int32_t>(state);
+    if (state != WindowState::Normal)
+        return;
+    const TwipsRect bounds = window_.Bounds();
+    program_.WinTop = bounds.top;
+    program_.WinLeft = bounds.left;
+    program_.WinHeight = bounds.height;
+    program_.WinWidth = bounds.width;
+}
+
+void frmMain::tbMain_ButtonClick(std::string_view key) {
+    if (key == "querymaster")
+        master.mnuServerListGet_Click();
+    else if (key == "refreshall")
+        scan.mnuServRefreshAll_Click();
+    else if (key == "refresh")
+        scan.mnuServRefresh_Click();
+    else if (key == "stop")
+        scan.Stop();
+    else if (key == "favorites")
+        window_.PopUp(PopupMenu::AddToFavorites);
+}
+
+} // namespace quarn
