@@ -1,6 +1,7 @@
 #include "views/ServerListFiles.h"
 
 #include "core/Conversions.h"
+#include "core/LineReader.h"
 #include "core/modCommonSubs.h"
 #include "core/modStringHelper.h"
 #include "support/Trap.h"
@@ -35,31 +36,6 @@ constexpr std::size_t RequiredFields = LastVisit;
 
 // The shortest entry: its separators and a line end.
 constexpr std::size_t ShortestLine = RequiredFields;
-
-// Walks a text line by line; a line ends at CR LF, or at a lone LF or CR.
-class LineReader {
-  public:
-    explicit LineReader(std::string_view text) : rest_(text) {}
-
-    // Error 62 at the end of the text.
-    std::string_view Next() {
-        if (rest_.empty())
-            throw RunTimeError(ErrorNumber::InputPastEndOfFile);
-        const std::size_t end = rest_.find_first_of("\r\n");
-        const std::string_view line = rest_.substr(0, end);
-        rest_.remove_prefix(line.size());
-        if (rest_.substr(0, 2) == "\r\n")
-            rest_.remove_prefix(2);
-        else if (!rest_.empty())
-            rest_.remove_prefix(1);
-        return line;
-    }
-
-    std::size_t Remaining() const noexcept { return rest_.size(); }
-
-  private:
-    std::string_view rest_;
-};
 
 ServerRecord ParseEntry(std::string_view line) {
     const std::vector<std::string_view> fields = Split(line, ';');
@@ -141,16 +117,16 @@ void ServerListFiles::LoadServerList(const std::string& listName) {
 // between finds rows and records that belong together.
 OneBased<ServerRecord> ServerListFiles::ReadList(const std::string& content) {
     LineReader lines(content);
-    const std::int32_t count = ToLong(lines.Next());
+    const std::int32_t count = ToLong(lines.ReadLine());
     program_.ServerCount = count;
     if (count > MaxServers)
         throw RunTimeError(ErrorNumber::OutOfMemory);
-    if (count < 0 || static_cast<std::size_t>(count) * ShortestLine > lines.Remaining() + 1)
+    if (count < 0 || static_cast<std::size_t>(count) * ShortestLine > lines.Rest().size() + 1)
         throw RunTimeError(ErrorNumber::InputPastEndOfFile);
 
     OneBased<ServerRecord> list(count);
     for (std::int32_t i = 1; i <= count; ++i) {
-        list[i] = ParseEntry(lines.Next());
+        list[i] = ParseEntry(lines.ReadLine());
         gate_.Yield();
     }
     return list;
