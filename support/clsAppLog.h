@@ -41,9 +41,8 @@ class clsAppLog {
     std::string GetOSVersion() const noexcept;
 
   private:
-    void EmailError(const std::string& recipient, const std::string& subject,
-                    const std::string& body) noexcept;
-    void WriteLogEntry(const std::string& line, bool overwrite) noexcept;
+    void EmailError(const std::string& recipient, const std::string& subject, const std::string& body);
+    void WriteLogEntry(const std::string& line, bool overwrite);
     void SendReport();
     std::string GetIEVersion() const noexcept;
     std::string GetDirectXVersion() const noexcept;

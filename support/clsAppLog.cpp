@@ -1,0 +1,198 @@
+#include "support/clsAppLog.h"
+
+#include "core/Version.h"
+#include "support/MailLink.h"
+#include "support/Trap.h"
+
+#include <cstdio>
+
+namespace quarn {
+
+namespace {
+
+constexpr const char* LineEnd = "\r\n";
+
+// Marks a box of ours as open for as long as it lives.
+class OpenBox {
+  public:
+    explicit OpenBox(bool& open) : open_(open) { open_ = true; }
+    ~OpenBox() { open_ = false; }
+    OpenBox(const OpenBox&) = delete;
+    OpenBox& operator=(const OpenBox&) = delete;
+
+  private:
+    bool& open_;
+};
+
+// A system fact that cannot be had leaves its item of the report empty.
+template<class Getter>
+std::string ItemOf(Getter&& getter) noexcept {
+    try {
+        return getter();
+    } catch (...) {
+        return {};
+    }
+}
+
+std::string EntryLine(std::string_view module, std::string_view routine, const LocalTime& now,
+                      std::int32_t number, std::string_view description) {
+    char milliseconds[16];
+    std::snprintf(milliseconds, sizeof milliseconds, ".%03d", now.milliseconds);
+    std::string line(module);
+    line.append(";").append(routine).append(";").append(LogDateText(now.time)).append(milliseconds);
+    line.append(";").append(std::to_string(number)).append(";").append(description);
+    return line;
+}
+
+std::string MessageOf(std::string_view module, std::string_view routine, std::int32_t number,
+                      std::string_view description) {
+    std::string text = "A error has occurred in ";
+    text.append(module).append(" in ").append(routine).append(LineEnd);
+    text.append("Error #").append(std::to_string(number)).append(": ").append(description);
+    text.append(LineEnd).append(LineEnd);
+    text.append("Please close the program. You will then get the possibility to send an error report to the "
+                "developer.");
+    text.append(LineEnd);
+    text.append("Alternatively, you can also check the file ").append(ApplicationTitle);
+    return text.append(".log for details.");
+}
+
+std::string FaultText(const char* routine) {
+    return "Error number " + std::to_string(CurrentError().number) + " in class AppLog, Sub " + routine;
+}
+
+std::string VersionNumber(const DllVersion& version) {
+    return std::to_string(version.major) + "." + std::to_string(version.minor) + "." +
+           std::to_string(version.build);
+}
+
+// A memory size in mebibytes, counted up: what is there in part counts, and no size reads 0.
+std::string Mebibytes(std::uint64_t bytes) {
+    return std::to_string(bytes / 1048576 + 1);
+}
+
+} // namespace
+
+clsAppLog::clsAppLog(Desktop& desktop, const std::string& applicationFolder)
+    : desktop_(desktop), logFilename_(applicationFolder + ApplicationTitle + ".log") {}
+
+void clsAppLog::Log(std::string_view ModuleName, std::string_view RoutineName, std::int32_t ErrNumber,
+                    std::string_view Description, bool DisplayMessage, bool SendEmail,
+                    bool OverwriteLog) noexcept {
+    try {
+        if (ErrNumber > 0)
+            ++errorCount_;
+        const std::string line =
+            EntryLine(ModuleName, RoutineName, desktop_.clock.Now(), ErrNumber, Description);
+        history_ += line + LineEnd;
+        WriteLogEntry(line, OverwriteLog);
+        if (DisplayMessage)
+            ErrorMessage(MessageOf(ModuleName, RoutineName, ErrNumber, Description));
+        if (SendEmail)
+            SendReport();
+    } catch (...) {
+        // Only memory can have run out here; there is nobody left to tell.
+    }
+}
+
+void clsAppLog::ErrorMessage(const std::string& ErrorText) noexcept {
+    if (messageOpen_)
+        return;
+    try {
+        const OpenBox open(messageOpen_);
+        desktop_.prompts.ShowError(ErrorText, std::string(ApplicationTitle) + " - Error");
+    } catch (...) {
+        // A message that cannot be shown is in the log already.
+    }
+}
+
+void clsAppLog::HandleAppErrors() noexcept {
+    if (errorCount_ == 0)
+        return;
+    bool report = false;
+    try {
+        const OpenBox open(messageOpen_);
+        report = desktop_.prompts.AskYesNo(
+            std::string(ApplicationTitle) + " generated " + std::to_string(errorCount_) +
+                " error(s) during runtime. A log has been created." + LineEnd +
+                "Would you like to send an error report to the application developer?",
+            "Send error log?");
+    } catch (...) {
+        // No answer is a No.
+    }
+    if (report)
+        Log("clsAppLog", "HandleAppErrors", 0, "Generating error report", false, true, false);
+}
+
+void clsAppLog::WriteLogEntry(const std::string& line, bool overwrite) {
+    try {
+        if (overwrite)
+            desktop_.files.Write(logFilename_, line + LineEnd);
+        else
+            desktop_.files.Append(logFilename_, line + LineEnd);
+    } catch (...) {
+        ErrorMessage(FaultText("WriteLogEntry"));
+    }
+}
+
+void clsAppLog::SendReport() {
+    const std::string time = LogDateText(desktop_.clock.Now().time);
+    std::string body = "User comments: ";
+    body.append(LineEnd).append(LineEnd);
+    const auto addItem = [&](const char* name, const std::string& value) {
+        body.append(name).append(": ").append(value).append(LineEnd);
+    };
+    addItem("Time", time);
+    addItem("OS Version", GetOSVersion());
+    addItem("IE Version", GetIEVersion());
+    addItem("DirectX Version", GetDirectXVersion());
+    addItem("OS Language", GetOSLanguage());
+    addItem("Memory", GetMemory());
+    body.append(LineEnd).append("Log:").append(LineEnd).append(history_);
+
+    EmailError(NotifyEmailAddress, std::string("Error log from ") + ApplicationTitle + " " + VersionText,
+               body);
+}
+
+void clsAppLog::EmailError(const std::string& recipient, const std::string& subject,
+                           const std::string& body) {
+    try {
+        Shell::Request request;
+        request.verb = "Open";
+        request.file = MailLink(recipient, subject, body);
+        request.ownedByWindow = false;
+        desktop_.shell.Open(request);
+    } catch (...) {
+        ErrorMessage(FaultText("EmailError"));
+    }
+}
+
+std::string clsAppLog::GetOSVersion() const noexcept {
+    return ItemOf([&] {
+        const OsVersion version = desktop_.system.WindowsVersion();
+        const std::string servicePack = version.servicePack.substr(0, version.servicePack.find('\0'));
+        return VersionNumber(version.number) + " " + servicePack;
+    });
+}
+
+std::string clsAppLog::GetIEVersion() const noexcept {
+    return ItemOf([&] { return VersionNumber(desktop_.system.ShellLightWeightVersion()); });
+}
+
+std::string clsAppLog::GetDirectXVersion() const noexcept {
+    return ItemOf([&] { return desktop_.system.DirectXVersion(); });
+}
+
+std::string clsAppLog::GetOSLanguage() const noexcept {
+    return ItemOf([&] { return desktop_.system.LanguageName(); });
+}
+
+std::string clsAppLog::GetMemory() const noexcept {
+    return ItemOf([&] {
+        const MemoryStatus memory = desktop_.system.Memory();
+        return Mebibytes(memory.availablePhysical) + "/" + Mebibytes(memory.totalPhysical) + " physical, " +
+               Mebibytes(memory.availableVirtual) + "/" + Mebibytes(memory.totalVirtual) + " virtual";
+    });
+}
+
+} // namespace quarn
