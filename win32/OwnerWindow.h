@@ -1,0 +1,26 @@
+#pragma once
+
+#include "win32/WindowsHeaders.h"
+
+namespace quarn {
+
+// The main window, for the services that show something in its name or speak for it. It exists later and ends
+// earlier than they do: no window is an ordinary state.
+class OwnerWindow {
+  public:
+    HWND Main() const noexcept { return main_; }
+    void SetMain(HWND window) noexcept { main_ = window; }
+
+    // What a new box has to be owned by: the dialog or box that is open on top of the main window, else the
+    // main window. So the one below stays disabled while the new one is open.
+    HWND ForBox() const noexcept { return main_ != nullptr ? GetLastActivePopup(main_) : nullptr; }
+
+    bool IsTopMost() const noexcept {
+        return main_ != nullptr && (GetWindowLongPtrA(main_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+    }
+
+  private:
+    HWND main_ = nullptr;
+};
+
+} // namespace quarn

@@ -1,0 +1,184 @@
+#include "win32/UdpSocketWin.h"
+
+#include "win32/SystemError.h"
+
+#include <utility>
+#include <ws2tcpip.h>
+
+namespace quarn {
+
+namespace {
+
+// More than any datagram holds, so that none is cut.
+constexpr std::size_t BufferBytes = 65535;
+
+// A master server sends its whole list at once, while this thread may be busy listing.
+constexpr int SystemBufferBytes = 1 << 20;
+
+// A query is up to three datagrams.
+constexpr std::size_t MostWaiting = 8;
+
+// Reports that the host refused stand in front of the next datagram, one for each that was sent.
+constexpr int MostRefusals = 16;
+
+bool MeansNoAnswer(int error) noexcept {
+    switch (error) {
+    case WSAECONNRESET:
+    case WSAECONNREFUSED:
+    case WSAENETRESET:
+    case WSAEHOSTUNREACH:
+    case WSAENETUNREACH:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+UdpSocketWin::UdpSocketWin()
+    : buffer_(BufferBytes),
+      lookUp_([this](int error, in_addr address) { OnResolved(error, address); }),
+      window_([this](UINT message, WPARAM, LPARAM) { OnSocketMessage(message); }) {}
+
+UdpSocketWin::~UdpSocketWin() = default;
+
+UdpSocket::State UdpSocketWin::CurrentState() const {
+    if (lookUp_.Underway())
+        return State::ResolvingHost;
+    return socket_ ? State::Open : State::Closed;
+}
+
+void UdpSocketWin::SendData(std::string_view datagram) {
+    RemoteEnd wanted{RemoteHost, RemotePort};
+    if (wanted.host.empty() || wanted.port < 1 || wanted.port > 65535)
+        return;
+    if (wanted != remote_)
+        Close();
+    remote_ = std::move(wanted);
+
+    in_addr address;
+    if (socket_) {
+        Transmit(datagram);
+    } else if (inet_pton(AF_INET, remote_.host.c_str(), &address) == 1) {
+        if (Connect(address))
+            Transmit(datagram);
+    } else {
+        if (waitingForAddress_.size() == MostWaiting)
+            waitingForAddress_.erase(waitingForAddress_.begin());
+        waitingForAddress_.emplace_back(datagram);
+        if (!lookUp_.Underway()) {
+            if (const int error = lookUp_.Start(remote_.host); error != 0)
+                Fail(error);
+        }
+    }
+}
+
+std::optional<std::string> UdpSocketWin::GetData() {
+    return announced_ ? std::exchange(announced_, std::nullopt) : Receive();
+}
+
+void UdpSocketWin::Close() {
+    lookUp_.Cancel();
+    waitingForAddress_.clear();
+    announced_.reset();
+    socketMessage_ = 0;
+    socket_.Reset();
+}
+
+void UdpSocketWin::OnSocketMessage(UINT message) {
+    if (message != socketMessage_)
+        return;
+    std::optional<std::string> datagram = Receive();
+    if (!datagram || !DataArrival)
+        return;
+
+    // A handler that lets events run may meet the next datagram before it has taken its own.
+    class Announcement {
+      public:
+        Announcement(UdpSocketWin& socket, std::optional<std::string> announced)
+            : socket_(socket),
+              generation_(socket.socketMessage_),
+              outer_(std::exchange(socket.announced_, std::move(announced))) {}
+        Announcement(const Announcement&) = delete;
+        Announcement& operator=(const Announcement&) = delete;
+        ~Announcement() {
+            if (socket_.socketMessage_ == generation_)
+                socket_.announced_ = std::move(outer_);
+        }
+
+      private:
+        UdpSocketWin& socket_;
+        UINT generation_;
+        std::optional<std::string> outer_;
+    };
+    const auto bytes = static_cast<std::int32_t>(datagram->size());
+    const Announcement announcement(*this, std::move(datagram));
+    DataArrival(bytes);
+}
+
+void UdpSocketWin::OnResolved(int error, in_addr address) {
+    if (error != 0) {
+        Fail(error);
+        return;
+    }
+    const std::vector<std::string> waiting = std::exchange(waitingForAddress_, {});
+    if (!Connect(address))
+        return;
+    for (const std::string& datagram : waiting)
+        Transmit(datagram);
+}
+
+bool UdpSocketWin::Connect(in_addr address) {
+    SocketHandle opened(socket(AF_INET, SOCK_DGRAM, IPPROTO_UDP));
+    setsockopt(opened.Get(), SOL_SOCKET, SO_RCVBUF, reinterpret_cast<const char*>(&SystemBufferBytes),
+               sizeof SystemBufferBytes);
+
+    sockaddr_in end{};
+    end.sin_family = AF_INET;
+    end.sin_port = htons(static_cast<u_short>(remote_.port));
+    end.sin_addr = address;
+    const UINT message = window_.NextMessage();
+    if (!opened || connect(opened.Get(), reinterpret_cast<const sockaddr*>(&end), sizeof end) != 0 ||
+        WSAAsyncSelect(opened.Get(), window_.Handle(), message, FD_READ | FD_CLOSE) != 0) {
+        Fail(WSAGetLastError());
+        return false;
+    }
+    socket_ = std::move(opened);
+    socketMessage_ = message;
+    return true;
+}
+
+void UdpSocketWin::Transmit(std::string_view datagram) {
+    // Closed by a handler of SendFailed while several were to be sent: then there is nothing to send by.
+    if (!socket_)
+        return;
+    const auto once = [&] {
+        const int sent = send(socket_.Get(), datagram.data(), static_cast<int>(datagram.size()), 0);
+        return sent == SOCKET_ERROR ? WSAGetLastError() : 0;
+    };
+    // The host's refusal of an earlier datagram shows here, too; this one has not been sent then.
+    int error = once();
+    for (int i = 0; i < MostRefusals && MeansNoAnswer(error); ++i)
+        error = once();
+    if (error != 0)
+        Fail(error);
+}
+
+std::optional<std::string> UdpSocketWin::Receive() {
+    for (int i = 0; socket_ && i <= MostRefusals; ++i) {
+        const int length = recv(socket_.Get(), buffer_.data(), static_cast<int>(buffer_.size()), 0);
+        if (length != SOCKET_ERROR)
+            return std::string(buffer_.data(), length);
+        if (!MeansNoAnswer(WSAGetLastError()))
+            break;
+    }
+    return std::nullopt;
+}
+
+void UdpSocketWin::Fail(int error) {
+    if (SendFailed && !MeansNoAnswer(error))
+        SendFailed(remote_.host + ":" + std::to_string(remote_.port) + ": " + SystemErrorText(error));
+}
+
+} // namespace quarn

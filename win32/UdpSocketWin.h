@@ -1,0 +1,62 @@
+#pragma once
+
+// The UDP socket on Winsock 2: asynchronous by messages to a window of its own, so it lives and calls back on
+// the thread that made it, from that thread's message loop. The handlers may send, read and close; they must
+// not destroy the socket.
+//
+// A message can outlive the socket it is about, and the next socket likes to get the same number. So every
+// opening posts under a message number of its own, and what comes under another one is stale.
+
+#include "controls/UdpSocket.h"
+#include "win32/NameLookUp.h"
+
+#include <vector>
+
+namespace quarn {
+
+class UdpSocketWin final : public UdpSocket {
+  public:
+    UdpSocketWin();
+    UdpSocketWin(const UdpSocketWin&) = delete;
+    UdpSocketWin& operator=(const UdpSocketWin&) = delete;
+    ~UdpSocketWin() override;
+
+    State CurrentState() const override;
+
+    // A remote end other than the last one closes the socket and opens it anew. While a name is being
+    // resolved the last few datagrams wait.
+    void SendData(std::string_view datagram) override;
+
+    // Inside DataArrival the datagram announced; a handler that does not take it loses it. Otherwise what
+    // the socket has received and not announced yet.
+    std::optional<std::string> GetData() override;
+
+    // Closed at once; what is underway in either direction is dropped.
+    void Close() override;
+
+  private:
+    struct RemoteEnd {
+        std::string host;
+        std::int32_t port = 0;
+        bool operator==(const RemoteEnd&) const = default;
+    };
+
+    void OnSocketMessage(UINT message);
+    void OnResolved(int error, in_addr address);
+    bool Connect(in_addr address);
+    void Transmit(std::string_view datagram);
+    std::optional<std::string> Receive();
+    void Fail(int error);
+
+    WinsockSession winsock_{2, 2};
+    RemoteEnd remote_; // what the socket is connected to, or what is being resolved
+    SocketHandle socket_;
+    UINT socketMessage_ = 0; // 0: closed
+    std::vector<std::string> waitingForAddress_;
+    std::optional<std::string> announced_; // by the DataArrival that is being handled
+    std::vector<char> buffer_;
+    NameLookUp lookUp_;
+    MessageWindow window_;
+};
+
+} // namespace quarn

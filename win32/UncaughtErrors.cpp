@@ -1,0 +1,30 @@
+#include "win32/UncaughtErrors.h"
+
+#include <utility>
+
+namespace quarn {
+
+namespace {
+
+UncaughtErrorReporter& Reporter() noexcept {
+    static UncaughtErrorReporter reporter;
+    return reporter;
+}
+
+} // namespace
+
+void SetUncaughtErrorReporter(UncaughtErrorReporter reporter) noexcept {
+    Reporter() = std::move(reporter);
+}
+
+void ReportUncaughtError(std::string_view where) noexcept {
+    try {
+        if (Reporter())
+            Reporter()(where);
+    } catch (...) {
+        // The reporter itself failed: there is nobody left to tell.
+        return;
+    }
+}
+
+} // namespace quarn

@@ -1,0 +1,52 @@
+#pragma once
+
+// The one message loop of the program: the main loop and every wait inside a handler take their messages
+// here, so that each message meets the same accelerators and dialogs. For the user-interface thread.
+//
+// When a wait inside a handler meets the end of the program (WM_QUIT), it puts it back and takes no more
+// messages; QuitReceived tells those that wait in a loop to give up, and the loops further out find the
+// message in their turn.
+
+#include "desktop/EventPump.h"
+#include "win32/WindowsHeaders.h"
+
+#include <cstdint>
+#include <functional>
+
+namespace quarn {
+
+class EventPumpWin final : public EventPump {
+  public:
+    EventPumpWin() noexcept;
+
+    // Brings the windows up to date with the models; called before the pump waits or lets events run. Must
+    // not throw.
+    std::function<void()> beforeWait;
+
+    // True when the message was dealt with (accelerator, dialog key) and must not be dispatched. Must not
+    // throw.
+    std::function<bool(MSG&)> preTranslate;
+
+    // Runs until the program ends; returns its exit code.
+    int Run();
+
+    // Returns at once when events ran less than 10 ms ago. A flood of events is left to the next call.
+    void DoEvents() override;
+
+    // Returns at once, with nothing run, after WM_QUIT.
+    void WaitForEvent() override;
+
+    bool QuitReceived() const noexcept { return quit_; }
+
+  private:
+    void UpdateWindows();
+
+    // Runs the next message; false when there is none or the program ends.
+    bool RunNext();
+
+    bool quit_ = false;
+    int exitCode_ = 0;
+    std::int64_t eventsRanAt_; // microseconds of the performance counter
+};
+
+} // namespace quarn

@@ -1,0 +1,109 @@
+#include "win32/desktop/LocaleTextWin.h"
+
+#include "core/RunTimeError.h"
+#include "win32/Handles.h"
+#include "win32/SystemError.h"
+
+#include <cmath>
+
+namespace quarn {
+
+namespace {
+
+constexpr std::int64_t SecondsPerDay = 86400;
+
+std::wstring Widened(const std::string& text) {
+    const int length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0'); // one byte never makes more than one character
+    wide.resize(MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length));
+    return wide;
+}
+
+std::string Narrowed(BSTR wide) {
+    const int length = static_cast<int>(SysStringLen(wide));
+    std::string text(WideCharToMultiByte(CP_ACP, 0, wide, length, nullptr, 0, nullptr, nullptr), '\0');
+    WideCharToMultiByte(CP_ACP, 0, wide, length, text.data(), static_cast<int>(text.size()), nullptr,
+                        nullptr);
+    return text;
+}
+
+void Require(HRESULT result) {
+    if (SUCCEEDED(result))
+        return;
+    if (result == DISP_E_OVERFLOW)
+        throw RunTimeError(ErrorNumber::Overflow);
+    if (result == E_OUTOFMEMORY)
+        throw RunTimeError(ErrorNumber::OutOfMemory);
+    throw RunTimeError(ErrorNumber::TypeMismatch);
+}
+
+// An automation date counts days; its fraction is the time of day, counted forwards also on the days before
+// the zero date: -1.25 is six o'clock on 1899-12-29.
+double ToAutomation(DateTime date) noexcept {
+    std::int64_t days = date.seconds / SecondsPerDay;
+    std::int64_t time = date.seconds % SecondsPerDay;
+    if (time < 0) {
+        --days;
+        time += SecondsPerDay;
+    }
+    const double fraction = static_cast<double>(time) / static_cast<double>(SecondsPerDay);
+    return static_cast<double>(days) + (days < 0 ? -fraction : fraction);
+}
+
+DateTime FromAutomation(double date) noexcept {
+    const double days = std::trunc(date);
+    const double time = std::abs(date - days) * static_cast<double>(SecondsPerDay);
+    return {std::llround(days) * SecondsPerDay + std::llround(time)};
+}
+
+// What the general date form leaves out: the date of the zero day, the time at midnight.
+ULONG PartsShown(DateTime date) noexcept {
+    if (date.seconds >= 0 && date.seconds < SecondsPerDay)
+        return VAR_TIMEVALUEONLY;
+    return date.seconds % SecondsPerDay == 0 ? VAR_DATEVALUEONLY : 0;
+}
+
+} // namespace
+
+bool LocaleTextWin::IsNumeric(const std::string& text) const {
+    double ignored;
+    return SUCCEEDED(VarR8FromStr(Widened(text).data(), LOCALE_USER_DEFAULT, 0, &ignored));
+}
+
+double LocaleTextWin::ToDouble(const std::string& text) const {
+    double number = 0;
+    Require(VarR8FromStr(Widened(text).data(), LOCALE_USER_DEFAULT, 0, &number));
+    return number;
+}
+
+std::int32_t LocaleTextWin::ToLong(const std::string& text) const {
+    LONG number = 0;
+    Require(VarI4FromStr(Widened(text).data(), LOCALE_USER_DEFAULT, 0, &number));
+    return number;
+}
+
+std::string LocaleTextWin::FromDate(DateTime date) const {
+    AutomationText text;
+    Require(VarBstrFromDate(ToAutomation(date), LOCALE_USER_DEFAULT, PartsShown(date), text.Receive()));
+    return Narrowed(text.Get());
+}
+
+DateTime LocaleTextWin::ToDate(const std::string& text) const {
+    DATE date = 0;
+    Require(VarDateFromStr(Widened(text).data(), LOCALE_USER_DEFAULT, 0, &date));
+    return FromAutomation(date);
+}
+
+std::string LocaleTextWin::SortKey(const std::string& text) const {
+    if (text.empty())
+        return {}; // the call takes no empty text; an empty key sorts before all others
+    constexpr DWORD Flags = LCMAP_SORTKEY | NORM_IGNORECASE;
+    const int length = static_cast<int>(text.size());
+    const int needed = LCMapStringA(LOCALE_USER_DEFAULT, Flags, text.data(), length, nullptr, 0);
+    std::string key(needed, '\0');
+    if (needed == 0 || LCMapStringA(LOCALE_USER_DEFAULT, Flags, text.data(), length, key.data(), needed) == 0)
+        ThrowLastError();
+    return key;
+}
+
+} // namespace quarn

@@ -1,0 +1,58 @@
+#include "win32/desktop/PeerProgramsWin.h"
+
+#include "core/RunTimeError.h"
+#include "win32/WindowsHeaders.h"
+#include "win32/desktop/FilesWin.h"
+
+#include <vector>
+
+namespace quarn {
+
+namespace {
+
+constexpr UINT PatienceMilliseconds = 3000;
+
+bool HasTitle(HWND window, const std::string& title) {
+    std::string found(title.size() + 2, '\0'); // room for one character too many and the NUL
+    found.resize(GetWindowTextA(window, found.data(), static_cast<int>(found.size())));
+    return found == title;
+}
+
+// The system's own search does not tell capital letters from small ones.
+HWND TopLevelWindow(const std::string& title) {
+    HWND window = nullptr;
+    do {
+        window = FindWindowExA(nullptr, window, nullptr, title.c_str());
+    } while (window != nullptr && !HasTitle(window, title));
+    return window;
+}
+
+} // namespace
+
+void PeerProgramsWin::SendCopyDataTo(const std::string& windowTitle, std::uint32_t identifier,
+                                     std::string_view payload) {
+    const HWND window = TopLevelWindow(windowTitle);
+    if (window == nullptr)
+        return;
+    std::vector<char> bytes(payload.begin(), payload.end());
+    COPYDATASTRUCT record{identifier, static_cast<DWORD>(bytes.size()), bytes.data()};
+    SendMessageTimeoutA(window, WM_COPYDATA, reinterpret_cast<WPARAM>(owner_.Main()),
+                        reinterpret_cast<LPARAM>(&record), SMTO_ABORTIFHUNG, PatienceMilliseconds, nullptr);
+}
+
+FileVersion PeerProgramsWin::VersionOf(const std::string& path) const {
+    if (!FilesWin().IsFile(path))
+        throw RunTimeError(ErrorNumber::FileNotFound);
+    DWORD ignored = 0;
+    std::vector<char> resource(GetFileVersionInfoSizeA(path.c_str(), &ignored));
+    void* found = nullptr;
+    UINT size = 0;
+    if (resource.empty() ||
+        !GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(resource.size()), resource.data()) ||
+        !VerQueryValueA(resource.data(), "\\", &found, &size) || size < sizeof(VS_FIXEDFILEINFO))
+        throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+    const auto& fixed = *static_cast<const VS_FIXEDFILEINFO*>(found);
+    return {HIWORD(fixed.dwFileVersionMS), LOWORD(fixed.dwFileVersionMS), HIWORD(fixed.dwFileVersionLS)};
+}
+
+} // namespace quarn

@@ -1,0 +1,30 @@
+#include "win32/desktop/ProfileFilesWin.h"
+
+#include "win32/FullPath.h"
+#include "win32/WindowsHeaders.h"
+
+#include <algorithm>
+
+namespace quarn {
+
+std::int32_t ProfileFilesWin::ReadInteger(const std::string& path, const std::string& section,
+                                          const std::string& key, std::int32_t missing) const {
+    return static_cast<std::int32_t>(
+        GetPrivateProfileIntA(section.c_str(), key.c_str(), missing, FullPath(path).c_str()));
+}
+
+std::string ProfileFilesWin::ReadText(const std::string& path, const std::string& section,
+                                      const std::string& key, std::size_t bufferSize) const {
+    std::string text(std::max<std::size_t>(bufferSize, 1), '\0');
+    text.resize(GetPrivateProfileStringA(section.c_str(), key.c_str(), "", text.data(),
+                                         static_cast<DWORD>(text.size()), FullPath(path).c_str()));
+    return text;
+}
+
+bool ProfileFilesWin::WriteText(const std::string& path, const std::string& section, const std::string& key,
+                                const std::string& value) {
+    return WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), FullPath(path).c_str()) !=
+           FALSE;
+}
+
+} // namespace quarn

@@ -1,0 +1,51 @@
+#pragma once
+
+// The system as the program asks for it: one real service for each interface of the desktop, made and ended
+// together, on the user-interface thread.
+
+#include "desktop/Desktop.h"
+#include "win32/ComApartment.h"
+#include "win32/OwnerWindow.h"
+#include "win32/desktop/ClockWin.h"
+#include "win32/desktop/EventPumpWin.h"
+#include "win32/desktop/FilesWin.h"
+#include "win32/desktop/HostNamesWin.h"
+#include "win32/desktop/LocaleTextWin.h"
+#include "win32/desktop/PeerProgramsWin.h"
+#include "win32/desktop/ProfileFilesWin.h"
+#include "win32/desktop/PromptsWin.h"
+#include "win32/desktop/ShellWin.h"
+#include "win32/desktop/SystemInformationWin.h"
+
+namespace quarn {
+
+class WindowsDesktop {
+  public:
+    WindowsDesktop();
+    WindowsDesktop(const WindowsDesktop&) = delete;
+    WindowsDesktop& operator=(const WindowsDesktop&) = delete;
+
+    Desktop& Interfaces() noexcept { return interfaces_; }
+    EventPumpWin& Events() noexcept { return events_; }
+    PromptsWin& Prompts() noexcept { return prompts_; }
+
+    // The main window once it exists, null when it is gone: it owns the boxes and speaks for the program.
+    void SetMainWindow(HWND window) noexcept { owner_.SetMain(window); }
+
+  private:
+    ComApartment apartment_; // the shell's calls may want it
+    OwnerWindow owner_;
+    ClockWin clock_;
+    EventPumpWin events_;
+    FilesWin files_;
+    HostNamesWin hosts_;
+    LocaleTextWin locale_;
+    PeerProgramsWin peers_;
+    ProfileFilesWin profiles_;
+    PromptsWin prompts_;
+    ShellWin shell_;
+    SystemInformationWin system_;
+    Desktop interfaces_;
+};
+
+} // namespace quarn

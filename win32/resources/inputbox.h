@@ -1,0 +1,3 @@
+/* Control ids of the input box. */
+#define IDC_INPUTBOX_PROMPT 1001
+#define IDC_INPUTBOX_TEXT 1002
