@@ -1,5 +1,7 @@
 #include "core/modXPCompat.h"
 
+#include "support/Trap.h"
+
 namespace quarn {
 
 namespace {
@@ -10,11 +12,8 @@ constexpr std::uint32_t ExtendedComboBoxClass = 0x200;
 } // namespace
 
 void InitCommonControlsVB(SystemInformation& system) noexcept {
-    try {
-        system.InitCommonControls(ControlsRecordSize, ExtendedComboBoxClass);
-    } catch (...) {
-        // Without the library's newer classes the controls still work in the classic style.
-    }
+    // Without the library's newer classes the controls still work, in the classic style.
+    Succeeds([&] { system.InitCommonControls(ControlsRecordSize, ExtendedComboBoxClass); });
 }
 
 } // namespace quarn

@@ -27,11 +27,9 @@ class OpenBox {
 // A system fact that cannot be had leaves its item of the report empty.
 template<class Getter>
 std::string ItemOf(Getter&& getter) noexcept {
-    try {
-        return getter();
-    } catch (...) {
-        return {};
-    }
+    std::string item;
+    Succeeds([&] { item = getter(); });
+    return item;
 }
 
 std::string EntryLine(std::string_view module, std::string_view routine, const LocalTime& now,
@@ -79,7 +77,8 @@ clsAppLog::clsAppLog(Desktop& desktop, const std::string& applicationFolder)
 void clsAppLog::Log(std::string_view ModuleName, std::string_view RoutineName, std::int32_t ErrNumber,
                     std::string_view Description, bool DisplayMessage, bool SendEmail,
                     bool OverwriteLog) noexcept {
-    try {
+    // What fails here is memory, and there is nobody left to tell.
+    Succeeds([&] {
         if (ErrNumber > 0)
             ++errorCount_;
         const std::string line =
@@ -90,36 +89,30 @@ void clsAppLog::Log(std::string_view ModuleName, std::string_view RoutineName, s
             ErrorMessage(MessageOf(ModuleName, RoutineName, ErrNumber, Description));
         if (SendEmail)
             SendReport();
-    } catch (...) {
-        // Only memory can have run out here; there is nobody left to tell.
-    }
+    });
 }
 
 void clsAppLog::ErrorMessage(const std::string& ErrorText) noexcept {
     if (messageOpen_)
         return;
-    try {
+    Succeeds([&] {
         const OpenBox open(messageOpen_);
         desktop_.prompts.ShowError(ErrorText, std::string(ApplicationTitle) + " - Error");
-    } catch (...) {
-        // A message that cannot be shown is in the log already.
-    }
+    });
 }
 
 void clsAppLog::HandleAppErrors() noexcept {
     if (errorCount_ == 0)
         return;
     bool report = false;
-    try {
+    Succeeds([&] {
         const OpenBox open(messageOpen_);
         report = desktop_.prompts.AskYesNo(
             std::string(ApplicationTitle) + " generated " + std::to_string(errorCount_) +
                 " error(s) during runtime. A log has been created." + LineEnd +
                 "Would you like to send an error report to the application developer?",
             "Send error log?");
-    } catch (...) {
-        // No answer is a No.
-    }
+    });
     if (report)
         Log("clsAppLog", "HandleAppErrors", 0, "Generating error report", false, true, false);
 }
