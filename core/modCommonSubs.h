@@ -20,7 +20,8 @@ namespace quarn {
 // the routine fails: logged, "" returned, text unchanged.
 std::string ExtractString(clsAppLog& log, std::string& text, std::string_view separator);
 
-// The first `count` characters. A text of `count` characters or fewer is deliberately left as it is.
+// The first `count` characters. A text of `count` characters or fewer is deliberately left as it is. Error 5
+// for a negative count.
 std::string TakeLeft(std::string& text, std::int32_t count);
 
 // Number of the game with this GameShort (exact comparison), 0 if there is none.
@@ -36,7 +37,7 @@ std::string DateToSeconds(DateTime date);
 DateTime SecondsToDate(double secondsSince1900);
 
 // The digits of major, minor and build one after another, as a number: 2, 1, 5 give 215. Errors (no file,
-// no version resource) are left to the caller.
+// no version resource, 6 for a number beyond 32 bits) are left to the caller.
 std::int32_t GetFileVersionNumber(const Desktop& desktop, const std::string& path);
 
 // Sends the text to the window of this title as a copy-data message, identifier 3. An empty title or text
