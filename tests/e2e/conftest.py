@@ -1,0 +1,65 @@
+"""Fixtures of the end-to-end tests. They need a display and a Wine prefix, which test.sh provides."""
+
+import os
+import zlib
+
+import pytest
+
+from harness.gamenet import Gamenet
+from harness.places import ROOT
+from harness.quarn import Quarn, fresh_folder
+
+
+def pytest_addoption(parser):
+    # Two checkouts tested at once must not want the same addresses, so each has a network of its own.
+    parser.addoption("--seed", type=int, default=zlib.crc32(bytes(ROOT)) % 10000, help="of the game network")
+
+
+def pytest_report_header(config):
+    return f"game network: --seed {config.getoption('--seed')}"
+
+
+def pytest_sessionstart():
+    if "WINEPREFIX" not in os.environ or "DISPLAY" not in os.environ:
+        pytest.exit("the end-to-end tests need Wine and a display: run ./test.sh", returncode=2)
+
+
+@pytest.fixture
+def gamenet(tmp_path, request):
+    """Starts a game network with the options given; by default the demonstration's 60 servers."""
+    running = []
+
+    def start(*options):
+        folder = tmp_path / f"gamenet{len(running)}"
+        folder.mkdir()
+        seed = request.config.getoption("--seed")
+        running.append(Gamenet(folder, "--seed", seed, "--master-port", 0, *options))
+        return running[-1]
+
+    yield start
+    for network in running:
+        network.__exit__(None, None, None)
+
+
+@pytest.fixture
+def folder(tmp_path):
+    """Copies the program's folder; with a game network, its games are the ones defined there."""
+
+    def copy(network=None):
+        return fresh_folder(tmp_path / "Quarn", network and network.games_ini)
+
+    return copy
+
+
+@pytest.fixture
+def start():
+    """Starts the program that lies in a folder."""
+    running = []
+
+    def start_in(folder):
+        running.append(Quarn(folder))
+        return running[-1]
+
+    yield start_in
+    for program in running:
+        program.__exit__(None, None, None)

@@ -1,0 +1,29 @@
+#pragma once
+
+// Sending to windows of another process: never for ever, and never silently in vain.
+
+#include <windows.h>
+
+#include <string>
+
+namespace quarn::uidrive {
+
+// Sends and waits for the answer; a window that does not answer in five seconds is a Failure.
+LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
+// Posts, so that a command that opens a dialog does not hold the driver.
+void Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
+std::string TextOf(HWND window);
+std::string ClassOf(HWND window);
+
+enum class Click { Left, LeftDouble, Right };
+
+// Presses and releases a mouse button at a point of the window's client area.
+void ClickAt(HWND window, POINT point, Click click);
+
+inline POINT Centre(const RECT& rect) {
+    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+}
+
+} // namespace quarn::uidrive

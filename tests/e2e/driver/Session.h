@@ -1,0 +1,67 @@
+#pragma once
+
+// One program under test and the window of it that commands go to. A session either starts the program, and
+// then ends it when the session ends before it, or attaches to one that runs.
+
+#include "tests/e2e/driver/Command.h"
+
+#include <windows.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quarn::uidrive {
+
+class Session {
+  public:
+    Session() = default;
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // Starts the program in its own folder.
+    void Start(const std::string& path);
+    // Takes the running process whose executable has this file name.
+    void Attach(const std::string& executable);
+
+    bool IsRunning() const;
+    // The exit code as soon as the process has ended; nothing if it has not within the time-out.
+    std::optional<DWORD> WaitForExit(std::chrono::milliseconds timeout) const;
+    void Kill();
+    HANDLE Process() const;
+    DWORD ProcessId() const;
+
+    // The program's top-level windows, the hidden ones too, front to back.
+    std::vector<HWND> TopLevelWindows() const;
+
+    // From now on commands go to the first visible top-level window whose title matches the pattern; an
+    // empty pattern means the main window again.
+    void Use(const std::string& titlePattern) { titlePattern_ = titlePattern; }
+
+    // The window in use: the one asked for, or the main window. Failure when there is none.
+    HWND Window() const;
+    // As Window, and a Failure unless a user could reach it now: a dialog in front disables it.
+    HWND EnabledWindow() const;
+    HWND MainWindow() const;
+
+    // A control of the window in use, by "#id", by "Class" or "Class:n" (the n-th of its class from 1), or
+    // by its caption.
+    HWND Control(const std::string& selector) const;
+    // As Control, and a Failure unless it is visible and enabled in a window that is.
+    HWND EnabledControl(const std::string& selector) const;
+
+    std::chrono::milliseconds timeout = std::chrono::seconds(15);
+
+  private:
+    HANDLE process_ = nullptr;
+    DWORD processId_ = 0;
+    bool started_ = false;
+    std::string titlePattern_;
+};
+
+// The children of a window at every depth, in the order of creation.
+std::vector<HWND> ControlsOf(HWND window);
+
+} // namespace quarn::uidrive

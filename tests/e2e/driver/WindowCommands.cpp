@@ -1,0 +1,119 @@
+// Top-level windows: which there are, which one commands go to, what it holds and where it stands.
+
+#include "tests/e2e/driver/Messages.h"
+#include "tests/e2e/driver/Session.h"
+#include "tests/e2e/driver/Words.h"
+
+namespace quarn::uidrive {
+
+namespace {
+
+std::string StateOf(HWND window) {
+    if (!IsWindowVisible(window))
+        return "hidden";
+    return IsWindowEnabled(window) ? "enabled" : "disabled";
+}
+
+Lines Windows(Session& session, const Words&) {
+    Lines lines;
+    for (const HWND window : session.TopLevelWindows()) {
+        if (IsWindowVisible(window))
+            lines.push_back(Escaped(TextOf(window)) + "\t" + ClassOf(window) + "\t" + StateOf(window));
+    }
+    return lines;
+}
+
+Lines IsOpen(Session& session, const Words& arguments) {
+    for (const HWND window : session.TopLevelWindows()) {
+        if (IsWindowVisible(window) && Matches(TextOf(window), arguments[0]))
+            return {"1"};
+    }
+    return {"0"};
+}
+
+Lines Use(Session& session, const Words& arguments) {
+    session.Use(arguments.empty() ? "" : arguments[0]);
+    session.Window();
+    return {};
+}
+
+Lines Title(Session& session, const Words&) {
+    return {Escaped(TextOf(session.Window()))};
+}
+
+Lines Controls(Session& session, const Words&) {
+    Lines lines;
+    for (const HWND control : ControlsOf(session.Window())) {
+        std::string id = "#";
+        id += std::to_string(GetDlgCtrlID(control));
+        lines.push_back(Joined({id, ClassOf(control), StateOf(control), Escaped(TextOf(control))}, "\t"));
+    }
+    return lines;
+}
+
+Lines State(Session& session, const Words&) {
+    const HWND window = session.Window();
+    if (!IsWindowVisible(window))
+        return {"hidden"};
+    if (IsIconic(window))
+        return {"minimized"};
+    return {IsZoomed(window) ? "maximized" : "normal"};
+}
+
+Lines Rectangle(Session& session, const Words& arguments) {
+    const HWND window = arguments.empty() ? session.Window() : session.Control(arguments[0]);
+    RECT rect;
+    GetWindowRect(window, &rect);
+    return {std::to_string(rect.left) + " " + std::to_string(rect.top) + " " +
+            std::to_string(rect.right - rect.left) + " " + std::to_string(rect.bottom - rect.top)};
+}
+
+Lines Move(Session& session, const Words& arguments) {
+    const auto pixels = [&](std::size_t n) { return static_cast<int>(ToNumber(arguments[n])); };
+    if (!SetWindowPos(session.Window(), nullptr, pixels(0), pixels(1), pixels(2), pixels(3),
+                      SWP_NOZORDER | SWP_NOACTIVATE))
+        throw Failure("the window cannot be moved");
+    return {};
+}
+
+Lines SystemCommand(Session& session, WPARAM command) {
+    Post(session.Window(), WM_SYSCOMMAND, command);
+    return {};
+}
+
+Lines Close(Session& session, const Words&) {
+    session.EnabledWindow();
+    return SystemCommand(session, SC_CLOSE);
+}
+Lines Minimize(Session& session, const Words&) {
+    return SystemCommand(session, SC_MINIMIZE);
+}
+Lines Maximize(Session& session, const Words&) {
+    return SystemCommand(session, SC_MAXIMIZE);
+}
+Lines Restore(Session& session, const Words&) {
+    return SystemCommand(session, SC_RESTORE);
+}
+
+} // namespace
+
+Commands WindowCommands() {
+    return {
+        {"windows", "", "lists the visible windows: title, class, enabled or disabled", 0, Windows},
+        {"is-open", "TITLE", "prints 1 when a visible window has that title, else 0", 1, IsOpen},
+        {"use", "[TITLE]", "sends what follows to the window of that title; without one, the main window", 0,
+         Use},
+        {"title", "", "prints the window's title", 0, Title},
+        {"controls", "", "lists the window's controls: id, class, state, text", 0, Controls},
+        {"state", "", "prints hidden, minimized, maximized or normal", 0, State},
+        {"rectangle", "[CONTROL]", "prints left, top, width and height in pixels of the screen", 0,
+         Rectangle},
+        {"move", "LEFT TOP WIDTH HEIGHT", "moves and sizes the window", 4, Move},
+        {"close", "", "closes the window, as its close button does", 0, Close},
+        {"minimize", "", "minimizes the window", 0, Minimize},
+        {"maximize", "", "maximizes the window", 0, Maximize},
+        {"restore", "", "brings the window back to its normal size", 0, Restore},
+    };
+}
+
+} // namespace quarn::uidrive

@@ -1,0 +1,101 @@
+"""Talks to uidrive.exe: one process for a whole test, one line a command."""
+
+import re
+import select
+import subprocess
+
+from .places import DRIVER, windows_path
+
+# The driver's own waits are shorter; only a driver that hangs takes this long.
+REPLY_SECONDS = 60
+
+
+class DriverError(Exception):
+    """The driver could not do what it was asked to; the text says why."""
+
+
+def unescape(text):
+    """The text behind the driver's escapes; each character stands for one byte."""
+    named = {"r": "\r", "n": "\n", "t": "\t", "\\": "\\"}
+
+    def character(match):
+        code = match.group(1)
+        return named[code] if code in named else chr(int(code[1:], 16))
+
+    return re.sub(r"\\(x[0-9a-f]{2}|[rnt\\])", character, text)
+
+
+def escape(text):
+    """The text as the driver writes it."""
+    named = {"\r": "\\r", "\n": "\\n", "\t": "\\t", "\\": "\\\\"}
+    return "".join(named.get(c) or (c if " " <= c <= "~" else f"\\x{ord(c):02x}") for c in str(text))
+
+
+def quoted(word):
+    text = str(word).replace("\\", "\\\\").replace('"', '\\"')
+    return f'"{text}"'.encode("latin-1")
+
+
+class Driver:
+    """A driver and the program it works on. Leaving the `with` block ends both."""
+
+    def __init__(self):
+        self._process = subprocess.Popen(
+            ["wine", str(DRIVER), "script"],
+            stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.DEVNULL,
+            bufsize=0,
+        )
+        self._received = b""
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._process.stdin.close()
+        try:
+            self._process.wait(REPLY_SECONDS)
+        finally:
+            self._process.kill()
+            self._process.stdout.close()
+
+    def __call__(self, *words):
+        """Runs a command and returns the lines of its output, still escaped."""
+        self._process.stdin.write(b" ".join(map(quoted, words)) + b"\n")
+        lines = []
+        while True:
+            line = self._next_line(words)
+            if line == "ok":
+                return lines
+            if line.startswith("failed: "):
+                raise DriverError(unescape(line.removeprefix("failed: ")))
+            lines.append(line[1:])
+
+    def text(self, *words):
+        """The one line that a command prints, as it reads on the screen."""
+        return unescape("\n".join(self(*words)))
+
+    def table(self, *words):
+        """The lines that a command prints, each split into its cells."""
+        return [[unescape(cell) for cell in line.split("\t")] for line in self(*words)]
+
+    def wait(self, pattern, *words):
+        """Repeats a command until its output matches the pattern, in which * stands for any text."""
+        return self("wait", escape(pattern), *words)
+
+    def start(self, path):
+        self("start", windows_path(path))
+
+    def exit_code(self):
+        return int(self.text("exit-code"))
+
+    def _next_line(self, words):
+        while b"\n" not in self._received:
+            ready, _, _ = select.select([self._process.stdout], [], [], REPLY_SECONDS)
+            piece = self._process.stdout.read(65536) if ready else b""
+            if not piece:
+                raise DriverError(f"no answer to {words}")
+            self._received += piece
+        line, _, self._received = self._received.partition(b"\n")
+        return line.decode("ascii")

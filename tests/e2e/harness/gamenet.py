@@ -1,0 +1,114 @@
+"""Runs the emulated game network and knows what its servers say."""
+
+import configparser
+import subprocess
+from dataclasses import dataclass
+
+from .driver import unescape
+from .places import GAMENET, wait_until
+
+
+@dataclass(frozen=True)
+class Truth:
+    """One server as the network made it."""
+
+    game: str
+    address: str
+    name: str
+    map: str
+    mod: str
+    players: int
+    slots: int
+    locked: bool
+    kind: str
+    latency: int
+    player_names: list
+
+
+@dataclass(frozen=True)
+class Game:
+    """One game of the network's definitions file."""
+
+    short: str
+    name: str
+    engine: str
+
+
+def read_games(path):
+    definitions = configparser.ConfigParser(interpolation=None)
+    definitions.read(path, "latin-1")
+    count = definitions.getint("General", "GameNum")
+    sections = [definitions[f"Game{number}"] for number in range(1, count + 1)]
+    return [Game(section["GameShort"], section["Description"], section["Engine"]) for section in sections]
+
+
+def read_truth(path):
+    lines = path.read_text("ascii").splitlines()
+    columns = lines[0].split("\t")
+    servers = []
+    for line in lines[1:]:
+        value = dict(zip(columns, line.split("\t")))
+        names = value["player_names"]
+        servers.append(
+            Truth(
+                game=value["game"],
+                address=f"{value['address']}:{value['port']}",
+                name=unescape(value["name"]),
+                map=unescape(value["map"]),
+                mod=unescape(value["mod"]),
+                players=int(value["players"]),
+                slots=int(value["max"]),
+                locked=value["locked"] == "1",
+                kind=value["kind"],
+                latency=int(value["latency"]),
+                player_names=[unescape(name) for name in names.split("|")] if names else [],
+            )
+        )
+    return servers
+
+
+class Gamenet:
+    """A running network. It writes its files into `folder`; leaving the `with` block ends it. Servers
+    outside the network that are given with --list are in its lists, but not among its `servers`."""
+
+    def __init__(self, folder, *options):
+        self.games_ini = folder / "Games.ini"
+        self.country_file = folder / "countryip.dat"
+        self._folder = folder
+        ready = folder / "gamenet.ready"
+        truth = folder / "truth.tsv"
+        ready.unlink(missing_ok=True)
+        with open(folder / "gamenet.log", "wb") as log:
+            self._process = subprocess.Popen(
+                [GAMENET, "--die-with-parent", "--ready-file", ready, "--write-truth", truth]
+                + ["--write-games-ini", self.games_ini, "--country-file", self.country_file]
+                + [str(option) for option in options],
+                stdin=subprocess.DEVNULL,
+                stdout=log,
+                stderr=subprocess.STDOUT,
+            )
+        wait_until(lambda: ready.exists() or self._has_ended(), "the game network is up")
+        self.servers = read_truth(truth)
+        self.games = read_games(self.games_ini)
+
+    def game(self, name):
+        return next(game for game in self.games if game.name == name)
+
+    def servers_of(self, name):
+        """What the servers of a game say, in the order of the master's list."""
+        return [server for server in self.servers if server.game == self.game(name).short]
+
+    def listed(self, name):
+        """The number of rows that the master's list gives: a Half-Life list is read twice."""
+        return len(self.servers_of(name)) * (2 if self.game(name).engine == "hl" else 1)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._process.terminate()
+        self._process.wait()
+
+    def _has_ended(self):
+        if self._process.poll() is not None:
+            raise RuntimeError("gamenet ended: " + (self._folder / "gamenet.log").read_text())
