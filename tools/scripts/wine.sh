@@ -1,0 +1,34 @@
+# The Wine prefix in build/wineprefix and the server that stays up while a command of ours works with it.
+
+export WINEPREFIX=$BUILD/wineprefix
+export WINEARCH=win64
+export WINEDEBUG=-all
+# No .NET and no HTML engine to ask for, and no crash dialog: a crash ends the program with its exit code.
+export WINEDLLOVERRIDES='mscoree,mshtml=;winedbg.exe=d'
+
+# The prefix is made without a display; the mark tells a finished one from one whose making was cut short.
+make_wine_prefix() {
+    [[ -e $WINEPREFIX/.complete ]] && return
+    say "Making the Wine prefix (once)"
+    rm -rf "$WINEPREFIX"
+    mkdir -p "$WINEPREFIX"
+    logged wine-prefix env -u DISPLAY bash -c 'wineboot -i && wineserver -w' 8>&- || exit 1
+    touch "$WINEPREFIX/.complete"
+}
+
+# Without a server that persists, each command line under Wine pays for starting one, and a pipe from it
+# stays open until its services have gone.
+start_wine() {
+    make_wine_prefix
+    at_exit stop_wine
+    wineserver -p 8>&- >/dev/null 2>&1 || fail "the Wine server does not start in $WINEPREFIX"
+}
+
+stop_wine() { wineserver -k >/dev/null 2>&1; }
+
+# The path by which programs under Wine know a file.
+windows_path() {
+    local path
+    path=$(realpath -m "$1")
+    printf 'Z:%s' "${path//\//\\}"
+}
