@@ -1,0 +1,103 @@
+"""Shows Quarn at work on an emulated game network: in the hands of the user on a display, or driven and
+reported where nobody watches. Run by run.sh, which provides Wine and a display."""
+
+import argparse
+import contextlib
+import shutil
+import signal
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "tests" / "e2e"))
+
+from harness.driver import DriverError  # noqa: E402
+from harness.gamenet import Gamenet  # noqa: E402
+from harness.quarn import Quarn, fresh_folder, write_settings  # noqa: E402
+from real_servers import SERVERS, real_servers  # noqa: E402
+
+DEMO = ROOT / "build" / "demo"
+HEADINGS = ("", "IP Address", "Location", "Name", "Players", "Ping", "Game", "Map", "Last Visit")
+# One game of each engine family, by the name that the tree shows. The real servers are OpenArena's.
+SHOWN_GAMES = ("OpenArena", "Doom 3", "Half-Life")
+LOOK_EVERY_SECONDS = 0.2
+
+
+def print_table(rows):
+    widths = [max(len(row[column]) for row in rows) for column in range(len(rows[0]))]
+    for row in rows:
+        print("  " + "  ".join(cell.ljust(width) for cell, width in zip(row, widths)).rstrip())
+    print(flush=True)
+
+
+def show_game(quarn, name, listed):
+    """Fetches a game's list from its master, queries every server and prints what the window shows."""
+    quarn.click_tree("Games", name)
+    quarn.wait_for_rows(0)
+    quarn.renew()
+    quarn.wait_for_rows(listed)
+    quarn.press_toolbar("refreshall")
+    quarn.wait_for_scan()
+    print(f"{name}: {quarn.status(3)}")
+    print_table([HEADINGS] + [tuple(vars(row).values()) for row in quarn.rows()])
+
+
+def drive(quarn, network, real_count, seconds):
+    for name in SHOWN_GAMES:
+        show_game(quarn, name, network.listed(name) + (real_count if name == SHOWN_GAMES[0] else 0))
+    quarn.click_tree("Games", SHOWN_GAMES[0])
+    quarn.click_row(1)
+    picture = DEMO / "quarn.png"
+    subprocess.run(["import", "-window", "root", picture], check=True)
+    print(f"A picture of the window is in {picture.relative_to(ROOT)}")
+    time.sleep(seconds or 0)
+    quarn.leave()
+
+
+def watch(quarn, seconds):
+    """Waits until the user closes the window, or closes it when the time given is over."""
+    end = None if seconds is None else time.monotonic() + seconds
+    while quarn.is_running():
+        if end and time.monotonic() > end:
+            quarn.leave()
+        time.sleep(LOOK_EVERY_SECONDS)
+
+
+def demonstrate(options):
+    shutil.rmtree(DEMO, ignore_errors=True)
+    DEMO.mkdir(parents=True)
+    with contextlib.ExitStack() as stack:
+        listed = []
+        if options.real:
+            print("Starting the real game servers")
+            listed = ["--list", stack.enter_context(real_servers(DEMO / "openarena"))]
+        network = stack.enter_context(Gamenet(DEMO, *listed))
+        print(f"Started a network of {len(network.servers)} servers of {len(network.games)} games", flush=True)
+        folder = fresh_folder(DEMO / "Quarn", network.games_ini)
+        shutil.copyfile(network.country_file, folder / "countryip.dat")
+        write_settings(folder, games=len(network.games))
+        quarn = stack.enter_context(Quarn(folder))
+        quarn.wait_until_usable()
+        if options.watched:
+            watch(quarn, options.seconds)
+        else:
+            drive(quarn, network, len(SERVERS) if options.real else 0, options.seconds)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--watched", action="store_true", help="leave the window to the user")
+    parser.add_argument("--real", action="store_true", help="with real game servers")
+    parser.add_argument("--seconds", type=int)
+    # So that what was started is ended on a request to terminate, as it is on an interrupt.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit("terminated"))
+    try:
+        demonstrate(parser.parse_args())
+    except (DriverError, RuntimeError, TimeoutError) as error:
+        sys.exit(f"error: the demonstration failed: {error}")
+
+
+if __name__ == "__main__":
+    main()
