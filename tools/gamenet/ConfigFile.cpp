@@ -44,14 +44,8 @@ std::vector<Line> meaningfulLines(const std::string& text) {
     return lines;
 }
 
-// Runs the step and adds file and line to what it complains about.
-template<class Step>
-auto atLine(const std::string& fileName, std::size_t line, Step step) {
-    try {
-        return step();
-    } catch (const BadSetting& error) {
-        throw BadSetting(fileName + ':' + std::to_string(line) + ": " + error.what());
-    }
+std::string place(const std::string& fileName, std::size_t line) {
+    return fileName + ':' + std::to_string(line);
 }
 
 std::string sectionName(const std::string& line) {
@@ -66,7 +60,7 @@ std::vector<Entry> parseEntries(const std::string& text, const std::string& file
     std::vector<Entry> entries;
     std::string section;
     for (const Line& line : meaningfulLines(text)) {
-        atLine(fileName, line.number, [&] {
+        complainingAs(place(fileName, line.number), [&] {
             if (line.text[0] == '[') {
                 section = sectionName(line.text);
                 return;
@@ -119,7 +113,7 @@ NetworkSettings parseConfig(const std::string& text, const std::string& fileName
     const auto pass = [&](auto&& wanted, auto&& step) {
         for (const Entry& entry : entries)
             if (wanted(entry))
-                atLine(fileName, entry.line, [&] { step(entry); });
+                complainingAs(place(fileName, entry.line), [&] { step(entry); });
     };
     pass([](const Entry& e) { return e.section == "network"; },
          [&](const Entry& e) {
@@ -147,7 +141,7 @@ NetworkSettings readConfigFile(const std::string& path) {
 std::vector<ListedServer> parseServerList(const std::string& text, const std::string& fileName) {
     std::vector<ListedServer> servers;
     for (const Line& line : meaningfulLines(text)) {
-        atLine(fileName, line.number, [&] {
+        complainingAs(place(fileName, line.number), [&] {
             const std::size_t blank = line.text.find_first_of(" \t");
             if (blank == std::string::npos)
                 throw BadSetting("not \"GAME ADDRESS:PORT\": " + line.text);

@@ -89,13 +89,12 @@ void Emulation::run(std::optional<double> duration) {
 }
 
 void Emulation::receive(std::size_t port) {
-    static std::array<char, 65536> buffer;
     for (int count = 0; count < receiveBatch; ++count) {
-        const auto received = receiveFrom(ports_[port].socket, buffer);
+        const auto received = receiveFrom(ports_[port].socket, buffer_);
         if (!received)
             return;
         if (isLoopback(received->from.address))
-            answer(port, {buffer.data(), received->size}, received->from);
+            answer(port, {buffer_.data(), received->size}, received->from);
     }
 }
 

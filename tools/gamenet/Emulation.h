@@ -68,6 +68,7 @@ class Emulation {
     Descriptor timer_;
     std::vector<Port> ports_; // masters first, in the order of the games
     std::priority_queue<Pending, std::vector<Pending>, Later> pending_;
+    std::vector<char> buffer_ = std::vector<char>(65536);
     std::uint64_t order_ = 0;
     Clock::time_point start_;
     std::uint64_t notSent_ = 0;

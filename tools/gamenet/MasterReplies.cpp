@@ -1,5 +1,6 @@
 #include "tools/gamenet/MasterReplies.h"
 
+#include "tools/gamenet/MasterLies.h"
 #include "tools/gamenet/Text.h"
 #include "tools/gamenet/Wire.h"
 
@@ -28,34 +29,33 @@ std::vector<Endpoint> remaining(const std::vector<Endpoint>& servers, std::strin
     return last == servers.end() ? servers : std::vector<Endpoint>(last + 1, servers.end());
 }
 
-std::vector<std::string> honestList(const GameSettings& game, const std::vector<Endpoint>& servers,
-                                    std::string_view request) {
+bool isPacked(const GameSettings& game) {
+    return game.family == Family::HalfLife && game.halfLifeList == HalfLifeList::Packed;
+}
+
+MasterList listFor(const GameSettings& game, const std::vector<Endpoint>& servers, std::string_view request) {
     MasterList list;
     list.family = game.family;
     list.header = masterHeader(game.family);
     list.halfLifeList = game.halfLifeList;
     list.endMark = game.endMark;
     list.entriesPerDatagram = game.listEntries;
-    list.servers = servers;
-    if (game.family != Family::HalfLife)
-        return cutIntoDatagrams(list);
-    if (request == "c")
+    list.servers = isPacked(game) ? remaining(servers, request) : servers;
+    if (game.family == Family::HalfLife && request == "c")
         list.header = std::string("\xFF\xFF\xFF\xFF\x64\0", 6);
-    if (game.halfLifeList == HalfLifeList::Separated)
-        return cutIntoDatagrams(list);
-    list.servers = remaining(servers, request);
-    std::vector<std::string> batches = cutIntoDatagrams(list);
-    batches.resize(1);
-    return batches;
+    return list;
 }
 
 } // namespace
 
 std::vector<std::string> masterReply(const GameSettings& game, const std::vector<Endpoint>& servers,
-                                     std::string_view request, Random) {
+                                     std::string_view request, Random random) {
     if (!isListRequest(game.family, request))
         return {};
-    return honestList(game, servers, request);
+    std::vector<std::string> datagrams = lyingList(game.masterLie, listFor(game, servers, request), random);
+    if (isPacked(game) && datagrams.size() > 1)
+        datagrams.resize(1);
+    return datagrams;
 }
 
 std::string masterRequest(const GameSettings& game) {
@@ -67,9 +67,7 @@ std::string masterRequest(const GameSettings& game) {
         return std::string("1\xFF", 2) + std::string("0.0.0.0:0\0\0", 11);
     std::string request = "\xFF\xFF";
     putText(request, "getServers");
-    const std::vector<std::string> version = splitText(game.protocol, '.');
-    putLittle16(request, static_cast<std::uint32_t>(parseWhole(version.back(), 0, 65535)));
-    putLittle16(request, static_cast<std::uint32_t>(parseWhole(version.front(), 0, 65535)));
+    putLittle32(request, doom3Protocol(game.protocol));
     putText(request, "");
     putByte(request, 0);
     return request;

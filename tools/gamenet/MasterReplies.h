@@ -11,8 +11,6 @@
 namespace quarn::gamenet {
 
 // The datagrams of one answer; none where the request is none of the family's or the master is silent.
-// However a reader of the family takes a lying list, every address in it stays inside 127.0.0.0/8: a
-// browser under test never sends to a stranger.
 std::vector<std::string> masterReply(const GameSettings& game, const std::vector<Endpoint>& servers,
                                      std::string_view request, Random random);
 

@@ -29,7 +29,7 @@ void keepGames(NetworkSettings& network, std::string_view value) {
     for (const std::string& name : parseList(value)) {
         const GameSettings* game = findGame(network, name);
         if (game == nullptr)
-            throw BadSetting("games: unknown game: " + name);
+            throw BadSetting("unknown game: " + name);
         kept.push_back(*game);
     }
     network.games = std::move(kept);
@@ -98,7 +98,7 @@ void apply(Options& result, std::string_view name, const std::string& value) {
     else if (name == "die-with-parent")
         result.dieWithParent = true;
     else if (const Option* option = findOption(name))
-        option->set(result, value);
+        complainingAs(std::string(name), [&] { option->set(result, value); });
     else if (isNetworkKey(name))
         setNetworkKey(result.network, name, value);
     else if (isGameKey(name))

@@ -70,15 +70,6 @@ std::optional<std::string> quake3Reply(const ServerStatus& status, std::string_v
     return {};
 }
 
-// "1.41" is 00 01 00 29 in hexadecimal: the major number in the upper half.
-std::uint32_t doom3Protocol(const std::string& text) {
-    const std::size_t point = std::min(text.find('.'), text.size());
-    const auto number = [](const std::string& digits) {
-        return digits.empty() ? 0U : static_cast<std::uint32_t>(parseWhole(digits, 0, 65535));
-    };
-    return number(text.substr(0, point)) << 16 | number(point < text.size() ? text.substr(point + 1) : "");
-}
-
 std::string doom3Info(const ServerStatus& status, std::string_view challenge) {
     constexpr std::size_t maxClients = 32;
     constexpr std::uint32_t rate = 16000;

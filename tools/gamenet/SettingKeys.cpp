@@ -98,12 +98,6 @@ HalfLifeList halfLifeList(std::string_view text) {
     return text == "packed" ? HalfLifeList::Packed : HalfLifeList::Separated;
 }
 
-std::string protocol(std::string_view text) {
-    for (const std::string& part : splitText(text, '.'))
-        parseWhole(part, 0, 65535);
-    return std::string(text);
-}
-
 std::vector<std::string> countries(std::string_view text) {
     std::vector<std::string> codes = parseList(text);
     for (const std::string& code : codes)
@@ -144,7 +138,8 @@ constexpr Key<G> gameKeys[] = {
     {"description", "TEXT", "the game's name", [](G& g, Text v) { g.description = neededText(v); }},
     {"exe", "FILE", "the game's executable", [](G& g, Text v) { g.exeName = neededText(v); }},
     {"version", "TEXT", "value of the version variable", [](G& g, Text v) { g.version = neededText(v); }},
-    {"protocol", "N[.N]", "protocol number", [](G& g, Text v) { g.protocol = protocol(v); }},
+    {"protocol", "N[.N]", "protocol number; d3: MAJOR.MINOR",
+     [](G& g, Text v) { g.protocol = neededText(v); }},
     {"port", "N", "port of all the game's servers",
      [](G& g, Text v) { g.port = static_cast<std::uint16_t>(parseWhole(v, 1, 65535)); }},
     {"info", "TEXT", "description text of an hl info reply",
@@ -198,11 +193,7 @@ void setKey(std::span<const Key<Target>> keys, Target& target, std::string_view 
     const Key<Target>* key = findKey(keys, name);
     if (key == nullptr)
         throw BadSetting("unknown setting: " + std::string(name));
-    try {
-        key->set(target, value);
-    } catch (const BadSetting& error) {
-        throw BadSetting(std::string(name) + ": " + error.what());
-    }
+    complainingAs(std::string(name), [&] { key->set(target, value); });
 }
 
 template<class Target>

@@ -57,7 +57,18 @@ std::string_view nameOf(Value value, const std::array<Named<Value>, count>& tabl
         ->first;
 }
 
+void checkProtocol(const GameSettings& game) {
+    if (game.family == Family::Doom3)
+        doom3Protocol(game.protocol);
+    else
+        parseWhole(game.protocol, 0, game.family == Family::HalfLife ? 255 : 65535);
+}
+
 void checkGame(const GameSettings& game) {
+    constexpr int doom3Clients = 32;
+    complainingAs(game.shortName + ": protocol", [&] { checkProtocol(game); });
+    if (game.family == Family::Doom3 && game.slots.high > doom3Clients)
+        throw BadSetting(game.shortName + ": slots: the Doom 3 family has 32 at most");
     if (game.silent + game.closed + game.liars > 100)
         throw BadSetting(game.shortName + ": silent, closed and liars together are above 100 %");
     if (game.mods.empty() || game.maps.empty() || game.gameTypes.empty())
@@ -92,6 +103,14 @@ std::vector<LiarKind> parseLiarKinds(std::string_view text) {
     return kinds;
 }
 
+std::uint32_t doom3Protocol(std::string_view text) {
+    const std::size_t point = text.find('.');
+    if (point == std::string_view::npos)
+        throw BadSetting("not MAJOR.MINOR: " + std::string(text));
+    return static_cast<std::uint32_t>(parseWhole(text.substr(0, point), 0, 65535)) << 16 |
+           static_cast<std::uint32_t>(parseWhole(text.substr(point + 1), 0, 65535));
+}
+
 GameSettings* findGame(NetworkSettings& network, std::string_view shortName) {
     for (GameSettings& game : network.games)
         if (game.shortName == shortName)
@@ -102,10 +121,13 @@ GameSettings* findGame(NetworkSettings& network, std::string_view shortName) {
 void checkSettings(const NetworkSettings& network) {
     if (network.games.empty())
         throw BadSetting("no games");
+    if (network.masterPort + static_cast<int>(network.games.size()) - 1 > 65535)
+        throw BadSetting("master-port: no room for a port of each game's master");
     std::set<std::string> names;
     for (const GameSettings& game : network.games) {
         checkGame(game);
-        names.insert(game.shortName);
+        if (!names.insert(game.shortName).second)
+            throw BadSetting("two games named " + game.shortName);
     }
     for (const ListedServer& server : network.listed)
         if (!names.contains(server.game))

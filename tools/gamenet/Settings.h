@@ -112,6 +112,9 @@ Family parseFamily(std::string_view text);
 std::vector<LiarKind> parseLiarKinds(std::string_view text);
 MasterLie parseMasterLie(std::string_view text);
 
+// "1.41" is 0x00010029: the major number in the upper half. Throws BadSetting.
+std::uint32_t doom3Protocol(std::string_view text);
+
 // Null where no game has this short name.
 GameSettings* findGame(NetworkSettings& network, std::string_view shortName);
 

@@ -15,6 +15,16 @@ class BadSetting : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// Runs the step; what it complains about gets the prefix that says where.
+template<class Step>
+auto complainingAs(const std::string& prefix, Step step) {
+    try {
+        return step();
+    } catch (const BadSetting& error) {
+        throw BadSetting(prefix + ": " + error.what());
+    }
+}
+
 std::string trimmed(std::string_view text);
 std::string lowerCase(std::string_view text);
 bool startsWithIgnoringCase(std::string_view text, std::string_view start);

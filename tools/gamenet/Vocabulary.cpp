@@ -107,7 +107,7 @@ Variables doom3Variables(const GameSettings& game, const ServerStatus& status, R
         {"si_usePass", flag(status.locked)},
         {"si_pure", flag(random.chance(80))},
         {"si_spectators", "1"},
-        {"fs_game", random.chance(50) ? "" : lowerCase(status.mod)},
+        {"fs_game", status.mod == game.mods.front().name ? "" : lowerCase(status.mod)},
         {"fs_game_base", ""},
         {"gamename", status.mod},
         {"net_serverDedicated", "1"},

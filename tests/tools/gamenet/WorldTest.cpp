@@ -1,0 +1,178 @@
+#include "tools/gamenet/World.h"
+
+#include "tests/tools/gamenet/BrowserReading.h"
+#include "tools/gamenet/DemoNetwork.h"
+#include "tools/gamenet/MasterList.h"
+#include "tools/gamenet/Reports.h"
+#include "tools/gamenet/ServerReplies.h"
+#include "tools/gamenet/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+namespace quarn::gamenet {
+namespace {
+
+NetworkSettings demoWithSeed(std::uint64_t seed) {
+    NetworkSettings network = demoNetwork();
+    network.seed = seed;
+    return network;
+}
+
+TEST(World, followsFromItsSeed) {
+    const NetworkSettings network = demoWithSeed(7);
+    EXPECT_EQ(truthReport(network, createWorld(network)), truthReport(network, createWorld(network)));
+    EXPECT_NE(truthReport(network, createWorld(network)),
+              truthReport(demoWithSeed(8), createWorld(demoWithSeed(8))));
+}
+
+TEST(World, addressesAreUniqueInTheirCountriesAndSafeToList) {
+    NetworkSettings network = demoWithSeed(3);
+    for (GameSettings& game : network.games)
+        game.servers = 500;
+    const World world = createWorld(network);
+    std::map<std::string, CountryBlock> blocks;
+    for (const CountryBlock& block : world.countryBlocks)
+        blocks[block.country] = block;
+    std::set<std::uint32_t> addresses;
+    for (const GameServer& server : world.servers) {
+        const Endpoint& endpoint = server.status.endpoint;
+        EXPECT_TRUE(isLoopback(endpoint.address));
+        EXPECT_TRUE(addresses.insert(endpoint.address).second) << endpointText(endpoint);
+        EXPECT_GE(endpoint.address, blocks.at(server.country).first);
+        EXPECT_LE(endpoint.address, blocks.at(server.country).last);
+        EXPECT_FALSE(looksLikeEndMark(endpoint));
+    }
+    EXPECT_GT(world.countryBlocks.size(), 10U);
+}
+
+TEST(World, countryBlocksDoNotOverlapAndLeaveTheLowAddressesFree) {
+    for (const std::size_t count : {1U, 3U, 24U, 240U}) {
+        NetworkSettings network = demoNetwork();
+        network.countries.assign(count, "DE");
+        std::uint32_t previous = 0x7F09FFFF;
+        for (const CountryBlock& block : createWorld(network).countryBlocks) {
+            EXPECT_EQ(block.first, previous + 1);
+            EXPECT_LT(block.first, block.last);
+            EXPECT_TRUE(isLoopback(block.last));
+            previous = block.last;
+        }
+    }
+}
+
+TEST(World, refusesCountriesItHasNoBlocksFor) {
+    for (const std::size_t count : {0U, 241U}) {
+        NetworkSettings network = demoNetwork();
+        network.countries.assign(count, "DE");
+        EXPECT_THROW(createWorld(network), BadSetting);
+    }
+}
+
+TEST(World, sharesAreExact) {
+    NetworkSettings network = demoNetwork();
+    network.games.resize(1);
+    GameSettings& game = network.games[0];
+    game.servers = 40;
+    game.silent = 10;
+    game.closed = 5;
+    game.liars = 50;
+    game.locked = 25;
+    std::map<std::string, int> kinds;
+    int locked = 0;
+    for (const GameServer& server : createWorld(network).servers) {
+        ++kinds[std::string(kindName(server))];
+        locked += server.status.locked ? 1 : 0;
+    }
+    const std::map<std::string, int> expected = {{"honest", 14},    {"silent", 4},      {"closed", 2},
+                                                 {"truncated", 3},  {"empty", 3},       {"unterminated", 3},
+                                                 {"oversized", 3},  {"random", 2},      {"late", 2},
+                                                 {"duplicated", 2}, {"wrong-family", 2}};
+    EXPECT_EQ(kinds, expected);
+    EXPECT_EQ(locked, 10);
+}
+
+TEST(World, playersComeAndGoFromEpochToEpoch) {
+    NetworkSettings network = demoWithSeed(5);
+    network.games.resize(1);
+    network.games[0].fill = {50, 50};
+    const World world = createWorld(network);
+    const GameServer& server = world.servers[0];
+    const auto names = [&](std::uint64_t epoch) {
+        std::vector<std::string> result;
+        for (const Player& player : playersOf(server, network.games[0], network.seed, epoch))
+            result.push_back(player.name);
+        return result;
+    };
+    ASSERT_GE(names(0).size(), 2U);
+    EXPECT_EQ(names(3), names(3));
+    const std::vector<std::string> before = names(0);
+    const std::vector<std::string> after = names(1);
+    EXPECT_EQ(std::vector<std::string>(before.begin() + 1, before.end()),
+              std::vector<std::string>(after.begin(), after.end() - 1));
+}
+
+Reading readServer(const ServerStatus& status, Family family) {
+    if (family == Family::Quake3)
+        return readQuake3Status(*serverReply(family, status, "\xFF\xFF\xFF\xFFgetstatus"));
+    if (family == Family::Doom3)
+        return readDoom3Status(*serverReply(family, status, std::string("\xFF\xFFgetinfo\0\0\0\0", 13)));
+    Reading reading;
+    for (const std::string word : {"info", "players", "rules"})
+        readHalfLife(*serverReply(family, status, "\xFF\xFF\xFF\xFF" + word), reading);
+    return reading;
+}
+
+std::vector<ReadPlayer> shownPlayers(const ServerStatus& status, Family family) {
+    std::vector<ReadPlayer> players;
+    for (const Player& player : status.players) {
+        if (family == Family::Quake3)
+            players.push_back({player.score, player.ping, withoutColours(player.name)});
+        else if (family == Family::Doom3)
+            players.push_back({0, player.ping * 256, withoutColours(player.name)});
+        else
+            players.push_back({player.score, 0, player.name});
+    }
+    return players;
+}
+
+TEST(HonestServers, giveABrowserEverythingItShows) {
+    for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+        const NetworkSettings network = demoWithSeed(seed);
+        for (const GameServer& server : createWorld(network).servers) {
+            const GameSettings& game = network.games[server.game];
+            const ServerStatus& status = server.status;
+            SCOPED_TRACE(game.shortName + ", seed " + std::to_string(seed) + ", " + status.name);
+            const Reading reading = readServer(status, game.family);
+            ASSERT_FALSE(reading.name.empty());
+            ASSERT_EQ(reading.name,
+                      game.family == Family::HalfLife ? status.name : withoutColours(status.name));
+            ASSERT_EQ(reading.map, status.map);
+            ASSERT_EQ(reading.mod, status.mod);
+            ASSERT_EQ(reading.maxPlayers, status.maxPlayers);
+            ASSERT_EQ(reading.locked, status.locked ? 1 : 0);
+            ASSERT_EQ(reading.players, shownPlayers(status, game.family));
+            ASSERT_GT(reading.variables.size(), 100U);
+        }
+    }
+}
+
+TEST(HonestServers, differ) {
+    int empty = 0;
+    int locked = 0;
+    std::set<std::string> names;
+    const World world = createWorld(demoNetwork());
+    for (const GameServer& server : world.servers) {
+        empty += server.status.players.empty() ? 1 : 0;
+        locked += server.status.locked ? 1 : 0;
+        names.insert(withoutColours(server.status.name));
+    }
+    EXPECT_GT(empty, 3);
+    EXPECT_LT(empty, 30);
+    EXPECT_GT(locked, 0);
+    EXPECT_EQ(names.size(), world.servers.size());
+}
+
+} // namespace
+} // namespace quarn::gamenet
