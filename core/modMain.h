@@ -15,10 +15,11 @@ namespace quarn {
 // another instance runs, or start-up failed before the window was shown.
 bool Main(ProgramState& program, Desktop& desktop, const std::function<void()>& showMainWindow);
 
-// "Games.ini": the General section and the sizes of the game lists; before LoadSettings.
+// "Games.ini": the General section and the sizes of the game lists; before LoadSettings. No value is checked,
+// but a number of games that no list can have is error 9 below zero and error 7 above MaxDefinitions.
 void LoadGamesIniGeneral(ProgramState& program, const Desktop& desktop);
 
-// "Games.ini": the game and MOD sections; after LoadSettings.
+// "Games.ini": the game and MOD sections; after LoadSettings. The number of MODs fails as that of games does.
 void LoadGamesIniSections(ProgramState& program, const Desktop& desktop);
 
 // Replaces the escapes of the definitions file ($255 $32 $10 $1 $0, in this order) in place, and returns the
@@ -28,7 +29,9 @@ std::string DecodeIniEscapes(std::string& text);
 // "Quarn.ini": every setting into its global; a missing file gives the defaults.
 void LoadSettings(ProgramState& program, const Desktop& desktop);
 
-// Writes every setting, into a copy of the file that then replaces it. A failure is not reported.
+// Writes every setting, into a copy of the file ("Quarn.ini.new") that then replaces it, so that a crash at
+// any moment leaves the old settings or the new ones. Keys of the file that are no settings stay. A failure
+// is not reported and leaves the file as it was.
 void SaveSettings(const ProgramState& program, Desktop& desktop);
 
 } // namespace quarn

@@ -1,0 +1,49 @@
+#include "core/modMain.h"
+
+#include "core/Version.h"
+#include "core/modXPCompat.h"
+#include "query/clsIPLocation.h"
+#include "support/Trap.h"
+#include "support/clsAppLog.h"
+
+namespace quarn {
+
+namespace {
+
+// The maintainer's mailbox, under a domain that is reserved for examples; a distributor sets his own.
+constexpr const char* SupportAddress = "support@quarn.example";
+
+std::string WithTrailingBackslash(std::string folder) {
+    if (!folder.ends_with('\\'))
+        folder += '\\';
+    return folder;
+}
+
+} // namespace
+
+bool Main(ProgramState& program, Desktop& desktop, const std::function<void()>& showMainWindow) {
+    program.AppPath = WithTrailingBackslash(desktop.files.ProgramFolder());
+    program.AppLog = std::make_unique<clsAppLog>(desktop, program.AppPath);
+    clsAppLog& log = *program.AppLog;
+    log.NotifyEmailAddress = SupportAddress;
+
+    bool windowShown = false;
+    Trapped(log, "modMain", "Main", OnError::LogAndShow, [&] {
+        log.Log("modMain", "Main", 0, "Application startup, initializing", false, false, true);
+        if (desktop.system.AlreadyRunning(ApplicationTitle)) {
+            log.Log("modMain", "Main", 0, std::string(ApplicationTitle) + " is already running.");
+            return;
+        }
+        InitCommonControlsVB(desktop.system);
+        program.IPLocation =
+            std::make_unique<clsIPLocation>(desktop.files, program.AppPath + "countryip.dat");
+        LoadGamesIniGeneral(program, desktop);
+        LoadSettings(program, desktop);
+        LoadGamesIniSections(program, desktop);
+        showMainWindow();
+        windowShown = true;
+    });
+    return windowShown;
+}
+
+} // namespace quarn
