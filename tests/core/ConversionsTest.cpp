@@ -43,8 +43,7 @@ constexpr const char* NoNumbers[] = {
     "$1",
     "1%",
     "\xB2",
-    "\xA0"
-    "1",
+    "\2401",
     "abc",
     "12a",
     "a12",
