@@ -1,11 +1,30 @@
 #include "controls/ListView.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <numeric>
 #include <utility>
 
 namespace quarn {
+
+namespace {
+
+template<class Matches>
+std::int32_t NearestRow(const std::vector<ListRow>& rows, std::int32_t likely, Matches&& matches) noexcept {
+    const auto count = static_cast<std::int32_t>(rows.size());
+    const auto isIt = [&](std::int32_t row) {
+        return row >= 1 && row <= count && matches(rows[static_cast<std::size_t>(row) - 1]);
+    };
+    const std::int32_t start = std::clamp(likely, 1, std::max(count, 1));
+    for (std::int32_t distance = 0; distance < count; ++distance) {
+        if (isIt(start - distance))
+            return start - distance;
+        if (isIt(start + distance))
+            return start + distance;
+    }
+    return 0;
+}
+
+} // namespace
 
 std::size_t ListView::Checked(std::int32_t row) const {
     if (row < 1 || row > RowCount())
@@ -82,16 +101,11 @@ void ListView::Clear() {
 }
 
 std::int32_t ListView::RowOf(std::uint32_t identity, std::int32_t likely) const noexcept {
-    const auto isIt = [&](std::int32_t row) {
-        return row >= 1 && row <= RowCount() && rows_[static_cast<std::size_t>(row) - 1].identity == identity;
-    };
-    for (std::int32_t distance = 0; distance <= RowCount() + std::abs(likely); ++distance) {
-        if (isIt(likely - distance))
-            return likely - distance;
-        if (isIt(likely + distance))
-            return likely + distance;
-    }
-    return 0;
+    return NearestRow(rows_, likely, [&](const ListRow& row) { return row.identity == identity; });
+}
+
+std::int32_t ListView::RowTagged(std::string_view tag, std::int32_t likely) const noexcept {
+    return NearestRow(rows_, likely, [&](const ListRow& row) { return row.main.tag == tag; });
 }
 
 const ListCell& ListView::Cell(std::int32_t row, std::int32_t column) const {
@@ -139,11 +153,14 @@ void ListView::EnsureVisible(std::int32_t row) {
     changes_.ensureVisible = row;
 }
 
-void ListView::Sort(const std::function<std::string(const std::string&)>& keyOf) {
+void ListView::Sort(std::int32_t key, SortOrder sorting,
+                    const std::function<std::string(const std::string&)>& keyOf) {
     std::vector<std::string> keys;
     keys.reserve(rows_.size());
     for (std::int32_t row = 1; row <= RowCount(); ++row)
-        keys.push_back(keyOf(std::as_const(*this).Cell(row, sortKey + 1).text));
+        keys.push_back(keyOf(std::as_const(*this).Cell(row, key + 1).text));
+    sortKey = key;
+    sortOrder = sorting;
 
     std::vector<std::size_t> order(rows_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});

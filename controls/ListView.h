@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quarn {
@@ -54,8 +55,10 @@ class ListView {
     void RemoveRows(const std::vector<std::int32_t>& ascending);
     void Clear();
 
-    // Number of the row with this identity, 0 when it is gone; looked for from row `likely` outwards.
+    // Number of the row with this identity, or of the nearest with this tag; 0 when there is none. Looked for
+    // from row `likely` outwards.
     std::int32_t RowOf(std::uint32_t identity, std::int32_t likely) const noexcept;
+    std::int32_t RowTagged(std::string_view tag, std::int32_t likely) const noexcept;
 
     // The cell of a row in a column from 1.
     const ListCell& Cell(std::int32_t row, std::int32_t column) const;
@@ -67,11 +70,13 @@ class ListView {
     void SelectOnly(std::int32_t row); // and focuses it
     void EnsureVisible(std::int32_t row);
 
-    // Orders the rows by the texts of the sort key's cells; rows with equal keys keep their order, in either
-    // direction. `keyOf` maps a text to bytes that compare as the texts shall.
     SortOrder sortOrder = SortOrder::Ascending;
     std::int32_t sortKey = 0; // the sub item sorted by, 0: the main text
-    void Sort(const std::function<std::string(const std::string&)>& keyOf);
+
+    // Sets key and order and puts the rows into that order by the texts of the key's cells; rows with equal
+    // keys keep their order, in either direction. `keyOf` maps a text to bytes that compare as the texts
+    // shall; where it throws, nothing has changed.
+    void Sort(std::int32_t key, SortOrder order, const std::function<std::string(const std::string&)>& keyOf);
 
     // While updates are locked the window paints nothing of this list.
     bool updatesLocked = false;

@@ -15,6 +15,8 @@ std::size_t CheckedPosition(std::int32_t position, std::int32_t count) {
 } // namespace
 
 void TreeView::Add(TreeNode node) {
+    if (node.key.empty())
+        throw RunTimeError(ErrorNumber::InvalidProcedureCall);
     if (Has(node.key))
         throw RunTimeError(ErrorNumber::KeyNotUnique);
     if (!node.parent.empty() && !Has(node.parent))

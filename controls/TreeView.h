@@ -1,7 +1,8 @@
 #pragma once
 
 // A tree of keyed nodes. A node's position is its place in the order of insertion, from 1; removing a node
-// closes the gap. Errors: 35600 no such position, 35601 no such key, 35602 a key that exists already.
+// closes the gap. Errors: 35600 no such position, 35601 no such key, 35602 a key that exists already, 5 an
+// empty key (which as a parent's stands for the root).
 
 #include "core/OneBased.h"
 

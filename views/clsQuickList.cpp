@@ -105,29 +105,21 @@ void clsQuickList::RestoreCellTexts(std::int32_t column) {
 
 void clsQuickList::SetSortOrder(std::int32_t column, const KeyOf& orderOf) {
     ListView& list = Target();
-    if (lastColumn_ == 0)
-        lastColumn_ = column;
-    list.columns[lastColumn_].headerIcon.clear();
-    if (list.sortOrder == SortOrder::Descending) {
-        list.sortOrder = SortOrder::Ascending;
-        list.columns[column].headerIcon = "ascending";
-    } else {
-        list.sortOrder = SortOrder::Descending;
-        list.columns[column].headerIcon = "descending";
-    }
+    const bool ascending = list.sortOrder == SortOrder::Descending;
+    list.Sort(column - 1, ascending ? SortOrder::Ascending : SortOrder::Descending, orderOf);
+    if (lastColumn_ != 0)
+        list.columns[lastColumn_].headerIcon.clear();
+    list.columns[column].headerIcon = ascending ? "ascending" : "descending";
     lastColumn_ = column;
-    list.sortKey = column - 1;
-    list.Sort(orderOf);
 }
 
 std::string clsQuickList::NumberKey(const std::string& text) const {
     if (!desktop_.locale.IsNumeric(text))
         return {};
     const double value = desktop_.locale.ToDouble(text);
-    if (value >= 0)
-        return FormatNumberPattern(value);
+    const std::string magnitude = FormatNumberPattern(std::fabs(value));
     // "&" stands before the digits, and the complement of each digit reverses the order of the magnitudes.
-    return "&" + InvertDigits(FormatNumberPattern(std::fabs(value)));
+    return value < 0 ? "&" + InvertDigits(magnitude) : magnitude;
 }
 
 std::string clsQuickList::DateKey(const std::string& text) const {
