@@ -1,0 +1,66 @@
+#include "win32/MessageWindow.h"
+
+#include "tests/win32/support_code/Pumping.h"
+#include "win32/UncaughtErrors.h"
+
+#include <gtest/gtest.h>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace quarn {
+namespace {
+
+TEST(MessageWindowTest, HandsOnTheProgramsOwnMessagesAndTimers) {
+    std::vector<UINT> messages;
+    const MessageWindow window([&](UINT message, WPARAM, LPARAM) { messages.push_back(message); });
+    const UINT sent[] = {WM_NULL, WM_APP, WM_PAINT, WM_TIMER, WM_USER, 0xBFFF};
+    for (const UINT message : sent)
+        SendMessageA(window.Handle(), message, 0, 0);
+    EXPECT_EQ(messages, (std::vector<UINT>{WM_APP, WM_TIMER, 0xBFFF}));
+}
+
+TEST(MessageWindowTest, IsNotAmongTheWindowsOfTheDesktop) {
+    const MessageWindow window([](UINT, WPARAM, LPARAM) {});
+    EXPECT_FALSE(IsWindowVisible(window.Handle()));
+    const auto isAnother = [](HWND found, LPARAM ours) {
+        return BOOL{found != reinterpret_cast<HWND>(ours)};
+    };
+    EXPECT_TRUE(EnumWindows(isAnother, reinterpret_cast<LPARAM>(window.Handle())));
+}
+
+TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {
+    std::string reported;
+    SetUncaughtErrorReporter([&](std::string_view) {
+        try {
+            throw;
+        } catch (const std::exception& error) {
+            reported = error.what();
+        }
+    });
+    const MessageWindow window([](UINT, WPARAM, LPARAM) { throw std::runtime_error("out of luck"); });
+    EXPECT_EQ(SendMessageA(window.Handle(), WM_APP, 0, 0), 0);
+    EXPECT_EQ(reported, "out of luck");
+
+    SetUncaughtErrorReporter([](std::string_view) { throw std::runtime_error("twice"); });
+    EXPECT_EQ(SendMessageA(window.Handle(), WM_APP, 0, 0), 0);
+
+    SetUncaughtErrorReporter({});
+    EXPECT_EQ(SendMessageA(window.Handle(), WM_APP, 0, 0), 0);
+}
+
+TEST(MessageWindowTest, NumbersOfMessagesComeAgainOnlyAfterThousands) {
+    MessageWindow window([](UINT, WPARAM, LPARAM) {});
+    std::set<UINT> numbers;
+    for (int i = 0; i < 0x4000; ++i) {
+        const UINT number = window.NextMessage();
+        EXPECT_GE(number, static_cast<UINT>(WM_APP));
+        EXPECT_LE(number, 0xBFFFU);
+        EXPECT_TRUE(numbers.insert(number).second) << number;
+    }
+    EXPECT_TRUE(numbers.contains(window.NextMessage()));
+}
+
+} // namespace
+} // namespace quarn

@@ -1,0 +1,204 @@
+#include "win32/desktop/EventPumpWin.h"
+
+#include "tests/win32/support_code/Pumping.h"
+#include "win32/MessageWindow.h"
+#include "win32/PerformanceCounter.h"
+#include "win32/TimerWin.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace quarn {
+namespace {
+
+class EventPumpWinTest : public ::testing::Test {
+  protected:
+    // What making windows has put into the queue is no part of any test.
+    EventPumpWinTest() {
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageA(&message);
+    }
+
+    void Post(int count) {
+        for (int i = 0; i < count; ++i)
+            PostMessageA(window.Handle(), WM_APP, 0, 0);
+    }
+
+    // Polls as a loop over many records does.
+    bool DoEventsUntil(const std::function<bool()>& condition) {
+        const ULONGLONG start = GetTickCount64();
+        while (!condition() && GetTickCount64() - start < PatienceMilliseconds)
+            pump.DoEvents();
+        return condition();
+    }
+
+    static std::int64_t ProcessorMicroseconds() {
+        FILETIME created, exited, kernel, user;
+        GetProcessTimes(GetCurrentProcess(), &created, &exited, &kernel, &user);
+        const auto microseconds = [](const FILETIME& t) {
+            return (std::int64_t{t.dwHighDateTime} << 32 | t.dwLowDateTime) / 10;
+        };
+        return microseconds(kernel) + microseconds(user);
+    }
+
+    std::function<void()> onMessage = [] {};
+    int handled = 0;
+    MessageWindow window{[this](UINT message, WPARAM, LPARAM) {
+        if (message != WM_APP)
+            return;
+        ++handled;
+        onMessage();
+    }};
+    EventPumpWin pump;
+};
+
+TEST_F(EventPumpWinTest, AWaitRunsExactlyOneEvent) {
+    Post(3);
+    for (int expected = 1; expected <= 3; ++expected) {
+        pump.WaitForEvent();
+        EXPECT_EQ(handled, expected);
+    }
+}
+
+TEST_F(EventPumpWinTest, AWaitSleepsUntilThereIsAnEvent) {
+    Timer timer;
+    const TimerWin driver(timer);
+    bool ticked = false;
+    timer.Tick = [&] { ticked = true; };
+    timer.SetInterval(1000);
+    timer.SetEnabled(true);
+    const std::int64_t processorBefore = ProcessorMicroseconds();
+    int waits = 0;
+    while (!ticked) {
+        pump.WaitForEvent();
+        ++waits;
+    }
+    EXPECT_LE(waits, 3);
+    EXPECT_LT(ProcessorMicroseconds() - processorBefore, 100'000);
+}
+
+TEST_F(EventPumpWinTest, AMessageSentByAnotherThreadEndsAWait) {
+    std::thread sender([this] { SendMessageA(window.Handle(), WM_APP, 0, 0); });
+    while (handled == 0)
+        pump.WaitForEvent();
+    sender.join();
+    EXPECT_EQ(handled, 1);
+}
+
+TEST_F(EventPumpWinTest, WindowsAreBroughtUpToDateBeforeEachWait) {
+    std::string order;
+    pump.beforeWait = [&] { order += 'u'; };
+    onMessage = [&] { order += 'e'; };
+    Post(2);
+    pump.WaitForEvent();
+    pump.WaitForEvent();
+    EXPECT_EQ(order, "ueue");
+}
+
+TEST_F(EventPumpWinTest, AMessageDealtWithBeforehandIsNotDispatched) {
+    int seen = 0;
+    pump.preTranslate = [&](MSG& message) { return message.message == WM_APP && ++seen == 1; };
+    Post(2);
+    pump.WaitForEvent();
+    EXPECT_EQ(handled, 0);
+    pump.WaitForEvent();
+    EXPECT_EQ(handled, 1);
+    EXPECT_EQ(seen, 2);
+}
+
+TEST_F(EventPumpWinTest, AYieldRunsWhatIsPending) {
+    int updates = 0;
+    pump.beforeWait = [&] { ++updates; };
+    Post(3);
+    pump.DoEvents();
+    EXPECT_EQ(handled, 3);
+    EXPECT_EQ(updates, 1);
+}
+
+TEST_F(EventPumpWinTest, AYieldWithoutEventsReturns) {
+    pump.DoEvents();
+    EXPECT_EQ(handled, 0);
+}
+
+TEST_F(EventPumpWinTest, AYieldSoonAfterEventsReturnsAtOnce) {
+    pump.DoEvents();
+    const std::int64_t ran = PerformanceMicroseconds();
+    Post(1);
+    ASSERT_TRUE(DoEventsUntil([&] { return handled == 1; }));
+    EXPECT_GE(PerformanceMicroseconds() - ran, 9'900);
+
+    Post(1);
+    pump.WaitForEvent();
+    const std::int64_t waited = PerformanceMicroseconds();
+    Post(1);
+    ASSERT_TRUE(DoEventsUntil([&] { return handled == 3; }));
+    EXPECT_GE(PerformanceMicroseconds() - waited, 9'900);
+}
+
+TEST_F(EventPumpWinTest, AYieldIsCheapBetweenEvents) {
+    pump.DoEvents();
+    int updates = 0;
+    pump.beforeWait = [&] { ++updates; };
+    const std::int64_t start = PerformanceMicroseconds();
+    int yields = 0;
+    for (; PerformanceMicroseconds() - start < 100'000; ++yields)
+        pump.DoEvents();
+    EXPECT_GT(yields, 10'000);
+    EXPECT_LE(updates, 11);
+}
+
+TEST_F(EventPumpWinTest, AYieldLeavesAFloodToTheNextOne) {
+    onMessage = [this] { Post(1); };
+    Post(1);
+    const std::int64_t start = PerformanceMicroseconds();
+    pump.DoEvents();
+    EXPECT_LT(PerformanceMicroseconds() - start, 1'000'000);
+    const int first = handled;
+    EXPECT_GE(first, 1);
+    EXPECT_TRUE(DoEventsUntil([&] { return handled > first; }));
+}
+
+TEST_F(EventPumpWinTest, RunsUntilTheProgramEnds) {
+    onMessage = [this] {
+        if (handled == 3)
+            PostQuitMessage(7);
+    };
+    Post(3);
+    EXPECT_EQ(pump.Run(), 7);
+    EXPECT_EQ(handled, 3);
+    MSG message;
+    EXPECT_FALSE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE));
+}
+
+TEST_F(EventPumpWinTest, TheEndOfTheProgramEndsWaitsInsideHandlersToo) {
+    bool innerEnded = false;
+    onMessage = [&] {
+        if (handled == 2)
+            PostQuitMessage(3);
+        if (handled != 1)
+            return;
+        while (!pump.QuitReceived())
+            pump.WaitForEvent();
+        pump.WaitForEvent(); // sleeps no more
+        Post(1);
+        pump.DoEvents(); // and nothing runs any more
+        MSG message;
+        EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE));
+        innerEnded = true;
+    };
+    Post(2);
+    EXPECT_EQ(pump.Run(), 3);
+    EXPECT_TRUE(innerEnded);
+    EXPECT_EQ(handled, 2);
+}
+
+TEST_F(EventPumpWinTest, TheEndMetByAYieldIsRemembered) {
+    PostQuitMessage(5);
+    pump.DoEvents();
+    EXPECT_TRUE(pump.QuitReceived());
+    EXPECT_EQ(pump.Run(), 5);
+}
+
+} // namespace
+} // namespace quarn
