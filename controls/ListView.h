@@ -66,6 +66,7 @@ class ListView {
 
     // The focused row if it is selected, else the first selected one, else 0.
     std::int32_t SelectedRow() const noexcept;
+    std::int32_t SelectedCount() const noexcept { return selectedCount_; }
     std::int32_t FocusedRow() const noexcept { return focused_; }
     void SelectOnly(std::int32_t row); // and focuses it
     void EnsureVisible(std::int32_t row);

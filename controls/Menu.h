@@ -9,6 +9,7 @@ struct MenuEntry {
     std::string caption;
     bool enabled = true;
     bool visible = true;
+    bool operator==(const MenuEntry&) const = default;
 };
 
 } // namespace quarn

@@ -42,10 +42,6 @@ bool IsFavoritesFolder(std::string_view key) {
     return Prefix(key) == "fav" && !IsFixedFolder(key);
 }
 
-bool IsFilter(std::string_view key) {
-    return Prefix(key) == "flt" || Prefix(key) == "png";
-}
-
 std::vector<std::string> ExpandedKeys(const TreeView& tree) {
     std::vector<std::string> keys;
     for (std::int32_t position = 1; position <= tree.Count(); ++position)
@@ -60,6 +56,10 @@ void RemoveChildren(TreeView& tree, std::string_view key) {
 }
 
 } // namespace
+
+bool GamesTree::IsFilterNode(std::string_view key) noexcept {
+    return Prefix(key) == "flt" || Prefix(key) == "png";
+}
 
 GamesTree::GamesTree(const MainFormContext& form, ServerListView& servers, ServerListFiles& listFiles)
     : form_(form), servers_(servers), listFiles_(listFiles) {}
@@ -153,7 +153,7 @@ void GamesTree::RefreshFavMenu() {
 }
 
 void GamesTree::trvGames_NodeClick(const std::string& key) {
-    const auto kind = IsFilter(key) ? CommandGate::Kind::Ordinary : CommandGate::Kind::ReplacesList;
+    const auto kind = IsFilterNode(key) ? CommandGate::Kind::Ordinary : CommandGate::Kind::ReplacesList;
     form_.gate.Run(kind, [this, key] {
         Trapped(*form_.program.AppLog, MainFormName, "trvGames_NodeClick", OnError::LogAndShow, [&] {
             TreeView& tree = form_.controls.trvGames;
@@ -237,7 +237,7 @@ void GamesTree::SetCommandsFor(const std::string& listName) {
 
 void GamesTree::RecordSelection() {
     const TreeView& tree = form_.controls.trvGames;
-    if (!IsFilter(tree.SelectedKey()) && tree.Has(tree.SelectedKey()))
+    if (!IsFilterNode(tree.SelectedKey()) && tree.Has(tree.SelectedKey()))
         form_.program.LastGame = tree.Find(tree.SelectedKey());
 }
 

@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace quarn {
 
@@ -33,6 +34,9 @@ class GamesTree {
 
     // At shut-down: the selected node becomes LastGame; list and file stay as they are.
     void RecordSelection();
+
+    // Whether a click on the node switches a filter instead of the list.
+    static bool IsFilterNode(std::string_view key) noexcept;
 
     // Name of the list in force; empty before the first selection.
     const std::string& ShownList() const noexcept { return shownList_; }

@@ -52,11 +52,7 @@ LRESULT CALLBACK MessageWindow::Procedure(HWND window, UINT message, WPARAM wPar
     auto* self = reinterpret_cast<MessageWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
     if (self == nullptr || (message != WM_TIMER && message < WM_APP))
         return DefWindowProcA(window, message, wParam, lParam);
-    try {
-        self->handler_(message, wParam, lParam);
-    } catch (...) {
-        ReportUncaughtError(ClassName);
-    }
+    Contain(ClassName, "OnMessage", [&] { self->handler_(message, wParam, lParam); });
     return 0;
 }
 

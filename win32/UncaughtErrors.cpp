@@ -17,10 +17,10 @@ void SetUncaughtErrorReporter(UncaughtErrorReporter reporter) noexcept {
     Reporter() = std::move(reporter);
 }
 
-void ReportUncaughtError(std::string_view where) noexcept {
+void ReportUncaughtError(std::string_view module, std::string_view handler) noexcept {
     try {
         if (Reporter())
-            Reporter()(where);
+            Reporter()(module, handler);
     } catch (...) {
         // The reporter itself failed: there is nobody left to tell.
         return;

@@ -9,12 +9,23 @@
 
 namespace quarn {
 
-// Called inside the handler of the exception; `where` names the window or service that met it.
-using UncaughtErrorReporter = std::function<void(std::string_view where)>;
+// Called inside the handler of the exception, with the names of the form or service that met it and of its
+// event handler.
+using UncaughtErrorReporter = std::function<void(std::string_view module, std::string_view handler)>;
 
 void SetUncaughtErrorReporter(UncaughtErrorReporter reporter) noexcept;
 
 // To be called from a catch block.
-void ReportUncaughtError(std::string_view where) noexcept;
+void ReportUncaughtError(std::string_view module, std::string_view handler) noexcept;
+
+// Runs an event handler, and ends and reports whatever escapes it.
+template<class Body>
+void Contain(std::string_view module, std::string_view handler, Body&& body) noexcept {
+    try {
+        body();
+    } catch (...) {
+        ReportUncaughtError(module, handler);
+    }
+}
 
 } // namespace quarn

@@ -7,6 +7,7 @@
 #define IDR_MAIN_MENU 100
 #define IDR_POPUP_MENUS 101
 #define IDR_ACCELERATORS 102
+#define IDR_SERVER_LIST_ACCELERATORS 103
 
 /* Menus: those of the bar, then the pop-ups of the tray icon and of the tree */
 #define ID_mnuFile 1000

@@ -1,0 +1,106 @@
+#include "win32/Dialog.h"
+
+#include "win32/SystemError.h"
+
+namespace quarn {
+
+INT_PTR Dialog::ShowModal(HWND owner, bool topMost) {
+    topMost_ = topMost;
+    focusMoved_ = false;
+    const INT_PTR result = DialogBoxParamA(GetModuleHandleA(nullptr), formName_, owner, &DialogProc,
+                                           reinterpret_cast<LPARAM>(this));
+    if (result == -1)
+        ThrowLastError();
+    return result;
+}
+
+INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrA(handle, DWLP_USER, lParam);
+        auto* const starting = reinterpret_cast<Dialog*>(lParam);
+        starting->handle_ = handle;
+        starting->Initialise();
+        return starting->focusMoved_ ? FALSE : TRUE;
+    }
+    auto* const dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrA(handle, DWLP_USER));
+    if (dialog == nullptr)
+        return FALSE;
+    const INT_PTR answer = dialog->Dispatch(message, wParam, lParam);
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrA(handle, DWLP_USER, 0);
+        dialog->handle_ = nullptr;
+    }
+    return answer;
+}
+
+void Dialog::Initialise() noexcept {
+    CentreOnOwner();
+    if (topMost_)
+        SetWindowPos(handle_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    Guarded("Form_Load", [&] { OnInit(); });
+}
+
+INT_PTR Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    switch (message) {
+    case WM_COMMAND:
+        DispatchCommand(LOWORD(wParam), HIWORD(wParam));
+        return TRUE;
+    case WM_NOTIFY: {
+        LRESULT answer = 0;
+        Guarded("OnNotify", [&] { answer = OnNotify(*reinterpret_cast<NMHDR*>(lParam)); });
+        SetWindowLongPtrA(handle_, DWLP_MSGRESULT, answer);
+        return TRUE;
+    }
+    case WM_DESTROY:
+        Guarded("Form_Unload", [&] { OnDestroy(); });
+        return FALSE;
+    default:
+        return FALSE;
+    }
+}
+
+void Dialog::DispatchCommand(int id, int notification) noexcept {
+    if (id == IDOK)
+        Guarded("cmdOK_Click", [&] { OnOK(); });
+    else if (id == IDCANCEL)
+        Guarded("cmdCancel_Click", [&] { OnCancel(); });
+    else
+        Guarded("OnCommand", [&] { OnCommand(id, notification); });
+}
+
+void Dialog::CentreOnOwner() noexcept {
+    const HWND owner = GetWindow(handle_, GW_OWNER);
+    RECT over;
+    RECT own;
+    // An owner that is not to be seen has no place of its own: the template's stands then.
+    if (owner == nullptr || !IsWindowVisible(owner) || IsIconic(owner) || !GetWindowRect(owner, &over) ||
+        !GetWindowRect(handle_, &own))
+        return;
+    SetWindowPos(handle_, nullptr, (over.left + over.right - (own.right - own.left)) / 2,
+                 (over.top + over.bottom - (own.bottom - own.top)) / 2, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SendMessageA(handle_, DM_REPOSITION, 0, 0); // back onto the screen, should the owner hang over its edge
+}
+
+std::string Dialog::ItemText(int id) const {
+    const HWND item = Item(id);
+    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(item)) + 1, '\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextA(item, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+void Dialog::SetItemText(int id, const std::string& text) noexcept {
+    SetDlgItemTextA(handle_, id, text.c_str());
+}
+
+void Dialog::SetChecked(int id, bool checked) noexcept {
+    CheckDlgButton(handle_, id, checked ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void Dialog::FocusItem(int id) noexcept {
+    focusMoved_ = true;
+    SendMessageA(handle_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(id)), TRUE);
+    SendMessageA(Item(id), EM_SETSEL, 0, -1);
+}
+
+} // namespace quarn

@@ -1,0 +1,77 @@
+#pragma once
+
+// A modal dialog made from the template in the resources that bears its form's name. The program's only
+// dialog procedure binds the object when the dialog starts and hands its messages to virtual functions. The
+// object outlives the dialog.
+//
+// Every dialog closes on Escape, is owned by what it opened from, stands in front of a window that is always
+// on top, and appears in the middle of its owner.
+
+#include "win32/UncaughtErrors.h"
+#include "win32/WindowsHeaders.h"
+
+#include <string>
+#include <utility>
+
+namespace quarn {
+
+class Dialog {
+  public:
+    // The form's name is also the one under which errors of this dialog are reported.
+    explicit Dialog(const char* formName) noexcept : formName_(formName) {}
+    Dialog(const Dialog&) = delete;
+    Dialog& operator=(const Dialog&) = delete;
+    virtual ~Dialog() = default;
+
+    HWND Handle() const noexcept { return handle_; }
+
+    // Returns when the dialog is closed: what Close was given. Throws the system's error when it cannot open.
+    INT_PTR ShowModal(HWND owner, bool topMost);
+
+  protected:
+    // The controls are there and the dialog is not shown yet.
+    virtual void OnInit() {}
+
+    // A button was pressed, an entry chosen, a text changed.
+    virtual void OnCommand(int /*id*/, int /*notification*/) {}
+    virtual LRESULT OnNotify(NMHDR& /*notification*/) { return 0; }
+
+    // The default button; Escape and the close box.
+    virtual void OnOK() { Close(IDOK); }
+    virtual void OnCancel() { Close(IDCANCEL); }
+
+    // However the dialog was closed.
+    virtual void OnDestroy() {}
+
+    void Close(INT_PTR result) noexcept { EndDialog(handle_, result); }
+
+    HWND Item(int id) const noexcept { return GetDlgItem(handle_, id); }
+    std::string ItemText(int id) const;
+    void SetItemText(int id, const std::string& text) noexcept;
+    bool IsChecked(int id) const noexcept { return IsDlgButtonChecked(handle_, id) == BST_CHECKED; }
+    void SetChecked(int id, bool checked) noexcept;
+    void EnableItem(int id, bool enabled) noexcept { EnableWindow(Item(id), enabled ? TRUE : FALSE); }
+
+    // Puts the keyboard focus on a field, with its text selected; in OnInit, in place of the first field.
+    void FocusItem(int id) noexcept;
+
+    template<class Body>
+    void Guarded(const char* handler, Body&& body) noexcept {
+        Contain(formName_, handler, std::forward<Body>(body));
+    }
+
+  private:
+    static INT_PTR CALLBACK DialogProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+    INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    void Initialise() noexcept;
+    void DispatchCommand(int id, int notification) noexcept;
+    void CentreOnOwner() noexcept;
+
+    const char* formName_;
+    HWND handle_ = nullptr;
+    bool topMost_ = false;
+    bool focusMoved_ = false;
+};
+
+} // namespace quarn

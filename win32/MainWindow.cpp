@@ -1,0 +1,216 @@
+#include "win32/MainWindow.h"
+
+#include "core/Version.h"
+#include "views/LayoutRules.h"
+#include "win32/Screens.h"
+#include "win32/resources/ids.h"
+
+#include <commctrl.h>
+#include <utility>
+
+namespace quarn {
+
+namespace {
+
+constexpr char ClassName[] = "QuarnMainWindow";
+constexpr char ApplicationIcon[] = "application";
+constexpr int SmallPicture = 16; // in pixels of 96 to an inch
+
+// Centred on the first screen.
+RECT FirstBounds() {
+    const std::vector<Screen> screens = ConnectedScreens();
+    RECT area{};
+    if (!screens.empty())
+        area = screens.front().workArea;
+    const Dpi dpi = screens.empty() ? Dpi::OfSystem() : screens.front().dpi;
+    RECT bounds = dpi.ToPixels({0, 0, DesignSize.width, DesignSize.height});
+    OffsetRect(&bounds, (area.left + area.right - bounds.right) / 2,
+               (area.top + area.bottom - bounds.bottom) / 2);
+    return bounds;
+}
+
+} // namespace
+
+MainWindow::MainWindow(ProgramState& program, WindowsDesktop& desktop)
+    : Window(MainFormName),
+      program_(program),
+      desktop_(desktop),
+      form_(program, desktop.Interfaces(), *this, sckMaster_, sckServer_),
+      tmrTimeout_(form_.controls.tmrTimeout),
+      trvGames_(form_.controls.trvGames),
+      lvwServers_(form_.controls.lvwServers, NameColumn + 1),
+      lvwPlayers_(form_.controls.lvwPlayers, 1),
+      lvwServVars_(form_.controls.lvwServVars, 1),
+      tbMain_(form_.controls.tbMain),
+      sbMain_(form_.controls.sbMain),
+      pbScanning_(form_.controls.pbScanning) {}
+
+MainWindow::~MainWindow() {
+    desktop_.Events().beforeWait = nullptr;
+    desktop_.Events().preTranslate = nullptr;
+    desktop_.SetMainWindow(nullptr);
+}
+
+void MainWindow::Show() {
+    LoadMenus();
+    icon_ = LoadIconOfSize(ApplicationIcon, GetSystemMetrics(SM_CXICON));
+    smallIcon_ = LoadIconOfSize(ApplicationIcon, GetSystemMetrics(SM_CXSMICON));
+    Creation creation{ClassName, ApplicationTitle};
+    creation.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+    creation.bounds = FirstBounds();
+    creation.menu = mainMenu_;
+    creation.icon = icon_.Get();
+    creation.smallIcon = smallIcon_.Get();
+    Create(creation);
+
+    desktop_.SetMainWindow(Handle());
+    desktop_.Events().beforeWait = [this] { FlushModels(); };
+    desktop_.Events().preTranslate = [this](MSG& message) { return PreTranslate(message); };
+
+    form_.Form_Load();
+    loaded_ = true;
+    Arrange();
+    ShowWindow(Handle(), SW_SHOWNORMAL);
+    RunLater("Form_Activate", [this] { form_.Form_Activate(); });
+}
+
+Answer MainWindow::OnCreate() {
+    CreateControls();
+    ConnectEvents();
+    ApplyLook(Dpi::OfWindow(Handle()));
+    return Handled;
+}
+
+void MainWindow::CreateControls() {
+    using Selection = ListViewControl::Selection;
+    const Dpi dpi = Dpi::OfWindow(Handle());
+    // In the order in which Tab visits them.
+    trvGames_.Create(Handle(), ID_trvGames, "Games");
+    lvwServers_.Create(Handle(), ID_lvwServers, "Servers", Selection::SeveralRows, dpi,
+                       {{28}, {136}, {58}, {170}, {56}, {44, true}, {68}, {84}, {116}});
+    lvwPlayers_.Create(Handle(), ID_lvwPlayers, "Players", Selection::OneRow, dpi,
+                       {{220}, {64, true}, {64, true}});
+    lvwServVars_.Create(Handle(), ID_lvwServVars, "Variables", Selection::OneRow, dpi, {{150}, {220}});
+    tbMain_.Create(Handle(), ID_tbMain, ID_tbMainButton);
+    sbMain_.Create(Handle(), ID_sbMain);
+    pbScanning_.Create(sbMain_.Handle(), ID_pbScanning);
+    sbMain_.CoverPanel(ProgressPanel, pbScanning_.Handle());
+    lastFocus_ = lvwServers_.Handle();
+}
+
+// Fonts and pictures for a DPI. The controls take the new ones before the old ones go.
+void MainWindow::ApplyLook(Dpi dpi) {
+    dpi_ = dpi;
+    FontHandle font = MessageFont(dpi);
+    const int small = dpi.Scaled(SmallPicture);
+    Images treePictures(small, {"fldrcls", "fldrop", "checked", "unchecked", "game"});
+    Images listPictures(small, {"locked", "ascending", "descending"});
+    listPictures.AddFlags();
+
+    trvGames_.SetFont(font.Get());
+    for (ListViewControl* list : {&lvwServers_, &lvwPlayers_, &lvwServVars_}) {
+        list->SetFont(font.Get());
+        list->ChangeDpi(dpi);
+    }
+    tbMain_.SetLook(dpi, font.Get());
+    sbMain_.SetLook(dpi, font.Get());
+    pbScanning_.SetDpi(dpi);
+
+    std::swap(treePictures_, treePictures);
+    std::swap(listPictures_, listPictures);
+    trvGames_.SetImages(treePictures_);
+    lvwServers_.SetImages(listPictures_, ListViewControl::Pictures::OfRowsAndHeaders);
+    lvwPlayers_.SetImages(listPictures_, ListViewControl::Pictures::OfHeaders);
+    font_ = std::move(font);
+}
+
+// The bars dock by themselves and report their geometry; from that the form lays out the rest.
+void MainWindow::Arrange() {
+    if (!IsIconic(Handle())) {
+        tbMain_.Dock();
+        sbMain_.Dock();
+        form_.controls.tbMain.height = dpi_.ToTwips(tbMain_.Height());
+    }
+    form_.Form_Resize();
+    FlushModels();
+}
+
+void MainWindow::MoveListsToLayout() {
+    const MainLayout& layout = form_.controls.layout;
+    if (layout == shownLayout_)
+        return;
+    shownLayout_ = layout;
+    trvGames_.MoveTo(dpi_.ToPixels(layout.trvGames));
+    lvwServers_.MoveTo(dpi_.ToPixels(layout.lvwServers));
+    lvwPlayers_.MoveTo(dpi_.ToPixels(layout.lvwPlayers));
+    lvwServVars_.MoveTo(dpi_.ToPixels(layout.lvwServVars));
+}
+
+void MainWindow::FlushModels() noexcept {
+    if (Handle() == nullptr || !loaded_ || std::exchange(flushing_, true))
+        return;
+    Guarded("FlushModels", [this] {
+        MoveListsToLayout();
+        trvGames_.Flush();
+        lvwServers_.Flush();
+        lvwPlayers_.Flush();
+        lvwServVars_.Flush();
+        tbMain_.Flush();
+        sbMain_.Flush();
+        pbScanning_.Flush();
+        FlushMenus();
+    });
+    flushing_ = false;
+}
+
+Answer MainWindow::OnSize(WPARAM /*kind*/) {
+    if (loaded_)
+        Arrange();
+    return Handled;
+}
+
+Answer MainWindow::OnDpiChanged(unsigned dotsPerInch, const RECT& suggested) {
+    ApplyLook(Dpi(dotsPerInch));
+    shownLayout_ = {};
+    SetWindowPos(Handle(), nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+                 suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (loaded_)
+        Arrange();
+    return Handled;
+}
+
+Answer MainWindow::OnSystemSettingsChanged() {
+    ApplyLook(dpi_);
+    if (loaded_)
+        Arrange();
+    return NotHandled;
+}
+
+Answer MainWindow::OnSystemColorsChanged() {
+    for (const Control* control : std::initializer_list<const Control*>{
+             &trvGames_, &lvwServers_, &lvwPlayers_, &lvwServVars_, &tbMain_, &sbMain_, &pbScanning_})
+        SendMessageA(control->Handle(), WM_SYSCOLORCHANGE, 0, 0);
+    return NotHandled;
+}
+
+Answer MainWindow::OnClose() {
+    EndMenu();
+    // A box on top of the window is closed first, as cancelled; the close comes back when it is gone.
+    if (desktop_.Prompts().CancelOpenBox())
+        PostMessageA(Handle(), WM_CLOSE, 0, 0);
+    else
+        form_.Unload();
+    return Handled;
+}
+
+Answer MainWindow::OnQueryEndSession() {
+    return TRUE;
+}
+
+Answer MainWindow::OnEndSession(bool ending) {
+    if (ending)
+        form_.EndSession();
+    return Handled;
+}
+
+} // namespace quarn

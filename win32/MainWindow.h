@@ -1,0 +1,163 @@
+#pragma once
+
+// The main window: shows the models of frmMain in real controls and hands what the user does to the form's
+// handlers. It decides nothing itself.
+//
+// Controls are brought up to date in one place, FlushModels, which the message pump calls before it waits and
+// the system's own loops (menus, dialogs) when they idle.
+//
+// Teardown, in this order: the pump's hooks are taken away, so that nothing flushes any more; the desktop
+// forgets the window; the window is destroyed, and with it its controls, each unbound from its wrapper by its
+// last message; then the program is told to end. The object itself, with form and models, goes after the
+// message loop has returned, when no handler is on the stack any more.
+
+#include "views/frmMain.h"
+#include "win32/Dpi.h"
+#include "win32/Fonts.h"
+#include "win32/Images.h"
+#include "win32/TimerWin.h"
+#include "win32/UdpSocketWin.h"
+#include "win32/Window.h"
+#include "win32/controls/ListViewControl.h"
+#include "win32/controls/ProgressBarControl.h"
+#include "win32/controls/StatusBarControl.h"
+#include "win32/controls/ToolbarControl.h"
+#include "win32/controls/TreeViewControl.h"
+#include "win32/desktop/WindowsDesktop.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace quarn {
+
+class MainWindow final : public Window, public FormWindow {
+  public:
+    // Both outlive the window.
+    MainWindow(ProgramState& program, WindowsDesktop& desktop);
+    ~MainWindow() override;
+
+    // Makes the window, loads the form and shows it. The form's activation follows as an event.
+    void Show();
+
+    frmMain& Form() noexcept { return form_; }
+
+    // Brings the controls up to date with the models; costs next to nothing when nothing changed.
+    void FlushModels() noexcept;
+
+    // Runs a command of the menus, the keyboard or the toolbar, if it is available.
+    void RunCommand(int command) noexcept;
+
+  private:
+    // FormWindow (MainWindowForm.cpp)
+    WindowState State() const override;
+    void SetState(WindowState state) override;
+    TwipsRect Bounds() const override;
+    void SetBounds(const TwipsRect& bounds) override;
+    TwipsSize InnerSize() const override;
+    TwipsSize ScreenSize() const override;
+    void SetCaption(const std::string& caption) override;
+    void SetVisible(bool visible) override;
+    void SetShownInTaskbar(bool shown) override;
+    void SetTopMost(bool topMost) override;
+    void PopUp(PopupMenu menu) override;
+    void ShowChanges() override;
+    void Destroy() override;
+
+    // Window
+    Answer OnCreate() override;
+    Answer OnClose() override;
+    Answer OnQueryEndSession() override;
+    Answer OnEndSession(bool ending) override;
+    Answer OnSize(WPARAM kind) override;
+    Answer OnDpiChanged(unsigned dotsPerInch, const RECT& suggested) override;
+    Answer OnSystemSettingsChanged() override;
+    Answer OnSystemColorsChanged() override;
+    Answer OnActivate(bool active, bool minimized) override;
+    Answer OnSetFocus() override;
+    Answer OnCommand(int id, HWND control) override;
+    Answer OnNotify(NMHDR& notification) override;
+    Answer OnContextMenu(HWND on, POINT screen) override;
+    Answer OnEnterIdle() override;
+    Answer OnOwnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    // Look (MainWindow.cpp)
+    void CreateControls();
+    void ApplyLook(Dpi dpi);
+    void Arrange();
+    void MoveListsToLayout();
+
+    // Events (MainWindowEvents.cpp)
+    void ConnectEvents();
+    bool PreTranslate(MSG& message) noexcept;
+    bool MoveFocusByTab(const MSG& message) noexcept;
+
+    // Runs a handler when the control that tells of the event has finished its own work.
+    void RunLater(const char* handler, std::function<void()> body);
+    void RunOneDeferred();
+
+    // Menus (MainWindowMenus.cpp)
+    struct Command {
+        const char* handler;
+        std::function<void()> run;
+    };
+    void LoadMenus();
+    void AddCommands();
+    void Add(int id, const char* handler, std::function<void()> run);
+    bool IsAvailable(int command) const;
+    HMENU PopupOf(PopupMenu menu) const;
+    POINT PopupPosition(PopupMenu menu) const;
+    void DisableMissingCommands(HMENU menu);
+    void FlushMenus();
+    void ShowFavoritesEntries();
+
+    struct MenuKind {
+        using Type = HMENU;
+        static Type Empty() noexcept { return nullptr; }
+        static void Free(Type handle) noexcept { DestroyMenu(handle); }
+    };
+
+    ProgramState& program_;
+    WindowsDesktop& desktop_;
+    UdpSocketWin sckMaster_;
+    UdpSocketWin sckServer_;
+    frmMain form_;
+    TimerWin tmrTimeout_;
+
+    // Pictures and fonts outlive the controls below that use them.
+    Dpi dpi_ = Dpi::OfSystem();
+    FontHandle font_;
+    Images treePictures_;
+    Images listPictures_;
+    IconHandle icon_;
+    IconHandle smallIcon_;
+
+    TreeViewControl trvGames_;
+    ListViewControl lvwServers_;
+    ListViewControl lvwPlayers_;
+    ListViewControl lvwServVars_;
+    ToolbarControl tbMain_;
+    StatusBarControl sbMain_;
+    ProgressBarControl pbScanning_;
+    MainLayout shownLayout_;
+
+    UniqueHandle<MenuKind> popupMenus_;
+    HMENU mainMenu_ = nullptr; // the window's
+    HMENU favoritesMenu_ = nullptr;
+    HACCEL accelerators_ = nullptr;
+    HACCEL serverListAccelerators_ = nullptr;
+    std::map<int, Command> commands_;
+    std::vector<MenuEntry> shownEntries_;
+    POINT menuKeyPosition_{}; // where the menu belongs that the keyboard asked for
+    bool askedByKeyboard_ = false;
+
+    std::deque<Command> deferred_;
+    HWND lastFocus_ = nullptr;
+    bool loaded_ = false;
+    bool flushing_ = false;
+    bool shownInTaskbar_ = true;
+};
+
+} // namespace quarn

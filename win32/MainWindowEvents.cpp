@@ -1,0 +1,141 @@
+// What the user does, on its way from the controls to the form's handlers.
+
+#include "win32/MainWindow.h"
+#include "win32/resources/ids.h"
+
+#include <array>
+#include <commctrl.h>
+#include <utility>
+
+namespace quarn {
+
+namespace {
+
+constexpr UINT RunDeferredMessage = WM_APP;
+
+} // namespace
+
+void MainWindow::ConnectEvents() {
+    ServerListView& servers = form_.servers;
+    lvwServers_.Clicked = [&] { servers.lvwServers_Click(); };
+    lvwServers_.MouseReleased = [&] { servers.lvwServers_MouseUp(); };
+    lvwServers_.KeyReleased = [&](std::int32_t code) {
+        Guarded("lvwServers_KeyUp", [&] { servers.lvwServers_KeyUp(code); });
+    };
+    lvwServers_.ColumnClicked = [&](std::int32_t column) { servers.lvwServers_ColumnClick(column); };
+    lvwServers_.Activated = [this] {
+        RunLater("lvwServers_DblClick", [this] { RunCommand(ID_mnuServConnectPlay); });
+    };
+    lvwServers_.RightPressed = [&] {
+        Guarded("lvwServers_MouseDown", [&] {
+            servers.lvwServers_Click();
+            PopUp(PopupMenu::Server);
+        });
+    };
+    lvwPlayers_.ColumnClicked = [&](std::int32_t column) { servers.lvwPlayers_ColumnClick(column); };
+
+    trvGames_.NodeClicked = [this](const std::string& key) {
+        RunLater("trvGames_NodeClick", [this, key] { form_.tree.trvGames_NodeClick(key); });
+    };
+    trvGames_.SelectedByKeyboard = [this](const std::string& key) {
+        // Moving onto a filter must not switch it.
+        if (!GamesTree::IsFilterNode(key))
+            trvGames_.NodeClicked(key);
+    };
+    trvGames_.RightReleased = [this] { PopUp(PopupMenu::TreeView); };
+
+    tbMain_.ButtonClicked = [this](const std::string& key) {
+        Guarded("tbMain_ButtonClick", [&] { form_.tbMain_ButtonClick(key); });
+    };
+}
+
+Answer MainWindow::OnNotify(NMHDR& notification) {
+    for (Control* control :
+         std::array<Control*, 5>{&lvwServers_, &lvwPlayers_, &lvwServVars_, &trvGames_, &tbMain_})
+        if (notification.hwndFrom == control->Handle())
+            return control->OnNotify(notification);
+    return NotHandled;
+}
+
+void MainWindow::RunLater(const char* handler, std::function<void()> body) {
+    deferred_.push_back({handler, std::move(body)});
+    PostMessageA(Handle(), RunDeferredMessage, 0, 0);
+}
+
+Answer MainWindow::OnOwnMessage(UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    if (message != RunDeferredMessage)
+        return NotHandled;
+    RunOneDeferred();
+    return Handled;
+}
+
+void MainWindow::RunOneDeferred() {
+    if (deferred_.empty())
+        return;
+    const Command next = std::move(deferred_.front());
+    deferred_.pop_front();
+    Guarded(next.handler, next.run);
+}
+
+// The system's own loops, of menus and dialogs, do not know the pump.
+Answer MainWindow::OnEnterIdle() {
+    FlushModels();
+    return NotHandled;
+}
+
+// Only the keyboard asks this way: the lists and the tree answer to the mouse's own messages.
+Answer MainWindow::OnContextMenu(HWND on, POINT screen) {
+    if (screen.x != -1 || screen.y != -1)
+        return NotHandled;
+    askedByKeyboard_ = true;
+    if (on == lvwServers_.Handle()) {
+        menuKeyPosition_ = lvwServers_.MenuPosition();
+        form_.servers.lvwServers_Click();
+        PopUp(PopupMenu::Server);
+    } else if (on == trvGames_.Handle()) {
+        menuKeyPosition_ = trvGames_.MenuPosition();
+        PopUp(PopupMenu::TreeView);
+    }
+    askedByKeyboard_ = false;
+    return Handled;
+}
+
+Answer MainWindow::OnActivate(bool active, bool /*minimized*/) {
+    if (active)
+        sbMain_.ReadLockKeys();
+    else if (const HWND focus = GetFocus(); focus != nullptr && IsChild(Handle(), focus))
+        lastFocus_ = focus;
+    return NotHandled;
+}
+
+Answer MainWindow::OnSetFocus() {
+    SetFocus(lastFocus_);
+    return Handled;
+}
+
+bool MainWindow::PreTranslate(MSG& message) noexcept {
+    if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd))
+        return false;
+    const bool keyMoves = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+    if (!keyMoves)
+        return false;
+    if (StatusBarControl::IsLockKey(message.wParam))
+        sbMain_.ReadLockKeys();
+    if (MoveFocusByTab(message))
+        return true;
+    if (lvwServers_.HasFocus() && TranslateAcceleratorA(Handle(), serverListAccelerators_, &message))
+        return true;
+    return TranslateAcceleratorA(Handle(), accelerators_, &message) != 0;
+}
+
+bool MainWindow::MoveFocusByTab(const MSG& message) noexcept {
+    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0)
+        return false;
+    const bool backwards = GetKeyState(VK_SHIFT) < 0;
+    // The style WS_TABSTOP marks the stops, the order of creation is theirs.
+    if (const HWND next = GetNextDlgTabItem(Handle(), GetFocus(), backwards); next != nullptr)
+        SetFocus(next);
+    return true;
+}
+
+} // namespace quarn

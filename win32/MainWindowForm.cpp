@@ -1,0 +1,92 @@
+// What the main form asks of its window.
+
+#include "win32/MainWindow.h"
+#include "win32/Screens.h"
+
+namespace quarn {
+
+WindowState MainWindow::State() const {
+    if (IsIconic(Handle()))
+        return WindowState::Minimized;
+    return IsZoomed(Handle()) ? WindowState::Maximized : WindowState::Normal;
+}
+
+void MainWindow::SetState(WindowState state) {
+    switch (state) {
+    case WindowState::Minimized:
+        ShowWindow(Handle(), SW_MINIMIZE);
+        break;
+    case WindowState::Maximized:
+        ShowWindow(Handle(), SW_SHOWMAXIMIZED);
+        break;
+    case WindowState::Normal:
+        ShowWindow(Handle(), SW_SHOWNORMAL);
+        break;
+    }
+}
+
+TwipsRect MainWindow::Bounds() const {
+    RECT bounds{};
+    GetWindowRect(Handle(), &bounds);
+    return dpi_.ToTwips(bounds);
+}
+
+void MainWindow::SetBounds(const TwipsRect& bounds) {
+    const RECT pixels = PlaceOnScreens(bounds, ConnectedScreens());
+    SetWindowPos(Handle(), nullptr, pixels.left, pixels.top, pixels.right - pixels.left,
+                 pixels.bottom - pixels.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+TwipsSize MainWindow::InnerSize() const {
+    RECT inner{};
+    GetClientRect(Handle(), &inner);
+    return {dpi_.ToTwips(inner.right), dpi_.ToTwips(inner.bottom)};
+}
+
+TwipsSize MainWindow::ScreenSize() const {
+    return {dpi_.ToTwips(GetSystemMetrics(SM_CXSCREEN)), dpi_.ToTwips(GetSystemMetrics(SM_CYSCREEN))};
+}
+
+void MainWindow::SetCaption(const std::string& caption) {
+    SetWindowTextA(Handle(), caption.c_str());
+}
+
+void MainWindow::SetVisible(bool visible) {
+    ShowWindow(Handle(), visible ? SW_SHOW : SW_HIDE);
+    if (visible)
+        SetForegroundWindow(Handle());
+}
+
+// A hidden window has no button there anyway; a visible one loses it as a tool window.
+void MainWindow::SetShownInTaskbar(bool shown) {
+    const LONG_PTR style = GetWindowLongPtrA(Handle(), GWL_EXSTYLE);
+    const LONG_PTR wanted = shown ? style & ~LONG_PTR{WS_EX_TOOLWINDOW} : style | WS_EX_TOOLWINDOW;
+    if (wanted == style || (!shown && !IsWindowVisible(Handle())))
+        return;
+    // The taskbar takes notice of a style only when a window appears.
+    const bool visible = IsWindowVisible(Handle()) != FALSE;
+    if (visible)
+        ShowWindow(Handle(), SW_HIDE);
+    SetWindowLongPtrA(Handle(), GWL_EXSTYLE, wanted);
+    if (visible)
+        ShowWindow(Handle(), SW_SHOWNA);
+}
+
+void MainWindow::SetTopMost(bool topMost) {
+    SetWindowPos(Handle(), topMost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+}
+
+void MainWindow::ShowChanges() {
+    FlushModels();
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void MainWindow::Destroy() {
+    desktop_.Events().beforeWait = nullptr;
+    desktop_.Events().preTranslate = nullptr;
+    desktop_.SetMainWindow(nullptr);
+    DestroyWindow(Handle());
+    PostQuitMessage(0);
+}
+
+} // namespace quarn

@@ -1,0 +1,195 @@
+// Menus and keys of the main window: which command runs which handler, and what the models change about them.
+
+#include "win32/MainWindow.h"
+#include "win32/resources/ids.h"
+
+#include <utility>
+
+namespace quarn {
+
+namespace {
+
+// A folder's name as a menu entry: no access keys, and nothing that the system takes for a separator.
+std::string MenuText(const std::string& name) {
+    std::string text;
+    for (const char character : std::string(name.c_str())) {
+        text += character;
+        if (character == '&')
+            text += character;
+    }
+    return text.empty() ? " " : text;
+}
+
+HMENU SubmenuOf(HMENU menu, UINT id) {
+    MENUITEMINFOA item{};
+    item.cbSize = sizeof item;
+    item.fMask = MIIM_SUBMENU;
+    return GetMenuItemInfoA(menu, id, FALSE, &item) ? item.hSubMenu : nullptr;
+}
+
+void Enable(HMENU menu, UINT id, bool enabled) {
+    EnableMenuItem(menu, id, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
+}
+
+bool IsBetween(int id, int group, int nextGroup) {
+    return id > group && id < nextGroup;
+}
+
+} // namespace
+
+void MainWindow::LoadMenus() {
+    const HINSTANCE instance = GetModuleHandleA(nullptr);
+    mainMenu_ = LoadMenuA(instance, MAKEINTRESOURCEA(IDR_MAIN_MENU));
+    popupMenus_.Reset(LoadMenuA(instance, MAKEINTRESOURCEA(IDR_POPUP_MENUS)));
+    favoritesMenu_ = SubmenuOf(mainMenu_, ID_mnuServFavoritesAdd);
+    accelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_ACCELERATORS));
+    serverListAccelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_SERVER_LIST_ACCELERATORS));
+    AddCommands();
+    DisableMissingCommands(mainMenu_);
+    DisableMissingCommands(popupMenus_.Get());
+}
+
+void MainWindow::Add(int id, const char* handler, std::function<void()> run) {
+    commands_[id] = {handler, std::move(run)};
+}
+
+void MainWindow::AddCommands() {
+    Add(ID_mnuFileQuit, "mnuFileQuit_Click", [this] { form_.mnuFileQuit_Click(); });
+    Add(ID_mnuServRefresh, "mnuServRefresh_Click", [this] { form_.scan.mnuServRefresh_Click(); });
+    Add(ID_mnuServRefreshAll, "mnuServRefreshAll_Click", [this] { form_.scan.mnuServRefreshAll_Click(); });
+    Add(ID_mnuServDelete, "mnuServDelete_Click", [this] { form_.servers.mnuServDelete_Click(); });
+    Add(ID_mnuServCopyAddress, "mnuServCopyAddress_Click",
+        [this] { form_.servers.mnuServCopyAddress_Click(); });
+    for (int folder = 1; folder <= MaxFavoritesFolders; ++folder)
+        Add(ID_mnuServAddToFavorites + folder, "mnuServAddToFavorites_Click",
+            [this, folder] { form_.tree.mnuServAddToFavorites_Click(folder); });
+    Add(ID_mnuServerListGet, "mnuServerListGet_Click", [this] { form_.master.mnuServerListGet_Click(); });
+    Add(ID_mnuServerListClear, "mnuServerListClear_Click",
+        [this] { form_.servers.mnuServerListClear_Click(); });
+    Add(ID_mnuRecheckCountries, "mnuRecheckCountries_Click",
+        [this] { form_.countries.mnuRecheckCountries_Click(); });
+    Add(ID_mnuServerListExport, "mnuServerListExport_Click",
+        [this] { form_.servers.mnuServerListExport_Click(); });
+    Add(ID_mnuTreeRename, "mnuTreeRename_Click", [this] { form_.tree.mnuTreeRename_Click(); });
+    Add(ID_keyStop, "tbMain_ButtonClick", [this] { form_.tbMain_ButtonClick("stop"); });
+    Add(ID_keySelectAll, "lvwServers_KeyDown", [this] { lvwServers_.SelectAll(); });
+}
+
+bool MainWindow::IsAvailable(int command) const {
+    const MainControls& controls = form_.controls;
+    if (!commands_.contains(command))
+        return false;
+    if (const int folder = command - ID_mnuServAddToFavorites; controls.mnuServAddToFavorites.Holds(folder)) {
+        const MenuEntry& entry = controls.mnuServAddToFavorites[folder];
+        return entry.visible && entry.enabled; // also from the toolbar, whatever the menu above it
+    }
+    if (IsBetween(command, ID_mnuServer, ID_mnuServerList))
+        return controls.mnuServer.enabled;
+    if (command == ID_mnuServerListExport && !controls.mnuServerListExport.enabled)
+        return false;
+    if (IsBetween(command, ID_mnuServerList, ID_mnuExtras))
+        return controls.mnuServerList.enabled;
+    return true;
+}
+
+void MainWindow::RunCommand(int command) noexcept {
+    Guarded("RunCommand", [&] {
+        if (!IsAvailable(command))
+            return;
+        const Command& found = commands_.at(command);
+        Guarded(found.handler, found.run);
+    });
+}
+
+Answer MainWindow::OnCommand(int id, HWND /*control*/) {
+    if (!tbMain_.OnCommand(id))
+        RunCommand(id);
+    return Handled;
+}
+
+// Entries whose command does not exist are there and cannot be chosen.
+void MainWindow::DisableMissingCommands(HMENU menu) {
+    for (int position = 0; position < GetMenuItemCount(menu); ++position) {
+        if (const HMENU submenu = GetSubMenu(menu, position); submenu != nullptr)
+            DisableMissingCommands(submenu);
+        else if (!commands_.contains(static_cast<int>(GetMenuItemID(menu, position))))
+            EnableMenuItem(menu, static_cast<UINT>(position), MF_BYPOSITION | MF_GRAYED);
+    }
+}
+
+void MainWindow::FlushMenus() {
+    const MainControls& controls = form_.controls;
+    std::vector<MenuEntry> entries = {controls.mnuServer, controls.mnuServerList,
+                                      controls.mnuServerListExport};
+    for (std::int32_t folder = 1; folder <= controls.mnuServAddToFavorites.HighestIndex(); ++folder)
+        entries.push_back(controls.mnuServAddToFavorites[folder]);
+    if (entries == shownEntries_)
+        return;
+    shownEntries_ = std::move(entries);
+    Enable(mainMenu_, ID_mnuServer, controls.mnuServer.enabled);
+    Enable(mainMenu_, ID_mnuServerList, controls.mnuServerList.enabled);
+    Enable(mainMenu_, ID_mnuServerListExport, controls.mnuServerListExport.enabled);
+    ShowFavoritesEntries();
+    DrawMenuBar(Handle());
+}
+
+void MainWindow::ShowFavoritesEntries() {
+    while (DeleteMenu(favoritesMenu_, 0, MF_BYPOSITION)) {
+    }
+    const OneBased<MenuEntry>& entries = form_.controls.mnuServAddToFavorites;
+    for (std::int32_t folder = 1; folder <= entries.HighestIndex(); ++folder) {
+        const MenuEntry& entry = entries[folder];
+        if (!entry.visible)
+            continue;
+        std::string text = MenuText(entry.caption);
+        MENUITEMINFOA item{};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_ID | MIIM_STRING | MIIM_STATE;
+        item.wID = static_cast<UINT>(ID_mnuServAddToFavorites + folder);
+        item.fState = entry.enabled ? MFS_ENABLED : MFS_GRAYED;
+        item.dwTypeData = text.data();
+        InsertMenuItemA(favoritesMenu_, static_cast<UINT>(GetMenuItemCount(favoritesMenu_)), TRUE, &item);
+    }
+    Enable(mainMenu_, ID_mnuServFavoritesAdd, GetMenuItemCount(favoritesMenu_) > 0);
+}
+
+HMENU MainWindow::PopupOf(PopupMenu menu) const {
+    switch (menu) {
+    case PopupMenu::Server:
+        return SubmenuOf(mainMenu_, ID_mnuServer);
+    case PopupMenu::AddToFavorites:
+        return favoritesMenu_;
+    case PopupMenu::TreeView:
+        return SubmenuOf(popupMenus_.Get(), ID_mnuTreeView);
+    case PopupMenu::SysTray:
+        return SubmenuOf(popupMenus_.Get(), ID_mnuSysTray);
+    }
+    return nullptr;
+}
+
+POINT MainWindow::PopupPosition(PopupMenu menu) const {
+    if (menu == PopupMenu::AddToFavorites) {
+        const RECT button = tbMain_.ButtonBounds(form_.controls.tbMain.buttons.HighestIndex());
+        return {button.left, button.bottom};
+    }
+    if (askedByKeyboard_)
+        return menuKeyPosition_;
+    POINT mouse{};
+    GetCursorPos(&mouse);
+    return mouse;
+}
+
+void MainWindow::PopUp(PopupMenu menu) {
+    if (menu == PopupMenu::Server && !form_.controls.mnuServer.enabled)
+        return;
+    FlushModels();
+    // Without it the menu of an icon in the tray would stay when the user clicks elsewhere.
+    if (menu == PopupMenu::SysTray)
+        SetForegroundWindow(Handle());
+    const POINT position = PopupPosition(menu);
+    TrackPopupMenuEx(PopupOf(menu), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON, position.x, position.y,
+                     Handle(), nullptr);
+    PostMessageA(Handle(), WM_NULL, 0, 0);
+}
+
+} // namespace quarn

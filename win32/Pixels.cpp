@@ -1,0 +1,129 @@
+#include "win32/Pixels.h"
+
+#include "win32/SystemError.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quarn {
+
+static_assert(sizeof(Pixel) == 4, "laid out as a pixel of a 32-bit bitmap");
+
+namespace {
+
+// A whole bitmap's pixels, from the top row down.
+std::vector<Pixel> BitsOf(HBITMAP bitmap, int width, int height) {
+    BITMAPINFO description{};
+    description.bmiHeader.biSize = sizeof description.bmiHeader;
+    description.bmiHeader.biWidth = width;
+    description.bmiHeader.biHeight = -height;
+    description.bmiHeader.biPlanes = 1;
+    description.bmiHeader.biBitCount = 32;
+    description.bmiHeader.biCompression = BI_RGB;
+
+    std::vector<Pixel> bits(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    const HDC screen = GetDC(nullptr);
+    GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), bits.data(), &description, DIB_RGB_COLORS);
+    ReleaseDC(nullptr, screen);
+    return bits;
+}
+
+std::uint8_t ToByte(double value) {
+    return static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0, 255.0)));
+}
+
+} // namespace
+
+Pixels Pixels::OfIcon(HICON icon, int size) {
+    Pixels picture(size);
+    ICONINFO parts{};
+    if (!GetIconInfo(icon, &parts))
+        return picture;
+    BITMAP colour{};
+    if (parts.hbmColor != nullptr && GetObjectA(parts.hbmColor, sizeof colour, &colour) != 0 &&
+        colour.bmWidth == size && colour.bmHeight == size)
+        picture.pixels_ = BitsOf(parts.hbmColor, size, size);
+    if (parts.hbmColor != nullptr)
+        DeleteObject(parts.hbmColor);
+    DeleteObject(parts.hbmMask);
+    return picture;
+}
+
+std::vector<Pixels> Pixels::OfStrip(HBITMAP strip) {
+    BITMAP description{};
+    if (GetObjectA(strip, sizeof description, &description) == 0 || description.bmHeight <= 0)
+        return {};
+    const int size = description.bmHeight;
+    const int width = description.bmWidth;
+    const std::vector<Pixel> bits = BitsOf(strip, width, size);
+
+    std::vector<Pixels> cells(static_cast<std::size_t>(width / size), Pixels(size));
+    for (std::size_t cell = 0; cell < cells.size(); ++cell)
+        for (int y = 0; y < size; ++y) {
+            const auto row = bits.begin() + static_cast<std::ptrdiff_t>(y) * width +
+                             static_cast<std::ptrdiff_t>(cell) * size;
+            std::copy(row, row + size, &cells[cell].At(0, y));
+        }
+    return cells;
+}
+
+Pixel Pixels::MeanOf(double left, double top, double extent) const {
+    double blue = 0;
+    double green = 0;
+    double red = 0;
+    double alpha = 0;
+    for (int y = static_cast<int>(top); y < size_ && y < top + extent; ++y)
+        for (int x = static_cast<int>(left); x < size_ && x < left + extent; ++x) {
+            const double covered = (std::min(left + extent, x + 1.0) - std::max(left, double(x))) *
+                                   (std::min(top + extent, y + 1.0) - std::max(top, double(y)));
+            const Pixel& pixel = At(x, y);
+            const double weight = covered * pixel.alpha;
+            alpha += weight;
+            blue += weight * pixel.blue;
+            green += weight * pixel.green;
+            red += weight * pixel.red;
+        }
+    if (alpha <= 0)
+        return {};
+    return {ToByte(blue / alpha), ToByte(green / alpha), ToByte(red / alpha),
+            ToByte(alpha / (extent * extent))};
+}
+
+Pixels Pixels::Resized(int size) const {
+    if (size == size_)
+        return *this;
+    Pixels resized(size);
+    const double extent = static_cast<double>(size_) / size;
+    for (int y = 0; y < size; ++y)
+        for (int x = 0; x < size; ++x)
+            resized.At(x, y) = MeanOf(x * extent, y * extent, extent);
+    return resized;
+}
+
+Pixels Pixels::Disabled() const {
+    Pixels pale(*this);
+    for (Pixel& pixel : pale.pixels_) {
+        // Luminance as ITU-R BT.601 weighs the colours.
+        const std::uint8_t grey = ToByte(0.299 * pixel.red + 0.587 * pixel.green + 0.114 * pixel.blue);
+        pixel = {grey, grey, grey, ToByte(pixel.alpha * 0.45)};
+    }
+    return pale;
+}
+
+HICON Pixels::MakeIcon() const {
+    // With alpha in the colours the mask is not looked at, but an icon has to have one.
+    const std::vector<std::uint8_t> mask(static_cast<std::size_t>((size_ + 15) / 16 * 2) * size_);
+    ICONINFO parts{};
+    parts.fIcon = TRUE;
+    parts.hbmMask = CreateBitmap(size_, size_, 1, 1, mask.data());
+    parts.hbmColor = CreateBitmap(size_, size_, 1, 32, pixels_.data());
+    const HICON icon = CreateIconIndirect(&parts);
+    const DWORD error = GetLastError();
+    DeleteObject(parts.hbmMask);
+    DeleteObject(parts.hbmColor);
+    if (icon == nullptr)
+        ThrowSystemError(error);
+    return icon;
+}
+
+} // namespace quarn

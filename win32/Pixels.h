@@ -1,0 +1,49 @@
+#pragma once
+
+// A square picture as pixels with alpha, and what can be done to it between a resource and an image list.
+
+#include "win32/WindowsHeaders.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace quarn {
+
+struct Pixel {
+    std::uint8_t blue = 0;
+    std::uint8_t green = 0;
+    std::uint8_t red = 0;
+    std::uint8_t alpha = 0; // colours are not multiplied by it
+};
+
+class Pixels {
+  public:
+    explicit Pixels(int size) : size_(size), pixels_(static_cast<std::size_t>(size) * size) {}
+
+    // From an icon with alpha of exactly this size; clear where the icon has no such colours.
+    static Pixels OfIcon(HICON icon, int size);
+
+    // Cuts a strip of square cells, a bitmap of 32 bits, into its pictures.
+    static std::vector<Pixels> OfStrip(HBITMAP strip);
+
+    int Size() const noexcept { return size_; }
+    Pixel& At(int x, int y) { return pixels_[static_cast<std::size_t>(y) * size_ + x]; }
+    const Pixel& At(int x, int y) const { return pixels_[static_cast<std::size_t>(y) * size_ + x]; }
+
+    // In another size; each pixel is the mean of what it covers.
+    Pixels Resized(int size) const;
+
+    // Pale and without colour.
+    Pixels Disabled() const;
+
+    // The caller destroys the icon. Throws the system's error.
+    HICON MakeIcon() const;
+
+  private:
+    Pixel MeanOf(double left, double top, double extent) const;
+
+    int size_;
+    std::vector<Pixel> pixels_;
+};
+
+} // namespace quarn

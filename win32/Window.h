@@ -1,0 +1,98 @@
+#pragma once
+
+// A window of the program: one handle bound to one object for its whole life. The program's only window
+// procedure finds the object, takes each message apart once and hands it to a virtual function. A function
+// that is not overridden, or that answers NotHandled, leaves the message to the system.
+//
+// The object owns the window and not the other way round: it outlives the handle, destroys it in its
+// destructor if that has not happened yet, and is unbound at the window's last message. Objects belong to the
+// user-interface thread.
+
+#include "win32/UncaughtErrors.h"
+#include "win32/WindowsHeaders.h"
+
+#include <optional>
+#include <utility>
+
+namespace quarn {
+
+using Answer = std::optional<LRESULT>;
+inline constexpr Answer NotHandled = std::nullopt;
+inline constexpr Answer Handled = 0;
+
+class Window {
+  public:
+    // The form's name is the one under which errors of this window are reported.
+    explicit Window(const char* formName) noexcept : formName_(formName) {}
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+    virtual ~Window();
+
+    HWND Handle() const noexcept { return handle_; }
+
+    // Runs an event handler; what escapes it is reported under the names of form and handler.
+    template<class Body>
+    void Guarded(const char* handler, Body&& body) noexcept {
+        Contain(formName_, handler, std::forward<Body>(body));
+    }
+
+  protected:
+    struct Creation {
+        const char* className;
+        const char* caption = "";
+        DWORD style = WS_OVERLAPPEDWINDOW;
+        DWORD extendedStyle = 0;
+        RECT bounds = {};
+        HWND owner = nullptr;
+        HMENU menu = nullptr;
+        HICON icon = nullptr;
+        HICON smallIcon = nullptr;
+    };
+
+    // Makes the window, invisible unless the style says otherwise. Throws the system's error.
+    void Create(const Creation& creation);
+
+    virtual Answer OnCreate() { return NotHandled; }
+    virtual Answer OnClose() { return NotHandled; }
+    virtual void OnDestroy() {}
+    virtual Answer OnQueryEndSession() { return NotHandled; }
+    virtual Answer OnEndSession(bool /*ending*/) { return NotHandled; }
+
+    virtual Answer OnSize(WPARAM /*kind*/) { return NotHandled; }
+    virtual Answer OnDpiChanged(unsigned /*dotsPerInch*/, const RECT& /*suggested*/) { return NotHandled; }
+    virtual Answer OnSystemSettingsChanged() { return NotHandled; }
+    virtual Answer OnSystemColorsChanged() { return NotHandled; }
+
+    virtual Answer OnActivate(bool /*active*/, bool /*minimized*/) { return NotHandled; }
+    virtual Answer OnSetFocus() { return NotHandled; }
+    virtual Answer OnCommand(int /*id*/, HWND /*control*/) { return NotHandled; }
+    virtual Answer OnNotify(NMHDR& /*notification*/) { return NotHandled; }
+    virtual Answer OnContextMenu(HWND /*on*/, POINT /*screen*/) { return NotHandled; }
+
+    // A menu or a dialog of ours waits for input.
+    virtual Answer OnEnterIdle() { return NotHandled; }
+
+    // Messages of the program's own, WM_APP and up.
+    virtual Answer OnOwnMessage(UINT /*message*/, WPARAM, LPARAM) { return NotHandled; }
+
+  private:
+    static LRESULT CALLBACK WndProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    static Window* Bind(HWND handle, const CREATESTRUCTA& creation) noexcept;
+
+    Answer Dispatch(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    Answer DispatchInput(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+    template<class Body>
+    Answer Answered(const char* handler, Body&& body) noexcept {
+        // A message whose handler failed counts as dealt with: the system's own idea of it, as for a close,
+        // may be the worst.
+        Answer answer = Handled;
+        Guarded(handler, [&] { answer = body(); });
+        return answer;
+    }
+
+    const char* formName_;
+    HWND handle_ = nullptr;
+};
+
+} // namespace quarn

@@ -1,0 +1,65 @@
+#pragma once
+
+// A common control inside the main window, and the base of the wrappers in this folder. A wrapper shows one
+// model: Flush brings the control up to date with it and costs next to nothing when nothing changed; what the
+// user does goes into the model and to the wrapper's events.
+//
+// The control's window belongs to its parent and dies with it. The wrapper watches the window's messages
+// from its creation to its end (or to the wrapper's own, whichever comes first), all of them through one
+// procedure for every kind of control.
+
+#include "win32/Window.h"
+
+namespace quarn {
+
+class Control {
+  public:
+    Control() noexcept = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+    virtual ~Control();
+
+    HWND Handle() const noexcept { return handle_; }
+    bool HasFocus() const noexcept { return handle_ != nullptr && GetFocus() == handle_; }
+
+    void SetFont(HFONT font) noexcept;
+    void MoveTo(const RECT& bounds) noexcept;
+
+    // What the control tells its parent by WM_NOTIFY.
+    virtual Answer OnNotify(NMHDR& /*notification*/) { return NotHandled; }
+
+  protected:
+    struct Creation {
+        const char* className;
+        const char* name; // what assistive technology calls the control
+        DWORD style;
+        DWORD extendedStyle = 0;
+        int id;
+    };
+
+    // Throws the system's error.
+    void Create(HWND parent, const Creation& creation);
+
+    // A message to the control, before the control sees it.
+    virtual Answer OnMessage(UINT /*message*/, WPARAM, LPARAM) { return NotHandled; }
+
+    // What the control itself makes of a message; for OnMessage.
+    LRESULT PassOn(UINT message, WPARAM wParam, LPARAM lParam) const noexcept;
+
+    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const noexcept {
+        return SendMessageA(handle_, message, wParam, lParam);
+    }
+    template<class T>
+    LRESULT Send(UINT message, WPARAM wParam, T* record) const noexcept {
+        return Send(message, wParam, reinterpret_cast<LPARAM>(record));
+    }
+
+  private:
+    static LRESULT CALLBACK ControlProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam,
+                                        UINT_PTR identifier, DWORD_PTR control) noexcept;
+    void Unbind() noexcept;
+
+    HWND handle_ = nullptr;
+};
+
+} // namespace quarn

@@ -1,0 +1,340 @@
+#include "win32/controls/ListViewControl.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quarn {
+
+namespace {
+
+constexpr UINT SelectedAndFocused = LVIS_SELECTED | LVIS_FOCUSED;
+
+} // namespace
+
+void ListViewControl::Create(HWND parent, int id, const char* name, Selection selection, Dpi dpi,
+                             std::initializer_list<ColumnShape> shapes) {
+    const DWORD several = selection == Selection::OneRow ? LVS_SINGLESEL : 0;
+    Control::Create(
+        parent, {WC_LISTVIEWA, name,
+                 WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | several,
+                 WS_EX_CLIENTEDGE, id});
+    constexpr DWORD extended =
+        LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_SUBITEMIMAGES | LVS_EX_LABELTIP;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, extended, static_cast<LPARAM>(extended));
+
+    dpi_ = dpi;
+    shapes_ = shapes;
+    shownHeaderIcons_.resize(shapes_.size());
+    for (std::size_t index = 0; index < shapes_.size(); ++index) {
+        std::string text = model_.columns[static_cast<std::int32_t>(index) + 1].text;
+        LVCOLUMNA column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
+        column.fmt = shapes_[index].rightAligned ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        column.cx = dpi_.Scaled(shapes_[index].width);
+        column.pszText = text.data();
+        column.iSubItem = static_cast<int>(index);
+        Send(LVM_INSERTCOLUMNA, index, &column);
+    }
+}
+
+void ListViewControl::SetImages(const Images& images, Pictures pictures) {
+    images_ = &images;
+    const auto list = reinterpret_cast<LPARAM>(images.Handle());
+    if (pictures == Pictures::OfRowsAndHeaders)
+        Send(LVM_SETIMAGELIST, LVSIL_SMALL, list);
+    SendMessageA(Header(), HDM_SETIMAGELIST, HDSIL_NORMAL, list);
+    for (std::size_t index = 0; index < shapes_.size(); ++index)
+        ShowHeader(static_cast<std::int32_t>(index) + 1);
+}
+
+void ListViewControl::ChangeDpi(Dpi dpi) {
+    for (std::size_t index = 0; index < shapes_.size(); ++index) {
+        const int width = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, index));
+        Send(LVM_SETCOLUMNWIDTH, index, MulDiv(width, dpi.Value(), dpi_.Value()));
+    }
+    dpi_ = dpi;
+}
+
+HWND ListViewControl::Header() const noexcept {
+    return reinterpret_cast<HWND>(Send(LVM_GETHEADER));
+}
+
+int ListViewControl::ImageOf(const std::string& key) const noexcept {
+    return images_ == nullptr || key.empty() ? I_IMAGENONE : images_->IndexOf(key);
+}
+
+void ListViewControl::SelectAll() noexcept {
+    SetRowState(0, LVIS_SELECTED, LVIS_SELECTED);
+}
+
+// Row 0 stands for all rows, as index -1 does for the control.
+void ListViewControl::SetRowState(std::int32_t row, UINT state, UINT mask) const noexcept {
+    LVITEMA item{};
+    item.state = state;
+    item.stateMask = mask;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row - 1), &item);
+}
+
+POINT ListViewControl::MenuPosition() const noexcept {
+    RECT bounds{};
+    POINT position{};
+    const std::int32_t row = model_.FocusedRow();
+    if (row >= 1 && row <= shownRows_) {
+        bounds.left = LVIR_BOUNDS;
+        Send(LVM_GETITEMRECT, static_cast<WPARAM>(row - 1), &bounds);
+        position.y = bounds.bottom;
+    }
+    RECT inner{};
+    GetClientRect(Handle(), &inner);
+    position.x = dpi_.Scaled(32);
+    position.y = std::clamp(position.y, inner.top, inner.bottom);
+    ClientToScreen(Handle(), &position);
+    return position;
+}
+
+// --- Showing the model ---
+
+void ListViewControl::Flush() {
+    if (model_.updatesLocked)
+        return;
+    FlushHeaders();
+    const ListView::Changes changes = model_.TakeChanges();
+    if (!changes.rows && !changes.selection && changes.firstDirty == 0 && changes.ensureVisible == 0)
+        return;
+
+    const bool outer = std::exchange(flushing_, true);
+    if (changes.rows)
+        ShowRowCount();
+    if (changes.rows || changes.selection)
+        ShowSelection();
+    if (changes.firstDirty != 0)
+        InvalidateRows(changes.firstDirty, changes.lastDirty);
+    if (changes.ensureVisible != 0)
+        Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(changes.ensureVisible - 1), FALSE);
+    flushing_ = outer;
+}
+
+void ListViewControl::FlushHeaders() {
+    for (std::size_t index = 0; index < shapes_.size(); ++index) {
+        const auto column = static_cast<std::int32_t>(index) + 1;
+        if (model_.columns[column].headerIcon != shownHeaderIcons_[index])
+            ShowHeader(column);
+    }
+}
+
+void ListViewControl::ShowHeader(std::int32_t column) {
+    const auto index = static_cast<std::size_t>(column) - 1;
+    const std::string& icon = model_.columns[column].headerIcon;
+    HDITEMA header{};
+    header.mask = HDI_FORMAT | HDI_IMAGE;
+    header.fmt = HDF_STRING | (shapes_[index].rightAligned ? HDF_RIGHT : HDF_LEFT);
+    header.iImage = ImageOf(icon);
+    if (header.iImage >= 0)
+        header.fmt |= HDF_IMAGE | (shapes_[index].rightAligned ? 0 : HDF_BITMAP_ON_RIGHT);
+    SendMessageA(Header(), HDM_SETITEMA, index, reinterpret_cast<LPARAM>(&header));
+    shownHeaderIcons_[index] = icon;
+}
+
+void ListViewControl::ShowRowCount() {
+    const std::int32_t rows = model_.RowCount();
+    const std::int32_t before = std::exchange(shownRows_, rows);
+    // A list that grows at its end keeps what it shows and where it stands.
+    const LPARAM flags = rows >= before ? LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL : 0;
+    if (rows != before)
+        Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(rows), flags);
+}
+
+void ListViewControl::ShowSelection() {
+    const std::int32_t selected = model_.SelectedCount();
+    const std::int32_t sole = selected == 1 ? model_.SelectedRow() : 0;
+    const std::int32_t soleBefore = std::exchange(soleSelectedRow_, sole);
+    if (sole != 0 && soleBefore != 0) {
+        // What a scan does at every server, so it may not look at all the rows.
+        if (soleBefore <= shownRows_ && soleBefore != sole)
+            SetRowState(soleBefore, 0, LVIS_SELECTED);
+        SetRowState(sole, LVIS_SELECTED, LVIS_SELECTED);
+    } else if (selected == 0) {
+        if (Send(LVM_GETSELECTEDCOUNT) != 0)
+            SetRowState(0, 0, LVIS_SELECTED);
+    } else if (selected == shownRows_) {
+        SetRowState(0, LVIS_SELECTED, LVIS_SELECTED);
+    } else {
+        ShowSelectionRowByRow();
+    }
+    ShowFocus();
+}
+
+void ListViewControl::ShowSelectionRowByRow() {
+    Send(WM_SETREDRAW, FALSE);
+    std::int32_t shown =
+        static_cast<std::int32_t>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED)) + 1;
+    for (std::int32_t row = 1; row <= shownRows_; ++row) {
+        const bool isShown = row == shown;
+        if (isShown)
+            shown = static_cast<std::int32_t>(
+                        Send(LVM_GETNEXTITEM, static_cast<WPARAM>(row - 1), LVNI_SELECTED)) +
+                    1;
+        if (const bool selected = model_.Row(row).selected; selected != isShown)
+            SetRowState(row, selected ? LVIS_SELECTED : 0, LVIS_SELECTED);
+    }
+    Send(WM_SETREDRAW, TRUE);
+    InvalidateRect(Handle(), nullptr, FALSE);
+}
+
+void ListViewControl::ShowFocus() {
+    const std::int32_t focused = model_.FocusedRow();
+    const auto shown =
+        static_cast<std::int32_t>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED)) + 1;
+    if (focused == shown)
+        return;
+    if (focused == 0)
+        SetRowState(shown, 0, LVIS_FOCUSED);
+    else
+        SetRowState(focused, LVIS_FOCUSED, LVIS_FOCUSED);
+    // Where a selection with the Shift key starts from.
+    Send(LVM_SETSELECTIONMARK, 0, focused - 1);
+}
+
+// One rectangle, as the control would repaint row by row and slowly.
+void ListViewControl::InvalidateRows(std::int32_t first, std::int32_t last) const noexcept {
+    const auto top = static_cast<std::int32_t>(Send(LVM_GETTOPINDEX)) + 1;
+    const std::int32_t bottom = top + static_cast<std::int32_t>(Send(LVM_GETCOUNTPERPAGE));
+    const std::int32_t from = std::max(first, top);
+    const std::int32_t to = std::min(last, bottom);
+    if (from > to)
+        return;
+    RECT upper{};
+    RECT lower{};
+    upper.left = lower.left = LVIR_BOUNDS;
+    Send(LVM_GETITEMRECT, static_cast<WPARAM>(from - 1), &upper);
+    Send(LVM_GETITEMRECT, static_cast<WPARAM>(to - 1), &lower);
+    RECT changed{};
+    GetClientRect(Handle(), &changed);
+    changed.top = upper.top;
+    changed.bottom = lower.bottom;
+    InvalidateRect(Handle(), &changed, FALSE);
+}
+
+// --- What the control asks and tells ---
+
+Answer ListViewControl::OnNotify(NMHDR& notification) {
+    switch (notification.code) {
+    case LVN_GETDISPINFOA:
+        FillIn(reinterpret_cast<NMLVDISPINFOA&>(notification).item);
+        return Handled;
+    case LVN_ODFINDITEMA:
+        return FindRow(reinterpret_cast<const NMLVFINDITEMA&>(notification));
+    case LVN_ITEMCHANGED:
+        OnItemChanged(reinterpret_cast<const NMLISTVIEW&>(notification));
+        return Handled;
+    case LVN_ODSTATECHANGED: {
+        const auto& range = reinterpret_cast<const NMLVODSTATECHANGE&>(notification);
+        if (!flushing_) {
+            model_.NoteSelected(range.iFrom + 1, range.iTo + 1, (range.uNewState & LVIS_SELECTED) != 0);
+            soleSelectedRow_ = 0;
+        }
+        return Handled;
+    }
+    case LVN_COLUMNCLICK:
+        if (ColumnClicked)
+            ColumnClicked(reinterpret_cast<const NMLISTVIEW&>(notification).iSubItem + 1);
+        return Handled;
+    case LVN_ITEMACTIVATE:
+        if (Activated)
+            Activated();
+        return Handled;
+    case NM_CLICK:
+    case NM_RCLICK:
+        if (MouseReleased)
+            MouseReleased();
+        if (Clicked && notification.code == NM_CLICK)
+            Clicked();
+        return Handled;
+    default:
+        return NotHandled;
+    }
+}
+
+void ListViewControl::OnItemChanged(const NMLISTVIEW& change) {
+    if (flushing_ || (change.uChanged & LVIF_STATE) == 0)
+        return;
+    const UINT changed = change.uOldState ^ change.uNewState;
+    if ((changed & LVIS_SELECTED) != 0) {
+        const bool all = change.iItem < 0;
+        model_.NoteSelected(all ? 1 : change.iItem + 1, all ? model_.RowCount() : change.iItem + 1,
+                            (change.uNewState & LVIS_SELECTED) != 0);
+        soleSelectedRow_ = 0;
+    }
+    if ((change.uNewState & LVIS_FOCUSED) != 0 && change.iItem >= 0 && change.iItem < model_.RowCount())
+        model_.NoteFocused(change.iItem + 1);
+}
+
+void ListViewControl::FillIn(LVITEMA& item) const {
+    const std::int32_t row = item.iItem + 1;
+    // The control may ask for rows that went since it was last brought up to date.
+    const bool known = row >= 1 && row <= model_.RowCount() && !model_.updatesLocked &&
+                       item.iSubItem < model_.columns.HighestIndex();
+    const ListCell none;
+    const ListCell& cell = known ? std::as_const(model_).Cell(row, item.iSubItem + 1) : none;
+    if ((item.mask & LVIF_TEXT) != 0)
+        lstrcpynA(item.pszText, cell.text.c_str(), item.cchTextMax);
+    if ((item.mask & LVIF_IMAGE) != 0)
+        item.iImage = ImageOf(known && item.iSubItem == 0 ? model_.Row(row).smallIcon : cell.reportIcon);
+}
+
+int ListViewControl::FindRow(const NMLVFINDITEMA& search) const {
+    constexpr int None = -1;
+    if ((search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0)
+        return None;
+    const std::string sought = search.lvfi.psz;
+    const std::int32_t rows = model_.RowCount();
+    const std::int32_t start = std::clamp(search.iStart, 0, rows);
+    for (std::int32_t step = 0; step < rows; ++step) {
+        const std::int32_t index = start + step;
+        if (index >= rows && (search.lvfi.flags & LVFI_WRAP) == 0)
+            return None;
+        const std::int32_t row = index % rows + 1;
+        const std::string& text = std::as_const(model_).Cell(row, searchColumn_).text;
+        const std::string beginning = text.substr(0, sought.size());
+        if (lstrcmpiA(beginning.c_str(), sought.c_str()) == 0)
+            return row - 1;
+    }
+    return None;
+}
+
+Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+        if (!RightPressed)
+            return NotHandled;
+        OnRightPress(lParam);
+        return Handled;
+    case WM_KEYUP: {
+        const LRESULT answer = PassOn(message, wParam, lParam);
+        if (KeyReleased)
+            KeyReleased(static_cast<std::int32_t>(wParam));
+        return answer;
+    }
+    default:
+        return NotHandled;
+    }
+}
+
+// Instead of the control's own handling, which tells of the button only when it is released.
+void ListViewControl::OnRightPress(LPARAM position) {
+    SetFocus(Handle());
+    LVHITTESTINFO hit{};
+    hit.pt = {static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
+    const std::int32_t row = static_cast<std::int32_t>(Send(LVM_SUBITEMHITTEST, 0, &hit)) + 1;
+    if (row >= 1 && row <= model_.RowCount()) {
+        // Several selected rows stay selected when the button goes down on one of them.
+        if (!model_.Row(row).selected)
+            SetRowState(0, 0, LVIS_SELECTED);
+        SetRowState(row, SelectedAndFocused, SelectedAndFocused);
+        Send(LVM_SETSELECTIONMARK, 0, row - 1);
+    }
+    RightPressed();
+}
+
+} // namespace quarn

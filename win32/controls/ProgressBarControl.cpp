@@ -1,0 +1,40 @@
+#include "win32/controls/ProgressBarControl.h"
+
+#include <commctrl.h>
+
+namespace quarn {
+
+void ProgressBarControl::Create(HWND statusBar, int id) {
+    Control::Create(statusBar, {PROGRESS_CLASSA, "Progress", PBS_SMOOTH, 0, id});
+}
+
+void ProgressBarControl::SetDpi(Dpi dpi) {
+    dpi_ = dpi;
+    shownBounds_ = {};
+}
+
+void ProgressBarControl::Flush() {
+    Place();
+    if (model_.Maximum() != shownMaximum_) {
+        shownMaximum_ = model_.Maximum();
+        Send(PBM_SETRANGE32, 0, shownMaximum_);
+    }
+    if (model_.Value() != shownValue_) {
+        shownValue_ = model_.Value();
+        Send(PBM_SETPOS, static_cast<WPARAM>(shownValue_));
+    }
+}
+
+void ProgressBarControl::Place() {
+    if (model_.bounds == shownBounds_)
+        return;
+    shownBounds_ = model_.bounds;
+    const HWND statusBar = GetParent(Handle());
+    POINT corner{};
+    MapWindowPoints(statusBar, GetParent(statusBar), &corner, 1);
+    RECT bounds = dpi_.ToPixels(model_.bounds);
+    OffsetRect(&bounds, -corner.x, -corner.y);
+    MoveTo(bounds);
+}
+
+} // namespace quarn

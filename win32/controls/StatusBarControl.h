@@ -1,0 +1,47 @@
+#pragma once
+
+// Shows a StatusBar: texts and tooltips from the model, the states of the lock keys from the keyboard. The
+// geometry goes the other way, from the control into the model.
+
+#include "controls/StatusBar.h"
+#include "win32/Dpi.h"
+#include "win32/controls/Control.h"
+
+#include <string>
+#include <vector>
+
+namespace quarn {
+
+class StatusBarControl final : public Control {
+  public:
+    explicit StatusBarControl(StatusBar& model) noexcept : model_(model) {}
+
+    // What a control that covers a panel shows as its own tooltip is the panel's.
+    void Create(HWND parent, int id);
+    void CoverPanel(std::int32_t panel, HWND by);
+
+    void SetLook(Dpi dpi, HFONT font);
+
+    // Docks the bar at the bottom of its parent, divides it and reports the geometry to the model.
+    void Dock();
+
+    void Flush();
+
+    // Asks the keyboard; after one of its keys, and when the window becomes active.
+    void ReadLockKeys() noexcept;
+    static bool IsLockKey(WPARAM key) noexcept;
+
+  private:
+    void Divide();
+    void Report();
+    void AddToolTips();
+    std::string TextOf(std::int32_t panel) const;
+
+    StatusBar& model_;
+    Dpi dpi_ = Dpi(96);
+    HWND toolTips_ = nullptr; // owned by the bar's parent window
+    std::vector<std::string> shownTexts_;
+    std::vector<bool> lockKeysOn_; // by panel
+};
+
+} // namespace quarn

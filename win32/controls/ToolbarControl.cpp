@@ -1,0 +1,138 @@
+#include "win32/controls/ToolbarControl.h"
+
+#include <commctrl.h>
+#include <initializer_list>
+
+namespace quarn {
+
+namespace {
+
+// In pixels of 96 to an inch.
+constexpr int PictureSize = 32;
+constexpr int ButtonWidth = 72;
+constexpr int ButtonHeight = 60;
+constexpr int BarHeight = 66; // buttons, room above and below, edge
+
+struct Label {
+    const char* key;
+    const char* text;
+};
+
+constexpr Label Labels[] = {
+    {"querymaster", "Renew"}, {"refreshall", "Refresh all"}, {"refresh", "Refresh"},    {"stop", "Stop"},
+    {"join", "Join"},         {"monitor", "Monitor"},        {"favorites", "Favorites"}};
+
+constexpr std::initializer_list<const char*> PictureKeys = {"querymaster", "refreshall", "refresh",  "stop",
+                                                            "join",        "monitor",    "favorites"};
+
+std::string LabelOf(const std::string& key) {
+    for (const Label& label : Labels)
+        if (key == label.key)
+            return label.text;
+    return key;
+}
+
+} // namespace
+
+void ToolbarControl::Create(HWND parent, int id, int firstCommand) {
+    firstCommand_ = firstCommand;
+    Control::Create(parent, {TOOLBARCLASSNAMEA, "Commands",
+                             TBSTYLE_FLAT | TBSTYLE_TRANSPARENT | TBSTYLE_TOOLTIPS | CCS_NODIVIDER |
+                                 CCS_NORESIZE | CCS_NOPARENTALIGN,
+                             0, id});
+    Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
+    AddButtons();
+}
+
+void ToolbarControl::AddButtons() {
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position) {
+        const ToolbarButton& button = model_.buttons[position];
+        const std::string label = LabelOf(button.key);
+        TBBUTTON added{};
+        added.idCommand = firstCommand_ + position;
+        added.iBitmap = I_IMAGENONE;
+        added.fsStyle = button.key.empty() ? BTNS_SEP : BTNS_BUTTON | BTNS_NOPREFIX;
+        added.fsState = TBSTATE_ENABLED;
+        if (!button.key.empty())
+            added.iString = reinterpret_cast<INT_PTR>(label.c_str());
+        Send(TB_ADDBUTTONSA, 1, &added);
+        shownEnabled_.push_back(true);
+    }
+}
+
+void ToolbarControl::SetLook(Dpi dpi, HFONT font) {
+    dpi_ = dpi;
+    SetFont(font);
+    // The control keeps the lists that are set; only then may the old ones go.
+    Images pictures(dpi_.Scaled(PictureSize), PictureKeys);
+    Images disabled(dpi_.Scaled(PictureSize), PictureKeys, Images::Look::Disabled);
+    Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures.Handle()));
+    Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabled.Handle()));
+    pictures_ = std::move(pictures);
+    disabledPictures_ = std::move(disabled);
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position)
+        if (const std::string& key = model_.buttons[position].key; !key.empty())
+            Send(TB_CHANGEBITMAP, static_cast<WPARAM>(firstCommand_ + position), pictures_.IndexOf(key));
+    const int width = dpi_.Scaled(ButtonWidth);
+    Send(TB_SETBUTTONWIDTH, 0, MAKELPARAM(width, width));
+    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(width, dpi_.Scaled(ButtonHeight)));
+}
+
+void ToolbarControl::Dock() {
+    RECT inner{};
+    GetClientRect(GetParent(Handle()), &inner);
+    MoveTo({0, 0, inner.right, Height()});
+}
+
+int ToolbarControl::Height() const noexcept {
+    return dpi_.Scaled(BarHeight);
+}
+
+RECT ToolbarControl::ButtonBounds(std::int32_t position) const noexcept {
+    RECT bounds{};
+    Send(TB_GETITEMRECT, static_cast<WPARAM>(position - 1), &bounds);
+    MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&bounds), 2);
+    return bounds;
+}
+
+void ToolbarControl::Flush() {
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position) {
+        const bool enabled = model_.buttons[position].enabled;
+        if (enabled == shownEnabled_[static_cast<std::size_t>(position) - 1])
+            continue;
+        shownEnabled_[static_cast<std::size_t>(position) - 1] = enabled;
+        Send(TB_ENABLEBUTTON, static_cast<WPARAM>(firstCommand_ + position), MAKELPARAM(enabled ? 1 : 0, 0));
+    }
+}
+
+bool ToolbarControl::OnCommand(int command) {
+    const std::int32_t position = command - firstCommand_;
+    if (!model_.buttons.Holds(position) || model_.buttons[position].key.empty())
+        return false;
+    if (ButtonClicked)
+        ButtonClicked(model_.buttons[position].key);
+    return true;
+}
+
+Answer ToolbarControl::OnNotify(NMHDR& notification) {
+    if (notification.code != TBN_GETINFOTIPA)
+        return NotHandled;
+    auto& tip = reinterpret_cast<NMTBGETINFOTIPA&>(notification);
+    if (const std::int32_t position = tip.iItem - firstCommand_; model_.buttons.Holds(position))
+        lstrcpynA(tip.pszText, model_.buttons[position].toolTip.c_str(), tip.cchTextMax);
+    return Handled;
+}
+
+Answer ToolbarControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_PAINT)
+        return NotHandled;
+    const LRESULT answer = PassOn(message, wParam, lParam);
+    RECT inner{};
+    GetClientRect(Handle(), &inner);
+    const HDC canvas = GetDC(Handle());
+    DrawEdge(canvas, &inner, EDGE_ETCHED, BF_BOTTOM);
+    ReleaseDC(Handle(), canvas);
+    return answer;
+}
+
+} // namespace quarn

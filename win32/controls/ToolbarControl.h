@@ -1,0 +1,56 @@
+#pragma once
+
+// Shows a Toolbar: a picture and a short label for each button, tooltips from the model.
+
+#include "controls/Toolbar.h"
+#include "win32/Dpi.h"
+#include "win32/Images.h"
+#include "win32/controls/Control.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace quarn {
+
+class ToolbarControl final : public Control {
+  public:
+    explicit ToolbarControl(Toolbar& model) noexcept : model_(model) {}
+
+    // The button at position n, from 1 with the separators counted, has the command firstCommand + n.
+    void Create(HWND parent, int id, int firstCommand);
+
+    // Pictures and font for a DPI; both must outlive their use.
+    void SetLook(Dpi dpi, HFONT font);
+
+    // Docks the bar at the top of its parent.
+    void Dock();
+
+    void Flush();
+
+    // Pixels, with the edge that sets the bar off from what is below.
+    int Height() const noexcept;
+
+    // Of the button on the screen.
+    RECT ButtonBounds(std::int32_t position) const noexcept;
+
+    // True when the command is one of a button, whose key goes to ButtonClicked.
+    bool OnCommand(int command);
+
+    Answer OnNotify(NMHDR& notification) override;
+
+    std::function<void(const std::string& key)> ButtonClicked;
+
+  private:
+    Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void AddButtons();
+
+    Toolbar& model_;
+    int firstCommand_ = 0;
+    Dpi dpi_ = Dpi(96);
+    Images pictures_;
+    Images disabledPictures_;
+    std::vector<bool> shownEnabled_; // by position
+};
+
+} // namespace quarn
