@@ -1,0 +1,140 @@
+#include "query/modGetIP.h"
+
+#include "tests/query/QueryTest.h"
+
+namespace quarn {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+const std::string BothNeeded = "You have to enter both, an address and a port for the new server!";
+const std::string PortNotNumerical = "The specified port must be numerical!";
+const std::string NotFourSets = "The IP address entered does not contain 4 sets of numbers!";
+
+class Addresses : public QueryTest {
+  protected:
+    std::string Validate(const std::string& address, const std::string& port) {
+        return ValidateAddress(program, fake.desktop, address, port);
+    }
+    // The texts of the boxes shown since the last call.
+    std::vector<std::string> Shown() {
+        std::vector<std::string> texts;
+        for (const FakePrompts::Box& box : fake.prompts.shown)
+            texts.push_back(box.text);
+        fake.prompts.shown.clear();
+        return texts;
+    }
+};
+
+TEST_F(Addresses, AHostNameBecomesItsDottedAddress) {
+    fake.hosts.addresses["games.example"] = "10.1.2.3";
+    EXPECT_EQ(AddrByName(*program.AppLog, fake.hosts, "games.example"), "10.1.2.3");
+    EXPECT_EQ(Validate("games.example", "27960"), "10.1.2.3");
+    EXPECT_THAT(Shown(), IsEmpty());
+}
+
+TEST_F(Addresses, AHostNameThatDoesNotResolveGivesNothingAndSaysNothing) {
+    EXPECT_EQ(AddrByName(*program.AppLog, fake.hosts, "nowhere.example"), "");
+    EXPECT_EQ(Validate("nowhere.example", "27960"), "");
+    EXPECT_THAT(Shown(), IsEmpty());
+    EXPECT_THAT(Logged(), IsEmpty());
+}
+
+class BrokenHostNames : public HostNames {
+  public:
+    std::string AddressOf(const std::string&) override { throw RunTimeError(ErrorNumber::DeviceUnavailable); }
+};
+
+TEST_F(Addresses, ALookUpThatFailsIsLoggedAndNotShown) {
+    BrokenHostNames hosts;
+    EXPECT_EQ(AddrByName(*program.AppLog, hosts, "games.example"), "");
+    EXPECT_THAT(Logged(), ElementsAre("modGetIP;AddrByName;68"));
+    EXPECT_THAT(Shown(), IsEmpty());
+}
+
+TEST_F(Addresses, EachRefusalNamesItsReason) {
+    fake.locale.german = true;
+    const struct {
+        const char* address;
+        const char* port;
+        std::string message;
+    } cases[] = {
+        {"", "", BothNeeded},
+        {"", "27960", BothNeeded},
+        {"10.0.0.1", "", BothNeeded},
+        {"", "27a", BothNeeded},
+        {"10.0.0.1", "27a", PortNotNumerical},
+        {"10.0.0.1", " ", PortNotNumerical},
+        {"10.0.0.1", "0x10", PortNotNumerical},
+        {"1.2.3", "27a", PortNotNumerical}, // the port comes first
+        {"games.example", "port", PortNotNumerical},
+        {"5", "27960", NotFourSets},
+        {"1.2.3", "27960", NotFourSets},
+        {"1.2.3.4.5", "27960", NotFourSets},
+        {"1,5", "27960", NotFourSets},
+        {"256.0.0.1", "27960", "The 1. value has to be between 0 and 255!"},
+        {"-1.0.0.1", "27960", "The 1. value has to be between 0 and 255!"},
+        {"10.1000.0.1", "27960", "The 2. value has to be between 0 and 255!"},
+        {"10.0.300.1", "27960", "The 3. value has to be between 0 and 255!"},
+        {"10.0.0.256", "27960", "The 4. value has to be between 0 and 255!"},
+        {"300.300.300.300", "27960", "The 1. value has to be between 0 and 255!"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Validate(c.address, c.port), "") << c.address;
+        EXPECT_THAT(Shown(), ElementsAre(c.message)) << c.address << ' ' << c.port;
+    }
+    EXPECT_THAT(fake.hosts.lookUps, IsEmpty());
+    EXPECT_THAT(Logged(), IsEmpty());
+}
+
+TEST_F(Addresses, ARefusalIsACriticalMessageOfTheProgram) {
+    Validate("", "");
+    ASSERT_EQ(fake.prompts.shown.size(), 1U);
+    EXPECT_EQ(fake.prompts.shown[0].kind, FakePrompts::Kind::Error);
+    EXPECT_EQ(fake.prompts.shown[0].title, "Quarn - Error");
+}
+
+TEST_F(Addresses, ADottedAddressIsReturnedUnchangedWhereTheDotGroupsDigits) {
+    fake.locale.german = true;
+    for (const char* address : {"10.0.0.1", "0.0.0.0", "255.255.255.255", "010.000.0.1", " 10.0.0.1 "}) {
+        EXPECT_EQ(Validate(address, "27960"), address);
+        EXPECT_THAT(Shown(), IsEmpty()) << address;
+    }
+    EXPECT_THAT(fake.hosts.lookUps, IsEmpty());
+}
+
+TEST_F(Addresses, ADottedAddressIsLookedUpWhereTheDotIsTheDecimalSign) {
+    fake.hosts.addresses["10.0.0.1"] = "10.0.0.1";
+    EXPECT_EQ(Validate("10.0.0.1", "27960"), "10.0.0.1");
+    EXPECT_EQ(Validate("10.0.300.1", "27960"), "");
+    EXPECT_EQ(Validate("1.2.3", "27960"), "");
+    EXPECT_THAT(Shown(), IsEmpty());
+    EXPECT_THAT(fake.hosts.lookUps, ElementsAre("10.0.0.1", "10.0.300.1", "1.2.3"));
+}
+
+TEST_F(Addresses, NumbersOfTheEnglishLocaleAreNoAddressesThere) {
+    for (const char* address : {"5", "1.2", "-1", "1e3", "1,000"}) {
+        EXPECT_EQ(Validate(address, "27960"), "");
+        EXPECT_THAT(Shown(), ElementsAre(NotFourSets)) << address;
+    }
+    EXPECT_THAT(fake.hosts.lookUps, IsEmpty());
+}
+
+TEST_F(Addresses, APortNeedsOnlyToBeANumber) {
+    fake.hosts.addresses["games.example"] = "10.1.2.3";
+    for (const char* port : {"0", "-1", "65536", "99999999999", "27960.5", "1,000", " 27960 ", "1e3"})
+        EXPECT_EQ(Validate("games.example", port), "10.1.2.3") << port;
+    EXPECT_THAT(Shown(), IsEmpty());
+}
+
+TEST_F(Addresses, APartThatDoesNotConvertIsAnErrorShownToTheUser) {
+    fake.locale.german = true;
+    EXPECT_EQ(Validate("10..0.1", "27960"), "");
+    EXPECT_EQ(Validate("10.0.0.9999999999", "27960"), "");
+    EXPECT_THAT(Logged(), ElementsAre("modGetIP;ValidateAddress;13", "modGetIP;ValidateAddress;6"));
+    EXPECT_EQ(Shown().size(), 2U);
+}
+
+} // namespace
+} // namespace quarn
