@@ -5,8 +5,8 @@
 #include "tools/gamenet/Text.h"
 
 #include <csignal>
-#include <cstdio>
 #include <exception>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -41,9 +41,9 @@ int runNetwork(const Options& options) {
     writeWanted(options.truth, truthReport(options.network, world));
     writeWanted(options.countryFile, countryReport(world));
     for (std::size_t index = 0; index < masters.size(); ++index)
-        std::printf("%s: %d servers, master %s\n", options.network.games[index].shortName.c_str(),
-                    options.network.games[index].servers, endpointText(masters[index]).c_str());
-    std::fflush(stdout);
+        std::cout << options.network.games[index].shortName << ": " << options.network.games[index].servers
+                  << " servers, master " << endpointText(masters[index]) << '\n';
+    std::cout.flush();
     writeWanted(options.readyFile, std::to_string(getpid()) + '\n');
     emulation.run(options.duration);
     writeWanted(options.stats, emulation.statistics());
@@ -53,7 +53,7 @@ int runNetwork(const Options& options) {
 int runProgram(const std::vector<std::string>& arguments) {
     const Options options = parseOptions(arguments);
     if (options.help) {
-        std::fputs(helpText().c_str(), stdout);
+        std::cout << helpText();
         return 0;
     }
     // A timer that fires late would falsify every ping.
@@ -67,10 +67,10 @@ int main(int argc, char** argv) {
     try {
         return runProgram(std::vector<std::string>(argv + 1, argv + argc));
     } catch (const BadSetting& error) {
-        std::fprintf(stderr, "gamenet: %s\nTry --help.\n", error.what());
+        std::cerr << "gamenet: " << error.what() << "\nTry --help.\n";
         return badArguments;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "gamenet: %s\n", error.what());
+        std::cerr << "gamenet: " << error.what() << '\n';
         return failed;
     }
 }

@@ -26,7 +26,7 @@ std::optional<std::string_view> afterWord(std::string_view request, std::string_
 std::string infoString(const Variables& variables) {
     std::string text;
     for (const auto& [key, value] : variables)
-        text += '\\' + key + '\\' + value;
+        text.append("\\").append(key).append("\\").append(value);
     return text;
 }
 

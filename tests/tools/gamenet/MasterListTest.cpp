@@ -199,6 +199,14 @@ TEST(LyingMaster, neverNamesAStranger) {
         }
 }
 
+TEST(LyingMaster, letsNoEndMarkForm) {
+    GameSettings game = gameOf(Family::Quake3);
+    game.masterLie = MasterLie::Random;
+    for (std::uint64_t nth = 0; nth < 50; ++nth)
+        for (const std::string& datagram : masterReply(game, {}, masterRequest(game), Random{nth}))
+            EXPECT_EQ(datagram.find('E'), std::string::npos);
+}
+
 TEST(LyingMaster, liesAsItWasTold) {
     for (const Family family : {Family::Quake3, Family::Doom3, Family::HalfLife}) {
         GameSettings game = gameOf(family);

@@ -32,6 +32,9 @@ TEST(World, addressesAreUniqueInTheirCountriesAndSafeToList) {
     NetworkSettings network = demoWithSeed(3);
     for (GameSettings& game : network.games)
         game.servers = 500;
+    // Many drawn addresses end in a byte that completes "EOT" with this port.
+    network.games[0].servers = 3000;
+    network.games[0].port = 0x4F54;
     const World world = createWorld(network);
     std::map<std::string, CountryBlock> blocks;
     for (const CountryBlock& block : world.countryBlocks)
