@@ -5,7 +5,9 @@
 #include "win32/Screens.h"
 #include "win32/resources/ids.h"
 
+#include <algorithm>
 #include <commctrl.h>
+#include <initializer_list>
 #include <utility>
 
 namespace quarn {
@@ -18,12 +20,11 @@ constexpr int SmallPicture = 16; // in pixels of 96 to an inch
 
 // Centred on the first screen.
 RECT FirstBounds() {
-    const std::vector<Screen> screens = ConnectedScreens();
-    RECT area{};
-    if (!screens.empty())
-        area = screens.front().workArea;
-    const Dpi dpi = screens.empty() ? Dpi::OfSystem() : screens.front().dpi;
-    RECT bounds = dpi.ToPixels({0, 0, DesignSize.width, DesignSize.height});
+    const Screen screen = ConnectedScreens().front();
+    const RECT& area = screen.workArea;
+    RECT bounds = screen.dpi.ToPixels({0, 0, DesignSize.width, DesignSize.height});
+    bounds.right = std::min(bounds.right, area.right - area.left);
+    bounds.bottom = std::min(bounds.bottom, area.bottom - area.top);
     OffsetRect(&bounds, (area.left + area.right - bounds.right) / 2,
                (area.top + area.bottom - bounds.bottom) / 2);
     return bounds;
@@ -87,7 +88,7 @@ void MainWindow::CreateControls() {
     // In the order in which Tab visits them.
     trvGames_.Create(Handle(), ID_trvGames, "Games");
     lvwServers_.Create(Handle(), ID_lvwServers, "Servers", Selection::SeveralRows, dpi,
-                       {{28}, {136}, {58}, {170}, {56}, {44, true}, {68}, {84}, {116}});
+                       {{28}, {150}, {66, true}, {142}, {60}, {46, true}, {70}, {76}, {98}});
     lvwPlayers_.Create(Handle(), ID_lvwPlayers, "Players", Selection::OneRow, dpi,
                        {{220}, {64, true}, {64, true}});
     lvwServVars_.Create(Handle(), ID_lvwServVars, "Variables", Selection::OneRow, dpi, {{150}, {220}});

@@ -183,6 +183,7 @@ void MainWindow::PopUp(PopupMenu menu) {
     if (menu == PopupMenu::Server && !form_.controls.mnuServer.enabled)
         return;
     FlushModels();
+    tbMain_.HideToolTip();
     // Without it the menu of an icon in the tray would stay when the user clicks elsewhere.
     if (menu == PopupMenu::SysTray)
         SetForegroundWindow(Handle());

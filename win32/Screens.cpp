@@ -47,6 +47,9 @@ bool TitleBarIsWithinReach(const RECT& window, const Screen& screen) noexcept {
 std::vector<Screen> ConnectedScreens() {
     std::vector<Screen> screens;
     EnumDisplayMonitors(nullptr, nullptr, &AddScreen, reinterpret_cast<LPARAM>(&screens));
+    if (screens.empty())
+        screens.push_back(
+            {{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}, Dpi::OfSystem()});
     return screens;
 }
 
@@ -56,8 +59,6 @@ RECT PlaceOnScreens(const TwipsRect& window, const std::vector<Screen>& screens)
         if (TitleBarIsWithinReach(pixels, screen))
             return pixels;
     }
-    if (screens.empty())
-        return Dpi::OfSystem().ToPixels(window);
     RECT pixels = screens.front().dpi.ToPixels(window);
     const RECT& area = screens.front().workArea;
     const LONG left = std::max(area.left, std::min(pixels.left, area.right - (pixels.right - pixels.left)));

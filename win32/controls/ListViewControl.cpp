@@ -8,6 +8,7 @@ namespace quarn {
 namespace {
 
 constexpr UINT SelectedAndFocused = LVIS_SELECTED | LVIS_FOCUSED;
+constexpr int CellMargin = 6; // in pixels of 96 to an inch
 
 } // namespace
 
@@ -18,8 +19,7 @@ void ListViewControl::Create(HWND parent, int id, const char* name, Selection se
         parent, {WC_LISTVIEWA, name,
                  WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | several,
                  WS_EX_CLIENTEDGE, id});
-    constexpr DWORD extended =
-        LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_SUBITEMIMAGES | LVS_EX_LABELTIP;
+    constexpr DWORD extended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, extended, static_cast<LPARAM>(extended));
 
     dpi_ = dpi;
@@ -40,7 +40,8 @@ void ListViewControl::Create(HWND parent, int id, const char* name, Selection se
 void ListViewControl::SetImages(const Images& images, Pictures pictures) {
     images_ = &images;
     const auto list = reinterpret_cast<LPARAM>(images.Handle());
-    if (pictures == Pictures::OfRowsAndHeaders)
+    paintsCellPictures_ = pictures == Pictures::OfRowsAndHeaders;
+    if (paintsCellPictures_)
         Send(LVM_SETIMAGELIST, LVSIL_SMALL, list);
     SendMessageA(Header(), HDM_SETIMAGELIST, HDSIL_NORMAL, list);
     for (std::size_t index = 0; index < shapes_.size(); ++index)
@@ -222,6 +223,8 @@ Answer ListViewControl::OnNotify(NMHDR& notification) {
     case LVN_GETDISPINFOA:
         FillIn(reinterpret_cast<NMLVDISPINFOA&>(notification).item);
         return Handled;
+    case NM_CUSTOMDRAW:
+        return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(notification));
     case LVN_ODFINDITEMA:
         return FindRow(reinterpret_cast<const NMLVFINDITEMA&>(notification));
     case LVN_ITEMCHANGED:
@@ -269,17 +272,62 @@ void ListViewControl::OnItemChanged(const NMLISTVIEW& change) {
         model_.NoteFocused(change.iItem + 1);
 }
 
+// The control may ask for rows that went since it was last brought up to date.
+bool ListViewControl::IsShown(std::int32_t row, int subItem) const noexcept {
+    return row >= 1 && row <= model_.RowCount() && !model_.updatesLocked && subItem >= 0 &&
+           subItem < model_.columns.HighestIndex();
+}
+
 void ListViewControl::FillIn(LVITEMA& item) const {
     const std::int32_t row = item.iItem + 1;
-    // The control may ask for rows that went since it was last brought up to date.
-    const bool known = row >= 1 && row <= model_.RowCount() && !model_.updatesLocked &&
-                       item.iSubItem < model_.columns.HighestIndex();
+    const bool known = IsShown(row, item.iSubItem);
     const ListCell none;
     const ListCell& cell = known ? std::as_const(model_).Cell(row, item.iSubItem + 1) : none;
     if ((item.mask & LVIF_TEXT) != 0)
         lstrcpynA(item.pszText, cell.text.c_str(), item.cchTextMax);
     if ((item.mask & LVIF_IMAGE) != 0)
         item.iImage = ImageOf(known && item.iSubItem == 0 ? model_.Row(row).smallIcon : cell.reportIcon);
+}
+
+// The style for pictures in cells would keep room for one in every cell of the list, so they are painted on
+// top of the finished cell, at its left; the column's text stands at the right.
+LRESULT ListViewControl::OnCustomDraw(const NMLVCUSTOMDRAW& stage) const {
+    const std::int32_t row = static_cast<std::int32_t>(stage.nmcd.dwItemSpec) + 1;
+    switch (stage.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+        return paintsCellPictures_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+    case CDDS_ITEMPREPAINT:
+        return CDRF_NOTIFYSUBITEMDRAW;
+    case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
+        return CellPicture(row, stage.iSubItem) >= 0 ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+    case CDDS_ITEMPOSTPAINT | CDDS_SUBITEM:
+        PaintCellPicture(stage.nmcd.hdc, row, stage.iSubItem);
+        return CDRF_DODEFAULT;
+    default:
+        return CDRF_DODEFAULT;
+    }
+}
+
+int ListViewControl::CellPicture(std::int32_t row, int subItem) const {
+    if (subItem == 0 || !IsShown(row, subItem))
+        return I_IMAGENONE;
+    return ImageOf(std::as_const(model_).Cell(row, subItem + 1).reportIcon);
+}
+
+void ListViewControl::PaintCellPicture(HDC canvas, std::int32_t row, int subItem) const {
+    RECT cell{};
+    cell.left = LVIR_BOUNDS;
+    cell.top = subItem;
+    const int picture = CellPicture(row, subItem);
+    if (picture < 0 || Send(LVM_GETSUBITEMRECT, static_cast<WPARAM>(row - 1), &cell) == 0)
+        return;
+    int width = 0;
+    int height = 0;
+    ImageList_GetIconSize(images_->Handle(), &width, &height);
+    cell.left += dpi_.Scaled(CellMargin);
+    if (const int room = std::min<int>(width, cell.right - cell.left); room > 0)
+        ImageList_DrawEx(images_->Handle(), picture, canvas, cell.left, (cell.top + cell.bottom - height) / 2,
+                         room, height, CLR_NONE, CLR_NONE, ILD_TRANSPARENT);
 }
 
 int ListViewControl::FindRow(const NMLVFINDITEMA& search) const {

@@ -34,7 +34,8 @@ class ListViewControl final : public Control {
     void Create(HWND parent, int id, const char* name, Selection selection, Dpi dpi,
                 std::initializer_list<ColumnShape> shapes);
 
-    // The pictures of rows, cells and headers. Without pictures of rows the list keeps no room for them.
+    // The pictures of rows, cells and headers. Without pictures of rows the list keeps no room for them. A
+    // column whose cells have pictures is to be right-aligned: they are painted at the left.
     enum class Pictures { OfHeaders, OfRowsAndHeaders };
     void SetImages(const Images& images, Pictures pictures);
 
@@ -64,7 +65,12 @@ class ListViewControl final : public Control {
     void OnItemChanged(const NMLISTVIEW& change);
     void FillIn(LVITEMA& item) const;
     int FindRow(const NMLVFINDITEMA& search) const;
+    bool IsShown(std::int32_t row, int subItem) const noexcept;
     int ImageOf(const std::string& key) const noexcept;
+
+    LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& stage) const;
+    int CellPicture(std::int32_t row, int subItem) const;
+    void PaintCellPicture(HDC canvas, std::int32_t row, int subItem) const;
 
     void FlushHeaders();
     void ShowHeader(std::int32_t column);
@@ -81,6 +87,7 @@ class ListViewControl final : public Control {
     Dpi dpi_ = Dpi(96);
     std::vector<ColumnShape> shapes_;
     const Images* images_ = nullptr;
+    bool paintsCellPictures_ = false;
     std::vector<std::string> shownHeaderIcons_;
     std::int32_t shownRows_ = 0;
 

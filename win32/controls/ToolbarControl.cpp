@@ -105,6 +105,10 @@ void ToolbarControl::Flush() {
     }
 }
 
+void ToolbarControl::HideToolTip() noexcept {
+    SendMessageA(reinterpret_cast<HWND>(Send(TB_GETTOOLTIPS)), TTM_POP, 0, 0);
+}
+
 bool ToolbarControl::OnCommand(int command) {
     const std::int32_t position = command - firstCommand_;
     if (!model_.buttons.Holds(position) || model_.buttons[position].key.empty())

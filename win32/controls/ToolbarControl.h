@@ -34,6 +34,9 @@ class ToolbarControl final : public Control {
     // Of the button on the screen.
     RECT ButtonBounds(std::int32_t position) const noexcept;
 
+    // A tooltip must not lie on top of the menu that a button opens.
+    void HideToolTip() noexcept;
+
     // True when the command is one of a button, whose key goes to ButtonClicked.
     bool OnCommand(int command);
 
