@@ -183,13 +183,14 @@ void MainWindow::PopUp(PopupMenu menu) {
     if (menu == PopupMenu::Server && !form_.controls.mnuServer.enabled)
         return;
     FlushModels();
-    tbMain_.HideToolTip();
+    tbMain_.AllowToolTips(false);
     // Without it the menu of an icon in the tray would stay when the user clicks elsewhere.
     if (menu == PopupMenu::SysTray)
         SetForegroundWindow(Handle());
     const POINT position = PopupPosition(menu);
     TrackPopupMenuEx(PopupOf(menu), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON, position.x, position.y,
                      Handle(), nullptr);
+    tbMain_.AllowToolTips(true);
     PostMessageA(Handle(), WM_NULL, 0, 0);
 }
 

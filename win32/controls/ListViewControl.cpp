@@ -8,6 +8,7 @@ namespace quarn {
 namespace {
 
 constexpr UINT SelectedAndFocused = LVIS_SELECTED | LVIS_FOCUSED;
+constexpr int NoItem = -1;
 constexpr int CellMargin = 6; // in pixels of 96 to an inch
 
 } // namespace
@@ -226,7 +227,9 @@ Answer ListViewControl::OnNotify(NMHDR& notification) {
     case NM_CUSTOMDRAW:
         return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(notification));
     case LVN_ODFINDITEMA:
-        return FindRow(reinterpret_cast<const NMLVFINDITEMA&>(notification));
+        return OnFind(reinterpret_cast<const NMLVFINDITEMA&>(notification));
+    case LVN_ODFINDITEMW:
+        return OnFind(reinterpret_cast<const NMLVFINDITEMW&>(notification));
     case LVN_ITEMCHANGED:
         OnItemChanged(reinterpret_cast<const NMLISTVIEW&>(notification));
         return Handled;
@@ -330,24 +333,32 @@ void ListViewControl::PaintCellPicture(HDC canvas, std::int32_t row, int subItem
                          room, height, CLR_NONE, CLR_NONE, ILD_TRANSPARENT);
 }
 
-int ListViewControl::FindRow(const NMLVFINDITEMA& search) const {
-    constexpr int None = -1;
-    if ((search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0)
-        return None;
-    const std::string sought = search.lvfi.psz;
+int ListViewControl::OnFind(const NMLVFINDITEMA& search) const {
+    constexpr UINT ByText = LVFI_STRING | LVFI_PARTIAL;
+    return (search.lvfi.flags & ByText) != 0 ? FindRow(search.lvfi.psz, search.iStart) : NoItem;
+}
+
+// Some versions of the control ask this way whatever its parent speaks.
+int ListViewControl::OnFind(const NMLVFINDITEMW& search) const {
+    char sought[256] = "";
+    WideCharToMultiByte(CP_ACP, 0, search.lvfi.psz, -1, sought, sizeof sought - 1, nullptr, nullptr);
+    NMLVFINDITEMA inBytes{search.hdr, search.iStart, {}};
+    inBytes.lvfi.flags = search.lvfi.flags;
+    inBytes.lvfi.psz = sought;
+    return OnFind(inBytes);
+}
+
+// From the item `start` to the last, and on from the first.
+int ListViewControl::FindRow(const std::string& sought, int start) const {
     const std::int32_t rows = model_.RowCount();
-    const std::int32_t start = std::clamp(search.iStart, 0, rows);
     for (std::int32_t step = 0; step < rows; ++step) {
-        const std::int32_t index = start + step;
-        if (index >= rows && (search.lvfi.flags & LVFI_WRAP) == 0)
-            return None;
-        const std::int32_t row = index % rows + 1;
-        const std::string& text = std::as_const(model_).Cell(row, searchColumn_).text;
+        const int item = (std::clamp(start, 0, rows) + step) % rows;
+        const std::string& text = std::as_const(model_).Cell(item + 1, searchColumn_).text;
         const std::string beginning = text.substr(0, sought.size());
         if (lstrcmpiA(beginning.c_str(), sought.c_str()) == 0)
-            return row - 1;
+            return item;
     }
-    return None;
+    return NoItem;
 }
 
 Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

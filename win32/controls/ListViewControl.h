@@ -64,7 +64,9 @@ class ListViewControl final : public Control {
     void OnRightPress(LPARAM position);
     void OnItemChanged(const NMLISTVIEW& change);
     void FillIn(LVITEMA& item) const;
-    int FindRow(const NMLVFINDITEMA& search) const;
+    int OnFind(const NMLVFINDITEMA& search) const;
+    int OnFind(const NMLVFINDITEMW& search) const;
+    int FindRow(const std::string& sought, int start) const;
     bool IsShown(std::int32_t row, int subItem) const noexcept;
     int ImageOf(const std::string& key) const noexcept;
 

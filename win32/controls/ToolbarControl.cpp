@@ -105,7 +105,8 @@ void ToolbarControl::Flush() {
     }
 }
 
-void ToolbarControl::HideToolTip() noexcept {
+void ToolbarControl::AllowToolTips(bool allowed) noexcept {
+    toolTipsAllowed_ = allowed;
     SendMessageA(reinterpret_cast<HWND>(Send(TB_GETTOOLTIPS)), TTM_POP, 0, 0);
 }
 
@@ -122,7 +123,8 @@ Answer ToolbarControl::OnNotify(NMHDR& notification) {
     if (notification.code != TBN_GETINFOTIPA)
         return NotHandled;
     auto& tip = reinterpret_cast<NMTBGETINFOTIPA&>(notification);
-    if (const std::int32_t position = tip.iItem - firstCommand_; model_.buttons.Holds(position))
+    if (const std::int32_t position = tip.iItem - firstCommand_;
+        toolTipsAllowed_ && model_.buttons.Holds(position))
         lstrcpynA(tip.pszText, model_.buttons[position].toolTip.c_str(), tip.cchTextMax);
     return Handled;
 }

@@ -35,7 +35,7 @@ class ToolbarControl final : public Control {
     RECT ButtonBounds(std::int32_t position) const noexcept;
 
     // A tooltip must not lie on top of the menu that a button opens.
-    void HideToolTip() noexcept;
+    void AllowToolTips(bool allowed) noexcept;
 
     // True when the command is one of a button, whose key goes to ButtonClicked.
     bool OnCommand(int command);
@@ -54,6 +54,7 @@ class ToolbarControl final : public Control {
     Images pictures_;
     Images disabledPictures_;
     std::vector<bool> shownEnabled_; // by position
+    bool toolTipsAllowed_ = true;
 };
 
 } // namespace quarn
