@@ -6,13 +6,16 @@
 #include "tests/support_code/ClassicLocale.h"
 #include "tests/support_code/FakeClock.h"
 #include "tests/support_code/FakeEvents.h"
+#include "tests/support_code/FakeHelpViewer.h"
 #include "tests/support_code/FakeHostNames.h"
+#include "tests/support_code/FakeNotificationArea.h"
 #include "tests/support_code/FakePeers.h"
 #include "tests/support_code/FakePrompts.h"
 #include "tests/support_code/FakeShell.h"
 #include "tests/support_code/FakeSystem.h"
 #include "tests/support_code/MemoryFiles.h"
 #include "tests/support_code/MemoryProfiles.h"
+#include "tests/support_code/MemoryRegistry.h"
 
 namespace quarn {
 
@@ -24,15 +27,19 @@ struct FakeDesktop {
     FakeClock clock;
     FakeEvents events{clock};
     MemoryFiles files;
+    FakeHelpViewer help;
     FakeHostNames hosts;
     ClassicLocale locale;
+    FakeNotificationArea notifications;
     FakePeers peers;
     MemoryProfiles profiles{files};
     FakePrompts prompts;
+    MemoryRegistry registry;
     FakeShell shell;
     FakeSystem system;
 
-    Desktop desktop{clock, events, files, hosts, locale, peers, profiles, prompts, shell, system};
+    Desktop desktop{clock, events,   files,   help,     hosts, locale, notifications,
+                    peers, profiles, prompts, registry, shell, system};
 };
 
 } // namespace quarn

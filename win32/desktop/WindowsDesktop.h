@@ -9,11 +9,14 @@
 #include "win32/desktop/ClockWin.h"
 #include "win32/desktop/EventPumpWin.h"
 #include "win32/desktop/FilesWin.h"
+#include "win32/desktop/HelpViewerWin.h"
 #include "win32/desktop/HostNamesWin.h"
 #include "win32/desktop/LocaleTextWin.h"
+#include "win32/desktop/NotificationAreaWin.h"
 #include "win32/desktop/PeerProgramsWin.h"
 #include "win32/desktop/ProfileFilesWin.h"
 #include "win32/desktop/PromptsWin.h"
+#include "win32/desktop/RegistryWin.h"
 #include "win32/desktop/ShellWin.h"
 #include "win32/desktop/SystemInformationWin.h"
 
@@ -38,11 +41,14 @@ class WindowsDesktop {
     ClockWin clock_;
     EventPumpWin events_;
     FilesWin files_;
+    HelpViewerWin help_;
     HostNamesWin hosts_;
     LocaleTextWin locale_;
+    NotificationAreaWin notifications_;
     PeerProgramsWin peers_;
     ProfileFilesWin profiles_;
     PromptsWin prompts_;
+    RegistryWin registry_;
     ShellWin shell_;
     SystemInformationWin system_;
     Desktop interfaces_;
