@@ -1,17 +1,12 @@
 #include "query/frmAddServer.h"
 
+#include "controls/Keys.h"
 #include "query/modGetIP.h"
 #include "support/Trap.h"
 
 #include <utility>
 
 namespace quarn {
-
-namespace {
-
-constexpr int EnterKey = 13;
-
-} // namespace
 
 frmAddServer::frmAddServer(ProgramState& program, Desktop& desktop, AddServerFunction addServer,
                            CloseFunction close)

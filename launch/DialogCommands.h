@@ -1,0 +1,53 @@
+#pragma once
+
+// The commands that open a dialog of the program's own.
+
+#include "launch/ModalForms.h"
+#include "views/GamesTree.h"
+#include "views/MainFormContext.h"
+#include "views/ServerListView.h"
+
+#include <functional>
+#include <utility>
+
+namespace quarn {
+
+class DialogCommands {
+  public:
+    // `refreshInterface` applies the window settings to the main window.
+    DialogCommands(const MainFormContext& form, ModalForms& forms, ServerListView& servers, GamesTree& tree,
+                   std::function<void()> refreshInterface)
+        : form_(form),
+          forms_(forms),
+          servers_(servers),
+          tree_(tree),
+          refreshInterface_(std::move(refreshInterface)) {}
+
+    void mnuServSetPass_Click();
+    void mnuServAdd_Click();
+    void mnuTreeAddServer_Click();
+    void mnuExtrasGameSetup_Click();
+    void mnuExtrasOptions_Click();
+    void mnuInfoAbout_Click();
+
+    // For a command that ends in the game setup. Errors are the caller's.
+    void ShowGameSetup();
+
+  private:
+    template<class Form>
+    void Show(Form& form);
+    template<class Body>
+    void Run(const char* routine, Body body);
+    std::function<void()> CloseDialog() {
+        return [this] { forms_.Unload(); };
+    }
+    void ShowAddServer();
+
+    MainFormContext form_;
+    ModalForms& forms_;
+    ServerListView& servers_;
+    GamesTree& tree_;
+    std::function<void()> refreshInterface_;
+};
+
+} // namespace quarn

@@ -1,0 +1,30 @@
+#pragma once
+
+// Shows the program's forms as modal dialogs that the main window owns. A form knows nothing of its window:
+// the dialog shows what the form holds, puts in what the user does and calls the form's handlers.
+
+namespace quarn {
+
+class frmAbout;
+class frmAddServer;
+class frmGamSetup;
+class frmOptions;
+class frmSetPassword;
+
+class ModalForms {
+  public:
+    virtual ~ModalForms() = default;
+
+    // Returns when the dialog is closed. The form's Form_Load runs before it is seen, its Form_Unload however
+    // it was closed, where it has them.
+    virtual void ShowModal(frmAbout& form, bool topMost) = 0;
+    virtual void ShowModal(frmAddServer& form, bool topMost) = 0;
+    virtual void ShowModal(frmGamSetup& form, bool topMost) = 0;
+    virtual void ShowModal(frmOptions& form, bool topMost) = 0;
+    virtual void ShowModal(frmSetPassword& form, bool topMost) = 0;
+
+    // Closes the dialog that was opened last.
+    virtual void Unload() = 0;
+};
+
+} // namespace quarn

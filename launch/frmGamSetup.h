@@ -1,0 +1,81 @@
+#pragma once
+
+// The Game Setup dialog: where each game is installed, what is passed to it at a launch, and whether the tree
+// shows it. It works on copies; OK puts them into the settings.
+
+#include "core/modDefinitions.h"
+#include "desktop/Desktop.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace quarn {
+
+class frmGamSetup {
+  public:
+    using RefreshFunction = std::function<void()>; // the main window's tree
+    using CloseFunction = std::function<void()>;
+
+    frmGamSetup(ProgramState& program, Desktop& desktop, RefreshFunction refreshTreeView,
+                CloseFunction close);
+
+    struct GameItem {
+        std::string text;
+        std::string key; // the game's GameShort
+    };
+    std::vector<GameItem> lvwGameSel;
+
+    // The fields of the selected game.
+    std::string txtPath;
+    std::string txtConfig;
+    std::string txtName;
+    std::int32_t chkVisible = 0; // 0 or 1
+
+    std::string lblDefinition;
+    std::string lblDefVersion;
+
+    // Key of the selected item, and whether there is one: without, the fields belong to no game and are
+    // disabled.
+    const std::string& SelectedGame() const noexcept { return game_; }
+    bool HasSelection() const noexcept { return !lvwGameSel.empty(); }
+
+    void Form_Load();
+    void lvwGameSel_ItemClick(const std::string& key);
+
+    // Each takes the field as it stands into the working copy.
+    void txtPath_Change();
+    void txtConfig_Change();
+    void txtName_Change();
+    void chkVisible_Click();
+
+    void cmdBrowse_Click();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+    void Form_KeyDown(int KeyCode);
+    void Form_Unload();
+
+  private:
+    struct GameSetup {
+        std::string path;
+        std::string config;
+        std::string name;
+        std::int32_t visible = 0;
+    };
+
+    GameSetup& Working();
+    void AddItem(const GameDefinition& game);
+
+    ProgramState& program_;
+    Desktop& desktop_;
+    RefreshFunction refreshTreeView_;
+    CloseFunction close_;
+    OneBased<GameSetup> working_;
+    std::string game_;
+};
+
+// "1050012" reads "1.05.0012": the first character, the next two, and the last four, whatever the length.
+std::string DefinitionVersionText(std::int32_t IniVer);
+
+} // namespace quarn

@@ -1,0 +1,54 @@
+#pragma once
+
+// The Options dialog: the user's preferences. It edits the settings in memory; the settings file gets them at
+// a clean exit.
+
+#include "core/modDefinitions.h"
+#include "desktop/Desktop.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace quarn {
+
+class frmOptions {
+  public:
+    // What the main window does when the dialog has closed, in this order.
+    struct MainWindow {
+        std::function<void()> RefreshInterface;
+        std::function<void()> RefreshTreeView;
+        std::function<void()> RefreshFavMenu;
+    };
+    using CloseFunction = std::function<void()>;
+
+    frmOptions(ProgramState& program, Desktop& desktop, MainWindow mainWindow, CloseFunction close);
+
+    static constexpr std::int32_t NoChoice = -1;
+
+    // Check boxes: 0 or 1.
+    std::int32_t chkMinToTray = 0;
+    std::int32_t chkRemWinPos = 0;
+    std::int32_t chkKeepOnTop = 0;
+    std::string txtScanPingTimeout;
+    std::int32_t optQuitAfterLaunch = NoChoice; // index of the option chosen, which is the setting's value
+    std::int32_t cmbNumFavorites = NoChoice;    // index of the entry chosen; entry 0 reads "1"
+
+    // The dialog has stayed open because of this field: it is to be shown, focused and its text selected.
+    // Whoever does so resets it.
+    bool txtScanPingTimeoutWrong = false;
+
+    void Form_Load();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+    void Form_KeyDown(int KeyCode);
+    void Form_Unload();
+
+  private:
+    ProgramState& program_;
+    Desktop& desktop_;
+    MainWindow mainWindow_;
+    CloseFunction close_;
+};
+
+} // namespace quarn

@@ -1,0 +1,36 @@
+#include "launch/modMonitor.h"
+
+#include "core/modCommonSubs.h"
+#include "support/Trap.h"
+
+#include <string>
+
+namespace quarn {
+
+namespace {
+
+constexpr const char* VelmarFromProgramFolder = "..\\Velmar\\Velmar.exe";
+
+// Empty when Velmar is not there or tells no version.
+std::string WindowTitleOfVelmar(const Desktop& desktop, const std::string& executable) {
+    std::string title;
+    Succeeds([&] { title = "Velmar " + std::to_string(GetFileVersionNumber(desktop, executable)); });
+    return title;
+}
+
+} // namespace
+
+void MonitorWithVelmar(const ProgramState& program, Desktop& desktop) {
+    const std::string executable = program.AppPath + VelmarFromProgramFolder;
+    Shell::Request request;
+    request.file = executable;
+    request.folder = program.AppPath;
+    request.show = ShowState::Normal;
+    desktop.shell.Open(request);
+
+    const std::string title = WindowTitleOfVelmar(desktop, executable);
+    const ServerRecord& server = program.Servers[program.CurrentServer];
+    SendCopyData(desktop, title, "ConGam:" + server.Address + ":" + std::to_string(server.Port));
+}
+
+} // namespace quarn

@@ -1,0 +1,150 @@
+#include "support/clsSysTray.h"
+
+#include "core/Conversions.h"
+#include "core/RunTimeError.h"
+
+#include <algorithm>
+
+namespace quarn {
+
+namespace {
+
+constexpr std::uint32_t IconIdentifier = 1;
+constexpr std::uint32_t MessageIconAndTipValid = 7;
+
+// Mouse messages, with the platform's numbers.
+constexpr std::uint32_t MouseMoveMessage = 512;
+constexpr std::int32_t LButtonDownMessage = 513;
+constexpr std::int32_t LButtonUpMessage = 514;
+constexpr std::int32_t LButtonDblClkMessage = 515;
+constexpr std::int32_t RButtonDownMessage = 516;
+constexpr std::int32_t RButtonUpMessage = 517;
+constexpr std::int32_t RButtonDblClkMessage = 518;
+
+// Set for as long as this lives, however the handler ends.
+class BusyScope {
+  public:
+    explicit BusyScope(bool& busy) : busy_(busy) { busy_ = true; }
+    ~BusyScope() { busy_ = false; }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+
+  private:
+    bool& busy_;
+};
+
+} // namespace
+
+clsSysTray::clsSysTray(NotificationArea& area) : area_(area) {
+    record_.identifier = IconIdentifier;
+    record_.flags = MessageIconAndTipValid;
+    record_.callbackMessage = MouseMoveMessage;
+}
+
+FormWindow& clsSysTray::SourceWindow() const {
+    if (sourceWindow_ == nullptr)
+        throw RunTimeError(ErrorNumber::ObjectVariableNotSet);
+    return *sourceWindow_;
+}
+
+void clsSysTray::SetSourceWindow(FormWindow& window) {
+    sourceWindow_ = &window;
+    record_.icon = Icon();
+    SetPicHook();
+}
+
+IconReference clsSysTray::Icon() const {
+    return icon_ != 0 ? icon_ : SourceWindow().Icon();
+}
+
+void clsSysTray::SetIcon(IconReference icon) {
+    icon_ = icon;
+    record_.icon = icon;
+}
+
+void clsSysTray::SetToolTip(const std::string& text) {
+    toolTip_ = text;
+    record_.tip.fill('\0');
+    std::copy_n(text.begin(), std::min(text.size(), record_.tip.size() - 1), record_.tip.begin());
+}
+
+void clsSysTray::SetPicHook() {
+    pichook_.window =
+        area_.AddPictureBox(SourceWindow().Reference(), [this](double X) { pichook_MouseMove(X); });
+    pichook_.picture = SourceWindow().Icon();
+    record_.owner = pichook_.window;
+}
+
+bool clsSysTray::IconInSysTray() {
+    return area_.Notify(NotifyCommand::Add, record_);
+}
+
+void clsSysTray::RemoveFromSysTray() {
+    inTray_ = false;
+    record_.size = NotifyIconRecord::FirstVersionSize;
+    area_.Notify(NotifyCommand::Delete, record_);
+}
+
+void clsSysTray::ChangeIcon(IconReference toNewIcon) {
+    pichook_.picture = toNewIcon;
+    record_.icon = pichook_.picture;
+    area_.Notify(NotifyCommand::Modify, record_);
+}
+
+void clsSysTray::ChangeToolTip(const std::string& cNewTip) {
+    SetToolTip(cNewTip);
+    area_.Notify(NotifyCommand::Modify, record_);
+    if (SourceWindow().State() == WindowState::Minimized)
+        SourceWindow().SetCaption(cNewTip);
+}
+
+void clsSysTray::MinToSysTray() {
+    if (!IconInSysTray())
+        return;
+    inTray_ = true;
+    SourceWindow().SetVisible(false);
+    SourceWindow().SetShownInTaskbar(false);
+}
+
+void clsSysTray::BringWindowBack() {
+    SourceWindow().SetState(WindowState::Normal);
+    SourceWindow().SetVisible(true);
+    SourceWindow().SetShownInTaskbar(true);
+    RemoveFromSysTray();
+}
+
+void clsSysTray::TaskbarCreated() {
+    if (inTray_)
+        IconInSysTray();
+}
+
+void clsSysTray::pichook_MouseMove(double X) {
+    lastMessage_ = RoundToLong(X / area_.TwipsPerPixelX());
+    if (busy_)
+        return;
+    const BusyScope busy(busy_);
+    const Event* event = EventOf(lastMessage_);
+    if (event != nullptr && *event)
+        (*event)();
+}
+
+const clsSysTray::Event* clsSysTray::EventOf(std::int32_t message) const noexcept {
+    switch (message) {
+    case LButtonDownMessage:
+        return &LButtonDown;
+    case LButtonUpMessage:
+        return &LButtonUp;
+    case LButtonDblClkMessage:
+        return &LButtonDblClk;
+    case RButtonDownMessage:
+        return &RButtonDown;
+    case RButtonUpMessage:
+        return &RButtonUp;
+    case RButtonDblClkMessage:
+        return &RButtonDblClk;
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace quarn

@@ -1,0 +1,91 @@
+#pragma once
+
+// The program's icon in the notification area. A window is in one of two states: shown, without an icon, or
+// in the tray, which means the icon is there and the window hidden and off the taskbar. What the mouse does
+// to the icon comes as six events.
+//
+// The system reports the mouse to an invisible picture box on the window, as mouse moves whose position
+// carries the message that is meant.
+
+#include "desktop/NotificationArea.h"
+#include "views/FormWindow.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace quarn {
+
+class clsSysTray {
+  public:
+    using Event = std::function<void()>;
+
+    explicit clsSysTray(NotificationArea& area);
+    clsSysTray(const clsSysTray&) = delete;
+    clsSysTray& operator=(const clsSysTray&) = delete;
+
+    // Raised one at a time: what the mouse does while a handler runs is dropped.
+    Event LButtonDblClk;
+    Event LButtonDown;
+    Event LButtonUp;
+    Event RButtonDblClk;
+    Event RButtonDown;
+    Event RButtonUp;
+
+    // The window that goes into the tray; it outlives this object. Everything below needs it: without, error
+    // 91. Setting it hooks the window up.
+    FormWindow& SourceWindow() const;
+    void SetSourceWindow(FormWindow& window);
+
+    // The source window's icon until another one is set.
+    IconReference Icon() const;
+    void SetIcon(IconReference icon);
+
+    const std::string& ToolTip() const noexcept { return toolTip_; }
+    void SetToolTip(const std::string& text);
+
+    // Kept for the owner; nothing here depends on it.
+    bool DefaultDblClk = true;
+
+    void SetPicHook();
+
+    // False when the system did not take the icon.
+    bool IconInSysTray();
+    void RemoveFromSysTray();
+
+    void ChangeIcon(IconReference toNewIcon);
+
+    // A longer text than 63 characters is cut. The caption of a minimised window follows.
+    void ChangeToolTip(const std::string& cNewTip);
+
+    // Without an icon to come back by, the window stays where it is.
+    void MinToSysTray();
+    void BringWindowBack();
+
+    // The taskbar was made anew and has forgotten its icons.
+    void TaskbarCreated();
+
+    // Number of the mouse message that came last.
+    std::int32_t LastMessage() const noexcept { return lastMessage_; }
+
+  private:
+    struct PictureBox {
+        WindowReference window = 0;
+        IconReference picture = 0;
+    };
+
+    void pichook_MouseMove(double X);
+    const Event* EventOf(std::int32_t message) const noexcept;
+
+    NotificationArea& area_;
+    NotifyIconRecord record_;
+    FormWindow* sourceWindow_ = nullptr;
+    PictureBox pichook_;
+    IconReference icon_ = 0;
+    std::string toolTip_;
+    bool inTray_ = false;
+    bool busy_ = false;
+    std::int32_t lastMessage_ = 0;
+};
+
+} // namespace quarn

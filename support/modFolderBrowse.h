@@ -1,0 +1,12 @@
+#pragma once
+
+#include "desktop/Prompts.h"
+
+#include <string>
+
+namespace quarn {
+
+// Lets the user pick a folder, with one selected beforehand; "" when cancelled.
+std::string BrowseForFolder(Prompts& prompts, const std::string& preselectedPath);
+
+} // namespace quarn
