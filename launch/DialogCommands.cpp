@@ -35,19 +35,13 @@ void DialogCommands::mnuServSetPass_Click() {
 }
 
 void DialogCommands::mnuServAdd_Click() {
-    Run("mnuServAdd_Click", [this] { ShowAddServer(); });
-}
-
-void DialogCommands::mnuTreeAddServer_Click() {
-    Run("mnuTreeAddServer_Click", [this] { ShowAddServer(); });
-}
-
-void DialogCommands::ShowAddServer() {
-    frmAddServer form(
-        form_.program, form_.desktop,
-        [this](const std::string& IP, const std::string& strPort) { servers_.AddServer(IP, strPort); },
-        CloseDialog());
-    Show(form);
+    Run("mnuServAdd_Click", [this] {
+        frmAddServer form(
+            form_.program, form_.desktop,
+            [this](const std::string& IP, const std::string& strPort) { servers_.AddServer(IP, strPort); },
+            CloseDialog());
+        Show(form);
+    });
 }
 
 void DialogCommands::mnuExtrasGameSetup_Click() {

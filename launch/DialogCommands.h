@@ -25,7 +25,7 @@ class DialogCommands {
 
     void mnuServSetPass_Click();
     void mnuServAdd_Click();
-    void mnuTreeAddServer_Click();
+    void mnuTreeAddServer_Click() { mnuServAdd_Click(); }
     void mnuExtrasGameSetup_Click();
     void mnuExtrasOptions_Click();
     void mnuInfoAbout_Click();
@@ -41,7 +41,6 @@ class DialogCommands {
     std::function<void()> CloseDialog() {
         return [this] { forms_.Unload(); };
     }
-    void ShowAddServer();
 
     MainFormContext form_;
     ModalForms& forms_;

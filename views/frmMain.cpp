@@ -191,8 +191,8 @@ void frmMain::mnuInfoHelp_Click() {
     HTMLHelp.ShowTopic(window_.Reference(), "Progs\\Quarn\\Main.htm");
 }
 
-// A scan may have moved the selection since the first of the two clicks.
-void frmMain::lvwServers_DblClick(std::int32_t row) {
+void frmMain::lvwServers_DblClick(std::uint32_t rowIdentity) {
+    const std::int32_t row = controls.lvwServers.RowOf(rowIdentity, 1);
     if (row == 0)
         return;
     controls.lvwServers.SelectOnly(row);

@@ -52,8 +52,8 @@ class frmMain {
     void mnuInfoHelp_Click();
     void tbMain_ButtonClick(std::string_view key);
 
-    // On a row, which it joins; 0: beside the rows.
-    void lvwServers_DblClick(std::int32_t row);
+    // Joins the row's server. The row is known by its identity, as a scan may have moved the selection since.
+    void lvwServers_DblClick(std::uint32_t rowIdentity);
 
     void mnuSysOpen_Click() { SysTray.BringWindowBack(); }
     void mnuSysQuit_Click();

@@ -2,6 +2,8 @@
 
 #include "win32/SystemError.h"
 
+#include <uxtheme.h>
+
 namespace quarn {
 
 INT_PTR Dialog::ShowModal(HWND owner, bool topMost) {
@@ -12,6 +14,13 @@ INT_PTR Dialog::ShowModal(HWND owner, bool topMost) {
     if (result == -1)
         ThrowLastError();
     return result;
+}
+
+void Dialog::CreateAsPage(HWND parent) {
+    if (CreateDialogParamA(GetModuleHandleA(nullptr), formName_, parent, &DialogProc,
+                           reinterpret_cast<LPARAM>(this)) == nullptr)
+        ThrowLastError();
+    EnableThemeDialogTexture(handle_, ETDT_ENABLETAB);
 }
 
 INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept {

@@ -28,6 +28,9 @@ class Dialog {
     // Returns when the dialog is closed: what Close was given. Throws the system's error when it cannot open.
     INT_PTR ShowModal(HWND owner, bool topMost);
 
+    // For a dialog that is a part of another one: makes it, hidden. It goes with its parent.
+    void CreateAsPage(HWND parent);
+
   protected:
     // The controls are there and the dialog is not shown yet.
     virtual void OnInit() {}

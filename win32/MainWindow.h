@@ -24,6 +24,7 @@
 #include "win32/controls/ToolbarControl.h"
 #include "win32/controls/TreeViewControl.h"
 #include "win32/desktop/WindowsDesktop.h"
+#include "win32/dialogs/ModalFormsWin.h"
 
 #include <deque>
 #include <functional>
@@ -52,6 +53,8 @@ class MainWindow final : public Window, public FormWindow {
 
   private:
     // FormWindow (MainWindowForm.cpp)
+    WindowReference Reference() const override { return reinterpret_cast<WindowReference>(Handle()); }
+    IconReference Icon() const override { return reinterpret_cast<IconReference>(smallIcon_.Get()); }
     WindowState State() const override;
     void SetState(WindowState state) override;
     TwipsRect Bounds() const override;
@@ -109,7 +112,6 @@ class MainWindow final : public Window, public FormWindow {
     bool IsAvailable(int command) const;
     HMENU PopupOf(PopupMenu menu) const;
     POINT PopupPosition(PopupMenu menu) const;
-    void DisableMissingCommands(HMENU menu);
     void FlushMenus();
     void ShowFavoritesEntries();
 
@@ -123,6 +125,7 @@ class MainWindow final : public Window, public FormWindow {
     WindowsDesktop& desktop_;
     UdpSocketWin sckMaster_;
     UdpSocketWin sckServer_;
+    ModalFormsWin forms_;
     frmMain form_;
     TimerWin tmrTimeout_;
 
@@ -154,6 +157,9 @@ class MainWindow final : public Window, public FormWindow {
     bool askedByKeyboard_ = false;
 
     std::deque<Command> deferred_;
+    // The system sends it when it has made the taskbar anew.
+    const UINT taskbarCreatedMessage_ = RegisterWindowMessageA("TaskbarCreated");
+
     HWND lastFocus_ = nullptr;
     bool loaded_ = false;
     bool flushing_ = false;

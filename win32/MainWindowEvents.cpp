@@ -24,7 +24,11 @@ void MainWindow::ConnectEvents() {
     };
     lvwServers_.ColumnClicked = [&](std::int32_t column) { servers.lvwServers_ColumnClick(column); };
     lvwServers_.Activated = [this] {
-        RunLater("lvwServers_DblClick", [this] { RunCommand(ID_mnuServConnectPlay); });
+        const ListView& list = form_.controls.lvwServers;
+        const std::int32_t row = list.SelectedRow();
+        if (row != 0)
+            RunLater("lvwServers_DblClick",
+                     [this, identity = list.Row(row).identity] { form_.lvwServers_DblClick(identity); });
     };
     lvwServers_.RightPressed = [&] {
         Guarded("lvwServers_MouseDown", [&] {
@@ -63,6 +67,10 @@ void MainWindow::RunLater(const char* handler, std::function<void()> body) {
 }
 
 Answer MainWindow::OnOwnMessage(UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    if (message == taskbarCreatedMessage_) {
+        form_.SysTray.TaskbarCreated();
+        return Handled;
+    }
     if (message != RunDeferredMessage)
         return NotHandled;
     RunOneDeferred();

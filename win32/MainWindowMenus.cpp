@@ -45,8 +45,6 @@ void MainWindow::LoadMenus() {
     accelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_ACCELERATORS));
     serverListAccelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_SERVER_LIST_ACCELERATORS));
     AddCommands();
-    DisableMissingCommands(mainMenu_);
-    DisableMissingCommands(popupMenus_.Get());
 }
 
 void MainWindow::Add(int id, const char* handler, std::function<void()> run) {
@@ -55,9 +53,14 @@ void MainWindow::Add(int id, const char* handler, std::function<void()> run) {
 
 void MainWindow::AddCommands() {
     Add(ID_mnuFileQuit, "mnuFileQuit_Click", [this] { form_.mnuFileQuit_Click(); });
+    Add(ID_mnuServConnectPlay, "mnuServConnectPlay_Click", [this] { form_.game.mnuServConnectPlay_Click(); });
+    Add(ID_mnuServConnectSpec, "mnuServConnectSpec_Click", [this] { form_.game.mnuServConnectSpec_Click(); });
+    Add(ID_mnuServSetPass, "mnuServSetPass_Click", [this] { form_.dialogs.mnuServSetPass_Click(); });
     Add(ID_mnuServRefresh, "mnuServRefresh_Click", [this] { form_.scan.mnuServRefresh_Click(); });
     Add(ID_mnuServRefreshAll, "mnuServRefreshAll_Click", [this] { form_.scan.mnuServRefreshAll_Click(); });
+    Add(ID_mnuServAdd, "mnuServAdd_Click", [this] { form_.dialogs.mnuServAdd_Click(); });
     Add(ID_mnuServDelete, "mnuServDelete_Click", [this] { form_.servers.mnuServDelete_Click(); });
+    Add(ID_mnuServMonitor, "mnuServMonitor_Click", [this] { form_.game.mnuServMonitor_Click(); });
     Add(ID_mnuServCopyAddress, "mnuServCopyAddress_Click",
         [this] { form_.servers.mnuServCopyAddress_Click(); });
     for (int folder = 1; folder <= MaxFavoritesFolders; ++folder)
@@ -70,7 +73,15 @@ void MainWindow::AddCommands() {
         [this] { form_.countries.mnuRecheckCountries_Click(); });
     Add(ID_mnuServerListExport, "mnuServerListExport_Click",
         [this] { form_.servers.mnuServerListExport_Click(); });
+    Add(ID_mnuExtrasGameSetup, "mnuExtrasGameSetup_Click",
+        [this] { form_.dialogs.mnuExtrasGameSetup_Click(); });
+    Add(ID_mnuExtrasOptions, "mnuExtrasOptions_Click", [this] { form_.dialogs.mnuExtrasOptions_Click(); });
+    Add(ID_mnuInfoHelp, "mnuInfoHelp_Click", [this] { form_.mnuInfoHelp_Click(); });
+    Add(ID_mnuInfoAbout, "mnuInfoAbout_Click", [this] { form_.dialogs.mnuInfoAbout_Click(); });
+    Add(ID_mnuSysOpen, "mnuSysOpen_Click", [this] { form_.mnuSysOpen_Click(); });
+    Add(ID_mnuSysQuit, "mnuSysQuit_Click", [this] { form_.mnuSysQuit_Click(); });
     Add(ID_mnuTreeRename, "mnuTreeRename_Click", [this] { form_.tree.mnuTreeRename_Click(); });
+    Add(ID_mnuTreeAddServer, "mnuTreeAddServer_Click", [this] { form_.dialogs.mnuTreeAddServer_Click(); });
     Add(ID_keyStop, "tbMain_ButtonClick", [this] { form_.tbMain_ButtonClick("stop"); });
     Add(ID_keySelectAll, "lvwServers_KeyDown", [this] { lvwServers_.SelectAll(); });
 }
@@ -105,16 +116,6 @@ Answer MainWindow::OnCommand(int id, HWND /*control*/) {
     if (!tbMain_.OnCommand(id))
         RunCommand(id);
     return Handled;
-}
-
-// Entries whose command does not exist are there and cannot be chosen.
-void MainWindow::DisableMissingCommands(HMENU menu) {
-    for (int position = 0; position < GetMenuItemCount(menu); ++position) {
-        if (const HMENU submenu = GetSubMenu(menu, position); submenu != nullptr)
-            DisableMissingCommands(submenu);
-        else if (!commands_.contains(static_cast<int>(GetMenuItemID(menu, position))))
-            EnableMenuItem(menu, static_cast<UINT>(position), MF_BYPOSITION | MF_GRAYED);
-    }
 }
 
 void MainWindow::FlushMenus() {

@@ -58,11 +58,7 @@ LRESULT CALLBACK NotificationAreaWin::PictureBoxProc(HWND window, UINT message, 
 }
 
 void NotificationAreaWin::OnMouseMove(LPARAM position) noexcept {
-    try {
-        mouseMove_(LOWORD(position) * TwipsPerPixelX());
-    } catch (...) {
-        ReportUncaughtError("SysTray");
-    }
+    Contain("clsSysTray", "pichook_MouseMove", [&] { mouseMove_(LOWORD(position) * TwipsPerPixelX()); });
 }
 
 } // namespace quarn

@@ -34,6 +34,7 @@ class WindowsDesktop {
 
     // The main window once it exists, null when it is gone: it owns the boxes and speaks for the program.
     void SetMainWindow(HWND window) noexcept { owner_.SetMain(window); }
+    const OwnerWindow& Owner() const noexcept { return owner_; }
 
   private:
     ComApartment apartment_; // the shell's calls may want it

@@ -85,3 +85,52 @@
 
 /* The toolbar button at position n, separators counted, has the command ID_tbMainButton + n. */
 #define ID_tbMainButton 2100
+
+/* Controls of the dialogs */
+#define ID_lblVersion 3001
+#define ID_cmdSystemInfo 3002
+
+#define ID_txtIP 3101
+#define ID_txtPort 3102
+
+#define ID_lblMsg 3201
+#define ID_txtPass 3202
+#define ID_lblSeperator 3203
+
+#define ID_lvwGameSel 3301
+#define ID_fraLocation 3302
+#define ID_lblPath 3303
+#define ID_txtPath 3304
+#define ID_cmdBrowse 3305
+#define ID_fraSettings 3306
+#define ID_lblConfig 3307
+#define ID_txtConfig 3308
+#define ID_lblName 3309
+#define ID_txtName 3310
+#define ID_chkVisible 3311
+#define ID_lblDefinDescr 3312
+#define ID_lblDefinition 3313
+#define ID_lblDefinVerDescr 3314
+#define ID_lblDefVersion 3315
+#define ID_LayoutLine1 3316
+#define ID_LayoutLine2 3317
+
+#define ID_sstOptions 3401
+#define ID_fraGenWindow 3402
+#define ID_chkMinToTray 3403
+#define ID_chkKeepOnTop 3404
+#define ID_chkRemWinPos 3405
+#define ID_fraScanConnection 3406
+#define ID_lblScanPingTimeout 3407
+#define ID_txtScanPingTimeout 3408
+#define ID_lblScanPingUnit 3409
+#define ID_fraStartOptions 3410
+#define ID_fraFavorites 3411
+#define ID_lblFavNum 3412
+#define ID_cmbNumFavorites 3413
+
+/* The option with index n is ID_optQuitAfterLaunch + n. */
+#define ID_optQuitAfterLaunch 3420
+#define ID_optQuitAfterLaunch0 3420
+#define ID_optQuitAfterLaunch1 3421
+#define ID_optQuitAfterLaunch2 3422

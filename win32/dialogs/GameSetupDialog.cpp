@@ -1,0 +1,123 @@
+#include "win32/dialogs/GameSetupDialog.h"
+
+#include "win32/resources/ids.h"
+
+#include <algorithm>
+#include <commctrl.h>
+
+namespace quarn {
+
+namespace {
+
+constexpr int FieldsOfAGame[] = {ID_txtPath, ID_cmdBrowse, ID_txtConfig, ID_txtName, ID_chkVisible};
+
+} // namespace
+
+void GameSetupDialog::OnInit() {
+    form_.Form_Load();
+    FillGameList();
+    AddToolTips();
+    SetItemText(ID_lblDefinition, form_.lblDefinition);
+    SetItemText(ID_lblDefVersion, form_.lblDefVersion);
+    for (const int field : FieldsOfAGame)
+        EnableItem(field, form_.HasSelection());
+    ShowFields();
+}
+
+void GameSetupDialog::FillGameList() {
+    const HWND list = Item(ID_lvwGameSel);
+    LVCOLUMNA column{};
+    column.mask = LVCF_WIDTH;
+    SendMessageA(list, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
+    int index = 0;
+    for (const frmGamSetup::GameItem& game : form_.lvwGameSel) {
+        std::string text = game.text;
+        LVITEMA item{};
+        item.mask = LVIF_TEXT;
+        item.iItem = index++;
+        item.pszText = text.data();
+        SendMessageA(list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    }
+    SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+    // As wide as the list: with many games, without what the scroll bar takes.
+    SendMessageA(list, LVM_SETCOLUMNWIDTH, 0, LVSCW_AUTOSIZE_USEHEADER);
+    if (form_.HasSelection())
+        SelectGame(0);
+}
+
+void GameSetupDialog::SelectGame(int index) noexcept {
+    LVITEMA item{};
+    item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageA(Item(ID_lvwGameSel), LVM_SETITEMSTATE, static_cast<WPARAM>(index),
+                 reinterpret_cast<LPARAM>(&item));
+    SendMessageA(Item(ID_lvwGameSel), LVM_ENSUREVISIBLE, static_cast<WPARAM>(index), FALSE);
+}
+
+void GameSetupDialog::AddToolTips() {
+    toolTips_.Add(Handle(), ID_txtPath, "Path to local game executable");
+    toolTips_.Add(Handle(), ID_txtConfig, "Specific config file to be used for the game");
+    toolTips_.Add(Handle(), ID_txtName, "Player name to be used for the game");
+    toolTips_.Add(Handle(), ID_chkVisible, "Show in game list, even if no executable was found");
+}
+
+void GameSetupDialog::ShowFields() {
+    showingFields_ = true;
+    SetItemText(ID_txtPath, form_.txtPath);
+    SetItemText(ID_txtConfig, form_.txtConfig);
+    SetItemText(ID_txtName, form_.txtName);
+    SetChecked(ID_chkVisible, form_.chkVisible != 0);
+    showingFields_ = false;
+}
+
+void GameSetupDialog::OnCommand(int id, int notification) {
+    if (notification == EN_CHANGE && !showingFields_) {
+        TakeField(id);
+    } else if (id == ID_chkVisible && notification == BN_CLICKED) {
+        form_.chkVisible = IsChecked(ID_chkVisible) ? 1 : 0;
+        form_.chkVisible_Click();
+    } else if (id == ID_cmdBrowse && notification == BN_CLICKED) {
+        form_.cmdBrowse_Click();
+        ShowFields();
+    }
+}
+
+void GameSetupDialog::TakeField(int id) {
+    if (id == ID_txtPath) {
+        form_.txtPath = ItemText(id);
+        form_.txtPath_Change();
+    } else if (id == ID_txtConfig) {
+        form_.txtConfig = ItemText(id);
+        form_.txtConfig_Change();
+    } else if (id == ID_txtName) {
+        form_.txtName = ItemText(id);
+        form_.txtName_Change();
+    }
+}
+
+LRESULT GameSetupDialog::OnNotify(NMHDR& notification) {
+    if (notification.idFrom != ID_lvwGameSel)
+        return 0;
+    if (notification.code == LVN_ITEMCHANGED) {
+        const auto& change = reinterpret_cast<const NMLISTVIEW&>(notification);
+        if ((change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0)
+            GameSelected(change.iItem);
+    } else if (notification.code == NM_CLICK || notification.code == NM_RCLICK) {
+        // A click beside the games takes the selection away; the fields still belong to a game.
+        const auto selected =
+            std::find_if(form_.lvwGameSel.begin(), form_.lvwGameSel.end(),
+                         [&](const auto& game) { return game.key == form_.SelectedGame(); });
+        if (selected != form_.lvwGameSel.end())
+            SelectGame(static_cast<int>(selected - form_.lvwGameSel.begin()));
+    }
+    return 0;
+}
+
+void GameSetupDialog::GameSelected(int index) {
+    const std::string& key = form_.lvwGameSel[static_cast<std::size_t>(index)].key;
+    if (key == form_.SelectedGame())
+        return;
+    form_.lvwGameSel_ItemClick(key);
+    ShowFields();
+}
+
+} // namespace quarn

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "launch/frmGamSetup.h"
+#include "win32/ToolTips.h"
+#include "win32/dialogs/FormDialog.h"
+
+namespace quarn {
+
+class GameSetupDialog final : public FormDialog {
+  public:
+    explicit GameSetupDialog(frmGamSetup& form) noexcept : FormDialog("frmGamSetup"), form_(form) {}
+
+  private:
+    void OnInit() override;
+    void OnCommand(int id, int notification) override;
+    LRESULT OnNotify(NMHDR& notification) override;
+    void OnOK() override { form_.cmdOK_Click(); }
+    void OnCancel() override { form_.cmdCancel_Click(); }
+    void OnDestroy() override { form_.Form_Unload(); }
+
+    void FillGameList();
+    void SelectGame(int index) noexcept;
+    void AddToolTips();
+    void ShowFields();
+    void TakeField(int id);
+    void GameSelected(int index);
+
+    frmGamSetup& form_;
+    ToolTips toolTips_;
+    bool showingFields_ = false; // what the fields tell meanwhile is not the user's doing
+};
+
+} // namespace quarn

@@ -1,0 +1,103 @@
+#include "win32/dialogs/OptionsDialog.h"
+
+#include "core/modDefinitions.h"
+#include "win32/resources/ids.h"
+
+#include <commctrl.h>
+
+namespace quarn {
+
+namespace {
+
+constexpr int QuitActions = 3;
+
+} // namespace
+
+void OptionsDialog::OnInit() {
+    form_.Form_Load();
+    AddTabs();
+    AddPages();
+    FillNumFavorites();
+    toolTips_.Add(scanning_.Handle(), ID_txtScanPingTimeout, "Maximum waiting time for a server reply");
+    ShowFields();
+    ShowTab(General);
+}
+
+void OptionsDialog::AddTabs() {
+    int index = 0;
+    for (std::string caption : {"General", "Scanning", "Interface"}) {
+        TCITEMA item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = caption.data();
+        SendMessageA(Item(ID_sstOptions), TCM_INSERTITEMA, static_cast<WPARAM>(index++),
+                     reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+// Each page fills the room below the tabs. In the order of the tab key they come right after the tabs.
+void OptionsDialog::AddPages() {
+    const HWND tabs = Item(ID_sstOptions);
+    RECT room{};
+    GetWindowRect(tabs, &room);
+    MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&room), 2);
+    SendMessageA(tabs, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&room));
+    for (OptionsPage& page : pages_) {
+        page.CreateAsPage(Handle());
+        SetWindowPos(page.Handle(), tabs, room.left, room.top, room.right - room.left, room.bottom - room.top,
+                     SWP_NOACTIVATE);
+    }
+}
+
+void OptionsDialog::ShowTab(int tab) noexcept {
+    SendMessageA(Item(ID_sstOptions), TCM_SETCURSEL, static_cast<WPARAM>(tab), 0);
+    for (int index = 0; index < TabCount; ++index)
+        ShowWindow(pages_[static_cast<std::size_t>(index)].Handle(), index == tab ? SW_SHOW : SW_HIDE);
+}
+
+void OptionsDialog::FillNumFavorites() {
+    for (std::int32_t number = 1; number <= MaxFavoritesFolders; ++number)
+        SendMessageA(interface_.Item(ID_cmbNumFavorites), CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>(std::to_string(number).c_str()));
+}
+
+void OptionsDialog::ShowFields() {
+    general_.SetChecked(ID_chkMinToTray, form_.chkMinToTray != 0);
+    general_.SetChecked(ID_chkKeepOnTop, form_.chkKeepOnTop != 0);
+    general_.SetChecked(ID_chkRemWinPos, form_.chkRemWinPos != 0);
+    scanning_.SetItemText(ID_txtScanPingTimeout, form_.txtScanPingTimeout);
+    for (int option = 0; option < QuitActions; ++option)
+        interface_.SetChecked(ID_optQuitAfterLaunch + option, option == form_.optQuitAfterLaunch);
+    SendMessageA(interface_.Item(ID_cmbNumFavorites), CB_SETCURSEL,
+                 static_cast<WPARAM>(form_.cmbNumFavorites), 0);
+}
+
+void OptionsDialog::TakeFields() {
+    form_.chkMinToTray = general_.IsChecked(ID_chkMinToTray) ? 1 : 0;
+    form_.chkKeepOnTop = general_.IsChecked(ID_chkKeepOnTop) ? 1 : 0;
+    form_.chkRemWinPos = general_.IsChecked(ID_chkRemWinPos) ? 1 : 0;
+    form_.txtScanPingTimeout = scanning_.ItemText(ID_txtScanPingTimeout);
+    form_.optQuitAfterLaunch = frmOptions::NoChoice;
+    for (int option = 0; option < QuitActions; ++option)
+        if (interface_.IsChecked(ID_optQuitAfterLaunch + option))
+            form_.optQuitAfterLaunch = option;
+    form_.cmbNumFavorites =
+        static_cast<std::int32_t>(SendMessageA(interface_.Item(ID_cmbNumFavorites), CB_GETCURSEL, 0, 0));
+}
+
+void OptionsDialog::OnOK() {
+    TakeFields();
+    form_.cmdOK_Click();
+    if (!form_.txtScanPingTimeoutWrong)
+        return;
+    form_.txtScanPingTimeoutWrong = false;
+    ShowTab(Scanning);
+    scanning_.FocusItem(ID_txtScanPingTimeout);
+}
+
+LRESULT OptionsDialog::OnNotify(NMHDR& notification) {
+    if (notification.idFrom == ID_sstOptions && notification.code == TCN_SELCHANGE)
+        ShowTab(static_cast<int>(SendMessageA(Item(ID_sstOptions), TCM_GETCURSEL, 0, 0)));
+    return 0;
+}
+
+} // namespace quarn

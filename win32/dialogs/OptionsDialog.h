@@ -1,0 +1,55 @@
+#pragma once
+
+#include "launch/frmOptions.h"
+#include "win32/ToolTips.h"
+#include "win32/dialogs/FormDialog.h"
+
+#include <array>
+#include <string>
+
+namespace quarn {
+
+// What a tab of the Options dialog holds: a dialog within the dialog, for its frames and fields.
+class OptionsPage final : public Dialog {
+  public:
+    explicit OptionsPage(const char* templateName) noexcept : Dialog(templateName) {}
+
+    using Dialog::FocusItem;
+    using Dialog::IsChecked;
+    using Dialog::Item;
+    using Dialog::ItemText;
+    using Dialog::SetChecked;
+    using Dialog::SetItemText;
+};
+
+class OptionsDialog final : public FormDialog {
+  public:
+    explicit OptionsDialog(frmOptions& form) noexcept : FormDialog("frmOptions"), form_(form) {}
+
+  private:
+    enum Tab { General, Scanning, Interface, TabCount };
+
+    void OnInit() override;
+    LRESULT OnNotify(NMHDR& notification) override;
+    void OnOK() override;
+    void OnCancel() override { form_.cmdCancel_Click(); }
+    void OnDestroy() override { form_.Form_Unload(); }
+
+    void AddTabs();
+    void AddPages();
+    void ShowTab(int tab) noexcept;
+    void ShowFields();
+    void TakeFields();
+    void FillNumFavorites();
+
+    frmOptions& form_;
+    std::array<OptionsPage, TabCount> pages_{OptionsPage("frmOptionsGeneral"),
+                                             OptionsPage("frmOptionsScanning"),
+                                             OptionsPage("frmOptionsInterface")};
+    OptionsPage& general_ = pages_[General];
+    OptionsPage& scanning_ = pages_[Scanning];
+    OptionsPage& interface_ = pages_[Interface];
+    ToolTips toolTips_;
+};
+
+} // namespace quarn
