@@ -14,6 +14,13 @@ std::int32_t ProgramState::LastServerIndex() const noexcept {
     return std::min(ServerCount, Servers.HighestIndex());
 }
 
+ServerRecord& ProgramState::AppendServer() {
+    if (ServerCount >= MaxServers)
+        throw RunTimeError(ErrorNumber::OutOfMemory);
+    Servers.Resize(ServerCount + 1);
+    return Servers[++ServerCount];
+}
+
 std::string& FavoriteName(ProgramState& program, std::int32_t folder) {
     if (folder < 0 || folder > MaxFavoritesFolders)
         throw RunTimeError(ErrorNumber::SubscriptOutOfRange);

@@ -113,6 +113,9 @@ struct ProgramState {
     // The smaller of ServerCount and the list's highest index.
     std::int32_t LastServerIndex() const noexcept;
 
+    // Counts one more server and gives it a slot; error 7 beyond MaxServers.
+    ServerRecord& AppendServer();
+
     // Settings ("Quarn.ini"), with the values of a first run.
     std::int32_t MinToTray = 1;
     std::int32_t KeepOnTop = 0;

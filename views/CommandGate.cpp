@@ -5,7 +5,7 @@
 namespace quarn {
 
 bool CommandGate::MustWait(Kind kind) const noexcept {
-    return fileDepth_ > 0 || (kind == Kind::ReplacesList && scanDepth_ > 0);
+    return listDepth_ > 0 || (kind == Kind::ReplacesList && scanDepth_ > 0);
 }
 
 void CommandGate::Run(Kind kind, std::function<void()> command) {
@@ -47,7 +47,7 @@ void CommandGate::UnloadOnce() {
         return;
     unloaded_ = true;
     deferred_.clear();
-    unload_();
+    std::exchange(unload_, nullptr)();
 }
 
 void CommandGate::Close(std::function<void()> unload) {

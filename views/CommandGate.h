@@ -4,7 +4,8 @@
 //
 // Everything runs on one thread, and long operations let events run in between; so a command can arrive in
 // the middle of a scan or of a list being loaded or saved. Three rules keep every list whole:
-//  - While a list is loaded or saved, commands wait; they run once, in their order, when it is done.
+//  - While a list is loaded or saved, or made ready to be filled anew, commands wait; they run once, in their
+//    order, when it is done.
 //  - A command that replaces the list first ends a running scan as "stop" does and waits for its end. Other
 //    commands, a second scan included, run at once inside the scan.
 //  - Closing ends every wait at once. When the stack has unwound to its outermost command, the window is
@@ -58,9 +59,9 @@ class CommandGate {
     };
 
   public:
-    // A list is being loaded or saved for as long as this lives.
-    struct FileActivity : DepthScope {
-        explicit FileActivity(CommandGate& gate) : DepthScope(gate.fileDepth_) {}
+    // The list is being loaded, saved or made ready for as long as this lives.
+    struct ListActivity : DepthScope {
+        explicit ListActivity(CommandGate& gate) : DepthScope(gate.listDepth_) {}
     };
 
     // A scan runs for as long as this lives.
@@ -83,7 +84,7 @@ class CommandGate {
     std::deque<Deferred> deferred_;
     std::function<void()> unload_;
     int commandDepth_ = 0;
-    int fileDepth_ = 0;
+    int listDepth_ = 0;
     int scanDepth_ = 0;
     int replacementsWaiting_ = 0;
     bool closing_ = false;

@@ -1,7 +1,6 @@
 #include "views/GamesTree.h"
 
 #include "core/Conversions.h"
-#include "core/modCommonSubs.h"
 #include "support/Trap.h"
 
 #include <algorithm>
@@ -122,10 +121,10 @@ void GamesTree::AddGameNodes() {
 
 void GamesTree::AddModNodes() {
     const ProgramState& program = form_.program;
+    const TreeView& tree = form_.controls.trvGames;
     for (std::int32_t m = 1; m <= program.MODNum; ++m) {
         const ModDefinition& mod = program.Mods[m];
-        const std::int32_t game = GameIndexOfShort(program, mod.BasedGame);
-        if (game != 0 && program.GameVisible[game] != 0)
+        if (tree.Has(mod.BasedGame) && tree.Node(mod.BasedGame).parent == "games")
             AddOrLog({"mod" + std::to_string(m), mod.Description, mod.BasedGame, ClosedFolder, OpenFolder});
     }
 }
@@ -136,8 +135,7 @@ void GamesTree::AddFavoritesNodes() {
                   OpenFolder});
 }
 
-// A key that is taken already, or the missing node of a game that was left out for that reason, costs this
-// node and not the rest of the tree.
+// A key that is empty or taken already costs this node and not the rest of the tree.
 void GamesTree::AddOrLog(TreeNode node) {
     Trapped(*form_.program.AppLog, MainFormName, "RefreshTreeView", OnError::Log,
             [&] { form_.controls.trvGames.Add(std::move(node)); });
@@ -153,7 +151,9 @@ void GamesTree::RefreshFavMenu() {
 }
 
 void GamesTree::trvGames_NodeClick(const std::string& key) {
-    const auto kind = IsFilterNode(key) ? CommandGate::Kind::Ordinary : CommandGate::Kind::ReplacesList;
+    // A click on the node in force only saves its list.
+    const bool replaces = !IsFilterNode(key) && key != shownNode_;
+    const auto kind = replaces ? CommandGate::Kind::ReplacesList : CommandGate::Kind::Ordinary;
     form_.gate.Run(kind, [this, key] {
         Trapped(*form_.program.AppLog, MainFormName, "trvGames_NodeClick", OnError::LogAndShow, [&] {
             TreeView& tree = form_.controls.trvGames;
@@ -165,7 +165,7 @@ void GamesTree::trvGames_NodeClick(const std::string& key) {
                 TogglePingFilter(tree.Node(key));
             } else {
                 SetGameFilter(key);
-                RecordSelection();
+                form_.program.LastGame = tree.Find(key);
             }
         });
     });
@@ -212,6 +212,7 @@ void GamesTree::SetGameFilter(const std::string& key) {
 
         if (listName != shownList_)
             form_.controls.sckMaster.Close(); // what a master still sends belongs to the list being left
+        shownNode_ = key;
         shownList_ = listName;
         servers_.ModFilter = modFilter;
         SetCommandsFor(listName);
@@ -274,10 +275,8 @@ void GamesTree::AppendToList(const std::string& listName, const ServerRecord& se
     // The shown list comes back whatever happens: otherwise the next switch would save the folder's servers
     // over its file.
     Trapped(*program.AppLog, MainFormName, routine, OnError::LogAndShow, [&] {
-        const std::int32_t last = program.Servers.HighestIndex() + 1;
-        program.Servers.Resize(last);
-        program.Servers[last] = copy;
-        program.ServerCount = last;
+        program.ServerCount = program.Servers.HighestIndex();
+        program.AppendServer() = copy;
         listFiles_.SaveServerList(listName);
     });
     listFiles_.LoadServerList(shownList_);

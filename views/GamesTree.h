@@ -56,6 +56,7 @@ class GamesTree {
     MainFormContext form_;
     ServerListView& servers_;
     ServerListFiles& listFiles_;
+    std::string shownNode_;
     std::string shownList_;
 };
 

@@ -14,6 +14,7 @@ constexpr std::int32_t BelowUpper = 1650; // what toolbar, status bar and gaps t
 } // namespace
 
 MainLayout LayOut(TwipsSize inner, std::int32_t toolbarHeight) {
+    const std::int32_t width = std::max(inner.width, 0);
     const std::int32_t half = std::max(inner.height / 2, 0);
     const std::int32_t lowerHeight = std::max(half - BelowUpper, 0);
     const std::int32_t upperTop = toolbarHeight + UpperToLower - Gap;
@@ -21,10 +22,10 @@ MainLayout LayOut(TwipsSize inner, std::int32_t toolbarHeight) {
 
     MainLayout layout;
     layout.trvGames = {0, upperTop, TreeWidth, half};
-    layout.lvwServers = {TreeWidth + Gap, upperTop, std::max(inner.width - TreeWidth - RightMargin, 0), half};
-    layout.lvwPlayers = {0, lowerTop, std::max(inner.width / 2, 0), lowerHeight};
-    layout.lvwServVars = {inner.width / 2 + Gap, lowerTop,
-                          std::max(inner.width - layout.lvwPlayers.width - RightMargin, 0), lowerHeight};
+    layout.lvwServers = {TreeWidth + Gap, upperTop, std::max(width - TreeWidth - RightMargin, 0), half};
+    layout.lvwPlayers = {0, lowerTop, width / 2, lowerHeight};
+    layout.lvwServVars = {width / 2 + Gap, lowerTop,
+                          std::max(width - layout.lvwPlayers.width - RightMargin, 0), lowerHeight};
     return layout;
 }
 

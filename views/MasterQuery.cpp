@@ -24,6 +24,7 @@ void MasterQuery::mnuServerListGet_Click() {
 
             UdpSocket& socket = form_.controls.sckMaster;
             const auto isClosed = [&] { return socket.CurrentState() == UdpSocket::State::Closed; };
+            const CommandGate::ListActivity activity(form_.gate);
             if (!isClosed())
                 socket.Close();
             if (!form_.gate.WaitUntil(isClosed))
@@ -40,10 +41,9 @@ void MasterQuery::mnuServerListGet_Click() {
 void MasterQuery::sckMaster_DataArrival(std::int32_t bytesTotal) {
     constexpr const char* Routine = "sckMaster_DataArrival";
     Trapped(*form_.program.AppLog, MainFormName, Routine, OnError::Log, [&] {
-        if (bytesTotal < ShortestDatagram)
-            return;
+        // Taken off the queue in any case, so that a short one does not stand before the next.
         std::optional<std::string> datagram = form_.controls.sckMaster.GetData();
-        if (!datagram)
+        if (bytesTotal < ShortestDatagram || !datagram)
             return;
         // Where it has to wait for a list being read or written, the list may be another one afterwards.
         const auto list = [&program = form_.program] { return program.CurrentGame; };
@@ -65,15 +65,17 @@ void MasterQuery::ParseReply(std::string datagram) {
     // A datagram that adds nothing lists nothing again.
     program.PreviousServerCount = program.ServerCount;
 
-    const bool isD3 = game.Engine == "d3";
-    const std::string header =
-        ExtractString(*program.AppLog, datagram, isD3 ? std::string_view("\0", 1) : std::string_view("\\"));
-    const bool matches = header == game.MasterResponse;
-    if (game.Engine == "q3" && matches) {
-        ParseQ3EngineServers(program, datagram);
-    } else if (isD3 && matches) {
-        ParseD3EngineServers(program, datagram);
+    const auto headerMatches = [&](std::string_view delimiter) {
+        return ExtractString(*program.AppLog, datagram, delimiter) == game.MasterResponse;
+    };
+    if (game.Engine == "q3") {
+        if (headerMatches("\\"))
+            ParseQ3EngineServers(program, datagram);
+    } else if (game.Engine == "d3") {
+        if (headerMatches(std::string_view("\0", 1)))
+            ParseD3EngineServers(program, datagram);
     } else if (game.Engine == "hl") {
+        const bool matches = headerMatches("\\");
         // The body is parsed twice when the header matches, and once when it does not.
         const std::int32_t before = program.ServerCount;
         if (matches)

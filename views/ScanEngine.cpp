@@ -15,6 +15,9 @@ namespace {
 // Shorter datagrams are neither read nor counted.
 constexpr std::int32_t ShortestDatagram = 5;
 
+// A server sends three at most; a flood of datagrams must not hold up the scan.
+constexpr int MostFurtherReplies = 16;
+
 // What ReplyState holds when the timer came before any reply.
 constexpr std::int32_t NoAnswer = 2;
 
@@ -69,18 +72,28 @@ void ScanEngine::PrepareForScan() {
     });
 }
 
-// Rows are known by their identity: while a query waits, a row may go, and a sort may move it.
+ScanEngine::ScannedRow ScanEngine::Remember(std::int32_t row) const {
+    const ListRow& listed = form_.controls.lvwServers.Row(row);
+    return {listed.identity, listed.main.tag};
+}
+
+std::int32_t ScanEngine::Find(const ScannedRow& scanned, std::int32_t likely) const {
+    const ListView& list = form_.controls.lvwServers;
+    const std::int32_t row = list.RowOf(scanned.identity, likely);
+    return row != 0 ? row : list.RowTagged(scanned.tag, likely);
+}
+
 void ScanEngine::ScanRows(Rows which) {
     ListView& list = form_.controls.lvwServers;
-    std::vector<std::uint32_t> rows;
+    std::vector<ScannedRow> rows;
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
-        rows.push_back(list.Row(row).identity);
+        rows.push_back(Remember(row));
 
     std::int32_t i = 0;
     std::int32_t row = 0;
-    for (const std::uint32_t identity : rows) {
+    for (const ScannedRow& scanned : rows) {
         ++i;
-        const std::int32_t found = list.RowOf(identity, row + 1);
+        const std::int32_t found = Find(scanned, row + 1);
         if (found != 0)
             row = found;
         if (found == 0 || (which == Rows::Selected && !list.Row(row).selected))
@@ -104,13 +117,12 @@ void ScanEngine::ScanRows(Rows which) {
 
 void ScanEngine::UpdateServer(std::int32_t row) {
     Trapped(*form_.program.AppLog, MainFormName, "UpdateServer", OnError::Log, [&] {
-        const ListRow& listed = form_.controls.lvwServers.Row(row);
-        const std::uint32_t identity = listed.identity;
-        if (!QueryServer(ToLong(listed.main.tag)))
+        const ScannedRow scanned = Remember(row);
+        if (!QueryServer(ToLong(scanned.tag)))
             return;
         details_.RefreshPlayers();
         details_.RefreshVariables();
-        const std::int32_t rowNow = form_.controls.lvwServers.RowOf(identity, row);
+        const std::int32_t rowNow = Find(scanned, row);
         if (rowNow != 0)
             servers_.UpdateServerListItem(rowNow);
     });
@@ -159,15 +171,21 @@ bool ScanEngine::QueryServer(std::int32_t index) {
 // with the closed socket, so that it lands in no other server's record.
 void ScanEngine::ParseRepliesAlreadyReceived(std::int32_t index) {
     UdpSocket& socket = form_.controls.sckServer;
-    while (std::optional<std::string> datagram = socket.GetData())
+    for (int count = 0; count < MostFurtherReplies; ++count) {
+        std::optional<std::string> datagram = socket.GetData();
+        if (!datagram)
+            break;
         if (datagram->size() >= ShortestDatagram)
             ParseReply(std::move(*datagram), index);
+    }
     socket.Close();
 }
 
 void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
     Trapped(*form_.program.AppLog, MainFormName, "sckServer_DataArrival", OnError::Log, [&] {
-        if (bytesTotal < ShortestDatagram)
+        // Taken off the queue in any case, so that a short one does not stand before the reply.
+        std::optional<std::string> datagram = form_.controls.sckServer.GetData();
+        if (bytesTotal < ShortestDatagram || !datagram)
             return;
         ProgramState& program = form_.program;
         if (servers_.OpenQuery != 0) {
@@ -176,8 +194,7 @@ void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
                 Elapsed(QuerySentTick, form_.desktop.clock.TickCount());
         }
         ++ReplyState;
-        if (std::optional<std::string> datagram = form_.controls.sckServer.GetData())
-            ParseReply(std::move(*datagram), program.CurrentServer);
+        ParseReply(std::move(*datagram), program.CurrentServer);
     });
 }
 

@@ -40,6 +40,15 @@ class ScanEngine {
   private:
     enum class Rows { Selected, All };
 
+    // A row as the scan found it at its start. While a query waits, it may go or move; and where the list is
+    // filtered anew, another row shows its record.
+    struct ScannedRow {
+        std::uint32_t identity;
+        std::string tag;
+    };
+    ScannedRow Remember(std::int32_t row) const;
+    std::int32_t Find(const ScannedRow& scanned, std::int32_t likely) const; // 0: not listed any more
+
     void Scan(Rows which, const char* routine);
     void PrepareForScan();
     void ScanRows(Rows which);

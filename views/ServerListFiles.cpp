@@ -102,10 +102,12 @@ std::string ServerListFiles::PathOf(const std::string& listName) const {
 }
 
 void ServerListFiles::LoadServerList(const std::string& listName) {
-    const CommandGate::FileActivity activity(gate_);
+    const CommandGate::ListActivity activity(gate_);
     const std::string path = PathOf(listName);
     OneBased<ServerRecord> list;
-    if (!Succeeds([&] { list = ReadList(files_.Read(path)); })) {
+    if (Succeeds([&] { list = ReadList(files_.Read(path)); })) {
+        unreadable_.erase(listName);
+    } else {
         list.Reset();
         if (files_.IsFile(path))
             unreadable_.insert(listName);
@@ -133,7 +135,7 @@ OneBased<ServerRecord> ServerListFiles::ReadList(const std::string& content) {
 }
 
 void ServerListFiles::SaveServerList(const std::string& listName) {
-    const CommandGate::FileActivity activity(gate_);
+    const CommandGate::ListActivity activity(gate_);
     const std::string path = PathOf(listName);
     const std::string content = WriteList();
     if (unreadable_.contains(listName)) {

@@ -3,7 +3,9 @@
 #include "core/Conversions.h"
 #include "support/Trap.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -27,6 +29,12 @@ bool IsPingLimit(std::int32_t value) {
 // The keys whose release moves the selection.
 bool MovesSelection(std::int32_t keyCode) {
     return keyCode >= 33 && keyCode <= 40 && keyCode != 37 && keyCode != 39;
+}
+
+// A settings file may hold any number; one that 16 bits do not hold stays outside the columns.
+std::int16_t ColumnIndex(std::int32_t column) {
+    return static_cast<std::int16_t>(std::clamp<std::int32_t>(
+        column, std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max()));
 }
 
 } // namespace
@@ -149,16 +157,12 @@ void ServerListView::mnuServerListExport_Click() {
 void ServerListView::AddServer(const std::string& IP, const std::string& strPort) {
     form_.gate.Run(CommandGate::Kind::Ordinary, [this, IP, strPort] {
         Trapped(*form_.program.AppLog, MainFormName, "AddServer", OnError::LogAndShow, [&] {
-            ProgramState& program = form_.program;
             const std::int32_t port = form_.desktop.locale.ToLong(strPort);
-            if (program.ServerCount >= MaxServers)
-                throw RunTimeError(ErrorNumber::OutOfMemory);
-            program.Servers.Resize(program.ServerCount + 1);
-            ++program.ServerCount;
-            ServerRecord& server = program.Servers[program.ServerCount];
+            ServerRecord& server = form_.program.AppendServer();
             server.Address = IP;
             server.Port = port;
-            AddServerListItem(program.ServerCount, true);
+            countries_.ForgetFailure();
+            AddServerListItem(form_.program.ServerCount, true);
         });
     });
 }
@@ -174,14 +178,17 @@ bool ServerListView::TakeSelectedServer() {
 }
 
 void ServerListView::lvwServers_Click() {
-    Trapped(*form_.program.AppLog, MainFormName, "lvwServers_Click", OnError::Log, [&] {
-        const ListView& list = form_.controls.lvwServers;
-        const std::int32_t row = list.SelectedRow();
-        if (row == 0)
-            return;
-        form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
-        details_.RefreshPlayers();
-        details_.RefreshVariables();
+    // Waits as well: rows and records of one list do not belong to those of another that is just in memory.
+    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
+        Trapped(*form_.program.AppLog, MainFormName, "lvwServers_Click", OnError::Log, [&] {
+            const ListView& list = form_.controls.lvwServers;
+            const std::int32_t row = list.SelectedRow();
+            if (row == 0)
+                return;
+            form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
+            details_.RefreshPlayers();
+            details_.RefreshVariables();
+        });
     });
 }
 
@@ -198,14 +205,14 @@ void ServerListView::lvwServers_MouseUp() {
 
 void ServerListView::lvwServers_ColumnClick(std::int32_t column) {
     form_.gate.Run(CommandGate::Kind::Ordinary, [this, column] {
-        serverSorter_.SortList(static_cast<std::int16_t>(column));
+        serverSorter_.SortList(ColumnIndex(column));
         form_.program.LastSortColumn = column;
         form_.program.LastSortOrder = static_cast<std::int32_t>(form_.controls.lvwServers.sortOrder);
     });
 }
 
 void ServerListView::lvwPlayers_ColumnClick(std::int32_t column) {
-    playerSorter_.SortList(static_cast<std::int16_t>(column));
+    playerSorter_.SortList(ColumnIndex(column));
 }
 
 void ServerListView::mnuServCopyAddress_Click() {
