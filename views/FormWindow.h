@@ -3,6 +3,7 @@
 // What the main form asks of its window. Geometry is in twips of the window's own DPI.
 
 #include "controls/Geometry.h"
+#include "desktop/SystemReferences.h"
 
 #include <cstdint>
 #include <string>
@@ -17,6 +18,9 @@ enum class PopupMenu { Server, AddToFavorites, TreeView, SysTray };
 class FormWindow {
   public:
     virtual ~FormWindow() = default;
+
+    virtual WindowReference Reference() const = 0;
+    virtual IconReference Icon() const = 0;
 
     virtual WindowState State() const = 0;
     virtual void SetState(WindowState state) = 0;

@@ -8,7 +8,7 @@ namespace quarn {
 
 // Fixed by design.
 inline constexpr std::int32_t TreeWidth = 3300;
-inline constexpr TwipsSize DesignSize = {13500, 9600}; // outer frame of a first start
+inline constexpr TwipsSize DesignSize = {16200, 10200}; // outer frame of a first start
 
 // Places the lists below a toolbar of the given height inside a window of the given inner size. Sizes never
 // get negative.

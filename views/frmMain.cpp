@@ -8,6 +8,7 @@
 #include "views/LayoutRules.h"
 
 #include <string>
+#include <utility>
 
 namespace quarn {
 
@@ -19,33 +20,40 @@ std::string TitleAndVersion() {
 
 } // namespace
 
-frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, UdpSocket& sckMaster,
-                 UdpSocket& sckServer)
+frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, ModalForms& forms,
+                 UdpSocket& sckMaster, UdpSocket& sckServer)
     : controls(sckMaster, sckServer),
       program_(program),
       desktop_(desktop),
       window_(window),
       gate_(desktop.events),
       context_{program, desktop, window, controls, gate_},
+      SysTray(desktop.notifications),
+      HTMLHelp(*program.AppLog, desktop.help),
       details(context_),
       countries(context_),
       servers(context_, details, countries),
       listFiles(program, desktop.files, gate_),
       tree(context_, servers, listFiles),
       master(context_, servers),
-      scan(context_, servers, details) {
+      scan(context_, servers, details),
+      dialogs(context_, forms, servers, tree, [this] { RefreshInterface(); }),
+      game(context_, servers, dialogs, [this] { Unload(); }) {
     sckMaster.DataArrival = [this](std::int32_t bytes) { master.sckMaster_DataArrival(bytes); };
     sckMaster.SendFailed = [this](const std::string& description) {
         program_.AppLog->Log(MainFormName, "mnuServerListGet_Click", 0, description);
     };
     sckServer.DataArrival = [this](std::int32_t bytes) { scan.sckServer_DataArrival(bytes); };
     controls.tmrTimeout.Tick = [this] { scan.tmrTimeout_Timer(); };
+    SysTray.LButtonDblClk = [this] { SysTray_LButtonDblClk(); };
+    SysTray.RButtonUp = [this] { SysTray_RButtonUP(); };
 }
 
 void frmMain::Form_Load() {
     gate_.Run(CommandGate::Kind::Ordinary, [this] {
         Trapped(*program_.AppLog, MainFormName, "Form_Load", OnError::LogAndShow, [&] {
             window_.SetCaption(TitleAndVersion());
+            LoadServices();
             tree.AddFixedNodes();
             tree.RefreshTreeView();
             tree.RefreshFavMenu();
@@ -68,6 +76,13 @@ void frmMain::Form_Load() {
             program_.AppLog->Log(MainFormName, "Form_Load", 0, "Form loaded");
         });
     });
+}
+
+void frmMain::LoadServices() {
+    SysTray.SetSourceWindow(window_);
+    SysTray.ChangeIcon(window_.Icon());
+    HTMLHelp.CHMFile = program_.AppPath + "..\\Kestrune.chm"; // the maker's programs share it
+    HTMLHelp.HelpWindow = "Main";
 }
 
 // A click on a column reverses the order, so the inverse of the stored order goes first.
@@ -96,18 +111,32 @@ void frmMain::Form_Activate() {
         }
         PlaceInStatusPanel(controls.pbScanning, controls.sbMain, ProgressPanel);
         if (controls.trvGames.Children("games").empty())
+            AskForGameSetup();
+    });
+}
+
+void frmMain::AskForGameSetup() {
+    gate_.Run(CommandGate::Kind::Ordinary, [this] {
+        Trapped(*program_.AppLog, MainFormName, "Form_Activate", OnError::LogAndShow, [&] {
             program_.AppLog->ErrorMessage(
                 "Quarn has detected that no game has been set up yet.\r\n"
                 "Therefore, the game setup menu will be opened now, please set up\r\n"
                 "the games to your liking.");
+            dialogs.ShowGameSetup();
+        });
     });
 }
 
 void frmMain::Form_Resize() {
-    if (window_.State() == WindowState::Minimized)
-        return;
-    if (program_.MinToTray != 0)
+    const bool wasMinimized = std::exchange(minimized_, window_.State() == WindowState::Minimized);
+    if (program_.MinToTray != 0 && !minimized_) {
         window_.SetCaption(TitleAndVersion());
+    } else if (program_.MinToTray != 0 && !wasMinimized) {
+        SysTray.MinToSysTray();
+        SysTray.ChangeToolTip(TitleAndVersion());
+    }
+    if (minimized_)
+        return;
     controls.layout = LayOut(window_.InnerSize(), controls.tbMain.height);
     PlaceInStatusPanel(controls.pbScanning, controls.sbMain, ProgressPanel);
 }
@@ -128,11 +157,13 @@ void frmMain::EndSession() {
 void frmMain::Form_Unload(Boxes boxes) {
     const OnError onError = boxes == Boxes::Shown ? OnError::LogAndShow : OnError::Log;
     Trapped(*program_.AppLog, MainFormName, "Form_Unload", onError, [&] {
+        HTMLHelp.CloseFile();
         if (boxes == Boxes::Shown)
             program_.AppLog->HandleAppErrors();
         program_.IPLocation->DestroyDatabase();
         tree.RecordSelection();
         StoreWindowPosition();
+        SysTray.RemoveFromSysTray();
         SaveSettings(program_, desktop_);
         program_.AppLog->Log(MainFormName, "Form_Unload", 0, "Application terminated normally", false, false,
                              true);
@@ -152,6 +183,23 @@ void frmMain::StoreWindowPosition() {
     program_.WinWidth = bounds.width;
 }
 
+void frmMain::mnuSysQuit_Click() {
+    SysTray.RemoveFromSysTray();
+    Unload();
+}
+
+void frmMain::mnuInfoHelp_Click() {
+    HTMLHelp.ShowTopic(window_.Reference(), "Progs\\Quarn\\Main.htm");
+}
+
+void frmMain::lvwServers_DblClick(std::uint32_t rowIdentity) {
+    const std::int32_t row = controls.lvwServers.RowOf(rowIdentity, 1);
+    if (row == 0)
+        return;
+    controls.lvwServers.SelectOnly(row);
+    game.mnuServConnectPlay_Click();
+}
+
 void frmMain::tbMain_ButtonClick(std::string_view key) {
     if (key == "querymaster")
         master.mnuServerListGet_Click();
@@ -161,6 +209,10 @@ void frmMain::tbMain_ButtonClick(std::string_view key) {
         scan.mnuServRefresh_Click();
     else if (key == "stop")
         scan.Stop();
+    else if (key == "join")
+        game.mnuServConnectPlay_Click();
+    else if (key == "monitor")
+        game.mnuServMonitor_Click();
     else if (key == "favorites")
         window_.PopUp(PopupMenu::AddToFavorites);
 }

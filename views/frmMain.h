@@ -7,6 +7,11 @@
 #include "controls/UdpSocket.h"
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
+#include "launch/DialogCommands.h"
+#include "launch/GameCommands.h"
+#include "launch/ModalForms.h"
+#include "support/clsHTMLHelp.h"
+#include "support/clsSysTray.h"
 #include "views/CommandGate.h"
 #include "views/CountryLookup.h"
 #include "views/FormWindow.h"
@@ -19,14 +24,15 @@
 #include "views/ServerListFiles.h"
 #include "views/ServerListView.h"
 
+#include <cstdint>
 #include <string_view>
 
 namespace quarn {
 
 class frmMain {
   public:
-    frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, UdpSocket& sckMaster,
-            UdpSocket& sckServer);
+    frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, ModalForms& forms,
+            UdpSocket& sckMaster, UdpSocket& sckServer);
     frmMain(const frmMain&) = delete;
     frmMain& operator=(const frmMain&) = delete;
 
@@ -43,12 +49,23 @@ class frmMain {
     void EndSession();
 
     void mnuFileQuit_Click() { Unload(); }
+    void mnuInfoHelp_Click();
     void tbMain_ButtonClick(std::string_view key);
+
+    // Joins the row's server. The row is known by its identity, as a scan may have moved the selection since.
+    void lvwServers_DblClick(std::uint32_t rowIdentity);
+
+    void mnuSysOpen_Click() { SysTray.BringWindowBack(); }
+    void mnuSysQuit_Click();
+    void SysTray_LButtonDblClk() { mnuSysOpen_Click(); }
+    void SysTray_RButtonUP() { window_.PopUp(PopupMenu::SysTray); }
 
     // Applies the window-on-top setting and the scan timer's interval.
     void RefreshInterface();
 
   private:
+    void LoadServices();
+    void AskForGameSetup();
     enum class Boxes { None, Shown };
     void Form_Unload(Boxes boxes);
     void StoreWindowPosition();
@@ -60,8 +77,11 @@ class frmMain {
     CommandGate gate_;
     MainFormContext context_;
     bool activated_ = false;
+    bool minimized_ = false;
 
   public:
+    clsSysTray SysTray;
+    clsHTMLHelp HTMLHelp;
     ServerDetails details;
     CountryLookup countries;
     ServerListView servers;
@@ -69,6 +89,8 @@ class frmMain {
     GamesTree tree;
     MasterQuery master;
     ScanEngine scan;
+    DialogCommands dialogs;
+    GameCommands game;
 };
 
 } // namespace quarn

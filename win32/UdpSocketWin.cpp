@@ -39,7 +39,10 @@ bool MeansNoAnswer(int error) noexcept {
 UdpSocketWin::UdpSocketWin()
     : buffer_(BufferBytes),
       lookUp_([this](int error, in_addr address) { OnResolved(error, address); }),
-      window_([this](UINT message, WPARAM, LPARAM) { OnSocketMessage(message); }) {}
+      window_([this](UINT message, WPARAM, LPARAM event) {
+          if (message == socketMessage_)
+              OnSocketEvent(WSAGETSELECTEVENT(event));
+      }) {}
 
 UdpSocketWin::~UdpSocketWin() = default;
 
@@ -53,7 +56,7 @@ void UdpSocketWin::SendData(std::string_view datagram) {
     RemoteEnd wanted{RemoteHost, RemotePort};
     if (wanted.host.empty() || wanted.port < 1 || wanted.port > 65535)
         return;
-    if (wanted != remote_)
+    if (wanted != remote_ || refused_)
         Close();
     remote_ = std::move(wanted);
 
@@ -83,12 +86,13 @@ void UdpSocketWin::Close() {
     waitingForAddress_.clear();
     announced_.reset();
     socketMessage_ = 0;
+    refused_ = false;
     socket_.Reset();
 }
 
-void UdpSocketWin::OnSocketMessage(UINT message) {
-    if (message != socketMessage_)
-        return;
+void UdpSocketWin::OnSocketEvent(int event) {
+    if (event == FD_CLOSE)
+        refused_ = true;
     std::optional<std::string> datagram = Receive();
     if (!datagram || !DataArrival)
         return;

@@ -41,7 +41,7 @@ class UdpSocketWin final : public UdpSocket {
         bool operator==(const RemoteEnd&) const = default;
     };
 
-    void OnSocketMessage(UINT message);
+    void OnSocketEvent(int event);
     void OnResolved(int error, in_addr address);
     bool Connect(in_addr address);
     void Transmit(std::string_view datagram);
@@ -52,6 +52,11 @@ class UdpSocketWin final : public UdpSocket {
     RemoteEnd remote_; // what the socket is connected to, or what is being resolved
     SocketHandle socket_;
     UINT socketMessage_ = 0; // 0: closed
+
+    // The host has refused a datagram. The socket may be deaf from then on, as it is under Wine: it goes on
+    // listening for what it can hear, and the next datagram goes out by a new one.
+    bool refused_ = false;
+
     std::vector<std::string> waitingForAddress_;
     std::optional<std::string> announced_; // by the DataArrival that is being handled
     std::vector<char> buffer_;

@@ -1,0 +1,74 @@
+#pragma once
+
+// A main window that only remembers what the form asked of it.
+
+#include "views/FormWindow.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace quarn {
+
+class FakeFormWindow : public FormWindow {
+  public:
+    WindowState state = WindowState::Normal;
+    TwipsRect bounds = {0, 0, 13500, 9600};
+    TwipsSize innerSize = {13300, 9000};
+    TwipsSize screenSize = {28800, 16200};
+    std::string caption;
+    bool visible = true;
+    bool shownInTaskbar = true;
+    bool topMost = false;
+
+    std::int32_t topMostCalls = 0;
+    std::int32_t boundsCalls = 0;
+    std::vector<WindowState> statesSet;
+    std::vector<PopupMenu> poppedUp;
+    std::int32_t showChangesCalls = 0;
+    std::int32_t destroyCalls = 0;
+
+    // Runs when the window's size or state has changed, as the system tells it.
+    std::function<void()> resized;
+
+    // Runs when the form has its controls brought up to date.
+    std::function<void()> whenShowingChanges;
+
+    WindowState State() const override { return state; }
+    void SetState(WindowState newState) override {
+        statesSet.push_back(newState);
+        state = newState;
+        TellResized();
+    }
+    TwipsRect Bounds() const override { return bounds; }
+    void SetBounds(const TwipsRect& newBounds) override {
+        ++boundsCalls;
+        bounds = newBounds;
+        TellResized();
+    }
+    TwipsSize InnerSize() const override { return innerSize; }
+    TwipsSize ScreenSize() const override { return screenSize; }
+    void SetCaption(const std::string& newCaption) override { caption = newCaption; }
+    void SetVisible(bool isVisible) override { visible = isVisible; }
+    void SetShownInTaskbar(bool shown) override { shownInTaskbar = shown; }
+    void SetTopMost(bool isTopMost) override {
+        ++topMostCalls;
+        topMost = isTopMost;
+    }
+    void PopUp(PopupMenu menu) override { poppedUp.push_back(menu); }
+    void ShowChanges() override {
+        ++showChangesCalls;
+        if (whenShowingChanges)
+            whenShowingChanges();
+    }
+    void Destroy() override { ++destroyCalls; }
+
+  private:
+    void TellResized() {
+        if (resized)
+            resized();
+    }
+};
+
+} // namespace quarn

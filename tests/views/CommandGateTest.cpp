@@ -1,0 +1,212 @@
+#include "views/CommandGate.h"
+
+#include "tests/support_code/FakeDesktop.h"
+
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace quarn {
+namespace {
+
+using Kind = CommandGate::Kind;
+
+class CommandGateTest : public ::testing::Test {
+  protected:
+    // Notes a letter.
+    std::function<void()> Note(char letter) {
+        return [this, letter] { ran += letter; };
+    }
+
+    // Runs a command that has a list or a scan in hand while `meanwhile` runs.
+    template<class Activity>
+    void RunWith(Kind kind, const std::function<void()>& meanwhile) {
+        gate.Run(kind, [&] {
+            ran += '(';
+            {
+                const Activity activity(gate);
+                meanwhile();
+            }
+            ran += ')';
+        });
+    }
+
+    FakeDesktop fake;
+    CommandGate gate{fake.events};
+    std::string ran;
+};
+
+using ListActivity = CommandGate::ListActivity;
+using ScanActivity = CommandGate::ScanActivity;
+
+TEST_F(CommandGateTest, RunsACommandAtOnceWhenNothingIsAtWork) {
+    gate.Run(Kind::Ordinary, Note('a'));
+    gate.Run(Kind::ReplacesList, Note('b'));
+    EXPECT_EQ(ran, "ab");
+}
+
+TEST_F(CommandGateTest, RunsACommandInsideAnotherThatHasNeitherListNorScanInHand) {
+    gate.Run(Kind::Ordinary, [&] {
+        gate.Run(Kind::ReplacesList, Note('a'));
+        ran += 'b';
+    });
+    EXPECT_EQ(ran, "ab");
+}
+
+TEST_F(CommandGateTest, LetsEveryCommandWaitForAList) {
+    RunWith<ListActivity>(Kind::ReplacesList, [&] {
+        gate.Run(Kind::Ordinary, Note('a'));
+        gate.Run(Kind::ReplacesList, Note('b'));
+        gate.Run(Kind::Ordinary, Note('c'));
+    });
+    EXPECT_EQ(ran, "()abc");
+}
+
+TEST_F(CommandGateTest, LetsOnlyReplacementsWaitForAScan) {
+    RunWith<ScanActivity>(Kind::Ordinary, [&] {
+        gate.Run(Kind::ReplacesList, Note('a'));
+        gate.Run(Kind::Ordinary, Note('b'));
+        gate.Run(Kind::ReplacesList, Note('c'));
+    });
+    EXPECT_EQ(ran, "(b)ac");
+}
+
+TEST_F(CommandGateTest, TellsAScanThatAReplacementWaits) {
+    RunWith<ScanActivity>(Kind::Ordinary, [&] {
+        EXPECT_FALSE(gate.ScanMustEnd());
+        gate.Run(Kind::Ordinary, Note('a'));
+        EXPECT_FALSE(gate.ScanMustEnd());
+        gate.Run(Kind::ReplacesList, [&] {
+            EXPECT_FALSE(gate.ScanMustEnd());
+            ran += 'b';
+        });
+        EXPECT_TRUE(gate.ScanMustEnd());
+    });
+    EXPECT_EQ(ran, "(a)b");
+    EXPECT_FALSE(gate.ScanMustEnd());
+}
+
+TEST_F(CommandGateTest, KeepsTheOrderOfWhatWaitsAlsoWhenMoreComesMeanwhile) {
+    RunWith<ListActivity>(Kind::ReplacesList, [&] {
+        gate.Run(Kind::ReplacesList, [&] {
+            RunWith<ListActivity>(Kind::Ordinary, [&] { gate.Run(Kind::Ordinary, Note('z')); });
+        });
+        gate.Run(Kind::Ordinary, Note('b'));
+        gate.Run(Kind::ReplacesList, Note('c'));
+    });
+    EXPECT_EQ(ran, "()()bcz");
+}
+
+TEST_F(CommandGateTest, WaitsUntilTheOutermostCommandIsDone) {
+    gate.Run(Kind::Ordinary, [&] {
+        RunWith<ScanActivity>(Kind::Ordinary, [&] {
+            RunWith<ScanActivity>(Kind::Ordinary, [&] { gate.Run(Kind::ReplacesList, Note('x')); });
+            EXPECT_TRUE(gate.ScanMustEnd()); // the outer scan must end as well
+        });
+        ran += '.';
+    });
+    EXPECT_EQ(ran, "(()).x");
+}
+
+TEST_F(CommandGateTest, ClosesAtOnceWhenNothingIsAtWork) {
+    gate.Close(Note('u'));
+    EXPECT_EQ(ran, "u");
+    EXPECT_TRUE(gate.Closing());
+}
+
+TEST_F(CommandGateTest, ClosesAfterTheOutermostCommandAndDropsWhatWaits) {
+    RunWith<ListActivity>(Kind::ReplacesList, [&] {
+        gate.Run(Kind::Ordinary, Note('a'));
+        gate.Close(Note('u'));
+        gate.Run(Kind::ReplacesList, Note('b'));
+    });
+    gate.Run(Kind::Ordinary, Note('c'));
+    EXPECT_EQ(ran, "()u");
+}
+
+TEST_F(CommandGateTest, DropsWhatStillWaitsWhenOneOfTheWaitingCommandsCloses) {
+    RunWith<ListActivity>(Kind::ReplacesList, [&] {
+        gate.Run(Kind::Ordinary, [&] {
+            ran += 'q';
+            gate.Close(Note('u'));
+        });
+        gate.Run(Kind::Ordinary, Note('a'));
+    });
+    EXPECT_EQ(ran, "()qu");
+}
+
+TEST_F(CommandGateTest, CountsOnlyTheFirstClose) {
+    gate.Run(Kind::Ordinary, [&] {
+        gate.Close(Note('u'));
+        gate.Close(Note('v'));
+    });
+    gate.Close(Note('w'));
+    EXPECT_EQ(ran, "u");
+}
+
+TEST_F(CommandGateTest, UnloadsWithoutWaitingWhenTheSystemEnds) {
+    RunWith<ScanActivity>(Kind::Ordinary, [&] {
+        gate.Run(Kind::ReplacesList, Note('a'));
+        gate.CloseAtOnce(Note('u'));
+        EXPECT_FALSE(gate.WaitUntil([] { return true; }));
+    });
+    EXPECT_EQ(ran, "(u)");
+}
+
+TEST_F(CommandGateTest, UnloadsOnceThoughTheSystemEndsDuringOrAfterAClose) {
+    gate.Run(Kind::Ordinary, [&] {
+        gate.Close(Note('u'));
+        gate.CloseAtOnce(Note('v'));
+    });
+    EXPECT_EQ(ran, "v");
+    gate.CloseAtOnce(Note('w'));
+    EXPECT_EQ(ran, "v");
+}
+
+TEST_F(CommandGateTest, UnloadsOnceThoughTheSystemEndsInTheMiddleOfIt) {
+    gate.Close([&] {
+        ran += 'u';
+        gate.CloseAtOnce(Note('v'));
+        ran += '.';
+    });
+    EXPECT_EQ(ran, "u.");
+}
+
+TEST_F(CommandGateTest, ChecksAConditionBeforeItWaitsAndAfterEachEvent) {
+    EXPECT_TRUE(gate.WaitUntil([] { return true; }));
+    EXPECT_EQ(fake.events.waitCalls, 0);
+
+    int events = 0;
+    for (int i = 0; i < 5; ++i)
+        fake.events.Post([&] { ++events; });
+    EXPECT_TRUE(gate.WaitUntil([&] { return events == 2; }));
+    EXPECT_EQ(events, 2);
+    EXPECT_EQ(fake.events.Pending(), 3U);
+}
+
+TEST_F(CommandGateTest, EndsAWaitWhenItCloses) {
+    fake.events.PostIn(10, [&] { gate.Close(Note('u')); });
+    fake.events.PostIn(20, Note('x'));
+    gate.Run(Kind::Ordinary, [&] {
+        EXPECT_FALSE(gate.WaitUntil([] { return false; }));
+        EXPECT_FALSE(gate.WaitUntil([] { return true; }));
+        ran += 'e';
+    });
+    EXPECT_EQ(ran, "eu");
+}
+
+TEST_F(CommandGateTest, YieldsToEventsUntilItCloses) {
+    fake.events.Post([&] { gate.Run(Kind::Ordinary, Note('a')); });
+    fake.events.Post([&] { gate.Close(Note('u')); });
+    RunWith<ListActivity>(Kind::ReplacesList, [&] {
+        gate.Yield();
+        fake.events.Post(Note('x'));
+        gate.Yield();
+    });
+    EXPECT_EQ(ran, "()u");
+    EXPECT_EQ(fake.events.doEventsCalls, 1);
+}
+
+} // namespace
+} // namespace quarn

@@ -1,0 +1,81 @@
+#include "views/MainControls.h"
+
+#include "tests/support_code/FakeDesktop.h"
+#include "tests/support_code/FakeUdpSocket.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace quarn {
+namespace {
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+
+class MainControlsTest : public ::testing::Test {
+  protected:
+    static std::vector<std::string> Columns(const ListView& list) {
+        std::vector<std::string> columns;
+        for (std::int32_t i = 1; i <= list.columns.HighestIndex(); ++i)
+            columns.push_back(list.columns[i].text + "/" + list.columns[i].tag);
+        return columns;
+    }
+
+    FakeDesktop fake;
+    FakeUdpSocket master{fake.clock, fake.events, fake.hosts};
+    FakeUdpSocket server{fake.clock, fake.events, fake.hosts};
+    MainControls controls{master, server};
+};
+
+TEST_F(MainControlsTest, NamesTheColumnsOfEachListAndHowTheySort) {
+    EXPECT_THAT(Columns(controls.lvwServers),
+                ElementsAre("/PICTURE", "IP Address/STRING", "Location/STRING", "Name/STRING",
+                            "Players/NUMBER", "Ping/NUMBER", "Game/STRING", "Map/STRING", "Last Visit/DATE"));
+    EXPECT_THAT(Columns(controls.lvwPlayers), ElementsAre("Name/STRING", "Score/NUMBER", "Ping/NUMBER"));
+    EXPECT_THAT(Columns(controls.lvwServVars), ElementsAre("Variable/", "Value/"));
+}
+
+TEST_F(MainControlsTest, HasTenToolbarButtonsCountingTheSeparators) {
+    std::vector<std::string> buttons;
+    for (std::int32_t i = 1; i <= controls.tbMain.buttons.HighestIndex(); ++i)
+        buttons.push_back(controls.tbMain.buttons[i].key + "/" + controls.tbMain.buttons[i].toolTip);
+    EXPECT_THAT(buttons,
+                ElementsAre("querymaster/Get new server list from Master", "/",
+                            "refreshall/Refresh all servers in list", "refresh/Refresh selected server(s)",
+                            "stop/Stop current operation", "/", "join/Join server as player",
+                            "monitor/Monitor server with Velmar", "/", "favorites/Add server to favorites"));
+}
+
+TEST_F(MainControlsTest, HasSixStatusPanels) {
+    const OneBased<StatusPanel>& panels = controls.sbMain.panels;
+    ASSERT_EQ(panels.HighestIndex(), 6);
+    EXPECT_EQ(panels[1].text, "Ready.");
+    EXPECT_EQ(panels[1].toolTip, "Current program messages");
+    EXPECT_EQ(panels[2].text, "");
+    EXPECT_EQ(panels[2].toolTip, "Server query status");
+    EXPECT_EQ(panels[3].text, "");
+    EXPECT_EQ(panels[3].toolTip, "Number of servers in current list");
+    for (const std::int32_t panel : {1, 2, 3})
+        EXPECT_EQ(panels[panel].kind, StatusPanel::Kind::Text) << panel;
+    EXPECT_EQ(panels[4].kind, StatusPanel::Kind::CapsLock);
+    EXPECT_EQ(panels[5].kind, StatusPanel::Kind::NumLock);
+    EXPECT_EQ(panels[6].kind, StatusPanel::Kind::ScrollLock);
+}
+
+TEST_F(MainControlsTest, HasNineFavoritesEntriesThatWaitForTheirNames) {
+    ASSERT_EQ(controls.mnuServAddToFavorites.HighestIndex(), 9);
+    for (std::int32_t i = 1; i <= 9; ++i)
+        EXPECT_EQ(controls.mnuServAddToFavorites[i].caption, "fav") << i;
+}
+
+TEST_F(MainControlsTest, StartsIdle) {
+    EXPECT_FALSE(controls.tmrTimeout.Enabled());
+    EXPECT_EQ(controls.sckMaster.CurrentState(), UdpSocket::State::Closed);
+    EXPECT_EQ(controls.sckServer.CurrentState(), UdpSocket::State::Closed);
+    EXPECT_EQ(controls.lvwServers.RowCount(), 0);
+}
+
+} // namespace
+} // namespace quarn

@@ -1,0 +1,341 @@
+#include "views/clsQuickList.h"
+
+#include "tests/support_code/Errors.h"
+#include "tests/support_code/FakeDesktop.h"
+#include "tests/support_code/LoggedEntries.h"
+
+#include <cstdint>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quarn {
+namespace {
+
+using namespace std::string_literals;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+using Texts = std::vector<std::string>;
+
+// A locale that a test can watch and make fail.
+class WatchedLocale : public ClassicLocale {
+  public:
+    std::function<void()> whenAsked;
+
+    std::string SortKey(const std::string& text) const override {
+        return Watched(ClassicLocale::SortKey(text));
+    }
+    bool IsNumeric(const std::string& text) const override { return Watched(ClassicLocale::IsNumeric(text)); }
+
+  private:
+    template<class Result>
+    Result Watched(Result result) const {
+        if (whenAsked)
+            whenAsked();
+        return result;
+    }
+};
+
+// Columns 1 to 4 are a picture, a text, a number and a date, column 5 has no sort type.
+enum Column : std::int16_t { Picture = 1, Text, Number, Date, Plain };
+
+class QuickListTest : public ::testing::Test {
+  protected:
+    QuickListTest() {
+        list.columns.Reset(5);
+        const char* const types[] = {"PICTURE", "STRING", "NUMBER", "DATE", ""};
+        for (std::int32_t i = 1; i <= 5; ++i)
+            list.columns[i].tag = types[i - 1];
+        sorter.SetTargetList(list);
+    }
+
+    // Rows with these texts in the column, tagged "1", "2", ...
+    void Fill(std::int32_t column, const Texts& texts) {
+        list.Clear();
+        for (const std::string& text : texts) {
+            const std::int32_t row = list.Add();
+            list.Edit(row).main.tag = std::to_string(row);
+            list.Cell(row, column).text = text;
+        }
+    }
+    Texts Column(std::int32_t column) const {
+        Texts texts;
+        for (std::int32_t row = 1; row <= list.RowCount(); ++row)
+            texts.push_back(list.Cell(row, column).text);
+        return texts;
+    }
+    Texts RowTags() const {
+        Texts tags;
+        for (std::int32_t row = 1; row <= list.RowCount(); ++row)
+            tags.push_back(list.Row(row).main.tag);
+        return tags;
+    }
+    Texts CellTags(std::int32_t column) const {
+        Texts tags;
+        for (std::int32_t row = 1; row <= list.RowCount(); ++row)
+            tags.push_back(list.Cell(row, column).tag);
+        return tags;
+    }
+    Texts Arrows() const {
+        Texts arrows;
+        for (std::int32_t i = 1; i <= list.columns.HighestIndex(); ++i)
+            arrows.push_back(list.columns[i].headerIcon);
+        return arrows;
+    }
+    Texts SortedAscending(std::int32_t column, const Texts& texts) {
+        Fill(column, texts);
+        list.sortOrder = SortOrder::Descending;
+        sorter.SortList(static_cast<std::int16_t>(column));
+        return Column(column);
+    }
+    Texts SortedDescending(std::int32_t column, const Texts& texts) {
+        Fill(column, texts);
+        list.sortOrder = SortOrder::Ascending;
+        sorter.SortList(static_cast<std::int16_t>(column));
+        return Column(column);
+    }
+    Texts Errors() const { return LoggedErrors(log); }
+
+    FakeDesktop fake;
+    WatchedLocale locale;
+    Desktop desktop{fake.clock, fake.events,   fake.files,   fake.hosts, locale,
+                    fake.peers, fake.profiles, fake.prompts, fake.shell, fake.system};
+    clsAppLog log{desktop, "C:\\Quarn\\"};
+    ListView list;
+    clsQuickList sorter{log, desktop};
+};
+
+TEST_F(QuickListTest, OrdersNumbersByTheirValue) {
+    struct Case {
+        Texts texts;
+        Texts ascending;
+    };
+    const Case cases[] = {
+        {{"5", "120", "40"}, {"5", "40", "120"}},
+        {{"-2", "-10", "3"}, {"-10", "-2", "3"}},
+        {{"3", "-1", "0", "-3", "1"}, {"-3", "-1", "0", "1", "3"}},
+        {{"0.5", "0.25", "-0.5", "-0.25"}, {"-0.5", "-0.25", "0.25", "0.5"}},
+        {{"0", "-0", "+0"}, {"0", "-0", "+0"}},
+        {{" 7 ", "6"}, {"6", " 7 "}},
+        {{"1e3", "999", "1001"}, {"999", "1e3", "1001"}},
+        {{"2147483647", "-2147483648", "0"}, {"-2147483648", "0", "2147483647"}},
+        {{"0.0000000002", "0.0000000001"}, {"0.0000000001", "0.0000000002"}},
+        {{"99999999999999999999", "9"}, {"9", "99999999999999999999"}},
+        {{"5", "abc", "-1"}, {"abc", "-1", "5"}},
+        {{"5", "", "-1"}, {"", "-1", "5"}},
+        {{"1", "--", "1.2.3", "0x10", "1e", "Inf", "NaN"}, {"--", "1.2.3", "0x10", "1e", "Inf", "NaN", "1"}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(SortedAscending(Number, c.texts), c.ascending);
+        EXPECT_THAT(Errors(), IsEmpty());
+    }
+}
+
+TEST_F(QuickListTest, TurnsTheOrderOfNumbersAround) {
+    EXPECT_THAT(SortedDescending(Number, {"-2", "x", "-10", "3", "0", "y"}),
+                ElementsAre("3", "0", "-2", "-10", "x", "y"));
+}
+
+TEST_F(QuickListTest, DoesNotTakePlayersOfMaximumForANumber) {
+    EXPECT_THAT(SortedAscending(Number, {"9 / 16", "3 / 16", "12 / 16"}),
+                ElementsAre("9 / 16", "3 / 16", "12 / 16"));
+}
+
+TEST_F(QuickListTest, ReadsNumbersAsTheUsersLocaleWritesThem) {
+    locale.german = true;
+    EXPECT_THAT(SortedAscending(Number, {"1,5", "1.200", "1,25"}), ElementsAre("1,25", "1,5", "1.200"));
+}
+
+TEST_F(QuickListTest, OrdersDatesByTime) {
+    EXPECT_THAT(SortedAscending(Date, {"11/21/2026 8:05:00 AM", "1/2/2027", "11/21/2026",
+                                       "12/31/1999 11:59:59 PM", "11/21/2026 8:04:59 AM", "12:00:00 AM"}),
+                ElementsAre("12:00:00 AM", "12/31/1999 11:59:59 PM", "11/21/2026", "11/21/2026 8:04:59 AM",
+                            "11/21/2026 8:05:00 AM", "1/2/2027"));
+}
+
+TEST_F(QuickListTest, LeavesTheListAsItWasWhenACellHoldsNoDate) {
+    for (const char* damaged :
+         {"", " ", "never", "13/45/2026", "11/21", "11/21/2026 25:00:00", "2026-11-21", "0", "x11/21/2026"}) {
+        Fill(Date, {"11/21/2026", "1/2/2025", damaged});
+        list.sortOrder = SortOrder::Descending;
+        const std::size_t errorsBefore = Errors().size();
+        sorter.SortList(Date);
+        ASSERT_EQ(Errors().size(), errorsBefore + 1) << damaged;
+        EXPECT_EQ(Errors().back(), "clsQuickList;SortList;13");
+        EXPECT_THAT(Column(Date), ElementsAre("11/21/2026", "1/2/2025", damaged));
+        EXPECT_THAT(CellTags(Date), Each(""));
+        EXPECT_EQ(list.sortOrder, SortOrder::Descending);
+        EXPECT_THAT(Arrows(), Each(""));
+        EXPECT_FALSE(list.updatesLocked);
+    }
+    EXPECT_THAT(fake.prompts.shown, IsEmpty());
+    EXPECT_THAT(SortedAscending(Date, {"1/2/2025", "1/1/2025"}), ElementsAre("1/1/2025", "1/2/2025"));
+}
+
+TEST_F(QuickListTest, OrdersTextsWithoutCaseAndKeepsEqualOnesInPlace) {
+    EXPECT_THAT(SortedAscending(Text, {"beta", "Alpha", "alpha", "BETA", ""}),
+                ElementsAre("", "Alpha", "alpha", "beta", "BETA"));
+    EXPECT_THAT(SortedDescending(Text, {"beta", "Alpha", "alpha", "BETA", "10", "9"}),
+                ElementsAre("beta", "BETA", "Alpha", "alpha", "9", "10"));
+}
+
+TEST_F(QuickListTest, OrdersPicturesAndShowsNoTextAfterwards) {
+    Fill(Picture, {"", "", "", ""});
+    for (const std::int32_t row : {1, 3})
+        list.Edit(row).smallIcon = "locked";
+    list.sortOrder = SortOrder::Descending;
+    sorter.SortList(Picture);
+    EXPECT_THAT(RowTags(), ElementsAre("2", "4", "1", "3"));
+    EXPECT_THAT(Column(Picture), Each(""));
+    sorter.SortList(Picture);
+    EXPECT_THAT(RowTags(), ElementsAre("1", "3", "2", "4"));
+    EXPECT_THAT(Column(Picture), Each(""));
+}
+
+TEST_F(QuickListTest, SortsByPicturesInTheFirstColumnOnly) {
+    list.columns[Text].tag = "PICTURE";
+    Fill(Text, {"b", "a"});
+    sorter.SortList(Text);
+    EXPECT_THAT(Column(Text), ElementsAre("b", "a"));
+    EXPECT_THAT(Arrows(), Each(""));
+    EXPECT_THAT(Errors(), IsEmpty());
+}
+
+TEST_F(QuickListTest, DoesNothingForAColumnWithoutASortType) {
+    Fill(Plain, {"b", "a"});
+    sorter.SortList(Plain);
+    list.columns[Plain].tag = "string";
+    sorter.SortList(Plain);
+    EXPECT_THAT(Column(Plain), ElementsAre("b", "a"));
+    EXPECT_EQ(list.sortOrder, SortOrder::Ascending);
+    EXPECT_THAT(Arrows(), Each(""));
+}
+
+TEST_F(QuickListTest, FlipsTheOrderAtEverySortWhateverTheColumn) {
+    Fill(Text, {"b", "a"});
+    sorter.SortList(Text);
+    EXPECT_EQ(list.sortOrder, SortOrder::Descending);
+    EXPECT_THAT(Arrows(), ElementsAre("", "descending", "", "", ""));
+    sorter.SortList(Text);
+    EXPECT_EQ(list.sortOrder, SortOrder::Ascending);
+    EXPECT_THAT(Arrows(), ElementsAre("", "ascending", "", "", ""));
+    EXPECT_EQ(list.sortKey, Text - 1);
+    sorter.SortList(Number);
+    EXPECT_EQ(list.sortOrder, SortOrder::Descending);
+    EXPECT_THAT(Arrows(), ElementsAre("", "", "descending", "", ""));
+    EXPECT_EQ(list.sortKey, Number - 1);
+    sorter.SortList(Picture);
+    EXPECT_THAT(Arrows(), ElementsAre("ascending", "", "", "", ""));
+    EXPECT_EQ(list.sortKey, 0);
+}
+
+TEST_F(QuickListTest, SortsAnEmptyListAndNotesTheOrder) {
+    for (const std::int16_t column : {Picture, Text, Number, Date})
+        sorter.SortList(column);
+    EXPECT_THAT(Arrows(), ElementsAre("", "", "", "ascending", ""));
+    EXPECT_THAT(Errors(), IsEmpty());
+}
+
+TEST_F(QuickListTest, LogsAColumnThatDoesNotExist) {
+    Fill(Text, {"b", "a"});
+    for (const int column : {0, -1, 6, 32767, -32768}) {
+        const std::size_t errorsBefore = Errors().size();
+        sorter.SortList(static_cast<std::int16_t>(column));
+        ASSERT_EQ(Errors().size(), errorsBefore + 1) << column;
+        EXPECT_EQ(Errors().back(), "clsQuickList;SortList;9");
+        EXPECT_FALSE(list.updatesLocked);
+    }
+    EXPECT_THAT(Column(Text), ElementsAre("b", "a"));
+    EXPECT_EQ(list.sortOrder, SortOrder::Ascending);
+}
+
+TEST_F(QuickListTest, LogsThatItHasNoList) {
+    clsQuickList unbound(log, desktop);
+    unbound.SortList(1);
+    EXPECT_THAT(Errors(), ElementsAre("clsQuickList;SortList;91"));
+    EXPECT_EQ(ErrorOf([&] { unbound.SaveListToFile("C:\\list.txt"); }), ErrorNumber::ObjectVariableNotSet);
+}
+
+TEST_F(QuickListTest, GivesEveryCellItsTextAndTagBack) {
+    const Texts tags = {"x", "", "a\0b"s, "\0"s, "99"};
+    for (const std::int32_t column : {+Number, +Date}) {
+        const Texts texts = column == Number
+                                ? Texts{"3", "-1", "", "2", "x"}
+                                : Texts{"1/3/2020", "1/1/2020", "1/5/2020", "1/2/2020", "1/4/2020"};
+        Fill(column, texts);
+        std::vector<std::pair<std::string, std::string>> before;
+        for (std::int32_t row = 1; row <= 5; ++row) {
+            list.Cell(row, column).tag = tags[static_cast<std::size_t>(row) - 1];
+            before.emplace_back(texts[static_cast<std::size_t>(row) - 1],
+                                tags[static_cast<std::size_t>(row) - 1]);
+        }
+        sorter.SortList(static_cast<std::int16_t>(column));
+        for (std::int32_t row = 1; row <= 5; ++row) {
+            const auto& [text, tag] = before[std::stoul(list.Row(row).main.tag) - 1];
+            EXPECT_EQ(std::as_const(list).Cell(row, column).text, text);
+            EXPECT_EQ(std::as_const(list).Cell(row, column).tag, tag);
+        }
+    }
+}
+
+TEST_F(QuickListTest, KeepsTheRowsTagsThoughItSortsByTheirOwnCell) {
+    list.columns[Picture].tag = "NUMBER";
+    Fill(Picture, {"3", "1", "2"});
+    list.sortOrder = SortOrder::Descending;
+    sorter.SortList(Picture);
+    EXPECT_THAT(Column(Picture), ElementsAre("1", "2", "3"));
+    EXPECT_THAT(RowTags(), ElementsAre("2", "3", "1"));
+}
+
+TEST_F(QuickListTest, LocksTheWindowsUpdatesAsLongAsItSorts) {
+    std::vector<bool> locked;
+    locale.whenAsked = [&] { locked.push_back(list.updatesLocked); };
+    SortedAscending(Number, {"2", "1"});
+    SortedAscending(Text, {"2", "1"});
+    EXPECT_THAT(locked, ElementsAre(true, true, true, true));
+    EXPECT_FALSE(list.updatesLocked);
+}
+
+TEST_F(QuickListTest, LeavesTheListAsItWasWhenTheSystemFails) {
+    Fill(Text, {"b", "a"});
+    sorter.SortList(Text);
+    std::int32_t calls = 0;
+    locale.whenAsked = [&] {
+        if (++calls % 2 == 0)
+            throw RunTimeError(ErrorNumber::OutOfMemory);
+    };
+    for (const std::int16_t column : {Text, Number}) {
+        sorter.SortList(column);
+        EXPECT_EQ(Errors().back(), "clsQuickList;SortList;7");
+        EXPECT_THAT(Column(Text), ElementsAre("b", "a"));
+        EXPECT_EQ(list.sortOrder, SortOrder::Descending);
+        EXPECT_EQ(list.sortKey, Text - 1);
+        EXPECT_THAT(Arrows(), ElementsAre("", "descending", "", "", ""));
+        EXPECT_FALSE(list.updatesLocked);
+    }
+}
+
+TEST_F(QuickListTest, SavesTheMainTextsInDisplayOrder) {
+    fake.files.Put("C:\\list.txt", "what stood there before, longer than what comes");
+    Fill(Picture, {"b", "", "a"});
+    sorter.SaveListToFile("C:\\list.txt");
+    EXPECT_EQ(fake.files.Get("C:\\list.txt"), "b\r\n\r\na\r\n");
+    list.Clear();
+    sorter.SaveListToFile("C:\\list.txt");
+    EXPECT_EQ(fake.files.Get("C:\\list.txt"), "");
+}
+
+TEST_F(QuickListTest, LeavesAFailureToSaveToItsCaller) {
+    Fill(Picture, {"b"});
+    fake.files.FailWrites("C:\\list.txt", ErrorNumber::PermissionDenied);
+    EXPECT_EQ(ErrorOf([&] { sorter.SaveListToFile("C:\\list.txt"); }), ErrorNumber::PermissionDenied);
+    EXPECT_THAT(Errors(), IsEmpty());
+}
+
+} // namespace
+} // namespace quarn
