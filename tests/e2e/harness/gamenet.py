@@ -17,6 +17,7 @@ class Truth:
     name: str
     map: str
     mod: str
+    country: str
     players: int
     slots: int
     locked: bool
@@ -56,11 +57,12 @@ def read_truth(path):
                 name=unescape(value["name"]),
                 map=unescape(value["map"]),
                 mod=unescape(value["mod"]),
-                players=int(value["players"]),
-                slots=int(value["max"]),
+                country=value["country"],
+                players=int(value["players"] or 0),
+                slots=int(value["max"] or 0),
                 locked=value["locked"] == "1",
                 kind=value["kind"],
-                latency=int(value["latency"]),
+                latency=int(value["latency"] or 0),
                 player_names=[unescape(name) for name in names.split("|")] if names else [],
             )
         )
@@ -68,8 +70,8 @@ def read_truth(path):
 
 
 class Gamenet:
-    """A running network. It writes its files into `folder`; leaving the `with` block ends it. Servers
-    outside the network that are given with --list are in its lists, but not among its `servers`."""
+    """A running network. It writes its files into `folder`; leaving the `with` block ends it. Of servers
+    outside the network, given with --list, it knows the addresses only."""
 
     def __init__(self, folder, *options):
         self.games_ini = folder / "Games.ini"

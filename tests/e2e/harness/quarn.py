@@ -117,6 +117,9 @@ class Quarn:
     def wait_for_rows(self, count):
         self.do.wait(count, "row-count", self.control("lvwServers"))
 
+    def wait_for_players(self, count):
+        self.do.wait(count, "row-count", self.control("lvwPlayers"))
+
     def players(self):
         return self.do.table("rows", self.control("lvwPlayers"))
 
