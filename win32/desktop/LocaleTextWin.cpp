@@ -1,6 +1,7 @@
 #include "win32/desktop/LocaleTextWin.h"
 
 #include "core/RunTimeError.h"
+#include "win32/AnsiText.h"
 #include "win32/Handles.h"
 #include "win32/SystemError.h"
 
@@ -11,21 +12,6 @@ namespace quarn {
 namespace {
 
 constexpr std::int64_t SecondsPerDay = 86400;
-
-std::wstring Widened(const std::string& text) {
-    const int length = static_cast<int>(text.size());
-    std::wstring wide(text.size(), L'\0'); // one byte never makes more than one character
-    wide.resize(MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length));
-    return wide;
-}
-
-std::string Narrowed(BSTR wide) {
-    const int length = static_cast<int>(SysStringLen(wide));
-    std::string text(WideCharToMultiByte(CP_ACP, 0, wide, length, nullptr, 0, nullptr, nullptr), '\0');
-    WideCharToMultiByte(CP_ACP, 0, wide, length, text.data(), static_cast<int>(text.size()), nullptr,
-                        nullptr);
-    return text;
-}
 
 void Require(HRESULT result) {
     if (SUCCEEDED(result))
@@ -85,7 +71,7 @@ std::int32_t LocaleTextWin::ToLong(const std::string& text) const {
 std::string LocaleTextWin::FromDate(DateTime date) const {
     AutomationText text;
     Require(VarBstrFromDate(ToAutomation(date), LOCALE_USER_DEFAULT, PartsShown(date), text.Receive()));
-    return Narrowed(text.Get());
+    return Narrowed({text.Get(), SysStringLen(text.Get())});
 }
 
 DateTime LocaleTextWin::ToDate(const std::string& text) const {

@@ -1,6 +1,7 @@
 #include "win32/desktop/PeerProgramsWin.h"
 
 #include "core/RunTimeError.h"
+#include "win32/AnsiText.h"
 #include "win32/WindowsHeaders.h"
 #include "win32/desktop/FilesWin.h"
 
@@ -12,9 +13,10 @@ namespace {
 
 constexpr UINT PatienceMilliseconds = 3000;
 
-bool HasTitle(HWND window, const std::string& title) {
-    std::string found(title.size() + 2, '\0'); // room for one character too many and the NUL
-    found.resize(GetWindowTextA(window, found.data(), static_cast<int>(found.size())));
+// Without asking the window, which may hang.
+bool HasTitle(HWND window, const std::wstring& title) {
+    std::wstring found(title.size() + 2, L'\0'); // room for one character too many and the NUL
+    found.resize(InternalGetWindowText(window, found.data(), static_cast<int>(found.size())));
     return found == title;
 }
 
@@ -23,7 +25,7 @@ HWND TopLevelWindow(const std::string& title) {
     HWND window = nullptr;
     do {
         window = FindWindowExA(nullptr, window, nullptr, title.c_str());
-    } while (window != nullptr && !HasTitle(window, title));
+    } while (window != nullptr && !HasTitle(window, Widened(title)));
     return window;
 }
 

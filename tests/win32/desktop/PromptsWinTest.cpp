@@ -1,0 +1,249 @@
+#include "win32/desktop/PromptsWin.h"
+
+#include "tests/win32/support_code/BoxDriver.h"
+#include "tests/win32/support_code/OwnerTestWindow.h"
+#include "tests/win32/support_code/TemporaryFolder.h"
+#include "win32/desktop/FilesWin.h"
+#include "win32/resources/inputbox.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace quarn {
+namespace {
+
+// Control numbers of the system's boxes.
+constexpr int MessageText = 0xFFFF;
+constexpr int FileNameCombo = 0x47C;
+constexpr int FileNameEdit = 0x480;
+
+class PromptsWinTest : public ::testing::Test {
+  protected:
+    // Runs the call while the steps answer its boxes.
+    template<class Call>
+    auto Answered(std::deque<BoxDriver::Step> steps, Call&& call) {
+        BoxDriver driver(owner.Handle(), std::move(steps));
+        auto result = call();
+        EXPECT_EQ(driver.StepsLeft(), 0U);
+        EXPECT_EQ(GetLastActivePopup(owner.Handle()), owner.Handle());
+        EXPECT_TRUE(IsWindowEnabled(owner.Handle()));
+        return result;
+    }
+
+    static void TypeFileName(HWND box, const std::string& name) {
+        const HWND edit = GetDlgItem(box, FileNameEdit);
+        SendMessageA(edit != nullptr ? edit : GetDlgItem(box, FileNameCombo), WM_SETTEXT, 0,
+                     reinterpret_cast<LPARAM>(name.c_str()));
+    }
+
+    OwnerTestWindow owner;
+    PromptsWin prompts{owner.AsOwner()};
+};
+
+TEST_F(PromptsWinTest, ShowsAnErrorAndReturnsWhenItIsRead) {
+    std::string text, title;
+    bool ownerDisabled = false;
+    Answered({[&](HWND box) {
+                 title = BoxDriver::TextOf(box);
+                 text = BoxDriver::TextOf(box, MessageText);
+                 ownerDisabled = !IsWindowEnabled(owner.Handle());
+                 EXPECT_EQ(GetWindow(box, GW_OWNER), owner.Handle());
+                 BoxDriver::Press(box, IDOK);
+             }},
+             [&] {
+                 prompts.ShowError("first line\r\nsecond & third", "Quarn - Error");
+                 return 0;
+             });
+    EXPECT_EQ(title, "Quarn - Error");
+    EXPECT_EQ(text, "first line\r\nsecond & third");
+    EXPECT_TRUE(ownerDisabled);
+}
+
+TEST_F(PromptsWinTest, TrueOnYesOnly) {
+    const auto ask = [&] { return prompts.AskYesNo("Sure?", "Question"); };
+    EXPECT_TRUE(Answered({[](HWND box) { BoxDriver::Press(box, IDYES); }}, ask));
+    EXPECT_FALSE(Answered({[](HWND box) { BoxDriver::Press(box, IDNO); }}, ask));
+    EXPECT_FALSE(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, ask));
+}
+
+TEST_F(PromptsWinTest, ABoxOnTopOfABoxIsOwnedByIt) {
+    HWND first = nullptr;
+    Answered({[&](HWND box) {
+                  first = box;
+                  prompts.ShowError("inner", "Inner");
+                  EXPECT_FALSE(IsWindowEnabled(owner.Handle()));
+                  BoxDriver::Press(box, IDNO);
+              },
+              [&](HWND box) {
+                  EXPECT_EQ(GetWindow(box, GW_OWNER), first);
+                  EXPECT_FALSE(IsWindowEnabled(first));
+                  BoxDriver::Press(box, IDOK);
+              }},
+             [&] { return prompts.AskYesNo("outer", "Outer"); });
+}
+
+TEST_F(PromptsWinTest, BoxesAreTopMostWhenTheMainWindowIs) {
+    const auto topMost = [](HWND box) { return (GetWindowLongPtrA(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
+    for (const bool wanted : {true, false}) {
+        SetWindowPos(owner.Handle(), wanted ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE);
+        const BoxDriver::Step check = [&](HWND box) {
+            EXPECT_EQ(topMost(box), wanted);
+            prompts.CancelOpenBox();
+        };
+        Answered({check}, [&] { return prompts.AskYesNo("Sure?", "Question"); });
+        Answered({check}, [&] { return prompts.AskText("Name:", "Title"); });
+    }
+}
+
+TEST_F(PromptsWinTest, ABoxWithoutAMainWindowHasNoOwner) {
+    const OwnerWindow none;
+    EXPECT_EQ(none.ForBox(), nullptr);
+    EXPECT_FALSE(none.IsTopMost());
+    EXPECT_FALSE(PromptsWin(none).CancelOpenBox());
+}
+
+TEST_F(PromptsWinTest, AsksForAText) {
+    std::string prompt, title, before;
+    const auto typed = Answered({[&](HWND box) {
+                                    title = BoxDriver::TextOf(box);
+                                    prompt = BoxDriver::TextOf(box, IDC_INPUTBOX_PROMPT);
+                                    before = BoxDriver::TextOf(box, IDC_INPUTBOX_TEXT);
+                                    EXPECT_EQ(GetFocus(), GetDlgItem(box, IDC_INPUTBOX_TEXT));
+                                    SetDlgItemTextA(box, IDC_INPUTBOX_TEXT, " My & \xE4 folder ");
+                                    BoxDriver::Press(box, IDOK);
+                                }},
+                                [&] { return prompts.AskText("Enter a new && name:", "Change name"); });
+    EXPECT_EQ(title, "Change name");
+    EXPECT_EQ(prompt, "Enter a new && name:");
+    EXPECT_EQ(before, "");
+    EXPECT_EQ(typed, " My & \xE4 folder ");
+}
+
+TEST_F(PromptsWinTest, EnterIsOkAndEscapeIsCancel) {
+    const auto ask = [&] { return prompts.AskText("Name:", "Title"); };
+    const auto typeAndPress = [](WPARAM key) {
+        return [key](HWND box) {
+            SetDlgItemTextA(box, IDC_INPUTBOX_TEXT, "typed");
+            BoxDriver::PressKey(GetDlgItem(box, IDC_INPUTBOX_TEXT), key);
+        };
+    };
+    EXPECT_EQ(Answered({typeAndPress(VK_RETURN)}, ask), "typed");
+    EXPECT_EQ(Answered({typeAndPress(VK_ESCAPE)}, ask), "");
+    EXPECT_EQ(Answered({[](HWND box) { PostMessageA(box, WM_CLOSE, 0, 0); }}, ask), "");
+    EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, ask), "");
+}
+
+TEST_F(PromptsWinTest, TheInputBoxStandsInTheMiddleOfItsOwner) {
+    RECT inner{}, outer{};
+    GetWindowRect(owner.Handle(), &outer);
+    Answered({[&](HWND box) {
+                 GetWindowRect(box, &inner);
+                 prompts.CancelOpenBox();
+             }},
+             [&] { return prompts.AskText("Name:", "Title"); });
+    EXPECT_NEAR(inner.left + inner.right, outer.left + outer.right, 4);
+    EXPECT_NEAR(inner.top + inner.bottom, outer.top + outer.bottom, 4);
+}
+
+class SaveDialogTest : public PromptsWinTest {
+  protected:
+    std::string Ask() {
+        return prompts.AskSaveFile("Save serverlist as...", "Text file (*.txt)|*.txt|All files (*.*)|*.*");
+    }
+    BoxDriver::Step Save(const std::string& name) {
+        return [=](HWND box) {
+            TypeFileName(box, name);
+            BoxDriver::Press(box, IDOK);
+        };
+    }
+    TemporaryFolder folder;
+    FilesWin files;
+};
+
+TEST_F(SaveDialogTest, ReturnsTheChosenPath) {
+    std::string title, name;
+    const auto chosen = Answered({[&](HWND box) {
+                                     title = BoxDriver::TextOf(box);
+                                     name = BoxDriver::TextOf(box, FileNameEdit);
+                                     Save(folder / "list.txt")(box);
+                                 }},
+                                 [&] { return Ask(); });
+    EXPECT_EQ(title, "Save serverlist as...");
+    EXPECT_EQ(name, "");
+    EXPECT_EQ(chosen, folder / "list.txt");
+    EXPECT_FALSE(files.IsFile(chosen));
+}
+
+TEST_F(SaveDialogTest, AddsTheExtensionOfTheFilter) {
+    EXPECT_EQ(Answered({Save(folder / "list")}, [&] { return Ask(); }), folder / "list.txt");
+    EXPECT_EQ(Answered({Save(folder / "list.csv")}, [&] { return Ask(); }), folder / "list.csv");
+}
+
+TEST_F(SaveDialogTest, AsksBeforeAFileIsOverwritten) {
+    files.Write(folder / "list.txt", "old");
+    EXPECT_EQ(Answered({Save(folder / "list.txt"), [](HWND box) { BoxDriver::Press(box, IDYES); }},
+                       [&] { return Ask(); }),
+              folder / "list.txt");
+    EXPECT_EQ(Answered({Save(folder / "list.txt"), [](HWND box) { BoxDriver::Press(box, IDNO); },
+                        [](HWND box) { BoxDriver::Press(box, IDCANCEL); }},
+                       [&] { return Ask(); }),
+              "");
+    EXPECT_EQ(files.Read(folder / "list.txt"), "old");
+}
+
+TEST_F(SaveDialogTest, ACancelledOneReturnsNothing) {
+    EXPECT_EQ(Answered({[](HWND box) { BoxDriver::Press(box, IDCANCEL); }}, [&] { return Ask(); }), "");
+    EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, [&] { return Ask(); }), "");
+}
+
+TEST_F(SaveDialogTest, LeavesTheCurrentFolderAlone) {
+    char before[1024], after[1024];
+    GetCurrentDirectoryA(sizeof before, before);
+    Answered({Save(folder / "list.txt")}, [&] { return Ask(); });
+    GetCurrentDirectoryA(sizeof after, after);
+    EXPECT_STREQ(after, before);
+}
+
+class FolderDialogTest : public PromptsWinTest {
+  protected:
+    std::string Ask(const std::string& preselected) {
+        return prompts.AskFolder("Where is the game?", preselected);
+    }
+    TemporaryFolder folder;
+};
+
+TEST_F(FolderDialogTest, ReturnsTheFolderSelectedBeforehand) {
+    EXPECT_EQ(Answered({[](HWND box) { BoxDriver::Press(box, IDOK); }}, [&] { return Ask(folder.Path()); }),
+              folder.Path());
+}
+
+TEST_F(FolderDialogTest, ACancelledOneReturnsNothing) {
+    EXPECT_EQ(
+        Answered({[](HWND box) { BoxDriver::Press(box, IDCANCEL); }}, [&] { return Ask(folder.Path()); }),
+        "");
+    EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, [&] { return Ask(""); }), "");
+}
+
+TEST_F(PromptsWinTest, WithNoBoxOpenThereIsNothingToCancel) {
+    EXPECT_FALSE(prompts.CancelOpenBox());
+}
+
+TEST_F(PromptsWinTest, BoxesOnEachOtherAreCancelledFromTheTop) {
+    std::vector<HWND> cancelled;
+    Answered({[&](HWND outer) {
+                  EXPECT_FALSE(prompts.AskYesNo("inner", "Inner"));
+                  cancelled.push_back(outer);
+                  EXPECT_TRUE(prompts.CancelOpenBox());
+              },
+              [&](HWND inner) {
+                  cancelled.push_back(inner);
+                  EXPECT_TRUE(prompts.CancelOpenBox());
+              }},
+             [&] { return prompts.AskText("Name:", "Outer"); });
+    ASSERT_EQ(cancelled.size(), 2U);
+    EXPECT_NE(cancelled[0], cancelled[1]);
+}
+
+} // namespace
+} // namespace quarn

@@ -1,0 +1,105 @@
+#include "win32/desktop/ShellWin.h"
+
+#include "tests/support_code/Errors.h"
+#include "tests/win32/support_code/OwnerTestWindow.h"
+#include "tests/win32/support_code/Pumping.h"
+#include "tests/win32/support_code/TemporaryFolder.h"
+#include "win32/desktop/FilesWin.h"
+
+#include <future>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace quarn {
+namespace {
+
+class ShellWinTest : public ::testing::Test {
+  protected:
+    // What a started program wrote, once it has.
+    std::string Written(const std::string& path) {
+        std::string content;
+        PumpUntil([&] {
+            if (!files.IsFile(path) || ErrorOf([&] { content = files.Read(path); }) != NoError)
+                return false;
+            return content.ends_with('\n');
+        });
+        return content;
+    }
+
+    std::string ClipboardText() {
+        EXPECT_TRUE(OpenClipboard(owner.Handle()));
+        const HANDLE data = GetClipboardData(CF_TEXT);
+        const std::string text = data != nullptr ? static_cast<const char*>(GlobalLock(data)) : "(no text)";
+        if (data != nullptr)
+            GlobalUnlock(data);
+        CloseClipboard();
+        return text;
+    }
+
+    OwnerTestWindow owner;
+    ShellWin shell{owner.AsOwner()};
+    TemporaryFolder folder;
+    FilesWin files;
+};
+
+TEST_F(ShellWinTest, StartsAProgramInAFolder) {
+    Shell::Request request;
+    request.file = "cmd.exe";
+    request.parameters = "/c cd > where.txt";
+    request.folder = folder.Path();
+    shell.Open(request);
+    EXPECT_EQ(Written(folder / "where.txt"), folder.Path() + "\r\n");
+}
+
+TEST_F(ShellWinTest, HandsTheParametersOnAsTheyAre) {
+    const std::string out = folder / "out.txt";
+    Shell::Request request;
+    request.file = "cmd.exe";
+    request.parameters = "/c echo +set fs_game  +exec  +name a b +connect 1.2.3.4:27960>" + out;
+    request.ownedByWindow = false;
+    request.show = ShowState::Show;
+    shell.Open(request);
+    EXPECT_EQ(Written(out), "+set fs_game  +exec  +name a b +connect 1.2.3.4:27960\r\n");
+}
+
+TEST_F(ShellWinTest, WhatCannotBeOpenedIsNoError) {
+    for (const std::string& file : {folder / "missing.exe", std::string(), folder / "no folder\\x.exe"}) {
+        Shell::Request request;
+        request.file = file;
+        request.folder = "Q:\\nowhere";
+        EXPECT_EQ(ErrorOf([&] { shell.Open(request); }), NoError) << file;
+    }
+}
+
+TEST_F(ShellWinTest, PutsTextOnTheClipboard) {
+    shell.SetClipboardText("1.2.3.4:27960");
+    EXPECT_EQ(ClipboardText(), "1.2.3.4:27960");
+    shell.SetClipboardText("");
+    EXPECT_EQ(ClipboardText(), "");
+    const std::string large(100'000, 'x');
+    shell.SetClipboardText(large);
+    EXPECT_EQ(ClipboardText(), large);
+}
+
+TEST_F(ShellWinTest, AClipboardThatSomebodyHoldsIsAnError) {
+    shell.SetClipboardText("before");
+    std::promise<void> held, release;
+    std::thread holder([&] {
+        const WindowHandle window(CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                                  GetModuleHandleA(nullptr), nullptr));
+        EXPECT_TRUE(OpenClipboard(window.Get()));
+        held.set_value();
+        release.get_future().wait();
+        CloseClipboard();
+    });
+    held.get_future().wait();
+    EXPECT_EQ(ErrorOf([&] { shell.SetClipboardText("after"); }), ErrorNumber::CannotOpenClipboard);
+    release.set_value();
+    holder.join();
+    EXPECT_EQ(ClipboardText(), "before");
+    shell.SetClipboardText("after");
+    EXPECT_EQ(ClipboardText(), "after");
+}
+
+} // namespace
+} // namespace quarn

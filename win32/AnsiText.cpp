@@ -1,0 +1,23 @@
+#include "win32/AnsiText.h"
+
+#include "win32/WindowsHeaders.h"
+
+namespace quarn {
+
+std::wstring Widened(std::string_view text) {
+    const int length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0'); // a byte never makes more than one character
+    wide.resize(MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length));
+    return wide;
+}
+
+std::string Narrowed(std::wstring_view text) {
+    const int length = static_cast<int>(text.size());
+    std::string narrow(WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr),
+                       '\0');
+    WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(), static_cast<int>(narrow.size()),
+                        nullptr, nullptr);
+    return narrow;
+}
+
+} // namespace quarn

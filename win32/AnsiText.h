@@ -1,0 +1,16 @@
+#pragma once
+
+// Between the program's text, bytes in the ANSI code page, and the wide characters of the few interfaces that
+// have no other form.
+
+#include <string>
+#include <string_view>
+
+namespace quarn {
+
+std::wstring Widened(std::string_view text);
+
+// Characters that the code page lacks become their nearest likeness or "?".
+std::string Narrowed(std::wstring_view text);
+
+} // namespace quarn
