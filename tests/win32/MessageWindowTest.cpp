@@ -32,7 +32,7 @@ TEST(MessageWindowTest, IsNotAmongTheWindowsOfTheDesktop) {
 
 TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {
     std::string reported;
-    SetUncaughtErrorReporter([&](std::string_view) {
+    SetUncaughtErrorReporter([&](std::string_view, std::string_view) {
         try {
             throw;
         } catch (const std::exception& error) {
@@ -43,7 +43,7 @@ TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {
     EXPECT_EQ(SendMessageA(window.Handle(), WM_APP, 0, 0), 0);
     EXPECT_EQ(reported, "out of luck");
 
-    SetUncaughtErrorReporter([](std::string_view) { throw std::runtime_error("twice"); });
+    SetUncaughtErrorReporter([](std::string_view, std::string_view) { throw std::runtime_error("twice"); });
     EXPECT_EQ(SendMessageA(window.Handle(), WM_APP, 0, 0), 0);
 
     SetUncaughtErrorReporter({});
