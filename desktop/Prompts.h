@@ -12,20 +12,58 @@ class Prompts {
     virtual ~Prompts() = default;
 
     // Critical-stop icon and an OK button.
-    virtual void ShowError(const std::string& text, const std::string& title) = 0;
+    void ShowError(const std::string& text, const std::string& title) {
+        const OpenBox box(open_);
+        RunErrorBox(text, title);
+    }
 
     // Yes and No buttons; true on Yes.
-    virtual bool AskYesNo(const std::string& text, const std::string& title) = 0;
+    bool AskYesNo(const std::string& text, const std::string& title) {
+        const OpenBox box(open_);
+        return RunYesNoBox(text, title);
+    }
 
     // A line of text; empty when cancelled.
-    virtual std::string AskText(const std::string& prompt, const std::string& title) = 0;
+    std::string AskText(const std::string& prompt, const std::string& title) {
+        const OpenBox box(open_);
+        return RunTextBox(prompt, title);
+    }
 
     // A name for a file to be saved, asked with an overwrite question and without a read-only box; empty
     // when cancelled. The filter has the form "Text|*.txt|All|*.*".
-    virtual std::string AskSaveFile(const std::string& title, const std::string& filter) = 0;
+    std::string AskSaveFile(const std::string& title, const std::string& filter) {
+        const OpenBox box(open_);
+        return RunSaveFileBox(title, filter);
+    }
 
     // A folder, with one selected beforehand; empty when cancelled.
-    virtual std::string AskFolder(const std::string& title, const std::string& preselected) = 0;
+    std::string AskFolder(const std::string& title, const std::string& preselected) {
+        const OpenBox box(open_);
+        return RunFolderBox(title, preselected);
+    }
+
+    // A box is open at this moment.
+    bool IsOpen() const noexcept { return open_ > 0; }
+
+  private:
+    class OpenBox {
+      public:
+        explicit OpenBox(int& open) noexcept : open_(open) { ++open_; }
+        ~OpenBox() { --open_; }
+        OpenBox(const OpenBox&) = delete;
+        OpenBox& operator=(const OpenBox&) = delete;
+
+      private:
+        int& open_;
+    };
+
+    virtual void RunErrorBox(const std::string& text, const std::string& title) = 0;
+    virtual bool RunYesNoBox(const std::string& text, const std::string& title) = 0;
+    virtual std::string RunTextBox(const std::string& prompt, const std::string& title) = 0;
+    virtual std::string RunSaveFileBox(const std::string& title, const std::string& filter) = 0;
+    virtual std::string RunFolderBox(const std::string& title, const std::string& preselected) = 0;
+
+    int open_ = 0;
 };
 
 } // namespace quarn

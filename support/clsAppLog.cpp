@@ -12,18 +12,6 @@ namespace {
 
 constexpr const char* LineEnd = "\r\n";
 
-// Marks a box of ours as open for as long as it lives.
-class OpenBox {
-  public:
-    explicit OpenBox(bool& open) : open_(open) { open_ = true; }
-    ~OpenBox() { open_ = false; }
-    OpenBox(const OpenBox&) = delete;
-    OpenBox& operator=(const OpenBox&) = delete;
-
-  private:
-    bool& open_;
-};
-
 // A system fact that cannot be had leaves its item of the report empty.
 template<class Getter>
 std::string ItemOf(Getter&& getter) noexcept {
@@ -93,10 +81,9 @@ void clsAppLog::Log(std::string_view ModuleName, std::string_view RoutineName, s
 }
 
 void clsAppLog::ErrorMessage(const std::string& ErrorText) noexcept {
-    if (messageOpen_)
+    if (desktop_.prompts.IsOpen())
         return;
     Succeeds([&] {
-        const OpenBox open(messageOpen_);
         desktop_.prompts.ShowError(ErrorText, std::string(ApplicationTitle) + " - Error");
     });
 }
@@ -106,7 +93,6 @@ void clsAppLog::HandleAppErrors() noexcept {
         return;
     bool report = false;
     Succeeds([&] {
-        const OpenBox open(messageOpen_);
         report = desktop_.prompts.AskYesNo(
             std::string(ApplicationTitle) + " generated " + std::to_string(errorCount_) +
                 " error(s) during runtime. A log has been created." + LineEnd +

@@ -53,7 +53,6 @@ class clsAppLog {
     std::string logFilename_;
     std::string history_;
     std::int32_t errorCount_ = 0;
-    bool messageOpen_ = false;
 };
 
 } // namespace quarn

@@ -273,5 +273,18 @@ TEST_F(AppLogReportTest, ShowsNoMessageBesideTheQuestion) {
     EXPECT_EQ(log.ErrorCount(), 2);
 }
 
+// Whatever box of the program is open: an error that comes up meanwhile is logged, and puts no box on top.
+TEST_F(AppLogTest, ShowsNoErrorOnTopOfAQuestion) {
+    fake.prompts.textAnswers = {"Friends"};
+    fake.prompts.whileOpen = [&] { log.Log("m", "meanwhile", 6, "Overflow", true); };
+    EXPECT_EQ(fake.desktop.prompts.AskText("Enter a new name:", "Change name"), "Friends");
+    EXPECT_EQ(ShownCount(), 1U);
+    EXPECT_EQ(log.ErrorCount(), 1);
+
+    fake.prompts.whileOpen = nullptr;
+    log.Log("m", "afterwards", 6, "Overflow", true);
+    EXPECT_EQ(ShownCount(), 2U);
+}
+
 } // namespace
 } // namespace quarn

@@ -33,23 +33,23 @@ class FakePrompts : public Prompts {
     // Runs while a box is open, as events do.
     std::function<void()> whileOpen;
 
-    void ShowError(const std::string& text, const std::string& title) override {
+  private:
+    void RunErrorBox(const std::string& text, const std::string& title) override {
         Show({Kind::Error, text, title});
     }
-    bool AskYesNo(const std::string& text, const std::string& title) override {
+    bool RunYesNoBox(const std::string& text, const std::string& title) override {
         return Ask({Kind::YesNo, text, title}, yesNoAnswers);
     }
-    std::string AskText(const std::string& prompt, const std::string& title) override {
+    std::string RunTextBox(const std::string& prompt, const std::string& title) override {
         return Ask({Kind::Text, prompt, title}, textAnswers);
     }
-    std::string AskSaveFile(const std::string& title, const std::string& filter) override {
+    std::string RunSaveFileBox(const std::string& title, const std::string& filter) override {
         return Ask({Kind::SaveFile, filter, title}, fileAnswers);
     }
-    std::string AskFolder(const std::string& title, const std::string& preselected) override {
+    std::string RunFolderBox(const std::string& title, const std::string& preselected) override {
         return Ask({Kind::Folder, preselected, title}, folderAnswers);
     }
 
-  private:
     void Show(Box box) {
         shown.push_back(std::move(box));
         if (whileOpen)

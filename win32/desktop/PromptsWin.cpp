@@ -50,19 +50,19 @@ int PromptsWin::MessageBoxOf(const std::string& text, const std::string& title, 
                        style | (owner_.IsTopMost() ? MB_TOPMOST : 0));
 }
 
-void PromptsWin::ShowError(const std::string& text, const std::string& title) {
+void PromptsWin::RunErrorBox(const std::string& text, const std::string& title) {
     MessageBoxOf(text, title, MB_OK | MB_ICONERROR);
 }
 
-bool PromptsWin::AskYesNo(const std::string& text, const std::string& title) {
+bool PromptsWin::RunYesNoBox(const std::string& text, const std::string& title) {
     return MessageBoxOf(text, title, MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
-std::string PromptsWin::AskText(const std::string& prompt, const std::string& title) {
+std::string PromptsWin::RunTextBox(const std::string& prompt, const std::string& title) {
     return AskInInputBox(owner_.ForBox(), owner_.IsTopMost(), prompt, title);
 }
 
-std::string PromptsWin::AskSaveFile(const std::string& title, const std::string& filter) {
+std::string PromptsWin::RunSaveFileBox(const std::string& title, const std::string& filter) {
     const std::string parts = FilterParts(filter);
     const std::string extension = DefaultExtension(filter);
     char path[PathBytes] = "";
@@ -84,7 +84,7 @@ std::string PromptsWin::AskSaveFile(const std::string& title, const std::string&
     return {};
 }
 
-std::string PromptsWin::AskFolder(const std::string& title, const std::string& preselected) {
+std::string PromptsWin::RunFolderBox(const std::string& title, const std::string& preselected) {
     char name[PathBytes] = "";
     BROWSEINFOA dialog{};
     dialog.hwndOwner = owner_.ForBox();
