@@ -35,6 +35,11 @@ class FakeFormWindow : public FormWindow {
     // Runs when the form has its controls brought up to date.
     std::function<void()> whenShowingChanges;
 
+    static constexpr WindowReference TheReference = 0x1234;
+    static constexpr IconReference TheIcon = 0x77;
+
+    WindowReference Reference() const override { return TheReference; }
+    IconReference Icon() const override { return TheIcon; }
     WindowState State() const override { return state; }
     void SetState(WindowState newState) override {
         statesSet.push_back(newState);

@@ -9,6 +9,7 @@
 #include "tests/support_code/EmulatedServers.h"
 #include "tests/support_code/FakeDesktop.h"
 #include "tests/support_code/FakeFormWindow.h"
+#include "tests/support_code/FakeModalForms.h"
 #include "tests/support_code/FakeTimerDriver.h"
 #include "tests/support_code/FakeUdpSocket.h"
 #include "views/frmMain.h"
@@ -89,6 +90,7 @@ class HeadlessBrowser {
     FakeDesktop fake;
     ProgramState program;
     FakeFormWindow window;
+    FakeModalForms dialogs;
     FakeUdpSocket sckMaster{fake.clock, fake.events, fake.hosts};
     FakeUdpSocket sckServer{fake.clock, fake.events, fake.hosts};
     EmulatedServers network{sckServer};

@@ -103,8 +103,9 @@ class QuickListTest : public ::testing::Test {
 
     FakeDesktop fake;
     WatchedLocale locale;
-    Desktop desktop{fake.clock, fake.events,   fake.files,   fake.hosts, locale,
-                    fake.peers, fake.profiles, fake.prompts, fake.shell, fake.system};
+    Desktop desktop{fake.clock,    fake.events,        fake.files, fake.help,     fake.hosts,
+                    locale,        fake.notifications, fake.peers, fake.profiles, fake.prompts,
+                    fake.registry, fake.shell,         fake.system};
     clsAppLog log{desktop, "C:\\Quarn\\"};
     ListView list;
     clsQuickList sorter{log, desktop};
