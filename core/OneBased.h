@@ -14,37 +14,40 @@ namespace quarn {
 template<class T>
 class OneBased {
   public:
-    OneBased() : slots_(1) {}
+    OneBased() = default;
     explicit OneBased(std::int32_t highestIndex) { Reset(highestIndex); }
 
-    std::int32_t HighestIndex() const noexcept { return static_cast<std::int32_t>(slots_.size()) - 1; }
+    std::int32_t HighestIndex() const noexcept { return static_cast<std::int32_t>(slots_.size()); }
 
     // Sizes the list to 0..highestIndex, all slots empty.
     void Reset(std::int32_t highestIndex = 0) {
+        zero_ = T();
         slots_.clear();
-        slots_.resize(SlotCount(highestIndex));
+        Resize(highestIndex);
     }
 
     // Sizes the list to 0..highestIndex, keeping what fits.
-    void Resize(std::int32_t highestIndex) { slots_.resize(SlotCount(highestIndex)); }
+    void Resize(std::int32_t highestIndex) {
+        if (highestIndex < 0)
+            throw RunTimeError(ErrorNumber::SubscriptOutOfRange);
+        slots_.resize(static_cast<std::size_t>(highestIndex));
+    }
 
-    T& operator[](std::int32_t index) { return slots_[Checked(index)]; }
-    const T& operator[](std::int32_t index) const { return slots_[Checked(index)]; }
+    T& operator[](std::int32_t index) { return index == 0 ? zero_ : slots_[Checked(index)]; }
+    const T& operator[](std::int32_t index) const { return index == 0 ? zero_ : slots_[Checked(index)]; }
 
     bool Holds(std::int32_t index) const noexcept { return index >= 1 && index <= HighestIndex(); }
 
   private:
-    static std::size_t SlotCount(std::int32_t highestIndex) {
-        if (highestIndex < 0)
-            throw RunTimeError(ErrorNumber::SubscriptOutOfRange);
-        return static_cast<std::size_t>(highestIndex) + 1;
-    }
+    // Position of a slot from 1 on.
     std::size_t Checked(std::int32_t index) const {
-        if (index < 0 || static_cast<std::size_t>(index) >= slots_.size())
+        if (!Holds(index))
             throw RunTimeError(ErrorNumber::SubscriptOutOfRange);
-        return static_cast<std::size_t>(index);
+        return static_cast<std::size_t>(index) - 1;
     }
 
+    // Slot 0 stands apart, so that an empty list, of which every server record has one, takes no memory.
+    T zero_{};
     std::vector<T> slots_;
 };
 
