@@ -2,9 +2,11 @@
 
 #include "core/RunTimeError.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <system_error>
 
 namespace quarn {
 
@@ -59,6 +61,15 @@ Target Rounded(double value) {
     return static_cast<Target>(rounded);
 }
 
+// Nearly every number of a datagram or file is digits and nothing else, and need not go through a double.
+template<class Target>
+Target ToWhole(std::string_view text) {
+    Target value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && stop == end ? value : Rounded<Target>(ToDouble(text));
+}
+
 } // namespace
 
 bool IsNumber(std::string_view text) noexcept {
@@ -77,13 +88,13 @@ double ToDouble(std::string_view text) {
 }
 
 std::int32_t ToLong(std::string_view text) {
-    return Rounded<std::int32_t>(ToDouble(text));
+    return ToWhole<std::int32_t>(text);
 }
 std::int16_t ToInteger(std::string_view text) {
-    return Rounded<std::int16_t>(ToDouble(text));
+    return ToWhole<std::int16_t>(text);
 }
 std::uint8_t ToByte(std::string_view text) {
-    return Rounded<std::uint8_t>(ToDouble(text));
+    return ToWhole<std::uint8_t>(text);
 }
 
 std::int32_t RoundToLong(double value) {
