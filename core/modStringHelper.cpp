@@ -32,18 +32,6 @@ void ReplaceAll(std::string& text, std::string_view what, std::string_view with)
     text = std::move(result);
 }
 
-char LowerCase(char character) noexcept {
-    const auto code = static_cast<unsigned char>(character);
-    const bool latin = (code >= 'A' && code <= 'Z') || (code >= 0xC0 && code <= 0xDE && code != 0xD7);
-    if (latin)
-        return static_cast<char>(code + 0x20);
-    if (code == 0x8A || code == 0x8C || code == 0x8E)
-        return static_cast<char>(code + 0x10);
-    if (code == 0x9F)
-        return static_cast<char>(0xFF);
-    return character;
-}
-
 std::string LowerCase(std::string_view text) {
     std::string lower(text);
     for (char& character : lower)
