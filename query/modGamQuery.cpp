@@ -51,15 +51,18 @@ std::size_t ColourCodeLength(std::string_view text) noexcept {
     }
 }
 
-void AppendWithoutCodes(std::string& name, std::string_view text) {
-    name.reserve(text.size());
+std::string WithoutCodes(std::string_view text) {
+    std::string name(text.size(), '\0'); // no longer than the text
+    std::size_t length = 0;
     for (std::size_t position = 0; position < text.size();) {
         const char character = text[position];
         const std::size_t code = character == '^' ? ColourCodeLength(text.substr(position)) : 0;
         if (code == 0 && character != '"')
-            name += character;
+            name[length++] = character;
         position += code == 0 ? 1 : code;
     }
+    name.resize(length);
+    return name;
 }
 
 } // namespace
@@ -82,7 +85,7 @@ void ClearServerStatus(ServerRecord& server) {
 
 std::string ClearName(clsAppLog& log, std::string_view text) {
     std::string name;
-    Trapped(log, "modGamQuery", "ClearName", OnError::Log, [&] { AppendWithoutCodes(name, text); });
+    Trapped(log, "modGamQuery", "ClearName", OnError::Log, [&] { name = WithoutCodes(text); });
     return name;
 }
 

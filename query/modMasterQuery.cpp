@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 
 namespace quarn {
 
@@ -31,16 +32,16 @@ std::int32_t ByteAt(std::string_view text, std::size_t position) {
     return static_cast<unsigned char>(text[position]);
 }
 
+// Error 5 unless all four bytes are there.
 std::string DottedAddress(std::string_view bytes) {
-    std::string address;
+    char text[sizeof "255.255.255.255"];
+    char* end = text;
     for (std::size_t position = 0; position < AddressLength; ++position) {
-        char digits[3];
-        const auto end = std::to_chars(digits, digits + sizeof digits, ByteAt(bytes, position)).ptr;
         if (position > 0)
-            address += '.';
-        address.append(digits, end);
+            *end++ = '.';
+        end = std::to_chars(end, std::end(text), ByteAt(bytes, position)).ptr;
     }
-    return address;
+    return std::string(text, end);
 }
 
 std::int32_t Port(std::string_view bytes, PortOrder order) {
