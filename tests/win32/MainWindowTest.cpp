@@ -1,0 +1,235 @@
+#include "win32/MainWindow.h"
+
+#include "query/clsIPLocation.h"
+#include "support/clsAppLog.h"
+#include "win32/resources/ids.h"
+
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+#include <memory>
+
+namespace quarn {
+namespace {
+
+// The real window in a folder of its own, with one game.
+class MainWindowTest : public testing::Test {
+  protected:
+    MainWindowTest() {
+        char temporary[MAX_PATH] = "";
+        char name[MAX_PATH] = "";
+        GetTempPathA(sizeof temporary, temporary);
+        GetTempFileNameA(temporary, "qrn", 0, name);
+        DeleteFileA(name);
+        CreateDirectoryA(name, nullptr);
+        program.AppPath = std::string(name) + "\\";
+        program.AppLog = std::make_unique<clsAppLog>(desktop.Interfaces(), program.AppPath);
+        program.IPLocation =
+            std::make_unique<clsIPLocation>(desktop.Interfaces().files, program.AppPath + "countryip.dat");
+
+        program.GameNum = 1;
+        program.Games.Reset(1);
+        program.Games[1].GameShort = "q3";
+        program.Games[1].Description = "Quake III Arena";
+        program.Games[1].Engine = "q3";
+        program.GamePath.Reset(1);
+        program.GameConfig.Reset(1);
+        program.GamePlayerName.Reset(1);
+        program.GameVisible.Reset(1);
+        program.GameVisible[1] = 1;
+        program.LastGame = 9; // the game's node
+        program.MinToTray = 0;
+        program.FavoriteNames[1] = "Friends & Foes";
+        program.FavoriteNames[2] = "-";
+
+        window = std::make_unique<MainWindow>(program, desktop);
+        window->Show();
+        RunPendingEvents();
+    }
+
+    ~MainWindowTest() override {
+        window.reset();
+        for (const char* file : {"Quarn.exe.log", "Quarn.log", "Quarn.ini", "servers-q3.dat"})
+            DeleteFileA((program.AppPath + file).c_str());
+        RemoveDirectoryA(program.AppPath.c_str());
+    }
+
+    void RunPendingEvents() {
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT) {
+            TranslateMessage(&message);
+            DispatchMessageA(&message);
+        }
+        quit = quit || message.message == WM_QUIT;
+        window->FlushModels();
+    }
+
+    HWND Control(int id) const { return GetDlgItem(window->Handle(), id); }
+    MainControls& Models() { return window->Form().controls; }
+
+    RECT BoundsOf(int id) const {
+        RECT bounds{};
+        GetWindowRect(Control(id), &bounds);
+        MapWindowPoints(nullptr, window->Handle(), reinterpret_cast<POINT*>(&bounds), 2);
+        return bounds;
+    }
+
+    std::string CaptionOf(UINT id) const {
+        char caption[100] = "";
+        GetMenuStringA(GetMenu(window->Handle()), id, caption, sizeof caption, MF_BYCOMMAND);
+        return caption;
+    }
+
+    bool IsEnabled(UINT id) const {
+        return (GetMenuState(GetMenu(window->Handle()), id, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED)) == 0;
+    }
+
+    ProgramState program;
+    WindowsDesktop desktop;
+    std::unique_ptr<MainWindow> window;
+    bool quit = false;
+};
+
+TEST_F(MainWindowTest, ShowsItsCaptionAndAllItsControls) {
+    char caption[100] = "";
+    GetWindowTextA(window->Handle(), caption, sizeof caption);
+    EXPECT_EQ(std::string(caption).substr(0, 6), "Quarn ");
+    for (const int id : {ID_trvGames, ID_lvwServers, ID_lvwPlayers, ID_lvwServVars, ID_tbMain, ID_sbMain})
+        EXPECT_TRUE(IsWindowVisible(Control(id))) << id;
+    EXPECT_TRUE(IsWindowVisible(GetDlgItem(Control(ID_sbMain), ID_pbScanning)));
+}
+
+TEST_F(MainWindowTest, LaysItsControlsOutWithoutOverlap) {
+    const RECT bar = BoundsOf(ID_tbMain);
+    const RECT tree = BoundsOf(ID_trvGames);
+    const RECT servers = BoundsOf(ID_lvwServers);
+    const RECT players = BoundsOf(ID_lvwPlayers);
+    const RECT variables = BoundsOf(ID_lvwServVars);
+    const RECT status = BoundsOf(ID_sbMain);
+    EXPECT_LE(bar.bottom, tree.top);
+    EXPECT_LE(tree.right, servers.left);
+    EXPECT_LE(servers.bottom, players.top);
+    EXPECT_LE(tree.bottom, players.top);
+    EXPECT_LE(players.right, variables.left);
+    EXPECT_LE(players.bottom, status.top);
+    RECT inner{};
+    GetClientRect(window->Handle(), &inner);
+    EXPECT_LE(servers.right, inner.right);
+    EXPECT_EQ(status.bottom, inner.bottom);
+}
+
+TEST_F(MainWindowTest, ReportsTheToolbarsHeightBeforeItLaysOut) {
+    EXPECT_EQ(Models().tbMain.height, Dpi::OfWindow(window->Handle()).ToTwips(BoundsOf(ID_tbMain).bottom));
+    EXPECT_GT(Models().tbMain.height, 0);
+}
+
+TEST_F(MainWindowTest, FollowsTheWindowsSize) {
+    const LONG before = BoundsOf(ID_lvwServers).right;
+    RECT bounds{};
+    GetWindowRect(window->Handle(), &bounds);
+    SetWindowPos(window->Handle(), nullptr, 0, 0, bounds.right - bounds.left - 100,
+                 bounds.bottom - bounds.top, SWP_NOMOVE | SWP_NOZORDER);
+    RunPendingEvents();
+    EXPECT_EQ(BoundsOf(ID_lvwServers).right, before - 100);
+}
+
+TEST_F(MainWindowTest, HasTenPositionsInItsToolbarAndTheirToolTips) {
+    EXPECT_EQ(SendMessageA(Control(ID_tbMain), TB_BUTTONCOUNT, 0, 0), 10);
+    const std::pair<int, const char*> tips[] = {
+        {1, "Get new server list from Master"}, {3, "Refresh all servers in list"},
+        {4, "Refresh selected server(s)"},      {5, "Stop current operation"},
+        {7, "Join server as player"},           {8, "Monitor server with Velmar"},
+        {10, "Add server to favorites"}};
+    for (const auto& [position, expected] : tips) {
+        char text[100] = "";
+        NMTBGETINFOTIPA query{};
+        query.hdr = {Control(ID_tbMain), ID_tbMain, static_cast<UINT>(TBN_GETINFOTIPA)};
+        query.pszText = text;
+        query.cchTextMax = sizeof text;
+        query.iItem = ID_tbMainButton + position;
+        SendMessageA(window->Handle(), WM_NOTIFY, ID_tbMain, reinterpret_cast<LPARAM>(&query));
+        EXPECT_STREQ(text, expected) << position;
+    }
+}
+
+TEST_F(MainWindowTest, BringsTheListUpToDateAtTheFlush) {
+    for (int i = 0; i < 300; ++i)
+        Models().lvwServers.Add();
+    EXPECT_EQ(SendMessageA(Control(ID_lvwServers), LVM_GETITEMCOUNT, 0, 0), 0);
+    window->FlushModels();
+    EXPECT_EQ(SendMessageA(Control(ID_lvwServers), LVM_GETITEMCOUNT, 0, 0), 300);
+}
+
+TEST_F(MainWindowTest, NamesTheFavoritesFoldersAsTheyAreCalled) {
+    EXPECT_EQ(CaptionOf(ID_mnuServAddToFavorites1), "Friends && Foes");
+    EXPECT_EQ(CaptionOf(ID_mnuServAddToFavorites2), "-");
+    EXPECT_EQ(GetMenuState(GetMenu(window->Handle()), ID_mnuServAddToFavorites2, MF_BYCOMMAND) & MF_SEPARATOR,
+              0U);
+    EXPECT_EQ(CaptionOf(ID_mnuServAddToFavorites3), ""); // there are two folders
+}
+
+TEST_F(MainWindowTest, KeepsAnEntryForAFolderWithoutAName) {
+    Models().mnuServAddToFavorites[1].caption.clear();
+    window->FlushModels();
+    const UINT state = GetMenuState(GetMenu(window->Handle()), ID_mnuServAddToFavorites1, MF_BYCOMMAND);
+    EXPECT_EQ(state & MF_SEPARATOR, 0U);
+    EXPECT_NE(CaptionOf(ID_mnuServAddToFavorites1), "Friends && Foes");
+}
+
+TEST_F(MainWindowTest, GraysWhatTheModelsDisable) {
+    EXPECT_TRUE(IsEnabled(ID_mnuServerListExport));
+    Models().mnuServerListExport.enabled = false;
+    Models().mnuServAddToFavorites[1].enabled = false;
+    window->FlushModels();
+    EXPECT_FALSE(IsEnabled(ID_mnuServerListExport));
+    EXPECT_FALSE(IsEnabled(ID_mnuServAddToFavorites1));
+    EXPECT_TRUE(IsEnabled(ID_mnuServAddToFavorites2));
+}
+
+TEST_F(MainWindowTest, RunsNoCommandOfADisabledMenu) {
+    Models().lvwServers.Add();
+    Models().lvwServers.Edit(1).main.tag = "1";
+    Models().lvwServers.SelectOnly(1);
+    Models().mnuServer.enabled = false;
+    window->RunCommand(ID_mnuServDelete);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 1);
+}
+
+TEST_F(MainWindowTest, EndsTheProgramWhenItIsClosed) {
+    PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
+    RunPendingEvents();
+    EXPECT_EQ(window->Handle(), nullptr);
+    EXPECT_TRUE(quit);
+}
+
+TEST_F(MainWindowTest, ClosesABoxThatIsOpenBeforeItself) {
+    PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
+    const bool answer = desktop.Prompts().AskYesNo("Are you sure you want to proceed?", "Clear server list");
+    EXPECT_FALSE(answer);
+    RunPendingEvents();
+    EXPECT_EQ(window->Handle(), nullptr);
+    EXPECT_TRUE(quit);
+}
+
+TEST_F(MainWindowTest, EndsWithWindowsWithoutAQuestion) {
+    program.AppLog->Log("test", "test", 5, "an error that a report could be about");
+    EXPECT_EQ(SendMessageA(window->Handle(), WM_QUERYENDSESSION, 0, 0), TRUE);
+    SendMessageA(window->Handle(), WM_ENDSESSION, TRUE, 0);
+    EXPECT_EQ(window->Handle(), nullptr);
+}
+
+TEST_F(MainWindowTest, StaysWhenWindowsDoesNotEndAfterAll) {
+    SendMessageA(window->Handle(), WM_ENDSESSION, FALSE, 0);
+    EXPECT_NE(window->Handle(), nullptr);
+}
+
+TEST_F(MainWindowTest, FlushesNothingAfterItsEnd) {
+    PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
+    RunPendingEvents();
+    Models().lvwServers.Add();
+    window->FlushModels();
+    EXPECT_EQ(desktop.Events().beforeWait, nullptr);
+}
+
+} // namespace
+} // namespace quarn

@@ -1,0 +1,296 @@
+#include "win32/controls/ListViewControl.h"
+
+#include "tests/win32/support_code/ControlHost.h"
+
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+
+namespace quarn {
+namespace {
+
+class ListViewControlTest : public testing::Test {
+  protected:
+    ListViewControlTest() {
+        model.columns.Reset(3);
+        model.columns[1].text = "";
+        model.columns[2].text = "Address";
+        model.columns[3].text = "Name";
+        control.Create(host.Handle(), 1, "Servers", ListViewControl::Selection::SeveralRows, Dpi(96),
+                       {{30}, {100}, {200}});
+        control.MoveTo({0, 0, 600, 400});
+        host.Watch(control);
+    }
+
+    void AddRows(std::initializer_list<std::string> names) {
+        for (const std::string& name : names) {
+            const std::int32_t row = model.Add();
+            model.Cell(row, 3).text = name;
+        }
+        control.Flush();
+    }
+
+    void AddManyRows(int count) {
+        for (int i = 0; i < count; ++i)
+            model.Add();
+        control.Flush();
+    }
+
+    int Count() const { return static_cast<int>(SendMessageA(control.Handle(), LVM_GETITEMCOUNT, 0, 0)); }
+    int SelectedCount() const {
+        return static_cast<int>(SendMessageA(control.Handle(), LVM_GETSELECTEDCOUNT, 0, 0));
+    }
+    bool IsSelected(std::int32_t row) const { return (StateOf(row) & LVIS_SELECTED) != 0; }
+    bool IsFocused(std::int32_t row) const { return (StateOf(row) & LVIS_FOCUSED) != 0; }
+
+    std::string TextOf(std::int32_t row, std::int32_t column) const {
+        char text[300] = "";
+        LVITEMA item{};
+        item.iSubItem = column - 1;
+        item.pszText = text;
+        item.cchTextMax = sizeof text;
+        SendMessageA(control.Handle(), LVM_GETITEMTEXTA, static_cast<WPARAM>(row - 1),
+                     reinterpret_cast<LPARAM>(&item));
+        return text;
+    }
+
+    // As the user does it, by the control itself.
+    void SelectInControl(std::int32_t row, bool selected = true) {
+        LVITEMA item{};
+        item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        item.state = selected ? item.stateMask : 0;
+        SendMessageA(control.Handle(), LVM_SETITEMSTATE, static_cast<WPARAM>(row - 1),
+                     reinterpret_cast<LPARAM>(&item));
+    }
+
+    int Find(const char* beginning, int start = -1) const {
+        LVFINDINFOA search{};
+        search.flags = LVFI_PARTIAL | LVFI_STRING | LVFI_WRAP;
+        search.psz = beginning;
+        return static_cast<int>(SendMessageA(control.Handle(), LVM_FINDITEMA, static_cast<WPARAM>(start),
+                                             reinterpret_cast<LPARAM>(&search))) +
+               1;
+    }
+
+    int HeaderFormat(std::int32_t column) const {
+        HDITEMA header{};
+        header.mask = HDI_FORMAT;
+        const auto handle = reinterpret_cast<HWND>(SendMessageA(control.Handle(), LVM_GETHEADER, 0, 0));
+        SendMessageA(handle, HDM_GETITEMA, static_cast<WPARAM>(column - 1),
+                     reinterpret_cast<LPARAM>(&header));
+        return header.fmt;
+    }
+
+    ListView model;
+    ListViewControl control{model, 3};
+    ControlHost host;
+
+  private:
+    UINT StateOf(std::int32_t row) const {
+        return static_cast<UINT>(SendMessageA(control.Handle(), LVM_GETITEMSTATE,
+                                              static_cast<WPARAM>(row - 1), LVIS_SELECTED | LVIS_FOCUSED));
+    }
+};
+
+TEST_F(ListViewControlTest, ShowsARowOnlyAfterAFlush) {
+    model.Add();
+    EXPECT_EQ(Count(), 0);
+    control.Flush();
+    EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(ListViewControlTest, CountsWhatIsLeft) {
+    AddRows({"a", "b", "c"});
+    model.Remove(2);
+    control.Flush();
+    EXPECT_EQ(Count(), 2);
+    model.Clear();
+    control.Flush();
+    EXPECT_EQ(Count(), 0);
+}
+
+TEST_F(ListViewControlTest, AsksTheModelForItsTexts) {
+    AddRows({"first", "second"});
+    EXPECT_EQ(TextOf(2, 3), "second");
+    EXPECT_EQ(TextOf(1, 1), "");
+    model.Cell(2, 3).text = "other";
+    EXPECT_EQ(TextOf(2, 3), "other");
+}
+
+TEST_F(ListViewControlTest, EndsAShownTextAtItsNul) {
+    AddRows({std::string("shown\0hidden", 12)});
+    EXPECT_EQ(TextOf(1, 3), "shown");
+}
+
+TEST_F(ListViewControlTest, ShowsNothingForRowsThatTheModelHasNoMore) {
+    AddRows({"first", "second"});
+    model.Clear();
+    EXPECT_EQ(TextOf(2, 3), "");
+    ControlHost::RunPendingEvents(); // and paints them
+}
+
+TEST_F(ListViewControlTest, ShowsNothingWhileUpdatesAreLocked) {
+    AddRows({"first"});
+    model.updatesLocked = true;
+    model.Add();
+    control.Flush();
+    EXPECT_EQ(Count(), 1);
+    EXPECT_EQ(TextOf(1, 3), "");
+    model.updatesLocked = false;
+    control.Flush();
+    EXPECT_EQ(Count(), 2);
+    EXPECT_EQ(TextOf(1, 3), "first");
+}
+
+TEST_F(ListViewControlTest, SelectsWhatTheModelSelects) {
+    AddRows({"a", "b", "c"});
+    model.SelectOnly(2);
+    control.Flush();
+    EXPECT_TRUE(IsSelected(2));
+    EXPECT_TRUE(IsFocused(2));
+    model.SelectOnly(3);
+    control.Flush();
+    EXPECT_EQ(SelectedCount(), 1);
+    EXPECT_TRUE(IsSelected(3));
+    EXPECT_TRUE(IsFocused(3));
+}
+
+TEST_F(ListViewControlTest, TellsTheModelWhatTheUserSelects) {
+    AddRows({"a", "b", "c"});
+    SelectInControl(1);
+    SelectInControl(3);
+    EXPECT_TRUE(model.Row(1).selected);
+    EXPECT_FALSE(model.Row(2).selected);
+    EXPECT_TRUE(model.Row(3).selected);
+    EXPECT_EQ(model.FocusedRow(), 3);
+    SelectInControl(1, false);
+    EXPECT_FALSE(model.Row(1).selected);
+}
+
+TEST_F(ListViewControlTest, SelectsOneRowAfterTheUserSelectedOthers) {
+    AddRows({"a", "b", "c", "d"});
+    model.SelectOnly(1);
+    control.Flush();
+    SelectInControl(2);
+    SelectInControl(4);
+    model.SelectOnly(3);
+    control.Flush();
+    EXPECT_EQ(SelectedCount(), 1);
+    EXPECT_TRUE(IsSelected(3));
+}
+
+TEST_F(ListViewControlTest, KeepsTheSelectionWithItsRowsWhenOthersGo) {
+    AddRows({"a", "b", "c", "d"});
+    SelectInControl(2);
+    SelectInControl(4);
+    model.Remove(1);
+    control.Flush();
+    EXPECT_FALSE(IsSelected(2));
+    EXPECT_TRUE(IsSelected(1));
+    EXPECT_TRUE(IsSelected(3));
+    EXPECT_EQ(SelectedCount(), 2);
+}
+
+TEST_F(ListViewControlTest, MovesTheSelectionWithASort) {
+    AddRows({"b", "c", "a"});
+    SelectInControl(1);
+    model.Sort(2, SortOrder::Ascending, [](const std::string& text) { return text; });
+    control.Flush();
+    EXPECT_FALSE(IsSelected(1));
+    EXPECT_TRUE(IsSelected(2));
+    EXPECT_TRUE(IsFocused(2));
+    EXPECT_EQ(TextOf(1, 3), "a");
+}
+
+TEST_F(ListViewControlTest, SelectsEveryRowInBoth) {
+    AddManyRows(500);
+    control.SelectAll();
+    EXPECT_EQ(model.SelectedCount(), 500);
+    EXPECT_EQ(SelectedCount(), 500);
+}
+
+TEST_F(ListViewControlTest, SelectsNoRowInAnEmptiedAndRefilledList) {
+    AddRows({"a", "b"});
+    control.SelectAll();
+    model.Clear();
+    model.Add();
+    model.Add();
+    control.Flush();
+    EXPECT_EQ(SelectedCount(), 0);
+}
+
+TEST_F(ListViewControlTest, ScrollsToTheRowToBeSeen) {
+    AddManyRows(1000);
+    model.EnsureVisible(900);
+    control.Flush();
+    const auto top = SendMessageA(control.Handle(), LVM_GETTOPINDEX, 0, 0);
+    const auto page = SendMessageA(control.Handle(), LVM_GETCOUNTPERPAGE, 0, 0);
+    EXPECT_GT(top + page, 899);
+    EXPECT_LE(top, 899);
+}
+
+TEST_F(ListViewControlTest, StaysWhereItIsWhenRowsAreAdded) {
+    AddManyRows(1000);
+    model.EnsureVisible(500);
+    control.Flush();
+    const auto top = SendMessageA(control.Handle(), LVM_GETTOPINDEX, 0, 0);
+    AddManyRows(100);
+    EXPECT_EQ(SendMessageA(control.Handle(), LVM_GETTOPINDEX, 0, 0), top);
+}
+
+TEST_F(ListViewControlTest, FindsRowsByTheBeginningOfTheirName) {
+    AddRows({"Alpha", "Beta", "betamax", "Gamma"});
+    EXPECT_EQ(Find("bet"), 2);
+    EXPECT_EQ(Find("betam"), 3);
+    EXPECT_EQ(Find("a", 2), 1); // round the end
+    EXPECT_EQ(Find("delta"), 0);
+    EXPECT_EQ(Find("alphabet"), 0);
+}
+
+TEST_F(ListViewControlTest, FindsNothingInAnEmptyList) {
+    EXPECT_EQ(Find("a"), 0);
+}
+
+TEST_F(ListViewControlTest, PutsTheArrowIntoTheSortedHeaderAlone) {
+    const Images pictures(16, {"ascending", "descending"});
+    control.SetImages(pictures, ListViewControl::Pictures::OfHeaders);
+    model.columns[2].headerIcon = "ascending";
+    control.Flush();
+    EXPECT_NE(HeaderFormat(2) & HDF_IMAGE, 0);
+    model.columns[2].headerIcon.clear();
+    model.columns[3].headerIcon = "descending";
+    control.Flush();
+    EXPECT_EQ(HeaderFormat(2) & HDF_IMAGE, 0);
+    EXPECT_NE(HeaderFormat(3) & HDF_IMAGE, 0);
+}
+
+TEST_F(ListViewControlTest, SelectsTheRowUnderTheRightButtonBeforeItTells) {
+    AddRows({"a", "b", "c"});
+    std::int32_t selectedThen = 0;
+    control.RightPressed = [&] { selectedThen = model.SelectedRow(); };
+    RECT row{LVIR_BOUNDS, 0, 0, 0};
+    SendMessageA(control.Handle(), LVM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&row));
+    SendMessageA(control.Handle(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(50, row.top + 2));
+    EXPECT_EQ(selectedThen, 2);
+    EXPECT_EQ(model.SelectedCount(), 1);
+}
+
+TEST_F(ListViewControlTest, KeepsSeveralRowsSelectedUnderTheRightButton) {
+    AddRows({"a", "b", "c"});
+    SelectInControl(1);
+    SelectInControl(2);
+    control.RightPressed = [] {};
+    RECT row{LVIR_BOUNDS, 0, 0, 0};
+    SendMessageA(control.Handle(), LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+    SendMessageA(control.Handle(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(50, row.top + 2));
+    EXPECT_EQ(model.SelectedCount(), 2);
+    EXPECT_EQ(model.SelectedRow(), 1);
+}
+
+TEST_F(ListViewControlTest, KeepsColumnWidthsInInches) {
+    control.ChangeDpi(Dpi(144));
+    EXPECT_EQ(SendMessageA(control.Handle(), LVM_GETCOLUMNWIDTH, 1, 0), 150);
+}
+
+} // namespace
+} // namespace quarn

@@ -1,0 +1,193 @@
+#include "win32/controls/TreeViewControl.h"
+
+#include "tests/win32/support_code/ControlHost.h"
+
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+#include <cstring>
+
+namespace quarn {
+namespace {
+
+class TreeViewControlTest : public testing::Test {
+  protected:
+    TreeViewControlTest() {
+        control.Create(host.Handle(), 1, "Games");
+        control.MoveTo({0, 0, 300, 400});
+        host.Watch(control);
+        control.NodeClicked = [this](const std::string& key) { clicked.push_back(key); };
+        control.SelectedByKeyboard = [this](const std::string& key) { byKeyboard.push_back(key); };
+
+        Add("games", "");
+        Add("q3", "games");
+        Add("filters", "");
+        Add("fltkey", "filters");
+        model.Node("games").expanded = true;
+        control.Flush();
+    }
+
+    void Add(const std::string& key, const std::string& parent) {
+        model.Add({key, "text of " + key, parent, "", ""});
+    }
+
+    HTREEITEM Next(UINT relation, HTREEITEM from = nullptr) const {
+        return reinterpret_cast<HTREEITEM>(
+            SendMessageA(control.Handle(), TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(from)));
+    }
+
+    std::string TextOf(HTREEITEM item) const {
+        char text[100] = "";
+        TVITEMA query{};
+        query.mask = TVIF_HANDLE | TVIF_TEXT;
+        query.hItem = item;
+        query.pszText = text;
+        query.cchTextMax = sizeof text;
+        return SendMessageA(control.Handle(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&query)) != 0 ? text
+                                                                                                      : "";
+    }
+
+    bool IsExpanded(HTREEITEM item) const {
+        return (SendMessageA(control.Handle(), TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item),
+                             TVIS_EXPANDED) &
+                TVIS_EXPANDED) != 0;
+    }
+
+    // Position of the item's text, for the mouse.
+    LPARAM MiddleOf(HTREEITEM item) const {
+        RECT bounds{};
+        std::memcpy(&bounds, &item, sizeof item);
+        SendMessageA(control.Handle(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&bounds));
+        return MAKELPARAM((bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2);
+    }
+
+    // Posted, as the control waits for the release inside the press.
+    void Click(UINT press, UINT release, LPARAM position) {
+        PostMessageA(control.Handle(), press, MK_LBUTTON, position);
+        PostMessageA(control.Handle(), release, 0, position);
+        ControlHost::RunPendingEvents();
+    }
+
+    void Press(WPARAM key) { SendMessageA(control.Handle(), WM_KEYDOWN, key, 1); }
+
+    TreeView model;
+    TreeViewControl control{model};
+    ControlHost host;
+    std::vector<std::string> clicked;
+    std::vector<std::string> byKeyboard;
+};
+
+using Keys = std::vector<std::string>;
+
+TEST_F(TreeViewControlTest, ShowsNodesBelowTheirParents) {
+    const HTREEITEM games = Next(TVGN_ROOT);
+    EXPECT_EQ(TextOf(games), "text of games");
+    EXPECT_EQ(TextOf(Next(TVGN_CHILD, games)), "text of q3");
+    const HTREEITEM filters = Next(TVGN_NEXT, games);
+    EXPECT_EQ(TextOf(filters), "text of filters");
+    EXPECT_EQ(TextOf(Next(TVGN_CHILD, filters)), "text of fltkey");
+    EXPECT_TRUE(IsExpanded(games));
+    EXPECT_FALSE(IsExpanded(filters));
+}
+
+TEST_F(TreeViewControlTest, ShowsWhatWasAddedAndRemoved) {
+    Add("hl", "games");
+    model.Remove("q3");
+    control.Flush();
+    const HTREEITEM games = Next(TVGN_ROOT);
+    EXPECT_EQ(TextOf(Next(TVGN_CHILD, games)), "text of hl");
+    EXPECT_EQ(Next(TVGN_NEXT, Next(TVGN_CHILD, games)), nullptr);
+    EXPECT_TRUE(IsExpanded(games));
+}
+
+TEST_F(TreeViewControlTest, KeepsItsItemsWhenOnlyTextsChange) {
+    const HTREEITEM games = Next(TVGN_ROOT);
+    model.Node("games").text = "Spiele";
+    control.Flush();
+    EXPECT_EQ(Next(TVGN_ROOT), games);
+    EXPECT_EQ(TextOf(games), "Spiele");
+}
+
+TEST_F(TreeViewControlTest, RunsNoHandlerForASelectionOfTheProgram) {
+    model.Select("filters");
+    control.Flush();
+    EXPECT_EQ(TextOf(Next(TVGN_CARET)), "text of filters");
+    EXPECT_EQ(clicked, Keys{});
+    EXPECT_EQ(byKeyboard, Keys{});
+}
+
+TEST_F(TreeViewControlTest, KeepsTheSelectionThroughARebuildWithoutAHandler) {
+    model.Select("q3");
+    control.Flush();
+    Add("hl", "games");
+    control.Flush();
+    EXPECT_EQ(TextOf(Next(TVGN_CARET)), "text of q3");
+    EXPECT_EQ(model.SelectedKey(), "q3");
+    EXPECT_EQ(clicked, Keys{});
+    EXPECT_EQ(byKeyboard, Keys{});
+}
+
+TEST_F(TreeViewControlTest, TellsOfASelectionByKeyboard) {
+    model.Select("games");
+    control.Flush();
+    Press(VK_DOWN);
+    EXPECT_EQ(byKeyboard, Keys{"q3"});
+    EXPECT_EQ(model.SelectedKey(), "q3");
+    EXPECT_EQ(clicked, Keys{});
+}
+
+TEST_F(TreeViewControlTest, TakesSpaceAndEnterForAClick) {
+    model.Select("filters");
+    control.Flush();
+    Press(VK_SPACE);
+    Press(VK_RETURN);
+    EXPECT_EQ(clicked, (Keys{"filters", "filters"}));
+}
+
+TEST_F(TreeViewControlTest, TellsOfAClickOnANodeAlsoWhenItIsSelected) {
+    const LPARAM q3 = MiddleOf(Next(TVGN_CHILD, Next(TVGN_ROOT)));
+    Click(WM_LBUTTONDOWN, WM_LBUTTONUP, q3);
+    Click(WM_LBUTTONDOWN, WM_LBUTTONUP, q3);
+    EXPECT_EQ(clicked, (Keys{"q3", "q3"}));
+    EXPECT_EQ(model.SelectedKey(), "q3");
+}
+
+TEST_F(TreeViewControlTest, TellsOfNoClickBesideTheNodesOrOnTheirButtons) {
+    const LPARAM games = MiddleOf(Next(TVGN_ROOT));
+    Click(WM_LBUTTONDOWN, WM_LBUTTONUP, MAKELPARAM(290, 390));
+    Click(WM_LBUTTONDOWN, WM_LBUTTONUP, MAKELPARAM(8, HIWORD(games)));
+    EXPECT_EQ(clicked, Keys{});
+}
+
+TEST_F(TreeViewControlTest, SelectsTheNodeUnderTheRightButtonWithoutAClick) {
+    std::string selectedThen;
+    control.RightReleased = [&] { selectedThen = model.SelectedKey(); };
+    Click(WM_RBUTTONDOWN, WM_RBUTTONUP, MiddleOf(Next(TVGN_CHILD, Next(TVGN_ROOT))));
+    EXPECT_EQ(selectedThen, "q3");
+    EXPECT_EQ(TextOf(Next(TVGN_CARET)), "text of q3");
+    EXPECT_EQ(clicked, Keys{});
+}
+
+TEST_F(TreeViewControlTest, RemembersWhatTheUserExpandedAndCollapsed) {
+    model.Select("filters");
+    control.Flush();
+    Press(VK_RIGHT);
+    EXPECT_TRUE(model.Node("filters").expanded);
+    Press(VK_LEFT);
+    EXPECT_FALSE(model.Node("filters").expanded);
+    EXPECT_FALSE(IsExpanded(Next(TVGN_CARET)));
+}
+
+TEST_F(TreeViewControlTest, ExpandsANodeThatGetsItsChildrenLater) {
+    Add("favorites", "");
+    model.Node("favorites").expanded = true;
+    control.Flush();
+    Add("fav1", "favorites");
+    control.Flush();
+    const HTREEITEM favorites = Next(TVGN_NEXT, Next(TVGN_NEXT, Next(TVGN_ROOT)));
+    EXPECT_EQ(TextOf(favorites), "text of favorites");
+    EXPECT_TRUE(IsExpanded(favorites));
+}
+
+} // namespace
+} // namespace quarn
