@@ -5,10 +5,22 @@
 
 namespace quarn {
 
-ClockWin::ClockWin() noexcept : ticks_(GetTickCount(), PerformanceMicroseconds()) {}
+namespace {
+
+// The thread may lose the processor between the two readings. At the start the coarse one comes last, and
+// later first, so that such a gap can only make the coarse counter look late, which it is anyway.
+ContinuousTicks StartedTicks() noexcept {
+    const std::int64_t fine = PerformanceMicroseconds();
+    return {GetTickCount(), fine};
+}
+
+} // namespace
+
+ClockWin::ClockWin() noexcept : ticks_(StartedTicks()) {}
 
 std::int32_t ClockWin::TickCount() const {
-    return static_cast<std::int32_t>(ticks_.At(GetTickCount(), PerformanceMicroseconds()));
+    const DWORD coarse = GetTickCount();
+    return static_cast<std::int32_t>(ticks_.At(coarse, PerformanceMicroseconds()));
 }
 
 LocalTime ClockWin::Now() const {

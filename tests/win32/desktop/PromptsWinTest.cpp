@@ -6,6 +6,7 @@
 #include "win32/desktop/FilesWin.h"
 #include "win32/resources/inputbox.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -166,7 +167,7 @@ TEST_F(SaveDialogTest, ReturnsTheChosenPath) {
     const auto chosen = Answered({[&](HWND box) {
                                      title = BoxDriver::TextOf(box);
                                      name = BoxDriver::TextOf(box, FileNameEdit);
-                                     Save(folder / "list.txt")(box);
+                                     Save(folder / "list.txt").act(box);
                                  }},
                                  [&] { return Ask(); });
     EXPECT_EQ(title, "Save serverlist as...");
@@ -207,21 +208,52 @@ TEST_F(SaveDialogTest, LeavesTheCurrentFolderAlone) {
 
 class FolderDialogTest : public PromptsWinTest {
   protected:
+    // A folder that has been there for long: the dialog of Wine sometimes overlooks one that was only just
+    // made.
+    FolderDialogTest() {
+        char path[MAX_PATH] = "";
+        GetSystemDirectoryA(path, sizeof path);
+        folder = path;
+    }
+
     std::string Ask(const std::string& preselected) {
         return prompts.AskFolder("Where is the game?", preselected);
     }
-    TemporaryFolder folder;
+
+    std::string folder;
 };
 
+// The text of the folder that is selected in the dialog's tree.
+std::string SelectedFolder(HWND box) {
+    HWND tree = nullptr;
+    const auto findTree = [](HWND child, LPARAM found) {
+        char name[32] = "";
+        GetClassNameA(child, name, sizeof name);
+        if (std::string(name) != WC_TREEVIEWA)
+            return TRUE;
+        *reinterpret_cast<HWND*>(found) = child;
+        return FALSE;
+    };
+    EnumChildWindows(box, findTree, reinterpret_cast<LPARAM>(&tree));
+    char text[MAX_PATH] = "";
+    TVITEMA item{};
+    item.mask = TVIF_TEXT;
+    item.hItem = reinterpret_cast<HTREEITEM>(SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
+    item.pszText = text;
+    item.cchTextMax = sizeof text;
+    SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    return text;
+}
+
 TEST_F(FolderDialogTest, ReturnsTheFolderSelectedBeforehand) {
-    EXPECT_EQ(Answered({[](HWND box) { BoxDriver::Press(box, IDOK); }}, [&] { return Ask(folder.Path()); }),
-              folder.Path());
+    const std::string name = folder.substr(folder.rfind('\\') + 1);
+    const BoxDriver::Step confirm([&](HWND box) { return SelectedFolder(box) == name; },
+                                  [](HWND box) { BoxDriver::Press(box, IDOK); });
+    EXPECT_EQ(Answered({confirm}, [&] { return Ask(folder); }), folder);
 }
 
 TEST_F(FolderDialogTest, ACancelledOneReturnsNothing) {
-    EXPECT_EQ(
-        Answered({[](HWND box) { BoxDriver::Press(box, IDCANCEL); }}, [&] { return Ask(folder.Path()); }),
-        "");
+    EXPECT_EQ(Answered({[](HWND box) { BoxDriver::Press(box, IDCANCEL); }}, [&] { return Ask(folder); }), "");
     EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, [&] { return Ask(""); }), "");
 }
 

@@ -2,6 +2,7 @@
 
 #include "win32/WindowsHeaders.h"
 
+#include <concepts>
 #include <deque>
 #include <functional>
 #include <string>
@@ -14,7 +15,15 @@ namespace quarn {
 // no step answers it is cancelled after a while, so that a test fails instead of standing still.
 class BoxDriver {
   public:
-    using Step = std::function<void(HWND box)>;
+    struct Step {
+        template<std::invocable<HWND> Action>
+        Step(Action action) : act(std::move(action)) {} // NOLINT: a plain action is a step
+        Step(std::function<bool(HWND box)> when, std::function<void(HWND box)> what)
+            : ready(std::move(when)), act(std::move(what)) {}
+
+        std::function<bool(HWND box)> ready = [](HWND) { return true; };
+        std::function<void(HWND box)> act;
+    };
 
     BoxDriver(HWND owner, std::deque<Step> steps) : owner_(owner), steps_(std::move(steps)) {
         current_ = this;
@@ -56,11 +65,11 @@ class BoxDriver {
         const HWND box = GetLastActivePopup(owner_);
         if (box == owner_ || !IsWindowVisible(box))
             return;
-        if (box != answered_ && !steps_.empty()) {
+        if (box != answered_ && !steps_.empty() && steps_.front().ready(box)) {
             answered_ = box;
             const Step step = std::move(steps_.front());
             steps_.pop_front();
-            step(box);
+            step.act(box);
         } else if (++looks_ > MostLooks) {
             EndDialog(box, IDCANCEL);
         }
