@@ -39,7 +39,7 @@ std::string DottedAddress(std::string_view bytes) {
     for (std::size_t position = 0; position < AddressLength; ++position) {
         if (position > 0)
             *end++ = '.';
-        end = std::to_chars(end, std::end(text), ByteAt(bytes, position)).ptr;
+        end = std::to_chars(end, end + 3, ByteAt(bytes, position)).ptr; // a byte has three digits at most
     }
     return std::string(text, end);
 }
