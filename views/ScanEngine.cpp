@@ -144,7 +144,7 @@ bool ScanEngine::QueryServer(std::int32_t index) {
     socket.RemotePort = program.Servers[index].Port;
     socket.RemoteHost = program.Servers[index].Address;
     {
-        const OpenQueryScope openQuery(servers_.OpenQuery, index);
+        const OpenQueryScope openQuery(openQuery_, index);
         QuerySentTick = form_.desktop.clock.TickCount();
         SendServerQuery(program, socket);
 
@@ -188,8 +188,8 @@ void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
         if (bytesTotal < ShortestDatagram || !datagram)
             return;
         ProgramState& program = form_.program;
-        if (servers_.OpenQuery != 0) {
-            program.CurrentServer = servers_.OpenQuery;
+        if (openQuery_ != 0) {
+            program.CurrentServer = openQuery_;
             program.Servers[program.CurrentServer].Ping =
                 Elapsed(QuerySentTick, form_.desktop.clock.TickCount());
         }

@@ -61,6 +61,7 @@ class ScanEngine {
     MainFormContext form_;
     ServerListView& servers_;
     ServerDetails& details_;
+    std::int32_t openQuery_ = 0; // index of the server whose reply is awaited, 0: none
 };
 
 } // namespace quarn

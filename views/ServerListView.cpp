@@ -172,8 +172,7 @@ bool ServerListView::TakeSelectedServer() {
     const std::int32_t row = list.SelectedRow();
     if (row == 0)
         return false;
-    if (OpenQuery == 0)
-        form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
+    form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
     return form_.program.Servers.Holds(form_.program.CurrentServer);
 }
 

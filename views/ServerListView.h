@@ -38,12 +38,9 @@ class ServerListView {
     // Appends a server that the user typed.
     void AddServer(const std::string& IP, const std::string& strPort);
 
-    // The server of the selected row becomes the current one, unless a query is open (its server stays
-    // current until its reply is in). False when no server is selected.
+    // The server of the selected row becomes the current one, also while another server is being queried: a
+    // reply finds its server by itself. False when no server is selected.
     bool TakeSelectedServer();
-
-    // A query is open for this record; 0: none. Set by the scan.
-    std::int32_t OpenQuery = 0;
 
     void lvwServers_Click();
     void lvwServers_KeyUp(std::int32_t keyCode);

@@ -41,8 +41,11 @@ void EmulatedServers::Answer(const SentDatagram& request) {
     const std::string address = request.address + ":" + std::to_string(request.port);
     const auto found = servers.find(address);
     const bool isServer = found != servers.end();
-    if (!isServer || gamenet::opensQuery(found->second.family, request.bytes))
+    if (!isServer || gamenet::opensQuery(found->second.family, request.bytes)) {
         asked_.push_back(address);
+        if (whenAsked)
+            whenAsked(address);
+    }
     if (const auto script = scripts.find(address); script != scripts.end()) {
         script->second(request);
         return;

@@ -35,6 +35,9 @@ class EmulatedServers {
     // In place of the answers of one address, for what no honest server does.
     std::map<std::string, std::function<void(const SentDatagram&)>> scripts;
 
+    // Runs whenever a server is asked, before it answers.
+    std::function<void(const std::string& address)> whenAsked;
+
     // "address:port" of every server asked so far, in order; the three requests to a Half-Life server count
     // once.
     const std::vector<std::string>& Asked() const noexcept { return asked_; }

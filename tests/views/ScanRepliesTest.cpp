@@ -1,0 +1,290 @@
+// What a scan makes of replies and of the timer: early, late, several, none.
+
+#include "tests/views/ScanTest.h"
+#include "views/ScanEngine.h"
+
+#include <limits>
+
+namespace quarn {
+namespace {
+
+using namespace std::string_literals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
+
+class ScanRepliesTest : public ScanTest {
+  protected:
+    void ReplyIn(std::int32_t milliseconds, std::string datagram) {
+        browser.sckServer.ReplyIn(milliseconds, std::move(datagram));
+    }
+};
+
+TEST_F(ScanRepliesTest, MeasuresTheTimeToTheReply) {
+    StartWith(4);
+    const std::int32_t latencies[] = {1, 999, 0, 250};
+    for (std::int32_t n = 1; n <= 4; ++n)
+        browser.network.servers.at(Address(n)).latency = latencies[n - 1];
+    // One at a time, so that each begins with a fresh timer.
+    for (std::int32_t n = 1; n <= 4; ++n) {
+        browser.SelectRows({n});
+        browser.RefreshSelected();
+    }
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("1", "999", "0", "250"));
+}
+
+TEST_F(ScanRepliesTest, GivesASilentServerTheTimeOutAndNoPlayers) {
+    StartWith(1);
+    Server(1).Players = 7;
+    Server(1).Variables = "\\old\\1";
+    Silence(1);
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, PingColumn), "1000");
+    EXPECT_EQ(browser.Cell(1, PlayersColumn), "0 / 16");
+    EXPECT_EQ(browser.Cell(1, NameColumn), "Server 1");
+    EXPECT_EQ(browser.Cell(1, MapColumn), "q3dm1");
+    EXPECT_EQ(browser.Cell(1, GameColumn), "baseq3");
+    EXPECT_EQ(Server(1).Variables, "\\old\\1");
+    EXPECT_EQ(browser.fake.clock.Elapsed(), 1000);
+    EXPECT_EQ(browser.Message(), "Ready.");
+    ExpectIdle();
+}
+
+TEST_F(ScanRepliesTest, WaitsOnlyAsLongAsTheTimerHasLeft) {
+    StartWith(3);
+    browser.network.servers.at(Address(1)).latency = 600;
+    Silence(2);
+    Silence(3);
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("600", "1000", "1000"));
+    EXPECT_EQ(browser.fake.clock.Elapsed(), 2000); // the second server had 400 ms only
+}
+
+TEST_F(ScanRepliesTest, TakesAReplyForAnAnswerThatComesBeforeTheTick) {
+    StartWith(1);
+    Script(1, [&] { ReplyIn(999, HonestReply(1)); });
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1");
+    EXPECT_EQ(browser.Cell(1, PingColumn), "999");
+}
+
+TEST_F(ScanRepliesTest, TakesNoAnswerFromAReplyThatComesWithTheTick) {
+    StartWith(1);
+    Server(1).Players = 5;
+    Script(1, [&] { ReplyIn(1000, HonestReply(1)); }); // the tick was queued before
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, PingColumn), "1000");
+    EXPECT_EQ(browser.fake.clock.Elapsed(), 1000);
+}
+
+TEST_F(ScanRepliesTest, NeverLetsAReplyLandInTheNextServer) {
+    StartWith(3);
+    Script(1, [&] { ReplyIn(1001, HonestReply(1)); });
+    Script(2, [&] {
+        ReplyIn(10, HonestReply(2));
+        ReplyIn(11, HonestReply(1)); // a second one, too late
+    });
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Server 1", "Live 2", "Live 3"));
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("1000", "10", "20"));
+    browser.fake.events.RunFor(5000);
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Server 1", "Live 2", "Live 3"));
+    ExpectIdle();
+}
+
+TEST_F(ScanRepliesTest, TakesATickBetweenTwoServersForTheSecondsAnswer) {
+    StartWith(3);
+    browser.network.servers.at(Address(1)).latency = 995;
+    browser.sckServer.closeMilliseconds = 10; // the tick comes while the old socket closes
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("995", "1000", "20"));
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Server 2", "Live 3"));
+}
+
+TEST_F(ScanRepliesTest, ForgetsNoTickThatCameBeforeTheRequest) {
+    StartWith(1);
+    browser.Form().scan.tmrTimeout_Timer();
+    EXPECT_EQ(browser.Form().scan.ReplyState, 2);
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, PingColumn), "1000");
+    EXPECT_EQ(browser.fake.clock.Elapsed(), 0);
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, PingColumn), "20");
+}
+
+TEST_F(ScanRepliesTest, DoesNotTakeTwoRepliesAtOnceForATimeOut) {
+    StartWith(2);
+    Script(1, [&] {
+        for (int i = 0; i < 3; ++i)
+            ReplyIn(30, HonestReply(1));
+    });
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("30", "20"));
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Live 2"));
+    ExpectIdle();
+}
+
+TEST_F(ScanRepliesTest, ReadsExactlyTwoAsNoAnswer) {
+    StartWith(1);
+    // A reply and a tick while something else kept the wait from looking.
+    struct Case {
+        const char* name;
+        bool tickFirst;
+        const char* ping;
+    };
+    for (const Case& c : {Case{"reply, tick", false, "1000"}, Case{"tick, reply", true, "5"}}) {
+        Script(1, [&] {
+            browser.In(5, [&] {
+                ReplyIn(0, HonestReply(1));
+                const auto reply = [&] { browser.fake.events.DoEvents(); };
+                const auto tick = [&] { browser.Form().scan.tmrTimeout_Timer(); };
+                c.tickFirst ? (tick(), reply()) : (reply(), tick());
+            });
+        });
+        browser.RefreshAll();
+        EXPECT_EQ(browser.Cell(1, PingColumn), c.ping) << c.name;
+        EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1") << c.name;
+    }
+}
+
+TEST_F(ScanRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
+    StartWith(2);
+    Script(1, [&] {
+        for (const char* tiny : {"", "a", "abc", "\xFF\xFF\xFF\xFF"})
+            ReplyIn(10, tiny);
+        ReplyIn(40, HonestReply(1));
+    });
+    Script(2, [&] { ReplyIn(10, "abcd"); });
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Server 2"));
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("40", "1000"));
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(ScanRepliesTest, CountsAReplyOfFiveBytesWhateverItHolds) {
+    StartWith(1);
+    Script(1, [&] { ReplyIn(10, "abcde"); });
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, PingColumn), "10");
+    EXPECT_EQ(browser.Message(), "Ready.");
+}
+
+TEST_F(ScanRepliesTest, LeavesTheRecordToADisconnectingServer) {
+    StartWith(1);
+    Script(1, [&] {
+        ReplyIn(10, "\xFF\xFF\xFF\xFF"
+                    "disconnect");
+    });
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, NameColumn), "Server 1");
+    EXPECT_EQ(browser.Cell(1, PingColumn), "10");
+}
+
+TEST_F(ScanRepliesTest, TakesAHalfLifeServersThreeRepliesWhenTheyComeTogether) {
+    StartWith(2, Family::HalfLife);
+    browser.network.servers.at(Address(1)).status.players = {{"Gordon", 5, 0, 60}};
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1");
+    EXPECT_EQ(browser.Cell(1, PlayersColumn), "1 / 16");
+    EXPECT_EQ(Server(1).PlayerList.HighestIndex(), 1);
+    EXPECT_NE(Server(1).Variables.find("mp_timelimit\\30"), std::string::npos);
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("20", "20"));
+    EXPECT_EQ(Server(2).Players, 0);
+}
+
+TEST_F(ScanRepliesTest, TakesWhatAHalfLifeServerHasSentSoFarAndDropsTheRest) {
+    StartWith(2, Family::HalfLife);
+    browser.network.servers.at(Address(1)).status.players = {{"Gordon", 5, 0, 60}};
+    std::int32_t requests = 0;
+    Script(1, [&] {
+        const char* const words[] = {"info", "players", "rules"};
+        const std::int32_t delays[] = {30, 10, 40};
+        ReplyIn(delays[requests], HonestReply(1, "\xFF\xFF\xFF\xFF"s + words[requests]));
+        ++requests;
+    });
+    browser.RefreshAll();
+    // The players came first; name and rules came after the query's end and went with its socket.
+    EXPECT_EQ(Server(1).Players, 1);
+    EXPECT_EQ(Server(1).Ping, 10);
+    EXPECT_EQ(Server(1).Name, "Server 1");
+    EXPECT_EQ(Server(1).Variables, "");
+    EXPECT_EQ(Server(2).Name, "Live 2");
+    EXPECT_EQ(Server(2).Players, 0);
+    EXPECT_EQ(Server(2).Ping, 20);
+}
+
+TEST_F(ScanRepliesTest, IsNotHeldUpByAFloodOfReplies) {
+    StartWith(2, Family::HalfLife);
+    Script(1, [&] {
+        for (int i = 0; i < 1000; ++i)
+            ReplyIn(10, "\xFF\xFF\xFF\xFF"
+                        "E\x01\0k\0v\0"s);
+    });
+    browser.RefreshAll();
+    EXPECT_LT(Server(1).Variables.size(), 1000U);
+    EXPECT_EQ(Server(2).Name, "Live 2");
+    EXPECT_EQ(browser.Message(), "Ready.");
+}
+
+TEST_F(ScanRepliesTest, ParsesWhatCameWithTheTickIntoTheSameServerAndKeepsItsPing) {
+    StartWith(2);
+    browser.network.servers.at(Address(1)).status.players = {{"Anna", 1, 2, 0}};
+    Script(1, [&] { ReplyIn(1000, HonestReply(1)); });
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("1000", "20"));
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Live 2"));
+}
+
+TEST_F(ScanRepliesTest, MeasuresAcrossAnyReadingOfTheTickCounter) {
+    for (const std::int32_t start : {0, 1, -1, -20, Highest, Highest - 10, Lowest, Lowest + 5, -1000}) {
+        HeadlessBrowser other;
+        const std::vector<std::string> server = {"127.0.1.1:27960"};
+        other.PutList("q3", server);
+        other.PutServers(server);
+        ASSERT_TRUE(other.Start());
+        other.fake.clock.SetTickCount(start);
+        other.RefreshAll();
+        EXPECT_EQ(other.Cell(1, PingColumn), "20") << start;
+        EXPECT_EQ(other.Cell(1, NameColumn), "Live 1") << start;
+        EXPECT_EQ(other.Form().scan.QuerySentTick, 0) << start;
+    }
+}
+
+TEST_F(ScanRepliesTest, CountsNoEventWithoutADatagram) {
+    StartWith(1);
+    browser.Form().scan.sckServer_DataArrival(100);
+    EXPECT_EQ(browser.Form().scan.ReplyState, 0);
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1");
+}
+
+TEST_F(ScanRepliesTest, FollowsANewTimeOutInTheMiddleOfAScan) {
+    StartWith(2);
+    Silence(1);
+    Silence(2);
+    browser.In(300, [&] {
+        browser.program.PingTimeout = 200;
+        browser.Form().RefreshInterface();
+    });
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("200", "200"));
+    EXPECT_EQ(browser.fake.clock.Elapsed(), 700);
+}
+
+TEST_F(ScanRepliesTest, EndsAlsoWithoutAUsableTimeOut) {
+    for (const std::int32_t timeout : {0, -1, Lowest}) {
+        HeadlessBrowser other;
+        other.PutList("q3", {"127.0.1.1:27960"});
+        other.Set("Scanning", "PingTimeout", timeout);
+        ASSERT_TRUE(other.Start());
+        other.RefreshAll();
+        EXPECT_EQ(other.fake.clock.Elapsed(), 1000) << timeout;
+        EXPECT_EQ(other.Cell(1, PingColumn), std::to_string(timeout)) << timeout;
+        EXPECT_EQ(other.Message(), "Ready.");
+    }
+}
+
+} // namespace
+} // namespace quarn

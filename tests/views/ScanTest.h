@@ -1,0 +1,79 @@
+#pragma once
+
+// A browser that shows a list and is about to query it. Time-out 1000 ms; a server answers after 20 ms.
+
+#include "tests/support_code/HeadlessBrowser.h"
+#include "tools/gamenet/ServerReplies.h"
+
+#include <cstdint>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quarn {
+
+class ScanTest : public ::testing::Test {
+  protected:
+    using Family = gamenet::Family;
+
+    static constexpr std::int32_t Timeout = 1000;
+    static constexpr std::int32_t Latency = 20;
+
+    // Starts with a list of so many servers, all of which answer.
+    void StartWith(std::int32_t count, Family family = Family::Quake3) {
+        addresses = HeadlessBrowser::Addresses(count);
+        const char* const shorts[] = {"q3", "d3", "hl"};
+        const std::size_t game = static_cast<std::size_t>(family);
+        browser.PutList(shorts[game], addresses);
+        browser.PutServers(addresses, family);
+        browser.Set("Selection", "LastGame", HeadlessBrowser::Q3 + static_cast<std::int32_t>(game));
+        ASSERT_TRUE(browser.Start());
+        ASSERT_EQ(browser.RowCount(), count);
+    }
+
+    const std::string& Address(std::int32_t number) const {
+        return addresses[static_cast<std::size_t>(number) - 1];
+    }
+    ServerRecord& Server(std::int32_t number) { return browser.program.Servers[number]; }
+    void Silence(std::int32_t number) { browser.network.servers.erase(Address(number)); }
+
+    // In place of the answer of this server.
+    void Script(std::int32_t number, std::function<void()> script) {
+        browser.network.scripts[Address(number)] = [script = std::move(script)](const SentDatagram&) {
+            script();
+        };
+    }
+
+    // What this server answers, as it would go over the wire.
+    std::string HonestReply(std::int32_t number,
+                            const std::string& request = "\xFF\xFF\xFF\xFFgetstatus") const {
+        const EmulatedServer& server = browser.network.servers.at(Address(number));
+        return gamenet::serverReply(server.family, server.status, request).value();
+    }
+
+    // Numbers of the servers asked so far.
+    std::vector<std::int32_t> Asked() const {
+        std::vector<std::int32_t> numbers;
+        for (const std::string& asked : browser.network.Asked())
+            for (std::size_t i = 0; i < addresses.size(); ++i)
+                if (addresses[i] == asked)
+                    numbers.push_back(static_cast<std::int32_t>(i) + 1);
+        return numbers;
+    }
+
+    void ExpectIdle() {
+        EXPECT_FALSE(browser.Controls().tmrTimeout.Enabled());
+        EXPECT_EQ(browser.Form().scan.ReplyState, 0);
+        EXPECT_EQ(browser.Form().scan.QuerySentTick, 0);
+        EXPECT_FALSE(browser.Form().scan.ScanAborted);
+        EXPECT_EQ(browser.sckServer.CurrentState(), UdpSocket::State::Closed);
+    }
+
+    HeadlessBrowser browser;
+    std::vector<std::string> addresses;
+};
+
+} // namespace quarn
