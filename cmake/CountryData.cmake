@@ -1,12 +1,16 @@
 # The country database of the program folder, made at build time from the ranges that Debian's package
 # tor-geoipdb installs. The data's vendor, date and licence are written beside it.
 
-set(QUARN_GEOIP_RANGES /usr/share/tor/geoip CACHE FILEPATH "Address ranges with their countries")
+# Where the package is not installed, run.sh and test.sh unpack it into build/packages.
+set(QUARN_GEOIP_RANGES /usr/share/tor/geoip)
+if(NOT EXISTS ${QUARN_GEOIP_RANGES})
+  set(QUARN_GEOIP_RANGES ${CMAKE_SOURCE_DIR}/build/packages/tor-geoipdb/usr/share/tor/geoip)
+endif()
 
 # Adds a target that writes countryip.dat and countryip-licence.txt into a folder.
 function(quarn_add_country_data target folder)
   if(NOT EXISTS ${QUARN_GEOIP_RANGES})
-    message(FATAL_ERROR "No address ranges at ${QUARN_GEOIP_RANGES}: install Debian's package tor-geoipdb.")
+    message(FATAL_ERROR "No address ranges at ${QUARN_GEOIP_RANGES}: unpack Debian's package tor-geoipdb there, or install it.")
   endif()
   set(tool ${CMAKE_SOURCE_DIR}/tools/make-countryip/make-countryip)
   add_custom_command(

@@ -12,6 +12,7 @@ build_preset() {
     if (($# > 0)); then
         build+=(--target "$@")
     fi
+    [[ $preset != win* ]] || ensure_geoip_ranges
     say "Building $preset${*:+ ($*)}"
     logged "configure-$preset" "${configure[@]}" || return
     logged "build-$preset" "${build[@]}"

@@ -36,3 +36,18 @@ ensure_packages() {
     logged packages-install as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y --no-install-recommends "${missing[@]}" || exit 1
 }
+
+# The address ranges of the country database. Their package is unpacked, not installed: it would bring a
+# network service along, and start it.
+ensure_geoip_ranges() {
+    local folder=$BUILD/packages
+    [[ -e /usr/share/tor/geoip || -e $folder/tor-geoipdb/usr/share/tor/geoip ]] && return
+    say "Fetching the address ranges of tor-geoipdb"
+    mkdir -p "$folder"
+    if ! apt-cache show tor-geoipdb >/dev/null 2>&1; then
+        logged packages-update as_root apt-get update || exit 1
+    fi
+    (cd "$folder" && logged packages-geoip apt-get -o APT::Sandbox::User=root download tor-geoipdb) || exit 1
+    dpkg-deb -x "$folder"/tor-geoipdb_*.deb "$folder/tor-geoipdb"
+    rm "$folder"/tor-geoipdb_*.deb
+}
