@@ -124,6 +124,7 @@ class HostileReply : public StatusTest {
     void ExpectBoundedParse(const NamedParser& parser, const Reply& reply) {
         SCOPED_TRACE(std::string(parser.name) + ", " + reply.name);
         program.AppLog = std::make_unique<clsAppLog>(fake.desktop, program.AppPath);
+        fake.files.Put(program.AppLog->DefaultLogFilename(), "");
         program.Servers.Reset(1);
         program.ServerCount = 1;
 
