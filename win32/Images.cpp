@@ -12,6 +12,13 @@ namespace {
 
 constexpr char FlagsResource[] = "flags";
 
+struct BitmapKind {
+    using Type = HBITMAP;
+    static Type Empty() noexcept { return nullptr; }
+    static void Free(Type handle) noexcept { DeleteObject(handle); }
+};
+using BitmapHandle = UniqueHandle<BitmapKind>;
+
 // The codes of the flags, in the order of their strip, each ended by a line feed.
 std::string_view FlagCodes() {
     const HRSRC found = FindResourceA(nullptr, FlagsResource, MAKEINTRESOURCEA(10)); // RT_RCDATA, in ANSI
@@ -63,22 +70,32 @@ void Images::Add(const std::string& key, const Pixels& picture) {
     indexes_[key] = ImageList_ReplaceIcon(list_, -1, icon.Get());
 }
 
+// All at once: one by one, hundreds of pictures take the time of a start-up.
 void Images::AddFlags() {
-    const auto strip = static_cast<HBITMAP>(
-        LoadImageA(GetModuleHandleA(nullptr), FlagsResource, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
-    if (strip == nullptr)
+    const BitmapHandle original(static_cast<HBITMAP>(
+        LoadImageA(GetModuleHandleA(nullptr), FlagsResource, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+    std::vector<Pixels> flags = Pixels::OfStrip(original.Get());
+    if (flags.empty())
         return;
-    const std::vector<Pixels> flags = Pixels::OfStrip(strip);
-    DeleteObject(strip);
+    for (Pixels& flag : flags)
+        flag = flag.Resized(size_);
+    const BitmapHandle strip(Pixels::MakeStrip(flags));
+    int index = ImageList_Add(list_, strip.Get(), nullptr);
+    if (index < 0)
+        ThrowLastError();
 
     std::string_view codes = FlagCodes();
-    for (const Pixels& flag : flags) {
-        const std::size_t end = codes.find('\n');
-        if (end == std::string_view::npos)
-            return;
-        Add(std::string(codes.substr(0, end)), flag.Resized(size_));
+    for (std::size_t end = codes.find('\n'); end != std::string_view::npos; end = codes.find('\n')) {
+        indexes_[std::string(codes.substr(0, end))] = index++;
         codes.remove_prefix(end + 1);
     }
+}
+
+std::vector<std::string> Images::Keys() const {
+    std::vector<std::string> keys;
+    for (const auto& [key, index] : indexes_)
+        keys.push_back(key);
+    return keys;
 }
 
 int Images::IndexOf(std::string_view key) const noexcept {

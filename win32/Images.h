@@ -10,6 +10,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quarn {
 
@@ -43,6 +44,8 @@ class Images {
     void AddFlags();
 
     HIMAGELIST Handle() const noexcept { return list_; }
+
+    std::vector<std::string> Keys() const;
 
     // I_IMAGENONE when there is no such picture.
     int IndexOf(std::string_view key) const noexcept;

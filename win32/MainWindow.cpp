@@ -105,7 +105,7 @@ void MainWindow::ApplyLook(Dpi dpi) {
     dpi_ = dpi;
     FontHandle font = MessageFont(dpi);
     const int small = dpi.Scaled(SmallPicture);
-    Images treePictures(small, {"fldrcls", "fldrop", "checked", "unchecked", "game"});
+    Images treePictures(small, {"fldrcls", "fldrop", "checked", "unchecked"});
     Images listPictures(small, {"locked", "ascending", "descending"});
     listPictures.AddFlags();
 
@@ -181,8 +181,13 @@ Answer MainWindow::OnDpiChanged(unsigned dotsPerInch, const RECT& suggested) {
     return Handled;
 }
 
-Answer MainWindow::OnSystemSettingsChanged() {
-    ApplyLook(dpi_);
+Answer MainWindow::OnSettingChanged(WPARAM which) {
+    if (which == SPI_SETNONCLIENTMETRICS) // fonts among others
+        ApplyLook(dpi_);
+    return OnThemeChanged();
+}
+
+Answer MainWindow::OnThemeChanged() {
     if (loaded_)
         Arrange();
     return NotHandled;

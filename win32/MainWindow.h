@@ -76,7 +76,8 @@ class MainWindow final : public Window, public FormWindow {
     Answer OnEndSession(bool ending) override;
     Answer OnSize(WPARAM kind) override;
     Answer OnDpiChanged(unsigned dotsPerInch, const RECT& suggested) override;
-    Answer OnSystemSettingsChanged() override;
+    Answer OnSettingChanged(WPARAM which) override;
+    Answer OnThemeChanged() override;
     Answer OnSystemColorsChanged() override;
     Answer OnActivate(bool active, bool minimized) override;
     Answer OnSetFocus() override;

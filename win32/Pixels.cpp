@@ -11,8 +11,8 @@ static_assert(sizeof(Pixel) == 4, "laid out as a pixel of a 32-bit bitmap");
 
 namespace {
 
-// A whole bitmap's pixels, from the top row down.
-std::vector<Pixel> BitsOf(HBITMAP bitmap, int width, int height) {
+// Pixels in rows from the top down.
+BITMAPINFO Description(int width, int height) {
     BITMAPINFO description{};
     description.bmiHeader.biSize = sizeof description.bmiHeader;
     description.bmiHeader.biWidth = width;
@@ -20,7 +20,11 @@ std::vector<Pixel> BitsOf(HBITMAP bitmap, int width, int height) {
     description.bmiHeader.biPlanes = 1;
     description.bmiHeader.biBitCount = 32;
     description.bmiHeader.biCompression = BI_RGB;
+    return description;
+}
 
+std::vector<Pixel> BitsOf(HBITMAP bitmap, int width, int height) {
+    BITMAPINFO description = Description(width, height);
     std::vector<Pixel> bits(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
     const HDC screen = GetDC(nullptr);
     GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), bits.data(), &description, DIB_RGB_COLORS);
@@ -65,6 +69,24 @@ std::vector<Pixels> Pixels::OfStrip(HBITMAP strip) {
             std::copy(row, row + size, &cells[cell].At(0, y));
         }
     return cells;
+}
+
+HBITMAP Pixels::MakeStrip(const std::vector<Pixels>& pictures) {
+    const int size = pictures.empty() ? 0 : pictures.front().Size();
+    const int width = size * static_cast<int>(pictures.size());
+    const BITMAPINFO description = Description(width, size);
+    void* bits = nullptr;
+    const HBITMAP strip = CreateDIBSection(nullptr, &description, DIB_RGB_COLORS, &bits, nullptr, 0);
+    if (strip == nullptr)
+        ThrowLastError();
+    for (std::size_t cell = 0; cell < pictures.size(); ++cell)
+        for (int y = 0; y < size; ++y) {
+            const Pixel* const row = &pictures[cell].At(0, y);
+            std::copy(row, row + size,
+                      static_cast<Pixel*>(bits) + static_cast<std::ptrdiff_t>(y) * width +
+                          static_cast<std::ptrdiff_t>(cell) * size);
+        }
+    return strip;
 }
 
 Pixel Pixels::MeanOf(double left, double top, double extent) const {

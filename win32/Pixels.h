@@ -26,6 +26,10 @@ class Pixels {
     // Cuts a strip of square cells, a bitmap of 32 bits, into its pictures.
     static std::vector<Pixels> OfStrip(HBITMAP strip);
 
+    // The other way round; the pictures are of one size. The caller deletes the bitmap. Throws the system's
+    // error.
+    static HBITMAP MakeStrip(const std::vector<Pixels>& pictures);
+
     int Size() const noexcept { return size_; }
     Pixel& At(int x, int y) { return pixels_[static_cast<std::size_t>(y) * size_ + x]; }
     const Pixel& At(int x, int y) const { return pixels_[static_cast<std::size_t>(y) * size_ + x]; }

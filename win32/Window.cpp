@@ -89,8 +89,9 @@ Answer Window::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
         return Answered("OnDpiChanged",
                         [&] { return OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam)); });
     case WM_SETTINGCHANGE:
+        return Answered("OnSettingChanged", [&] { return OnSettingChanged(wParam); });
     case WM_THEMECHANGED:
-        return Answered("OnSystemSettingsChanged", [&] { return OnSystemSettingsChanged(); });
+        return Answered("OnThemeChanged", [&] { return OnThemeChanged(); });
     case WM_SYSCOLORCHANGE:
         return Answered("OnSystemColorsChanged", [&] { return OnSystemColorsChanged(); });
     default:

@@ -60,7 +60,8 @@ class Window {
 
     virtual Answer OnSize(WPARAM /*kind*/) { return NotHandled; }
     virtual Answer OnDpiChanged(unsigned /*dotsPerInch*/, const RECT& /*suggested*/) { return NotHandled; }
-    virtual Answer OnSystemSettingsChanged() { return NotHandled; }
+    virtual Answer OnSettingChanged(WPARAM /*which*/) { return NotHandled; } // one of SPI_...
+    virtual Answer OnThemeChanged() { return NotHandled; }
     virtual Answer OnSystemColorsChanged() { return NotHandled; }
 
     virtual Answer OnActivate(bool /*active*/, bool /*minimized*/) { return NotHandled; }

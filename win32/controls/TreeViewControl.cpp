@@ -14,6 +14,7 @@ void TreeViewControl::Create(HWND parent, int id, const char* name) {
 
 void TreeViewControl::SetImages(const Images& images) {
     images_ = &images;
+    model_.images = images.Keys();
     Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images.Handle()));
 }
 

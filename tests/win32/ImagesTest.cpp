@@ -1,0 +1,92 @@
+#include "win32/Images.h"
+#include "win32/Pixels.h"
+
+#include <gtest/gtest.h>
+
+namespace quarn {
+namespace {
+
+bool operator==(const Pixel& a, const Pixel& b) {
+    return a.blue == b.blue && a.green == b.green && a.red == b.red && a.alpha == b.alpha;
+}
+
+Pixels Filled(int size, Pixel pixel) {
+    Pixels picture(size);
+    for (int y = 0; y < size; ++y)
+        for (int x = 0; x < size; ++x)
+            picture.At(x, y) = pixel;
+    return picture;
+}
+
+TEST(Pixels, KeepAPlainColourInEverySize) {
+    const Pixel colour{10, 200, 30, 255};
+    for (const int size : {8, 16, 20, 24, 32, 33})
+        for (const int place : {0, size / 2, size - 1})
+            EXPECT_TRUE(Filled(16, colour).Resized(size).At(place, place) == colour) << size << ' ' << place;
+}
+
+TEST(Pixels, MixNoColourOfClearPixelsIntoTheirNeighbours) {
+    Pixels picture = Filled(2, {0, 0, 0, 0});
+    picture.At(0, 0) = {10, 20, 30, 255};
+    const Pixel mean = picture.Resized(1).At(0, 0);
+    EXPECT_TRUE(mean == (Pixel{10, 20, 30, 64})) << int(mean.blue) << ' ' << int(mean.alpha);
+}
+
+TEST(Pixels, LoseTheirColourWhenDisabled) {
+    const Pixel pale = Filled(1, {0, 0, 255, 200}).Disabled().At(0, 0);
+    EXPECT_EQ(pale.red, pale.green);
+    EXPECT_EQ(pale.red, pale.blue);
+    EXPECT_LT(pale.alpha, 200);
+    EXPECT_GT(pale.alpha, 0);
+}
+
+TEST(Pixels, ComeOutOfAStripAsTheyWentIn) {
+    const Pixel first{1, 2, 3, 255};
+    const Pixel second{4, 5, 6, 77};
+    const HBITMAP strip = Pixels::MakeStrip({Filled(16, first), Filled(16, second)});
+    const std::vector<Pixels> pictures = Pixels::OfStrip(strip);
+    DeleteObject(strip);
+    ASSERT_EQ(pictures.size(), 2U);
+    EXPECT_TRUE(pictures[0].At(15, 15) == first);
+    EXPECT_TRUE(pictures[1].At(0, 0) == second);
+}
+
+TEST(Pixels, AreNoneInNoBitmap) {
+    EXPECT_TRUE(Pixels::OfStrip(nullptr).empty());
+}
+
+TEST(Images, HoldEveryPictureOfTheWindowInEverySize) {
+    for (const int size : {16, 20, 24, 32, 40, 48}) {
+        const Images images(size, {"querymaster", "refreshall", "refresh", "stop", "join", "monitor",
+                                   "favorites", "fldrcls", "fldrop", "checked", "unchecked", "locked",
+                                   "ascending", "descending"});
+        EXPECT_EQ(images.Keys().size(), 14U) << size;
+        EXPECT_EQ(ImageList_GetImageCount(images.Handle()), 14) << size;
+    }
+}
+
+TEST(Images, HaveNoPictureForAnUnknownKey) {
+    const Images images(16, {"locked", "no such picture"});
+    EXPECT_GE(images.IndexOf("locked"), 0);
+    EXPECT_EQ(images.IndexOf("no such picture"), I_IMAGENONE);
+    EXPECT_EQ(images.IndexOf(""), I_IMAGENONE);
+    EXPECT_EQ(Images().IndexOf("locked"), I_IMAGENONE);
+}
+
+TEST(Images, HoldAFlagForEachCode) {
+    Images images(20, {"locked"});
+    images.AddFlags();
+    EXPECT_GT(images.IndexOf("DE"), 0);
+    EXPECT_GT(images.IndexOf("US"), images.IndexOf("DE"));
+    EXPECT_EQ(images.IndexOf("--"), I_IMAGENONE);
+    EXPECT_EQ(images.Keys().size(), static_cast<std::size_t>(ImageList_GetImageCount(images.Handle())));
+}
+
+TEST(Images, HaveTheSameOrderWhenDisabled) {
+    const Images available(32, {"stop", "join"});
+    const Images disabled(32, {"stop", "join"}, Images::Look::Disabled);
+    EXPECT_EQ(available.IndexOf("join"), disabled.IndexOf("join"));
+}
+
+} // namespace
+} // namespace quarn
