@@ -1,0 +1,189 @@
+// The commands that open dialogs, and what the dialogs do to the main window.
+
+#include "support/clsAppLog.h"
+#include "tests/support_code/HeadlessBrowser.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace quarn {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using Shown = FakeModalForms::Shown;
+
+class DialogCommandsTest : public ::testing::Test {
+  protected:
+    DialogCommandsTest() { browser.PutList("q3", {"127.0.0.1:27960", "127.0.0.2:27960"}); }
+
+    void Start() {
+        ASSERT_TRUE(browser.Start());
+        browser.SelectRows({1});
+    }
+    DialogCommands& Commands() { return browser.Form().dialogs; }
+
+    HeadlessBrowser browser;
+};
+
+TEST_F(DialogCommandsTest, OpenEachDialog) {
+    Start();
+    Commands().mnuServSetPass_Click();
+    Commands().mnuServAdd_Click();
+    Commands().mnuTreeAddServer_Click();
+    Commands().mnuExtrasGameSetup_Click();
+    Commands().mnuExtrasOptions_Click();
+    Commands().mnuInfoAbout_Click();
+    EXPECT_THAT(browser.dialogs.shown,
+                ElementsAre(Shown{"frmSetPassword"}, Shown{"frmAddServer"}, Shown{"frmAddServer"},
+                            Shown{"frmGamSetup"}, Shown{"frmOptions"}, Shown{"frmAbout"}));
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(DialogCommandsTest, DialogsStandOnTopWithTheMainWindow) {
+    for (const std::int32_t keepOnTop : {0, 1, 2, -1}) {
+        HeadlessBrowser another;
+        another.Set("General", "KeepOnTop", keepOnTop);
+        ASSERT_TRUE(another.Start());
+        another.Form().dialogs.mnuInfoAbout_Click();
+        another.Form().dialogs.mnuExtrasOptions_Click();
+        EXPECT_THAT(another.dialogs.shown,
+                    ElementsAre(Shown{"frmAbout", keepOnTop == 1}, Shown{"frmOptions", keepOnTop == 1}));
+    }
+}
+
+TEST_F(DialogCommandsTest, AddServerAddsOneAfterAnother) {
+    browser.fake.hosts.addresses["one.example"] = "127.0.0.8";
+    browser.dialogs.inAddServer = [](frmAddServer& form) {
+        form.txtIP = "one.example";
+        form.txtPort = "1";
+        form.cmdOK_Click();
+        form.txtPort = "2";
+        form.cmdOK_Click();
+    };
+    Start();
+    Commands().mnuServAdd_Click();
+    EXPECT_THAT(browser.Column(AddressColumn),
+                ElementsAre("127.0.0.1:27960", "127.0.0.2:27960", "127.0.0.8:1", "127.0.0.8:2"));
+}
+
+TEST_F(DialogCommandsTest, TheGameSetupDecidesWhichGamesTheTreeShows) {
+    browser.dialogs.inGamSetup = [](frmGamSetup& form) {
+        form.lvwGameSel_ItemClick("d3");
+        form.chkVisible = 0;
+        form.chkVisible_Click();
+        form.lvwGameSel_ItemClick("hidden");
+        form.chkVisible = 1;
+        form.chkVisible_Click();
+        form.cmdOK_Click();
+    };
+    Start();
+    Commands().mnuExtrasGameSetup_Click();
+    const TreeView& tree = browser.Controls().trvGames;
+    EXPECT_THAT(tree.Children("games"), ElementsAre("q3", "hl", "hidden"));
+    EXPECT_EQ(tree.SelectedKey(), "q3");
+    EXPECT_EQ(browser.RowCount(), 2) << "the list shown stays";
+    EXPECT_EQ(browser.Setting("Games", "Visible4"), "0") << "the file gets it at the end";
+    browser.Form().Unload();
+    EXPECT_EQ(browser.Setting("Games", "Visible4"), "1");
+    EXPECT_EQ(browser.Setting("Games", "Visible2"), "0");
+}
+
+TEST_F(DialogCommandsTest, AlsoACancelledGameSetupRefreshesTheTree) {
+    Start();
+    browser.program.GameVisible[2] = 0;
+    Commands().mnuExtrasGameSetup_Click();
+    EXPECT_THAT(browser.Controls().trvGames.Children("games"), ElementsAre("q3", "hl"));
+}
+
+TEST_F(DialogCommandsTest, OptionsApplyAtOnce) {
+    browser.dialogs.inOptions = [](frmOptions& form) {
+        form.chkKeepOnTop = 1;
+        form.txtScanPingTimeout = "123";
+        form.cmbNumFavorites = 3;
+        form.cmdOK_Click();
+    };
+    Start();
+    Commands().mnuExtrasOptions_Click();
+    EXPECT_TRUE(browser.window.topMost);
+    EXPECT_EQ(browser.Controls().tmrTimeout.Interval(), 123);
+    EXPECT_THAT(browser.Controls().trvGames.Children("favorites"),
+                ElementsAre("fav1", "fav2", "fav3", "fav4"));
+    for (std::int32_t i = 1; i <= 9; ++i)
+        EXPECT_EQ(browser.Controls().mnuServAddToFavorites[i].visible, i <= 4) << i;
+}
+
+TEST_F(DialogCommandsTest, AlsoCancelledOptionsAreAppliedAsTheyStand) {
+    Start();
+    browser.program.KeepOnTop = 1;
+    browser.program.PingTimeout = 321;
+    browser.program.FavoritesNumber = 1;
+    Commands().mnuExtrasOptions_Click();
+    EXPECT_TRUE(browser.window.topMost);
+    EXPECT_EQ(browser.Controls().tmrTimeout.Interval(), 321);
+    EXPECT_THAT(browser.Controls().trvGames.Children("favorites"), ElementsAre("fav1"));
+    EXPECT_FALSE(browser.Controls().mnuServAddToFavorites[2].visible);
+}
+
+TEST_F(DialogCommandsTest, WrongOptionsStayOpenUntilTheyAreCancelled) {
+    browser.dialogs.inOptions = [](frmOptions& form) {
+        form.chkKeepOnTop = 1;
+        form.txtScanPingTimeout = "soon";
+        form.cmdOK_Click();
+    };
+    Start();
+    Commands().mnuExtrasOptions_Click();
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_EQ(browser.program.KeepOnTop, 0);
+    EXPECT_FALSE(browser.window.topMost);
+}
+
+TEST_F(DialogCommandsTest, AnyNumberOfFoldersLeavesTreeAndMenuWhole) {
+    for (const std::int32_t number : {-5, 0, 9, 10, 1000}) {
+        HeadlessBrowser another;
+        another.Set("Favorites", "Number", number);
+        another.dialogs.inOptions = [](frmOptions& form) { form.cmdOK_Click(); };
+        ASSERT_TRUE(another.Start());
+        another.Form().dialogs.mnuExtrasOptions_Click();
+        const std::int32_t expected = number < 1 ? 0 : 9;
+        EXPECT_EQ(another.program.FavoritesNumber, expected);
+        EXPECT_THAT(another.Controls().trvGames.Children("favorites"), SizeIs(expected));
+    }
+}
+
+TEST_F(DialogCommandsTest, NoDialogOpensWhenTheProgramEndsMeanwhile) {
+    Start();
+    browser.fake.prompts.whileOpen = [&] { browser.Form().Unload(); };
+    browser.Form().game.mnuServConnectPlay_Click(); // no executable: a box, then the game setup
+    EXPECT_THAT(browser.dialogs.shown, IsEmpty());
+    EXPECT_TRUE(browser.Ended());
+}
+
+TEST_F(DialogCommandsTest, ClosingInsideADialogUnloadsWhenItHasClosed) {
+    browser.dialogs.inOptions = [&](frmOptions&) {
+        browser.Form().Unload();
+        EXPECT_FALSE(browser.Ended());
+    };
+    Start();
+    Commands().mnuExtrasOptions_Click();
+    EXPECT_TRUE(browser.Ended());
+    EXPECT_EQ(browser.window.destroyCalls, 1);
+    EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
+}
+
+TEST_F(DialogCommandsTest, DialogsWaitForAListThatIsBeingLoaded) {
+    browser.PutList("d3", HeadlessBrowser::Addresses(50));
+    Start();
+    bool complete = false;
+    browser.dialogs.inOptions = [&](frmOptions&) { complete = browser.RowCount() == 50; };
+    browser.fake.events.Post([&] { Commands().mnuExtrasOptions_Click(); });
+    browser.ClickNode("d3");
+    EXPECT_THAT(browser.dialogs.shown, ElementsAre(Shown{"frmOptions"}));
+    EXPECT_TRUE(complete);
+}
+
+} // namespace
+} // namespace quarn
