@@ -5,14 +5,6 @@
 
 namespace quarn {
 
-namespace {
-
-constexpr UINT SelectedAndFocused = LVIS_SELECTED | LVIS_FOCUSED;
-constexpr int NoItem = -1;
-constexpr int CellMargin = 6; // in pixels of 96 to an inch
-
-} // namespace
-
 void ListViewControl::Create(HWND parent, int id, const char* name, Selection selection, Dpi dpi,
                              std::initializer_list<ColumnShape> shapes) {
     const DWORD several = selection == Selection::OneRow ? LVS_SINGLESEL : 0;
@@ -93,8 +85,6 @@ POINT ListViewControl::MenuPosition() const noexcept {
     ClientToScreen(Handle(), &position);
     return position;
 }
-
-// --- Showing the model ---
 
 void ListViewControl::Flush() {
     if (model_.updatesLocked)
@@ -215,185 +205,6 @@ void ListViewControl::InvalidateRows(std::int32_t first, std::int32_t last) cons
     changed.top = upper.top;
     changed.bottom = lower.bottom;
     InvalidateRect(Handle(), &changed, FALSE);
-}
-
-// --- What the control asks and tells ---
-
-Answer ListViewControl::OnNotify(NMHDR& notification) {
-    switch (notification.code) {
-    case LVN_GETDISPINFOA:
-        FillIn(reinterpret_cast<NMLVDISPINFOA&>(notification).item);
-        return Handled;
-    case NM_CUSTOMDRAW:
-        return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(notification));
-    case LVN_ODFINDITEMA:
-        return OnFind(reinterpret_cast<const NMLVFINDITEMA&>(notification));
-    case LVN_ODFINDITEMW:
-        return OnFind(reinterpret_cast<const NMLVFINDITEMW&>(notification));
-    case LVN_ITEMCHANGED:
-        OnItemChanged(reinterpret_cast<const NMLISTVIEW&>(notification));
-        return Handled;
-    case LVN_ODSTATECHANGED: {
-        const auto& range = reinterpret_cast<const NMLVODSTATECHANGE&>(notification);
-        if (!flushing_) {
-            model_.NoteSelected(range.iFrom + 1, range.iTo + 1, (range.uNewState & LVIS_SELECTED) != 0);
-            soleSelectedRow_ = 0;
-        }
-        return Handled;
-    }
-    case LVN_COLUMNCLICK:
-        if (ColumnClicked)
-            ColumnClicked(reinterpret_cast<const NMLISTVIEW&>(notification).iSubItem + 1);
-        return Handled;
-    case LVN_ITEMACTIVATE:
-        if (Activated)
-            Activated();
-        return Handled;
-    case NM_CLICK:
-    case NM_RCLICK:
-        if (MouseReleased)
-            MouseReleased();
-        if (Clicked && notification.code == NM_CLICK)
-            Clicked();
-        return Handled;
-    default:
-        return NotHandled;
-    }
-}
-
-void ListViewControl::OnItemChanged(const NMLISTVIEW& change) {
-    if (flushing_ || (change.uChanged & LVIF_STATE) == 0)
-        return;
-    const UINT changed = change.uOldState ^ change.uNewState;
-    if ((changed & LVIS_SELECTED) != 0) {
-        const bool all = change.iItem < 0;
-        model_.NoteSelected(all ? 1 : change.iItem + 1, all ? model_.RowCount() : change.iItem + 1,
-                            (change.uNewState & LVIS_SELECTED) != 0);
-        soleSelectedRow_ = 0;
-    }
-    if ((change.uNewState & LVIS_FOCUSED) != 0 && change.iItem >= 0 && change.iItem < model_.RowCount())
-        model_.NoteFocused(change.iItem + 1);
-}
-
-// The control may ask for rows that went since it was last brought up to date.
-bool ListViewControl::IsShown(std::int32_t row, int subItem) const noexcept {
-    return row >= 1 && row <= model_.RowCount() && !model_.updatesLocked && subItem >= 0 &&
-           subItem < model_.columns.HighestIndex();
-}
-
-void ListViewControl::FillIn(LVITEMA& item) const {
-    const std::int32_t row = item.iItem + 1;
-    const bool known = IsShown(row, item.iSubItem);
-    const ListCell none;
-    const ListCell& cell = known ? std::as_const(model_).Cell(row, item.iSubItem + 1) : none;
-    if ((item.mask & LVIF_TEXT) != 0)
-        lstrcpynA(item.pszText, cell.text.c_str(), item.cchTextMax);
-    if ((item.mask & LVIF_IMAGE) != 0)
-        item.iImage = ImageOf(known && item.iSubItem == 0 ? model_.Row(row).smallIcon : cell.reportIcon);
-}
-
-// The style for pictures in cells would keep room for one in every cell of the list, so they are painted on
-// top of the finished cell, at its left; the column's text stands at the right.
-LRESULT ListViewControl::OnCustomDraw(const NMLVCUSTOMDRAW& stage) const {
-    const std::int32_t row = static_cast<std::int32_t>(stage.nmcd.dwItemSpec) + 1;
-    switch (stage.nmcd.dwDrawStage) {
-    case CDDS_PREPAINT:
-        return paintsCellPictures_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
-    case CDDS_ITEMPREPAINT:
-        return CDRF_NOTIFYSUBITEMDRAW;
-    case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
-        return CellPicture(row, stage.iSubItem) >= 0 ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
-    case CDDS_ITEMPOSTPAINT | CDDS_SUBITEM:
-        PaintCellPicture(stage.nmcd.hdc, row, stage.iSubItem);
-        return CDRF_DODEFAULT;
-    default:
-        return CDRF_DODEFAULT;
-    }
-}
-
-int ListViewControl::CellPicture(std::int32_t row, int subItem) const {
-    if (subItem == 0 || !IsShown(row, subItem))
-        return I_IMAGENONE;
-    return ImageOf(std::as_const(model_).Cell(row, subItem + 1).reportIcon);
-}
-
-void ListViewControl::PaintCellPicture(HDC canvas, std::int32_t row, int subItem) const {
-    RECT cell{};
-    cell.left = LVIR_BOUNDS;
-    cell.top = subItem;
-    const int picture = CellPicture(row, subItem);
-    if (picture < 0 || Send(LVM_GETSUBITEMRECT, static_cast<WPARAM>(row - 1), &cell) == 0)
-        return;
-    int width = 0;
-    int height = 0;
-    ImageList_GetIconSize(images_->Handle(), &width, &height);
-    cell.left += dpi_.Scaled(CellMargin);
-    if (const int room = std::min<int>(width, cell.right - cell.left); room > 0)
-        ImageList_DrawEx(images_->Handle(), picture, canvas, cell.left, (cell.top + cell.bottom - height) / 2,
-                         room, height, CLR_NONE, CLR_NONE, ILD_TRANSPARENT);
-}
-
-int ListViewControl::OnFind(const NMLVFINDITEMA& search) const {
-    constexpr UINT ByText = LVFI_STRING | LVFI_PARTIAL;
-    return (search.lvfi.flags & ByText) != 0 ? FindRow(search.lvfi.psz, search.iStart) : NoItem;
-}
-
-// Some versions of the control ask this way whatever its parent speaks.
-int ListViewControl::OnFind(const NMLVFINDITEMW& search) const {
-    char sought[256] = "";
-    WideCharToMultiByte(CP_ACP, 0, search.lvfi.psz, -1, sought, sizeof sought - 1, nullptr, nullptr);
-    NMLVFINDITEMA inBytes{search.hdr, search.iStart, {}};
-    inBytes.lvfi.flags = search.lvfi.flags;
-    inBytes.lvfi.psz = sought;
-    return OnFind(inBytes);
-}
-
-// From the item `start` to the last, and on from the first.
-int ListViewControl::FindRow(const std::string& sought, int start) const {
-    const std::int32_t rows = model_.RowCount();
-    for (std::int32_t step = 0; step < rows; ++step) {
-        const int item = (std::clamp(start, 0, rows) + step) % rows;
-        const std::string& text = std::as_const(model_).Cell(item + 1, searchColumn_).text;
-        const std::string beginning = text.substr(0, sought.size());
-        if (lstrcmpiA(beginning.c_str(), sought.c_str()) == 0)
-            return item;
-    }
-    return NoItem;
-}
-
-Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_RBUTTONDOWN:
-    case WM_RBUTTONDBLCLK:
-        if (!RightPressed)
-            return NotHandled;
-        OnRightPress(lParam);
-        return Handled;
-    case WM_KEYUP: {
-        const LRESULT answer = PassOn(message, wParam, lParam);
-        if (KeyReleased)
-            KeyReleased(static_cast<std::int32_t>(wParam));
-        return answer;
-    }
-    default:
-        return NotHandled;
-    }
-}
-
-// Instead of the control's own handling, which tells of the button only when it is released.
-void ListViewControl::OnRightPress(LPARAM position) {
-    SetFocus(Handle());
-    LVHITTESTINFO hit{};
-    hit.pt = {static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
-    const std::int32_t row = static_cast<std::int32_t>(Send(LVM_SUBITEMHITTEST, 0, &hit)) + 1;
-    if (row >= 1 && row <= model_.RowCount()) {
-        // Several selected rows stay selected when the button goes down on one of them.
-        if (!model_.Row(row).selected)
-            SetRowState(0, 0, LVIS_SELECTED);
-        SetRowState(row, SelectedAndFocused, SelectedAndFocused);
-        Send(LVM_SETSELECTIONMARK, 0, row - 1);
-    }
-    RightPressed();
 }
 
 } // namespace quarn

@@ -22,8 +22,6 @@ int TreeViewControl::ImageOf(const std::string& key) const noexcept {
     return images_ == nullptr ? I_IMAGENONE : images_->IndexOf(key);
 }
 
-// --- Showing the model ---
-
 void TreeViewControl::Flush() {
     const bool outer = std::exchange(flushing_, true);
     if (model_.Revision() != shownRevision_) {
@@ -121,8 +119,6 @@ POINT TreeViewControl::MenuPosition() const noexcept {
     ClientToScreen(Handle(), &position);
     return position;
 }
-
-// --- What the control tells ---
 
 Answer TreeViewControl::OnNotify(NMHDR& notification) {
     switch (notification.code) {
