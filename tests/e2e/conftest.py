@@ -1,13 +1,16 @@
 """Fixtures of the end-to-end tests. They need a display and a Wine prefix, which test.sh provides."""
 
 import os
+import shutil
 import zlib
 
 import pytest
 
 from harness.gamenet import Gamenet
 from harness.places import ROOT
-from harness.quarn import Quarn, fresh_folder
+from harness.quarn import Quarn, fresh_folder, write_settings
+
+LONG_TIMEOUT = 30000
 
 
 def pytest_addoption(parser):
@@ -43,12 +46,32 @@ def gamenet(tmp_path, request):
 
 @pytest.fixture
 def folder(tmp_path):
-    """Copies the program's folder; with a game network, its games are the ones defined there."""
+    """Copies the program's folder; with a game network, games and countries are the network's."""
 
     def copy(network=None):
-        return fresh_folder(tmp_path / "Quarn", network and network.games_ini)
+        program_folder = fresh_folder(tmp_path / "Quarn", network and network.games_ini)
+        if network:
+            shutil.copyfile(network.country_file, program_folder / "countryip.dat")
+        return program_folder
 
     return copy
+
+
+@pytest.fixture
+def browse(gamenet, folder, start):
+    """Starts the program on a network of one game, whose node is selected and whose list is still empty.
+    Options go to the network, named values into the settings. The timer, which runs through a scan whatever
+    a server does, strikes in no test that does not ask for it."""
+
+    def open_game(game, *options, **settings):
+        network = gamenet("--games", game, *options)
+        program_folder = folder(network)
+        write_settings(program_folder, games=1, **{"Scanning__PingTimeout": LONG_TIMEOUT, **settings})
+        quarn = start(program_folder)
+        quarn.wait_until_usable()
+        return quarn, network
+
+    return open_game
 
 
 @pytest.fixture

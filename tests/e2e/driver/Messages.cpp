@@ -30,6 +30,11 @@ std::string TextOf(HWND window) {
     return text;
 }
 
+std::string TitleOf(HWND window) {
+    char title[512];
+    return {title, static_cast<std::size_t>(GetWindowTextA(window, title, sizeof title))};
+}
+
 std::string ClassOf(HWND window) {
     char name[256];
     return {name, static_cast<std::size_t>(GetClassNameA(window, name, sizeof name))};

@@ -15,6 +15,8 @@ LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 void Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 std::string TextOf(HWND window);
+// A top-level window's title, without asking the window: it may hang or be on its way out.
+std::string TitleOf(HWND window);
 std::string ClassOf(HWND window);
 
 enum class Click { Left, LeftDouble, Right };

@@ -161,7 +161,7 @@ HWND Session::Window() const {
     if (titlePattern_.empty())
         return MainWindow();
     for (const HWND window : TopLevelWindows()) {
-        if (IsWindowVisible(window) && Matches(TextOf(window), titlePattern_))
+        if (IsWindowVisible(window) && Matches(TitleOf(window), titlePattern_))
             return window;
     }
     throw Failure("no window has the title \"" + titlePattern_ + "\"");
@@ -186,7 +186,7 @@ HWND Session::Control(const std::string& selector) const {
             control = ControlByCaption(window, selector);
     }
     if (!control)
-        throw Failure("the window \"" + Escaped(TextOf(window)) + "\" has no control " + selector);
+        throw Failure("the window \"" + Escaped(TitleOf(window)) + "\" has no control " + selector);
     return control;
 }
 

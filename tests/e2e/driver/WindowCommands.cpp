@@ -18,14 +18,14 @@ Lines Windows(Session& session, const Words&) {
     Lines lines;
     for (const HWND window : session.TopLevelWindows()) {
         if (IsWindowVisible(window))
-            lines.push_back(Escaped(TextOf(window)) + "\t" + ClassOf(window) + "\t" + StateOf(window));
+            lines.push_back(Escaped(TitleOf(window)) + "\t" + ClassOf(window) + "\t" + StateOf(window));
     }
     return lines;
 }
 
 Lines IsOpen(Session& session, const Words& arguments) {
     for (const HWND window : session.TopLevelWindows()) {
-        if (IsWindowVisible(window) && Matches(TextOf(window), arguments[0]))
+        if (IsWindowVisible(window) && Matches(TitleOf(window), arguments[0]))
             return {"1"};
     }
     return {"0"};
@@ -33,12 +33,13 @@ Lines IsOpen(Session& session, const Words& arguments) {
 
 Lines Use(Session& session, const Words& arguments) {
     session.Use(arguments.empty() ? "" : arguments[0]);
-    session.Window();
+    if (!arguments.empty())
+        session.Window();
     return {};
 }
 
 Lines Title(Session& session, const Words&) {
-    return {Escaped(TextOf(session.Window()))};
+    return {Escaped(TitleOf(session.Window()))};
 }
 
 Lines Controls(Session& session, const Words&) {

@@ -22,7 +22,7 @@ def unescape(text):
         code = match.group(1)
         return named[code] if code in named else chr(int(code[1:], 16))
 
-    return re.sub(r"\\(x[0-9a-f]{2}|[rnt\\])", character, text)
+    return re.sub(r"\\(x[0-9a-fA-F]{2}|[rnt\\])", character, text)
 
 
 def escape(text):

@@ -84,6 +84,7 @@ class Gamenet:
             self._process = subprocess.Popen(
                 [GAMENET, "--die-with-parent", "--ready-file", ready, "--write-truth", truth]
                 + ["--write-games-ini", self.games_ini, "--country-file", self.country_file]
+                + ["--stats", folder / "statistics"]
                 + [str(option) for option in options],
                 stdin=subprocess.DEVNULL,
                 stdout=log,
@@ -93,16 +94,15 @@ class Gamenet:
         self.servers = read_truth(truth)
         self.games = read_games(self.games_ini)
 
-    def game(self, name):
-        return next(game for game in self.games if game.name == name)
+    def servers_of(self, game):
+        """What the servers of a game say, in the order of the master's list; by the game's short name."""
+        return [server for server in self.servers if server.game == game]
 
-    def servers_of(self, name):
-        """What the servers of a game say, in the order of the master's list."""
-        return [server for server in self.servers if server.game == self.game(name).short]
-
-    def listed(self, name):
-        """The number of rows that the master's list gives: a Half-Life list is read twice."""
-        return len(self.servers_of(name)) * (2 if self.game(name).engine == "hl" else 1)
+    def statistics(self):
+        """The counts of datagrams, once the network has ended."""
+        self.__exit__()
+        lines = (self._folder / "statistics").read_text().split()
+        return {name: int(count) for name, count in (line.split("=") for line in lines)}
 
     def __enter__(self):
         return self

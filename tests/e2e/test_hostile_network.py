@@ -1,0 +1,89 @@
+"""Masters and servers that are silent, missing, broken or lying: the program goes on."""
+
+import re
+
+import pytest
+
+from harness.quarn import write_settings
+
+
+def test_a_silent_master_leaves_its_status_text(browse):
+    quarn, _ = browse("d3", "--master-lie", "silent")
+    quarn.renew()
+    quarn.wait_for_status("Getting new serverlist from master...")
+    quarn.click_tree("Filters", "Ping", "<= 50")
+    quarn.do.wait("*", "tree", quarn.control("trvGames"))
+    assert quarn.row_count() == 0
+    assert quarn.close() == 0
+
+
+def with_master(folder, network, address):
+    program_folder = folder(network)
+    definitions = (program_folder / "Games.ini").read_text("latin-1")
+    definitions = re.sub(r"(?m)^MasterAddress=.*$", f"MasterAddress={address}", definitions)
+    (program_folder / "Games.ini").write_text(definitions, "latin-1", newline="")
+    write_settings(program_folder, games=1)
+    return program_folder
+
+
+@pytest.mark.parametrize("address", ["no-such-host.invalid", "999.999.999.999", "", "a" * 254, "ho st", "\xff\xfe"])
+def test_an_unknown_master_leaves_the_window_usable(gamenet, folder, start, address):
+    quarn = start(with_master(folder, gamenet("--games", "d3"), address))
+    quarn.wait_until_usable()
+    quarn.renew()
+    quarn.wait_for_status("Getting new serverlist from master...")
+    quarn.click_tree("Games")
+    quarn.do.wait("Games", "selected-node", quarn.control("trvGames"))
+    quarn.leave()
+
+
+def test_nobody_listens_at_the_masters_port(browse):
+    quarn, network = browse("d3")
+    network.__exit__()
+    quarn.renew()
+    quarn.wait_for_status("Getting new serverlist from master...")
+    quarn.click_tree("Games")
+    quarn.do.wait("Games", "selected-node", quarn.control("trvGames"))
+    assert quarn.close() == 0
+
+
+@pytest.mark.parametrize("lie", ["truncated", "random", "wrong-header", "oversized", "duplicated"])
+@pytest.mark.parametrize("game", ["oa", "d3", "hl"])
+def test_a_lying_master_does_not_stop_the_program(browse, game, lie):
+    quarn, network = browse(game, "--master-lie", lie)
+    quarn.renew()
+    # A reply of any kind brings the count up to date; a dropped one leaves it at nought.
+    quarn.wait_for_status("* servers", panel=3)
+    quarn.click_tree("Games")
+    quarn.do.wait("Games", "selected-node", quarn.control("trvGames"))
+    quarn.leave()
+    assert network.statistics()["master_requests"] == 1
+
+
+@pytest.mark.parametrize("game", ["oa", "d3", "hl"])
+def test_liars_do_not_spoil_the_rows_of_the_honest(browse, game):
+    options = ["--servers", 24, "--latency", "1-5", "--end-mark", "none"]
+    options += ["--liars", 50, "--liar-kinds", "all", "--late-by", 400]
+    quarn, network = browse(game, *options, Scanning__PingTimeout=200)
+    servers = network.servers_of(game) * (2 if game == "hl" else 1)
+    assert len({server.kind for server in servers}) == 9
+    quarn.renew()
+    quarn.wait_for_rows(len(servers))
+    quarn.do("timeout", 60)
+    quarn.press_toolbar("refreshall")
+    quarn.wait_for_scan()
+    rows = quarn.rows()
+    assert len(rows) == len(servers)
+    answered = 0
+    for row, server in zip(rows, servers):
+        assert row.address == server.address
+        # The timer runs through the whole scan and may strike while an honest answer is on its way.
+        if server.kind == "honest" and row.ping != "200":
+            answered += 1
+            assert (row.name, row.map, row.players) == (
+                server.name,
+                server.map,
+                f"{server.players} / {server.slots}",
+            )
+    assert answered >= len(servers) // 4
+    quarn.leave()

@@ -1,0 +1,232 @@
+"""Fetching a list from the master, querying its servers, and what is kept of it."""
+
+import re
+
+import pytest
+
+from conftest import LONG_TIMEOUT
+
+CONFIRMATION = (
+    "This will delete your current server list. All servers and scanning data in it will be lost.\r\n"
+    "Are you sure you want to proceed?"
+)
+# One game of each engine family. Without an end mark a Quake III list counts no server too many.
+GAMES = [("oa", ["--end-mark", "none"]), ("d3", []), ("hl", [])]
+each_family = pytest.mark.parametrize("game, options", GAMES, ids=[game for game, _ in GAMES])
+# The time that a date of zero stands for, as the system writes it.
+NEVER = "12:00:00 AM"
+
+
+def listed(network, game):
+    """The servers in the order of their rows: a Half-Life list is read twice."""
+    servers = network.servers_of(game)
+    return servers * 2 if game == "hl" else servers
+
+
+def fetch(quarn, network, game):
+    quarn.renew()
+    quarn.wait_for_rows(len(listed(network, game)))
+
+
+def scan(quarn):
+    quarn.press_toolbar("refreshall")
+    quarn.wait_for_scan()
+
+
+@each_family
+def test_renew_lists_what_the_master_knows(browse, game, options):
+    quarn, network = browse(game, *options)
+    fetch(quarn, network, game)
+    assert quarn.status(1) == "Getting new serverlist from master..."
+    servers = listed(network, game)
+    assert quarn.status(3) == f"{len(servers)} servers"
+    assert [(row.address, row.location, row.name) for row in quarn.rows()] == [
+        (server.address, server.country, "") for server in servers
+    ]
+    assert quarn.close() == 0
+
+
+@each_family
+def test_refresh_all_shows_what_the_servers_say(browse, game, options):
+    quarn, network = browse(game, *options)
+    fetch(quarn, network, game)
+    scan(quarn)
+    rows = quarn.rows()
+    servers = listed(network, game)
+    assert [
+        (row.address, row.location, row.name, row.players, row.game, row.map, row.last_visit) for row in rows
+    ] == [
+        (
+            server.address,
+            server.country,
+            server.name,
+            f"{server.players} / {server.slots}",
+            server.mod,
+            server.map,
+            NEVER,
+        )
+        for server in servers
+    ]
+    for row, server in zip(rows, servers):
+        assert server.latency <= int(row.ping) < LONG_TIMEOUT, row
+    assert quarn.status(3) == f"{len(servers)} servers"
+    assert quarn.do.text("progress", quarn.control("pbScanning")).startswith("1/")
+    assert quarn.close() == 0
+
+
+def test_a_lock_marks_the_servers_with_a_password(browse):
+    quarn, network = browse("oa", "--end-mark", "none", "--locked", 50)
+    fetch(quarn, network, "oa")
+    scan(quarn)
+    locks = [int(lock) >= 0 for lock, _ in quarn.do.table("images", quarn.control("lvwServers"))]
+    assert locks == [server.locked for server in network.servers_of("oa")]
+    assert locks.count(True) == 4
+    assert quarn.close() == 0
+
+
+def test_no_keeps_the_list_and_asks_no_master(browse):
+    quarn, network = browse("d3")
+    fetch(quarn, network, "d3")
+    scan(quarn)
+    before = quarn.rows()
+    quarn.choose("mnuServerListGet")
+    assert quarn.message("Clear server list") == CONFIRMATION
+    quarn.answer("Clear server list", "No")
+    assert quarn.rows() == before
+    assert quarn.status(1) == "Ready."
+    assert quarn.close() == 0
+    assert network.statistics()["master_requests"] == 1
+
+
+def test_an_end_mark_counts_as_a_server_and_an_error(browse):
+    quarn, _ = browse("oa", "--end-mark", "last")
+    quarn.renew()
+    quarn.wait_for_rows(8)
+    assert quarn.status(3) == "9 servers"
+    assert re.search(r"^modMasterQuery;ParseQ3EngineServers;[^;]*;9;Subscript out of range\r$", quarn.log(), re.M)
+    scan(quarn)
+    quarn.do("close")
+    assert quarn.message("Send error log?") == (
+        "Quarn generated 1 error(s) during runtime. A log has been created.\r\n"
+        "Would you like to send an error report to the application developer?"
+    )
+    quarn.answer("Send error log?", "No")
+    assert quarn.do.exit_code() == 0
+
+
+def test_a_silent_server_gets_the_timeout_as_its_ping(browse):
+    quarn, network = browse("d3", "--silent", 50, Scanning__PingTimeout=120)
+    fetch(quarn, network, "d3")
+    scan(quarn)
+    silent = [server.kind == "silent" for server in network.servers_of("d3")]
+    assert silent.count(True) == 5
+    rows = quarn.rows()
+    assert [(row.name == "", row.ping == "120" and row.players == "0 / 0") for row in rows] == [
+        (is_silent, is_silent) for is_silent in silent
+    ]
+    assert quarn.close() == 0
+
+
+def test_stop_ends_a_scan_after_the_server_in_hand(browse):
+    quarn, network = browse("d3", "--latency", 200)
+    fetch(quarn, network, "d3")
+    quarn.press_toolbar("refreshall")
+    quarn.wait_for_status("Retrieving server stats, please wait.")
+    quarn.wait_for_status("3/10", panel=3)
+    quarn.press_toolbar("stop")
+    quarn.wait_for_status("Scanning aborted by user.")
+    assert quarn.status(3) == "10 servers"
+    asked = [row.name != "" for row in quarn.rows()]
+    # The third or, were the button slow, one after it was in hand; the last were never asked.
+    assert asked == sorted(asked, reverse=True)
+    assert 3 <= asked.count(True) < 10
+
+    scan(quarn)
+    assert all(row.name for row in quarn.rows())
+    assert quarn.close() == 0
+
+
+def test_refresh_asks_the_selected_servers_only(browse):
+    quarn, network = browse("d3")
+    fetch(quarn, network, "d3")
+    quarn.do("select-rows", quarn.control("lvwServers"), 3, 7)
+    quarn.press_toolbar("refresh")
+    quarn.wait_for_scan()
+    assert [number for number, row in enumerate(quarn.rows(), 1) if row.name] == [3, 7]
+    assert quarn.close() == 0
+    assert network.statistics()["server_requests"] == 2
+
+
+@each_family
+def test_a_click_shows_the_players_of_the_row(browse, game, options):
+    quarn, network = browse(game, *options, "--fill", "20-90")
+    fetch(quarn, network, game)
+    scan(quarn)
+    for number, server in enumerate(network.servers_of(game), 1):
+        quarn.click_row(number)
+        quarn.do.wait(server.players, "row-count", quarn.control("lvwPlayers"))
+        assert [name for name, _, _ in quarn.players()] == server.player_names
+        assert quarn.variables()
+    assert quarn.close() == 0
+
+
+def test_the_details_follow_the_arrow_keys(browse):
+    quarn, network = browse("d3")
+    fetch(quarn, network, "d3")
+    scan(quarn)
+    first, second = network.servers_of("d3")[:2]
+    quarn.click_row(1)
+    quarn.wait_for_players(first.players)
+    quarn.do("key", quarn.control("lvwServers"), "down")
+    quarn.wait_for_players(second.players)
+    assert [name for name, _, _ in quarn.players()] == second.player_names
+    assert quarn.close() == 0
+
+
+def test_closing_during_a_scan_ends_the_program_at_once(browse):
+    quarn, network = browse("d3", "--silent", 100, Scanning__PingTimeout=10000)
+    fetch(quarn, network, "d3")
+    quarn.press_toolbar("refreshall")
+    quarn.wait_for_status("1/10", panel=3)
+    quarn.do("timeout", 5)
+    assert quarn.close() == 0
+    assert quarn.log().endswith(";0;Application terminated normally\r\n")
+    assert quarn.log().count("\n") == 1
+
+
+def saved_line(row, server, variables):
+    players, _, slots = row.players.partition(" / ")
+    address, port = server.address.split(":")
+    fields = [address, port, row.location, row.name, row.ping, players, slots, row.game, row.map]
+    return ";".join(fields + ["1" if server.locked else "0", "", variables, ""])
+
+
+def test_a_list_is_saved_byte_for_byte_when_it_is_left(browse):
+    quarn, network = browse("oa", "--end-mark", "none")
+    fetch(quarn, network, "oa")
+    scan(quarn)
+    rows = quarn.rows()
+    assert not (quarn.folder / "servers-oa.dat").exists()
+    quarn.click_tree("Games")
+    quarn.wait_for_rows(0)
+    lines = (quarn.folder / "servers-oa.dat").read_bytes().decode("latin-1").split("\r\n")
+    assert lines[0] == f" {len(rows)}"
+    assert lines[-1] == ""
+    assert len(lines) == len(rows) + 2
+    for line, row, server in zip(lines[1:], rows, network.servers_of("oa")):
+        variables = line.split(";")[11]
+        assert variables.startswith("\\")
+        assert line == saved_line(row, server, variables)
+
+    quarn.click_tree("Games", "OpenArena")
+    quarn.wait_for_rows(len(rows))
+    never_visited = [row.__class__(**{**vars(row), "last_visit": ""}) for row in rows]
+    assert quarn.rows() == never_visited
+    assert quarn.close() == 0
+
+
+def test_the_list_shown_at_the_end_is_not_saved(browse):
+    quarn, network = browse("d3")
+    fetch(quarn, network, "d3")
+    assert quarn.close() == 0
+    assert not (quarn.folder / "servers-d3.dat").exists()
