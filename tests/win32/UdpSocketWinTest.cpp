@@ -239,8 +239,44 @@ TEST_F(UdpSocketWinTest, ARefusalIsNoAnswer) {
         }
         return !received.empty();
     }));
-    EXPECT_EQ(received[0], "here");
+    EXPECT_EQ(received, std::vector<std::string>(received.size(), "here"));
     EXPECT_TRUE(failures.empty());
+}
+
+TEST_F(UdpSocketWinTest, ARefusalOfAClosedSocketIsNotTheNextOnes) {
+    {
+        const LoopbackPeer gone;
+        Aim(gone);
+    }
+    socket.SendData("anybody?");
+    ASSERT_TRUE(WaitForPostedMessage());
+    socket.Close();
+
+    Aim(peer);
+    socket.SendData("one");
+    peer.Receive();
+    const u_short port = peer.SenderPort();
+    PumpUntil([] { return GetQueueStatus(QS_POSTMESSAGE) == 0; });
+    socket.SendData("two");
+    peer.Receive();
+    EXPECT_EQ(peer.SenderPort(), port);
+}
+
+TEST_F(UdpSocketWinTest, ClosingInsideANestedArrivalDropsTheOuterOne) {
+    socket.DataArrival = [this](std::int32_t bytes) {
+        sizes.push_back(bytes);
+        if (sizes.size() == 2) {
+            socket.Close();
+            return;
+        }
+        EXPECT_TRUE(WaitForArrivals(2));
+        EXPECT_EQ(socket.GetData(), std::nullopt);
+    };
+    socket.SendData("query");
+    peer.Receive();
+    peer.Send("outer");
+    peer.Send("inner");
+    ASSERT_TRUE(WaitForArrivals(2));
 }
 
 TEST_F(UdpSocketWinTest, AHandlerMayClose) {

@@ -42,13 +42,6 @@ DateTime FromAutomation(double date) noexcept {
     return {std::llround(days) * SecondsPerDay + std::llround(time)};
 }
 
-// What the general date form leaves out: the date of the zero day, the time at midnight.
-ULONG PartsShown(DateTime date) noexcept {
-    if (date.seconds >= 0 && date.seconds < SecondsPerDay)
-        return VAR_TIMEVALUEONLY;
-    return date.seconds % SecondsPerDay == 0 ? VAR_DATEVALUEONLY : 0;
-}
-
 } // namespace
 
 bool LocaleTextWin::IsNumeric(const std::string& text) const {
@@ -70,7 +63,7 @@ std::int32_t LocaleTextWin::ToLong(const std::string& text) const {
 
 std::string LocaleTextWin::FromDate(DateTime date) const {
     AutomationText text;
-    Require(VarBstrFromDate(ToAutomation(date), LOCALE_USER_DEFAULT, PartsShown(date), text.Receive()));
+    Require(VarBstrFromDate(ToAutomation(date), LOCALE_USER_DEFAULT, 0, text.Receive()));
     return Narrowed({text.Get(), SysStringLen(text.Get())});
 }
 

@@ -46,8 +46,7 @@ struct TaskMemoryDeleter {
 } // namespace
 
 int PromptsWin::MessageBoxOf(const std::string& text, const std::string& title, UINT style) {
-    return MessageBoxA(owner_.ForBox(), text.c_str(), title.c_str(),
-                       style | (owner_.IsTopMost() ? MB_TOPMOST : 0));
+    return MessageBoxA(owner_.ForBox(), text.c_str(), title.c_str(), style);
 }
 
 void PromptsWin::RunErrorBox(const std::string& text, const std::string& title) {
