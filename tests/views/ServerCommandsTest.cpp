@@ -1,0 +1,417 @@
+// What the user does to the server list: select, sort, copy, add, delete, clear, export.
+
+#include "support/clsAppLog.h"
+#include "tests/support_code/HeadlessBrowser.h"
+#include "views/ServerListView.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+#include <utility>
+
+namespace quarn {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class ServerCommandsTest : public ::testing::Test {
+  protected:
+    void StartWith(std::int32_t count) {
+        addresses = HeadlessBrowser::Addresses(count);
+        browser.PutList("q3", addresses);
+        ASSERT_TRUE(browser.Start());
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (std::int32_t i = 1; i <= browser.program.Servers.HighestIndex(); ++i)
+            names.push_back(browser.program.Servers[i].Name);
+        return names;
+    }
+    ServerListView& View() { return browser.Form().servers; }
+
+    HeadlessBrowser browser;
+    std::vector<std::string> addresses;
+};
+
+TEST_F(ServerCommandsTest, ShowsTheDetailsOfTheRowThatIsClicked) {
+    StartWith(3);
+    ServerRecord& server = browser.program.Servers[2];
+    server.Players = 1;
+    server.PlayerList.Reset(1);
+    server.PlayerList[1] = {7, 48, "Anna"};
+    server.Variables = "\\a\\1";
+    browser.ClickRow(2);
+    EXPECT_EQ(browser.program.CurrentServer, 2);
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwPlayers), ElementsAre("Anna|7|48"));
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwServVars), ElementsAre("a|1"));
+    browser.ClickRow(1);
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwPlayers), IsEmpty());
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwServVars), IsEmpty());
+}
+
+TEST_F(ServerCommandsTest, TakesTheFocusedRowAmongSeveral) {
+    StartWith(4);
+    browser.SelectRows({3, 1, 4});
+    View().lvwServers_Click();
+    EXPECT_EQ(browser.program.CurrentServer, 3);
+    browser.Controls().lvwServers.NoteFocused(2); // not selected
+    View().lvwServers_Click();
+    EXPECT_EQ(browser.program.CurrentServer, 1);
+}
+
+TEST_F(ServerCommandsTest, IgnoresAClickBesideTheRows) {
+    StartWith(2);
+    browser.ClickRow(2);
+    browser.SelectRows({});
+    View().lvwServers_Click();
+    View().lvwServers_MouseUp();
+    EXPECT_EQ(browser.program.CurrentServer, 2);
+    EXPECT_EQ(browser.program.LastServer, 2);
+}
+
+TEST_F(ServerCommandsTest, IgnoresAClickOnAnEmptyList) {
+    StartWith(0);
+    View().lvwServers_Click();
+    View().lvwServers_KeyUp(40);
+    View().lvwServers_MouseUp();
+    EXPECT_EQ(browser.program.CurrentServer, 0);
+    EXPECT_EQ(browser.program.LastServer, 0);
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(ServerCommandsTest, FollowsTheKeysThatMoveTheSelection) {
+    StartWith(3);
+    struct Case {
+        std::int32_t keyCode;
+        bool follows;
+    };
+    for (const Case& c :
+         {Case{38, true}, Case{40, true}, Case{33, true}, Case{34, true}, Case{35, true}, Case{36, true},
+          Case{37, false}, Case{39, false}, Case{32, false}, Case{41, false}, Case{13, false}, Case{9, false},
+          Case{65, false}, Case{0, false}, Case{-38, false}}) {
+        browser.program.CurrentServer = 0;
+        browser.SelectRows({2});
+        View().lvwServers_KeyUp(c.keyCode);
+        EXPECT_EQ(browser.program.CurrentServer, c.follows ? 2 : 0) << c.keyCode;
+    }
+}
+
+TEST_F(ServerCommandsTest, RecordsTheRowOnReleaseOfTheMouseOnly) {
+    StartWith(3);
+    browser.SelectRows({3});
+    View().lvwServers_Click();
+    View().lvwServers_KeyUp(40);
+    EXPECT_EQ(browser.program.LastServer, 0);
+    View().lvwServers_MouseUp();
+    EXPECT_EQ(browser.program.LastServer, 3);
+}
+
+TEST_F(ServerCommandsTest, LogsARowWhoseRecordIsGone) {
+    StartWith(2);
+    browser.Controls().lvwServers.Edit(2).main.tag = "9";
+    browser.ClickRow(2);
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;RefreshPlayers;9", "frmMain;RefreshVariables;9"));
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+    View().mnuServCopyAddress_Click();
+    EXPECT_EQ(browser.fake.shell.clipboard, std::nullopt);
+}
+
+TEST_F(ServerCommandsTest, SortsByAHeaderAndRemembersIt) {
+    StartWith(3);
+    View().lvwServers_ColumnClick(6);
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("3", "2", "1"));
+    EXPECT_EQ(browser.program.LastSortColumn, 6);
+    EXPECT_EQ(browser.program.LastSortOrder, 1);
+    View().lvwServers_ColumnClick(6);
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("1", "2", "3"));
+    EXPECT_EQ(browser.program.LastSortOrder, 0);
+    View().lvwServers_ColumnClick(4);
+    EXPECT_EQ(browser.program.LastSortColumn, 4);
+    EXPECT_EQ(browser.program.LastSortOrder, 1);
+}
+
+TEST_F(ServerCommandsTest, LeavesTheRecordsInTheirOrderWhenItSorts) {
+    StartWith(3);
+    View().lvwServers_ColumnClick(6);
+    EXPECT_THAT(Names(), ElementsAre("Server 1", "Server 2", "Server 3"));
+    EXPECT_THAT(browser.Tags(), ElementsAre("3", "2", "1"));
+    browser.ClickRow(1);
+    EXPECT_EQ(browser.program.CurrentServer, 3);
+    browser.ClickNode("q3");
+    EXPECT_EQ(browser.fake.files.Get(HeadlessBrowser::PathOf("q3")), HeadlessBrowser::ListFile(addresses));
+}
+
+TEST_F(ServerCommandsTest, StaysUsableWhenItCannotSort) {
+    StartWith(3);
+    View().lvwServers_ColumnClick(9); // nobody was ever visited
+    EXPECT_THAT(browser.Errors(), ElementsAre("clsQuickList;SortList;13"));
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+    EXPECT_THAT(browser.Column(LastVisitColumn), ElementsAre("", "", ""));
+    EXPECT_FALSE(browser.Controls().lvwServers.updatesLocked);
+    View().lvwServers_ColumnClick(6);
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("3", "2", "1"));
+}
+
+TEST_F(ServerCommandsTest, SortsThePlayersByThemselves) {
+    StartWith(1);
+    ServerRecord& server = browser.program.Servers[1];
+    server.Players = 3;
+    server.PlayerList.Reset(3);
+    server.PlayerList[1] = {7, 48, "b"};
+    server.PlayerList[2] = {-10, 5, "A"};
+    server.PlayerList[3] = {100, 120, "c"};
+    browser.ClickRow(1);
+    const std::int32_t column = browser.program.LastSortColumn;
+    View().lvwPlayers_ColumnClick(2);
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwPlayers), ElementsAre("c|100|120", "b|7|48", "A|-10|5"));
+    View().lvwPlayers_ColumnClick(1);
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwPlayers), ElementsAre("A|-10|5", "b|7|48", "c|100|120"));
+    EXPECT_EQ(browser.program.LastSortColumn, column);
+    for (const std::int32_t outside : {0, 4, 65537, -65535})
+        View().lvwPlayers_ColumnClick(outside);
+    EXPECT_THAT(browser.Errors(), SizeIs(4));
+}
+
+TEST_F(ServerCommandsTest, CopiesAddressAndPort) {
+    StartWith(3);
+    browser.fake.shell.clipboard = "before";
+    browser.SelectRows({2});
+    View().mnuServCopyAddress_Click();
+    EXPECT_EQ(browser.fake.shell.clipboard, addresses[1]);
+    EXPECT_EQ(browser.program.CurrentServer, 2);
+}
+
+TEST_F(ServerCommandsTest, CopiesNothingWithoutASelection) {
+    StartWith(2);
+    browser.program.CurrentServer = 1;
+    View().mnuServCopyAddress_Click();
+    EXPECT_EQ(browser.fake.shell.clipboard, std::nullopt);
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(ServerCommandsTest, TellsWhenTheClipboardIsTaken) {
+    StartWith(1);
+    browser.SelectRows({1});
+    browser.fake.shell.clipboardBlocked = true;
+    View().mnuServCopyAddress_Click();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServCopyAddress_Click;521"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
+}
+
+TEST_F(ServerCommandsTest, AddsAServerAtTheEndOfListAndView) {
+    browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n3221225984;3221226239;XX\r\n");
+    StartWith(2);
+    View().AddServer("192.0.2.9", "27961");
+    View().AddServer("192.0.2.9", " 27961 ");
+    EXPECT_EQ(browser.program.ServerCount, 4);
+    EXPECT_THAT(browser.Tags(), ElementsAre("1", "2", "3", "4"));
+    EXPECT_EQ(browser.Cell(3, AddressColumn), "192.0.2.9:27961");
+    EXPECT_EQ(browser.Cell(4, AddressColumn), "192.0.2.9:27961");
+    EXPECT_EQ(browser.program.Servers[4].Country, "XX");
+    EXPECT_EQ(browser.program.Servers[4].PlayerList.HighestIndex(), 0);
+    EXPECT_THAT(browser.sckServer.sent, IsEmpty());
+}
+
+TEST_F(ServerCommandsTest, AddsNothingWithAPortThatIsNone) {
+    StartWith(2);
+    struct Case {
+        const char* port;
+        const char* error;
+    };
+    for (const Case& c :
+         {Case{"", "13"}, Case{"x", "13"}, Case{"27a", "13"}, Case{"2147483648", "6"},
+          Case{"-2147483649", "6"}, Case{"1e300", "6"}, Case{"1 2", "13"}, Case{"0x10", "13"}}) {
+        View().AddServer("192.0.2.9", c.port);
+        EXPECT_EQ(browser.Errors().back(), std::string("frmMain;AddServer;") + c.error) << c.port;
+    }
+    EXPECT_EQ(browser.program.ServerCount, 2);
+    EXPECT_EQ(browser.program.Servers.HighestIndex(), 2);
+    EXPECT_EQ(browser.RowCount(), 2);
+    View().AddServer("192.0.2.9", "-1"); // kept as typed
+    EXPECT_EQ(browser.program.Servers[3].Port, -1);
+}
+
+TEST_F(ServerCommandsTest, AddsNoMoreThanAListMayHold) {
+    StartWith(0);
+    browser.program.ServerCount = MaxServers;
+    View().AddServer("192.0.2.9", "1");
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;AddServer;7"));
+    EXPECT_EQ(browser.program.ServerCount, MaxServers);
+    EXPECT_EQ(browser.program.Servers.HighestIndex(), 0);
+}
+
+TEST_F(ServerCommandsTest, AddsBehindTheGapThatAMasterLeft) {
+    StartWith(2);
+    browser.program.ServerCount = 3;
+    View().AddServer("192.0.2.9", "1");
+    EXPECT_EQ(browser.program.ServerCount, 4);
+    EXPECT_EQ(browser.program.Servers[3].Address, "");
+    EXPECT_EQ(browser.program.Servers[4].Address, "192.0.2.9");
+    EXPECT_EQ(browser.Tags().back(), "4");
+}
+
+TEST_F(ServerCommandsTest, DeletesTheSelectedRowsAndTheirRecords) {
+    struct Case {
+        std::vector<std::int32_t> selected;
+        std::vector<std::string> tags;
+        std::vector<std::string> names;
+    };
+    for (const Case& c :
+         {Case{{2, 3}, {"1", "4", "5"}, {"Server 1", "Server 4", "Server 5"}},
+          Case{{1}, {"2", "3", "4", "5"}, {"Server 2", "Server 3", "Server 4", "Server 5"}},
+          Case{{5}, {"1", "2", "3", "4"}, {"Server 1", "Server 2", "Server 3", "Server 4"}},
+          Case{{1, 3, 5}, {"2", "4"}, {"Server 2", "Server 4"}}, Case{{1, 2, 3, 4, 5}, {}, {}}}) {
+        HeadlessBrowser other;
+        other.PutList("q3", HeadlessBrowser::Addresses(5));
+        ASSERT_TRUE(other.Start());
+        for (const std::int32_t row : c.selected)
+            other.Controls().lvwServers.NoteSelected(row, row, true);
+        other.program.CurrentServer = 4;
+        other.Form().servers.mnuServDelete_Click();
+        EXPECT_EQ(other.Tags(), c.tags);
+        std::vector<std::string> names;
+        for (std::int32_t i = 1; i <= other.program.Servers.HighestIndex(); ++i)
+            names.push_back(other.program.Servers[i].Name);
+        EXPECT_EQ(names, c.names);
+        EXPECT_EQ(other.program.ServerCount, static_cast<std::int32_t>(c.names.size()));
+        EXPECT_EQ(other.program.CurrentServer, 0);
+        EXPECT_EQ(other.Count(), "5 servers");
+        EXPECT_THAT(other.Errors(), IsEmpty());
+        EXPECT_THAT(other.fake.prompts.shown, IsEmpty());
+    }
+}
+
+TEST_F(ServerCommandsTest, DeletesNothingWithoutASelection) {
+    StartWith(3);
+    browser.program.Servers[2].Address.clear();
+    View().mnuServDelete_Click();
+    EXPECT_EQ(browser.program.Servers.HighestIndex(), 3);
+    EXPECT_EQ(browser.RowCount(), 3);
+}
+
+TEST_F(ServerCommandsTest, DeletesInASortedViewWhatTheRowsShow) {
+    StartWith(5);
+    View().lvwServers_ColumnClick(6); // 5, 4, 3, 2, 1
+    browser.SelectRows({1, 2});
+    View().mnuServDelete_Click();
+    EXPECT_THAT(Names(), ElementsAre("Server 1", "Server 2", "Server 3"));
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Server 3", "Server 2", "Server 1"));
+}
+
+TEST_F(ServerCommandsTest, DeletesHolesAlong) {
+    StartWith(4);
+    browser.program.Servers[3].Address.clear();
+    browser.program.ServerCount = 5; // one beyond the list
+    browser.SelectRows({1});
+    View().mnuServDelete_Click();
+    EXPECT_THAT(Names(), ElementsAre("Server 2", "Server 4"));
+    EXPECT_EQ(browser.program.ServerCount, 2);
+}
+
+TEST_F(ServerCommandsTest, GivesFreshTagsAtTheNextListing) {
+    StartWith(5);
+    browser.SelectRows({2, 3});
+    View().mnuServDelete_Click();
+    browser.ClickNode("fltping");
+    EXPECT_THAT(browser.Tags(), ElementsAre("1", "2", "3"));
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Server 1", "Server 4", "Server 5"));
+    EXPECT_EQ(browser.Count(), "3 servers");
+}
+
+TEST_F(ServerCommandsTest, StopsADeletionAtARowWhoseRecordIsGone) {
+    StartWith(5);
+    browser.SelectRows({2, 3});
+    View().mnuServDelete_Click(); // rows tagged 1, 4, 5; records 1 to 3
+    browser.SelectRows({1, 2});
+    View().mnuServDelete_Click();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServDelete_Click;9"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_THAT(browser.Tags(), ElementsAre("4", "5"));
+    EXPECT_EQ(browser.program.Servers[1].Address, ""); // a hole, which the next deletion takes along
+    browser.ClickNode("fltping");
+    EXPECT_THAT(browser.Tags(), ElementsAre("2", "3"));
+}
+
+TEST_F(ServerCommandsTest, ClearsTheDetailsOnlyOfADeletedServer) {
+    StartWith(3);
+    browser.program.Servers[2].Variables = "\\a\\1";
+    browser.ClickRow(2);
+    browser.SelectRows({1});
+    View().mnuServDelete_Click();
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwServVars), ElementsAre("a|1"));
+    browser.ClickNode("fltping");
+    browser.ClickRow(1);
+    ASSERT_THAT(browser.Texts(browser.Controls().lvwServVars), ElementsAre("a|1"));
+    View().mnuServDelete_Click();
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwServVars), IsEmpty());
+}
+
+TEST_F(ServerCommandsTest, ClearsTheListOnlyWhenTheUserMeansIt) {
+    StartWith(3);
+    browser.ClickRow(1);
+    browser.fake.prompts.yesNoAnswers = {false, true};
+    View().mnuServerListClear_Click();
+    EXPECT_EQ(browser.RowCount(), 3);
+    EXPECT_EQ(browser.program.ServerCount, 3);
+    EXPECT_EQ(browser.program.CurrentServer, 1);
+    ASSERT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_EQ(browser.fake.prompts.shown[0].kind, FakePrompts::Kind::YesNo);
+    EXPECT_EQ(browser.fake.prompts.shown[0].title, "Clear server list");
+    EXPECT_EQ(
+        browser.fake.prompts.shown[0].text,
+        "This will delete your current server list. All servers and scanning data in it will be lost.\r\n"
+        "Are you sure you want to proceed?");
+    View().mnuServerListClear_Click();
+    EXPECT_EQ(browser.RowCount(), 0);
+    EXPECT_EQ(browser.program.ServerCount, 0);
+    EXPECT_EQ(browser.program.Servers.HighestIndex(), 0);
+    EXPECT_EQ(browser.program.CurrentServer, 0);
+    EXPECT_EQ(browser.Controls().lvwServVars.RowCount(), 0);
+    // The file follows when the list is left.
+    EXPECT_EQ(browser.fake.files.Writes(HeadlessBrowser::PathOf("q3")), 0);
+    browser.ClickNode("d3");
+    EXPECT_EQ(browser.fake.files.Get(HeadlessBrowser::PathOf("q3")), " 0\r\n");
+}
+
+TEST_F(ServerCommandsTest, ReturnsWhetherItCleared) {
+    StartWith(1);
+    browser.fake.prompts.yesNoAnswers = {false, true};
+    EXPECT_FALSE(View().ConfirmClearServerList());
+    EXPECT_TRUE(View().ConfirmClearServerList());
+}
+
+TEST_F(ServerCommandsTest, ExportsAnEmptyLineForEachRow) {
+    StartWith(3);
+    browser.fake.prompts.fileAnswers = {"C:\\out.txt"};
+    View().mnuServerListExport_Click();
+    EXPECT_EQ(browser.fake.files.Get("C:\\out.txt"), "\r\n\r\n\r\n");
+    ASSERT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_EQ(browser.fake.prompts.shown[0].kind, FakePrompts::Kind::SaveFile);
+    EXPECT_EQ(browser.fake.prompts.shown[0].title, "Save serverlist as...");
+    EXPECT_EQ(browser.fake.prompts.shown[0].text, "Text file (*.txt)|*.txt|All files (*.*)|*.*");
+}
+
+TEST_F(ServerCommandsTest, ExportsNothingWhenCancelled) {
+    StartWith(3);
+    const std::int32_t writes = browser.fake.files.TotalWrites();
+    browser.fake.prompts.fileAnswers = {""};
+    View().mnuServerListExport_Click();
+    EXPECT_EQ(browser.fake.files.TotalWrites(), writes);
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(ServerCommandsTest, TellsWhenItCannotExport) {
+    StartWith(3);
+    browser.fake.files.Put("C:\\out.txt", "old");
+    browser.fake.files.FailWrites("C:\\out.txt", ErrorNumber::PermissionDenied);
+    browser.fake.prompts.fileAnswers = {"C:\\out.txt"};
+    View().mnuServerListExport_Click();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServerListExport_Click;70"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(2));
+    EXPECT_EQ(browser.fake.files.Get("C:\\out.txt"), "old");
+}
+
+} // namespace
+} // namespace quarn
