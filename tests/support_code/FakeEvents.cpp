@@ -25,6 +25,8 @@ void FakeEvents::PostIn(std::int32_t milliseconds, Event event) {
 
 void FakeEvents::DoEvents() {
     ++doEventsCalls;
+    if (whenYielding)
+        whenYielding(doEventsCalls);
     while (FirstIsDue())
         RunFirst();
 }

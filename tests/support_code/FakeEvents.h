@@ -43,6 +43,9 @@ class FakeEvents : public EventPump {
 
     std::size_t Pending() const noexcept { return queue_.size(); }
 
+    // Runs at every call of DoEvents, before the events: what happens at a certain one of many yields.
+    std::function<void(std::int32_t call)> whenYielding;
+
     std::int32_t doEventsCalls = 0;
     std::int32_t waitCalls = 0;
     std::int32_t eventsRun = 0;

@@ -1,0 +1,507 @@
+// The tree: what it shows, and what a click on its nodes does.
+
+#include "views/GamesTree.h"
+
+#include "tests/support_code/HeadlessBrowser.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace quarn {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class GamesTreeTest : public ::testing::Test {
+  protected:
+    void Definitions(const std::string& text) { browser.fake.files.Put("C:\\Quarn\\Games.ini", text); }
+    TreeView& Tree() { return browser.Controls().trvGames; }
+    GamesTree& Form() { return browser.Form().tree; }
+    std::string File(const std::string& list) {
+        return browser.fake.files.Get(HeadlessBrowser::PathOf(list));
+    }
+    std::int32_t Saves(const std::string& list) {
+        return browser.fake.files.Writes(HeadlessBrowser::PathOf(list));
+    }
+    std::int32_t Loads(const std::string& list) {
+        return browser.fake.files.Reads(HeadlessBrowser::PathOf(list));
+    }
+    std::vector<std::string> Checked() {
+        std::vector<std::string> checked;
+        for (const char* key : {"fltkey", "png20", "png50", "png100"})
+            if (Tree().Node(key).image == "checked")
+                checked.push_back(key);
+        return checked;
+    }
+
+    HeadlessBrowser browser;
+};
+
+TEST_F(GamesTreeTest, HasItsFixedNodesInFront) {
+    ASSERT_TRUE(browser.Start());
+    struct Fixed {
+        const char* key;
+        const char* text;
+        const char* parent;
+        const char* image;
+    };
+    std::int32_t position = 0;
+    for (const Fixed& f :
+         {Fixed{"games", "Games", "", "fldrop"}, Fixed{"favorites", "Favorites", "", "fldrop"},
+          Fixed{"filters", "Filters", "", "fldrop"},
+          Fixed{"fltkey", "Open servers only", "filters", "unchecked"},
+          Fixed{"fltping", "Ping", "filters", "fldrop"}, Fixed{"png20", "<= 20", "fltping", "unchecked"},
+          Fixed{"png50", "<= 50", "fltping", "unchecked"},
+          Fixed{"png100", "<= 100", "fltping", "unchecked"}}) {
+        const TreeNode& node = Tree().At(++position);
+        EXPECT_EQ(node.key, f.key);
+        EXPECT_EQ(node.text, f.text);
+        EXPECT_EQ(node.parent, f.parent);
+        EXPECT_EQ(node.image, f.image);
+        EXPECT_EQ(node.selectedImage, f.image);
+    }
+}
+
+TEST_F(GamesTreeTest, ShowsVisibleGamesTheirModsAndTheFolders) {
+    ASSERT_TRUE(browser.Start());
+    EXPECT_THAT(Tree().Children("games"), ElementsAre("q3", "d3", "hl"));
+    EXPECT_THAT(Tree().Children("q3"), ElementsAre("mod1", "mod2"));
+    EXPECT_THAT(Tree().Children("d3"), IsEmpty());
+    EXPECT_THAT(Tree().Children("hl"), ElementsAre("mod3"));
+    EXPECT_THAT(Tree().Children("favorites"), ElementsAre("fav1", "fav2"));
+    EXPECT_EQ(Tree().Node("q3").text, "Arena");
+    EXPECT_EQ(Tree().Node("mod1").text, "OSP Tourney");
+    EXPECT_EQ(Tree().Node("fav1").text, "Friends");
+    for (const char* key : {"q3", "mod1", "fav2"}) {
+        EXPECT_EQ(Tree().Node(key).image, "fldrcls") << key;
+        EXPECT_EQ(Tree().Node(key).selectedImage, "fldrop") << key;
+    }
+}
+
+TEST_F(GamesTreeTest, TakesAGamesOwnImageOnlyForExactlyItsKey) {
+    ASSERT_TRUE(browser.Start());
+    Tree().images = {"fldrcls", "Q3", "hl", "d3 "};
+    Form().RefreshTreeView();
+    EXPECT_EQ(Tree().Node("hl").image, "hl");
+    EXPECT_EQ(Tree().Node("hl").selectedImage, "hl");
+    EXPECT_EQ(Tree().Node("q3").image, "fldrcls");
+    EXPECT_EQ(Tree().Node("d3").selectedImage, "fldrop");
+}
+
+TEST_F(GamesTreeTest, RebuildsWithoutDuplicatesAndLeavesTheFilters) {
+    ASSERT_TRUE(browser.Start());
+    browser.ClickNode("png50");
+    const std::vector<std::string> keys = browser.TreeKeys();
+    for (int i = 0; i < 3; ++i)
+        Form().RefreshTreeView();
+    EXPECT_EQ(browser.TreeKeys(), keys);
+    EXPECT_THAT(Checked(), ElementsAre("png50"));
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(GamesTreeTest, FollowsWhatIsSetUp) {
+    ASSERT_TRUE(browser.Start());
+    browser.program.GameVisible[1] = 0;
+    browser.program.GameVisible[4] = -1;
+    browser.program.FavoritesNumber = 3;
+    browser.program.FavoriteNames[3] = "";
+    Form().RefreshTreeView();
+    EXPECT_THAT(Tree().Children("games"), ElementsAre("d3", "hl", "hidden"));
+    EXPECT_THAT(Tree().Children("hidden"), ElementsAre("mod4"));
+    EXPECT_THAT(Tree().Children("favorites"), ElementsAre("fav1", "fav2", "fav3"));
+    EXPECT_FALSE(Tree().Has("mod1"));
+}
+
+TEST_F(GamesTreeTest, BuildsTheRestWhenANodeCannotBeAdded) {
+    struct Case {
+        const char* name;
+        const char* shorts; // of games 2 and 3
+        const char* shortOfThird;
+        std::vector<std::string> games;
+        std::vector<std::string> errors;
+    };
+    for (const Case& c : {Case{"the same key twice", "a", "b", {"a", "b"}, {"frmMain;RefreshTreeView;35602"}},
+                          Case{"a fixed key", "games", "b", {"a", "b"}, {"frmMain;RefreshTreeView;35602"}},
+                          Case{"a filter's key", "png20", "b", {"a", "b"}, {"frmMain;RefreshTreeView;35602"}},
+                          Case{"no key", "", "b", {"a", "b"}, {"frmMain;RefreshTreeView;5"}},
+                          Case{"two without a key",
+                               "",
+                               "",
+                               {"a"},
+                               {"frmMain;RefreshTreeView;5", "frmMain;RefreshTreeView;5"}}}) {
+        HeadlessBrowser other;
+        other.fake.files.Put("C:\\Quarn\\Games.ini",
+                             "[General]\nGameNum=3\nMODNum=2\n[Game1]\nGameShort=a\n[Game2]\nGameShort=" +
+                                 std::string(c.shorts) + "\n[Game3]\nGameShort=" + c.shortOfThird +
+                                 "\n[MOD1]\nBasedGame=a\n[MOD2]\nBasedGame=" + c.shorts + "\n");
+        other.Set("Selection", "LastGame", 1);
+        ASSERT_TRUE(other.Start());
+        const TreeView& tree = other.Controls().trvGames;
+        EXPECT_EQ(tree.Children("games"), c.games) << c.name;
+        EXPECT_EQ(tree.Children("a").front(), "mod1") << c.name;
+        EXPECT_THAT(tree.Children(""), ElementsAre("games", "favorites", "filters")) << c.name;
+        EXPECT_THAT(tree.Children("png20"), IsEmpty()) << c.name;
+        EXPECT_THAT(tree.Children("favorites"), ElementsAre("fav1", "fav2")) << c.name;
+        EXPECT_EQ(other.Errors(), c.errors) << c.name;
+        const std::vector<std::string> keys = other.TreeKeys();
+        other.Form().tree.RefreshTreeView();
+        EXPECT_EQ(other.TreeKeys(), keys) << c.name;
+    }
+}
+
+TEST_F(GamesTreeTest, ShowsNoModWithoutItsGame) {
+    Definitions("[General]\nGameNum=2\nMODNum=5\n[Game1]\nGameShort=a\n[Game2]\nGameShort=b\n"
+                "[MOD1]\nBasedGame=A\n[MOD2]\nBasedGame=nowhere\n[MOD3]\nBasedGame=games\n"
+                "[MOD4]\nBasedGame=fltping\n[MOD5]\nBasedGame=b\n");
+    browser.Set("Games", "Visible2", 0);
+    ASSERT_TRUE(browser.Start());
+    for (const char* key : {"mod1", "mod2", "mod3", "mod4", "mod5"})
+        EXPECT_FALSE(Tree().Has(key)) << key;
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(GamesTreeTest, BuildsNineFoldersAndTellsWhenThereShallBeMore) {
+    for (const std::int32_t number : {0, -1, 9, 10, 1000, 2147483647}) {
+        HeadlessBrowser other;
+        other.Set("Favorites", "Number", number);
+        ASSERT_TRUE(other.Start());
+        const std::int32_t built = std::min(std::max(number, 0), 9);
+        EXPECT_THAT(other.Controls().trvGames.Children("favorites"), SizeIs(built)) << number;
+        EXPECT_THAT(other.Errors(), SizeIs(number > 9 ? 1 : 0)) << number;
+        if (number > 9) {
+            EXPECT_EQ(other.Errors().front(), "frmMain;RefreshTreeView;9");
+        }
+        for (std::int32_t i = 1; i <= 9; ++i)
+            EXPECT_EQ(other.Controls().mnuServAddToFavorites[i].visible, i <= number) << number;
+    }
+}
+
+TEST_F(GamesTreeTest, KeepsSelectionAndExpansionByKey) {
+    struct Case {
+        const char* selected;
+        const char* after; // when d3 and mod3's game are gone
+    };
+    for (const Case& c :
+         {Case{"q3", "q3"}, Case{"mod2", "mod2"}, Case{"fav2", "fav2"}, Case{"png20", "png20"},
+          Case{"d3", "games"}, Case{"mod3", "games"}, Case{"fav1", "fav1"}}) {
+        HeadlessBrowser other;
+        ASSERT_TRUE(other.Start());
+        TreeView& tree = other.Controls().trvGames;
+        tree.Select(c.selected);
+        tree.Node("q3").expanded = true;
+        tree.Node("fltping").expanded = false;
+        other.program.GameVisible[2] = 0;
+        other.program.GameVisible[3] = 0;
+        const std::int32_t reads = other.fake.files.Reads(HeadlessBrowser::PathOf("q3"));
+        const std::int32_t writes = other.fake.files.TotalWrites();
+        other.Form().tree.RefreshTreeView();
+        EXPECT_EQ(tree.SelectedKey(), c.after) << c.selected;
+        EXPECT_TRUE(tree.Node("q3").expanded);
+        EXPECT_FALSE(tree.Node("fltping").expanded);
+        EXPECT_FALSE(tree.Node("fav1").expanded);
+        EXPECT_EQ(other.program.CurrentGame, "q3") << "no click was handled";
+        EXPECT_EQ(other.fake.files.Reads(HeadlessBrowser::PathOf("q3")), reads);
+        EXPECT_EQ(other.fake.files.TotalWrites(), writes);
+    }
+}
+
+TEST_F(GamesTreeTest, SelectsTheFolderOfAFavoriteThatWent) {
+    ASSERT_TRUE(browser.Start());
+    Tree().Select("fav2");
+    browser.program.FavoritesNumber = 1;
+    Form().RefreshTreeView();
+    EXPECT_EQ(Tree().SelectedKey(), "favorites");
+    Tree().SelectNone();
+    Form().RefreshTreeView();
+    EXPECT_EQ(Tree().SelectedKey(), "");
+}
+
+TEST_F(GamesTreeTest, SwitchesTheOpenServersFilterAtEveryClick) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(3));
+    ASSERT_TRUE(browser.Start());
+    browser.program.Servers[2].Locked = 1;
+    browser.program.CurrentServer = 3;
+    browser.ClickNode("fltkey");
+    EXPECT_EQ(browser.program.FilterLocked, 1);
+    EXPECT_THAT(Checked(), ElementsAre("fltkey"));
+    EXPECT_EQ(Tree().Node("fltkey").selectedImage, "checked");
+    EXPECT_THAT(browser.Tags(), ElementsAre("1", "3"));
+    EXPECT_EQ(browser.Count(), "3 servers");
+    EXPECT_EQ(browser.program.CurrentServer, 0);
+    browser.ClickNode("fltkey");
+    EXPECT_EQ(browser.program.FilterLocked, 0);
+    EXPECT_THAT(Checked(), IsEmpty());
+    EXPECT_THAT(browser.Tags(), ElementsAre("1", "2", "3"));
+    EXPECT_EQ(Saves("q3"), 0);
+}
+
+TEST_F(GamesTreeTest, ListsAnewForTheFolderOfThePingFilters) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(3));
+    browser.Set("Filter", "Locked", 7);
+    ASSERT_TRUE(browser.Start());
+    browser.Controls().lvwServers.Remove(2);
+    browser.ClickNode("fltping");
+    EXPECT_EQ(browser.program.FilterLocked, 7);
+    EXPECT_EQ(Tree().Node("fltping").image, "fldrop");
+    EXPECT_THAT(browser.Tags(), ElementsAre("1", "2", "3"));
+    EXPECT_EQ(browser.program.CurrentGame, "q3");
+}
+
+TEST_F(GamesTreeTest, ChecksAtMostOnePingFilter) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(120));
+    ASSERT_TRUE(browser.Start());
+    struct Click {
+        const char* key;
+        std::int32_t limit;
+        std::vector<std::string> checked;
+        std::int32_t rows;
+    };
+    for (const Click& c : {Click{"png50", 50, {"png50"}, 50}, Click{"png20", 20, {"png20"}, 20},
+                           Click{"png20", 0, {}, 120}, Click{"png100", 100, {"png100"}, 100},
+                           Click{"png50", 50, {"png50"}, 50}, Click{"png50", 0, {}, 120}}) {
+        browser.ClickNode(c.key);
+        EXPECT_EQ(browser.program.FilterPing, c.limit) << c.key;
+        EXPECT_EQ(Checked(), c.checked) << c.key;
+        EXPECT_EQ(browser.RowCount(), c.rows) << c.key;
+    }
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(GamesTreeTest, TakesAnyStoredLimitForNone) {
+    for (const std::int32_t stored : {1, 30, -20, 2147483647}) {
+        HeadlessBrowser other;
+        other.Set("Filter", "Ping", stored);
+        ASSERT_TRUE(other.Start());
+        other.ClickNode("fltkey");
+        EXPECT_EQ(other.program.FilterPing, stored);
+        other.ClickNode("png50");
+        EXPECT_EQ(other.program.FilterPing, 50) << stored;
+        EXPECT_THAT(other.Errors(), IsEmpty()) << stored;
+    }
+}
+
+TEST_F(GamesTreeTest, SwitchesTheListAndSavesTheOneItLeaves) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(2));
+    browser.PutList("d3", HeadlessBrowser::Addresses(4));
+    ASSERT_TRUE(browser.Start());
+    EXPECT_EQ(Saves("q3"), 0);
+    browser.program.Servers[1].Name = "Changed";
+    browser.ClickNode("d3");
+    EXPECT_NE(File("q3").find(";Changed;"), std::string::npos);
+    EXPECT_EQ(browser.program.CurrentGame, "d3");
+    EXPECT_EQ(browser.program.LastGame, HeadlessBrowser::D3);
+    EXPECT_EQ(browser.RowCount(), 4);
+    EXPECT_EQ(browser.Count(), "4 servers");
+    EXPECT_EQ(browser.program.CurrentServer, 0);
+    EXPECT_EQ(Saves("d3"), 0);
+    browser.ClickNode("q3");
+    EXPECT_EQ(Saves("d3"), 1);
+    EXPECT_EQ(browser.Cell(1, NameColumn), "Changed");
+}
+
+TEST_F(GamesTreeTest, SavesAndReloadsBetweenAGameAndItsMods) {
+    struct Step {
+        const char* key;
+        std::int32_t saves;
+        std::int32_t loads;
+        std::int32_t modFilter;
+        std::vector<std::string> tags;
+    };
+    browser.fake.files.Put(HeadlessBrowser::PathOf("q3"), "3\r\n127.0.0.1;1;--;a;1;0;0;osp;;0;;\r\n"
+                                                          "127.0.0.1;2;--;b;1;0;0;ra3;;0;;\r\n"
+                                                          "127.0.0.1;3;--;c;1;0;0;OSP;;0;;\r\n");
+    ASSERT_TRUE(browser.Start());
+    ASSERT_EQ(Loads("q3"), 1);
+    const std::vector<std::string> all = {"1", "2", "3"};
+    for (const Step& s :
+         {Step{"mod1", 1, 2, 1, {"1"}}, Step{"mod2", 1, 3, 2, {"2"}}, Step{"mod2", 1, 3, 2, {"2"}},
+          Step{"q3", 1, 4, 0, all}, Step{"q3", 2, 4, 0, all}, Step{"mod1", 3, 5, 1, {"1"}}}) {
+        browser.ClickNode(s.key);
+        EXPECT_EQ(Saves("q3"), s.saves) << s.key;
+        EXPECT_EQ(Loads("q3"), s.loads) << s.key;
+        EXPECT_EQ(browser.Form().servers.ModFilter, s.modFilter) << s.key;
+        EXPECT_EQ(browser.Tags(), s.tags) << s.key;
+        EXPECT_EQ(browser.program.CurrentGame, "q3");
+        EXPECT_EQ(browser.Count(), "3 servers");
+    }
+    // Left under a MOD filter: what was found out there is lost.
+    browser.program.Servers[1].Name = "Lost";
+    browser.ClickNode("d3");
+    EXPECT_EQ(Saves("q3"), 3);
+    EXPECT_EQ(browser.Form().servers.ModFilter, 0);
+}
+
+TEST_F(GamesTreeTest, ShowsNothingInAFolderAndSavesItWhenItIsLeft) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(2));
+    ASSERT_TRUE(browser.Start());
+    for (const char* folder : {"games", "favorites", "filters"}) {
+        browser.ClickNode(folder);
+        EXPECT_EQ(browser.RowCount(), 0) << folder;
+        EXPECT_EQ(browser.Count(), "0 servers") << folder;
+        EXPECT_EQ(browser.program.CurrentGame, folder);
+        EXPECT_EQ(Saves(folder), 0);
+        browser.ClickNode("q3");
+        EXPECT_EQ(File(folder), " 0\r\n");
+    }
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+}
+
+TEST_F(GamesTreeTest, EnablesTheCommandsThatSuitTheList) {
+    struct Case {
+        const char* key;
+        bool menus;
+        std::int32_t enabledButtons; // from the left
+        bool firstFolder;
+    };
+    ASSERT_TRUE(browser.Start());
+    for (const Case& c :
+         {Case{"q3", true, 10, true}, Case{"fav1", true, 9, false}, Case{"fav2", true, 9, false},
+          Case{"games", false, 0, false}, Case{"mod1", true, 10, true}, Case{"favorites", false, 0, true},
+          Case{"filters", true, 10, true}, Case{"fav1", true, 9, false}, Case{"favorites", false, 0, false},
+          Case{"d3", true, 10, true}}) {
+        browser.ClickNode(c.key);
+        const MainControls& controls = browser.Controls();
+        EXPECT_EQ(controls.mnuServer.enabled, c.menus) << c.key;
+        EXPECT_EQ(controls.mnuServerList.enabled, c.menus) << c.key;
+        EXPECT_EQ(controls.mnuServerListExport.enabled, c.menus) << c.key;
+        EXPECT_EQ(controls.mnuServAddToFavorites[1].enabled, c.firstFolder) << c.key;
+        for (std::int32_t i = 2; i <= 9; ++i)
+            EXPECT_TRUE(controls.mnuServAddToFavorites[i].enabled) << c.key;
+        for (std::int32_t i = 1; i <= 10; ++i)
+            EXPECT_EQ(controls.tbMain.buttons[i].enabled, i <= c.enabledButtons) << c.key << " " << i;
+    }
+}
+
+TEST_F(GamesTreeTest, SwitchesNotWhenTheListCannotBeSaved) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(2));
+    browser.PutList("d3", HeadlessBrowser::Addresses(4));
+    ASSERT_TRUE(browser.Start());
+    browser.program.Servers[1].Name = "Changed";
+    for (const ErrorNumber error : {ErrorNumber::PermissionDenied, ErrorNumber::DiskFull}) {
+        browser.fake.files.FailWrites(HeadlessBrowser::PathOf("q3"), error);
+        const std::size_t boxes = browser.fake.prompts.shown.size();
+        browser.ClickNode("d3");
+        EXPECT_EQ(browser.program.CurrentGame, "q3");
+        EXPECT_EQ(Form().ShownList(), "q3");
+        EXPECT_EQ(browser.RowCount(), 2);
+        EXPECT_EQ(browser.Errors().back(),
+                  "frmMain;SetGameFilter;" + std::to_string(static_cast<int>(error)));
+        EXPECT_EQ(browser.fake.prompts.shown.size(), boxes + 1);
+    }
+    browser.fake.files.ClearFaults();
+    browser.ClickNode("d3");
+    EXPECT_NE(File("q3").find(";Changed;"), std::string::npos);
+    EXPECT_EQ(browser.RowCount(), 4);
+}
+
+TEST_F(GamesTreeTest, LosesNothingOfAFileThatItCouldNotRead) {
+    browser.fake.files.Put(HeadlessBrowser::PathOf("q3"), "damaged");
+    ASSERT_TRUE(browser.Start());
+    EXPECT_EQ(browser.Count(), "0 servers");
+    EXPECT_EQ(browser.program.ServerCount, 0);
+    browser.ClickNode("d3");
+    EXPECT_EQ(File("q3"), " 0\r\n");
+    EXPECT_EQ(browser.fake.files.Get("C:\\Quarn\\servers-q3.bak"), "damaged");
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(GamesTreeTest, IgnoresANodeThatIsGone) {
+    ASSERT_TRUE(browser.Start());
+    for (const char* key : {"", "mod99", "fav3", "nothing"})
+        Form().trvGames_NodeClick(key);
+    EXPECT_EQ(browser.program.CurrentGame, "q3");
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(GamesTreeTest, TellsOfAKeyThatOnlyLooksLikeAMods) {
+    Definitions("[General]\nGameNum=1\n[Game1]\nGameShort=modern\nEngine=q3\n");
+    browser.Set("Selection", "LastGame", 1);
+    ASSERT_TRUE(browser.Start());
+    browser.ClickNode("modern");
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;SetGameFilter;13"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_EQ(browser.program.CurrentGame, "games");
+}
+
+TEST_F(GamesTreeTest, AsksForAFoldersNewName) {
+    ASSERT_TRUE(browser.Start());
+    browser.fake.prompts.textAnswers = {"Old friends"};
+    Tree().Select("fav1");
+    Form().mnuTreeRename_Click();
+    ASSERT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_EQ(browser.fake.prompts.shown[0].kind, FakePrompts::Kind::Text);
+    EXPECT_EQ(browser.fake.prompts.shown[0].text, "Enter a new name:");
+    EXPECT_EQ(browser.fake.prompts.shown[0].title, "Change name");
+    EXPECT_EQ(Tree().Node("fav1").text, "Old friends");
+    EXPECT_EQ(Tree().Node("fav2").text, "Duels");
+    EXPECT_EQ(browser.Controls().mnuServAddToFavorites[1].caption, "Old friends");
+    EXPECT_EQ(Tree().SelectedKey(), "fav1");
+    EXPECT_EQ(browser.Setting("Favorites", "Name1"), "Friends");
+    browser.Form().Unload();
+    EXPECT_EQ(browser.Setting("Favorites", "Name1"), "Old friends");
+}
+
+TEST_F(GamesTreeTest, TakesAnyAnswerForAFoldersName) {
+    ASSERT_TRUE(browser.Start());
+    Tree().Select("fav2");
+    for (const char* answer : {"x", "", " ", "a;b", "&Name", "-"}) {
+        browser.fake.prompts.textAnswers = {answer};
+        Form().mnuTreeRename_Click();
+        EXPECT_EQ(browser.program.FavoriteNames[2], answer);
+        EXPECT_EQ(Tree().Node("fav2").text, answer);
+        EXPECT_EQ(browser.Controls().mnuServAddToFavorites[2].caption, answer);
+    }
+    EXPECT_EQ(browser.program.FavoriteNames[1], "Friends");
+}
+
+TEST_F(GamesTreeTest, RenamesFavoritesFoldersOnly) {
+    ASSERT_TRUE(browser.Start());
+    for (const char* key : {"games", "favorites", "filters", "q3", "mod1", "fltkey", "png20"}) {
+        Tree().Select(key);
+        Form().mnuTreeRename_Click();
+    }
+    Tree().SelectNone();
+    Form().mnuTreeRename_Click();
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(GamesTreeTest, TellsWhenAFolderHasNoNameToChange) {
+    Definitions("[General]\nGameNum=3\n[Game1]\nGameShort=fav10\n[Game2]\nGameShort=fav-1\n[Game3]"
+                "\nGameShort=favx\n");
+    browser.Set("Selection", "LastGame", 1);
+    ASSERT_TRUE(browser.Start());
+    struct Case {
+        const char* key;
+        const char* error;
+    };
+    for (const Case& c : {Case{"fav10", "9"}, Case{"fav-1", "9"}, Case{"favx", "13"}}) {
+        Tree().Select(c.key);
+        Form().mnuTreeRename_Click();
+        EXPECT_EQ(browser.Errors().back(), std::string("frmMain;mnuTreeRename_Click;") + c.error) << c.key;
+    }
+    for (const FakePrompts::Box& box : browser.fake.prompts.shown)
+        EXPECT_EQ(box.kind, FakePrompts::Kind::Error);
+}
+
+TEST_F(GamesTreeTest, NamesTheEntriesOfTheFavoritesMenu) {
+    ASSERT_TRUE(browser.Start());
+    const OneBased<MenuEntry>& entries = browser.Controls().mnuServAddToFavorites;
+    EXPECT_EQ(entries[1].caption, "Friends");
+    EXPECT_EQ(entries[2].caption, "Duels");
+    EXPECT_TRUE(entries[2].visible);
+    EXPECT_FALSE(entries[3].visible);
+    browser.program.FavoritesNumber = 4;
+    browser.program.FavoriteNames[4] = "Four";
+    Form().RefreshFavMenu();
+    EXPECT_TRUE(entries[4].visible);
+    EXPECT_EQ(entries[4].caption, "Four");
+    EXPECT_FALSE(entries[5].visible);
+}
+
+} // namespace
+} // namespace quarn
