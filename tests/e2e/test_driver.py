@@ -113,9 +113,9 @@ def test_works_on_rows(do):
 def test_shows_the_sort_arrow(do):
     do("click-header", ID["list"], 1)
     wait_for_event(do, "sorted 1")
-    assert do("columns", ID["list"]) == ["", "Name ^"]
+    assert do.table("columns", ID["list"]) == [["", ""], ["Name", "up"]]
     do("click-header", ID["list"], 1)
-    do.wait("*Name v", "columns", ID["list"])
+    do.wait("*down", "columns", ID["list"])
 
 
 def test_answers_a_message_box(do):

@@ -26,7 +26,17 @@ def with_master(folder, network, address):
     return program_folder
 
 
-@pytest.mark.parametrize("address", ["no-such-host.invalid", "999.999.999.999", "", "a" * 254, "ho st", "\xff\xfe"])
+UNKNOWN_MASTERS = {
+    "unknown": "no-such-host.invalid",
+    "no address": "999.999.999.999",
+    "empty": "",
+    "longest": "a" * 254,
+    "blank inside": "ho st",
+    "no letters": "\xff\xfe",
+}
+
+
+@pytest.mark.parametrize("address", UNKNOWN_MASTERS.values(), ids=UNKNOWN_MASTERS.keys())
 def test_an_unknown_master_leaves_the_window_usable(gamenet, folder, start, address):
     quarn = start(with_master(folder, gamenet("--games", "d3"), address))
     quarn.wait_until_usable()

@@ -103,7 +103,9 @@ def test_an_end_mark_counts_as_a_server_and_an_error(browse):
     quarn.renew()
     quarn.wait_for_rows(8)
     assert quarn.status(3) == "9 servers"
-    assert re.search(r"^modMasterQuery;ParseQ3EngineServers;[^;]*;9;Subscript out of range\r$", quarn.log(), re.M)
+    assert re.search(
+        r"^modMasterQuery;ParseQ3EngineServers;[^;]*;9;Subscript out of range\r$", quarn.log(), re.M
+    )
     scan(quarn)
     quarn.do("close")
     assert quarn.message("Send error log?") == (

@@ -106,7 +106,14 @@ def test_a_run_keeps_the_settings_it_found(gamenet, folder, start):
         return settings.read_bytes()
 
     completed = run()
-    for line in (b"Name1=L\xfcneburg", b"PingTimeout=250", b"Visible2=1", b"LastGame=9", b"Locked=0", b"Ping=0"):
+    for line in (
+        b"Name1=L\xfcneburg",
+        b"PingTimeout=250",
+        b"Visible2=1",
+        b"LastGame=9",
+        b"Locked=0",
+        b"Ping=0",
+    ):
         assert line + b"\r\n" in completed
     assert b"Path4=C:\\Somewhere\r\n[Elsewhere]\r\nKept=as it is\r\n" in completed
     assert b"Path3=" not in completed
@@ -116,7 +123,10 @@ def test_a_run_keeps_the_settings_it_found(gamenet, folder, start):
 def test_the_log_holds_the_last_entry_alone(folder, start):
     quarn = start(folder())
     past_the_first_start(quarn)
-    assert [line.split(";")[:2] for line in quarn.log().splitlines()] == [["modMain", "Main"], ["frmMain", "Form_Load"]]
+    assert [line.split(";")[:2] for line in quarn.log().splitlines()] == [
+        ["modMain", "Main"],
+        ["frmMain", "Form_Load"],
+    ]
     assert quarn.close() == 0
     assert re.fullmatch(LAST_ENTRY, quarn.log())
 

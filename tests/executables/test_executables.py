@@ -35,7 +35,9 @@ class Executable:
     def __init__(self, preset, architecture, protections):
         objdump = f"{architecture}-w64-mingw32-objdump"
         path = BUILD / preset / "Quarn" / "Quarn.exe"
-        self.headers = subprocess.run([objdump, "-p", path], check=True, capture_output=True, text=True).stdout
+        self.headers = subprocess.run(
+            [objdump, "-p", path], check=True, capture_output=True, text=True
+        ).stdout
         self.protections = protections
 
     def number(self, field):

@@ -92,7 +92,9 @@ def demonstrate(options):
             print("Starting the real game servers")
             listed = ["--list", stack.enter_context(real_servers(DEMO / "openarena"))]
         network = stack.enter_context(Gamenet(DEMO, *listed))
-        print(f"Started a network of {len(network.servers)} servers of {len(network.games)} games", flush=True)
+        print(
+            f"Started a network of {len(network.servers)} servers of {len(network.games)} games", flush=True
+        )
         folder = fresh_folder(DEMO / "Quarn", network.games_ini)
         shutil.copyfile(network.country_file, folder / "countryip.dat")
         write_settings(folder, games=len(network.games))

@@ -2,7 +2,9 @@
 # shellcheck disable=SC2034  # used by the scripts that source this
 
 PACKAGES_TO_BUILD_NATIVE=(g++ cmake ninja-build googletest)
-PACKAGES_TO_BUILD_PROGRAM=(g++-mingw-w64-x86-64-posix librsvg2-bin icoutils imagemagick famfamfam-flag-png)
+PACKAGES_TO_BUILD_PROGRAM=(
+    g++-mingw-w64-x86-64-posix librsvg2-bin icoutils imagemagick famfamfam-flag-png tor-geoipdb
+)
 PACKAGES_TO_RUN=(wine wine64 xvfb openbox x11-utils imagemagick python3)
 PACKAGES_TO_TEST=(clang g++-mingw-w64-i686-posix python3-pytest)
 PACKAGES_OF_REAL_SERVERS=(openarena-server)

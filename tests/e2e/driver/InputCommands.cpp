@@ -1,5 +1,5 @@
-// Menu commands, keys and plain messages. The captions of another process's menu cannot be read under Wine,
-// so a menu entry is chosen by its command id.
+// Menu commands, keys, plain messages and the clipboard. The captions of another process's menu cannot be
+// read under Wine, so a menu entry is chosen by its command id.
 
 #include "tests/e2e/driver/Messages.h"
 #include "tests/e2e/driver/Session.h"
@@ -48,6 +48,18 @@ Lines PostMessageTo(Session& session, const Words& arguments) {
     return {};
 }
 
+Lines ClipboardText(Session&, const Words&) {
+    if (!OpenClipboard(nullptr))
+        throw Failure("the clipboard is in use");
+    std::string text;
+    if (const HANDLE data = GetClipboardData(CF_TEXT)) {
+        text = static_cast<const char*>(GlobalLock(data));
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return {Escaped(text)};
+}
+
 } // namespace
 
 Commands InputCommands() {
@@ -55,6 +67,7 @@ Commands InputCommands() {
         {"command", "ID", "chooses the menu entry with that command id", 1, ChooseCommand},
         {"key", "CONTROL KEY...", "presses keys in a control, or in the window where CONTROL is a point", 2,
          Key},
+        {"clipboard", "", "prints the text on the clipboard", 0, ClipboardText},
         {"post", "CONTROL MESSAGE [WPARAM [LPARAM]]", "posts a message", 2, PostMessageTo},
     };
 }

@@ -57,17 +57,15 @@ class ListView {
         Send(control_, LVM_SETITEMSTATE, static_cast<WPARAM>(row), item_.Parameter());
     }
 
-    // The caption of a column, followed by an arrow where the list is sorted by it.
-    std::string ColumnCaption(int column) {
+    // The caption of a column and, where the list is sorted by it, the mark that says so.
+    Lines Column(int column) {
         HDITEMA item{};
-        item.mask = HDI_TEXT | HDI_FORMAT;
+        item.mask = HDI_TEXT | HDI_FORMAT | HDI_IMAGE;
         item.pszText = static_cast<char*>(text_.Address());
         item.cchTextMax = LongestText;
         RemoteStruct<HDITEMA> remote(process_, item);
         Send(Header(), HDM_GETITEMA, static_cast<WPARAM>(column), remote.Parameter());
-        const int format = remote.Get().fmt;
-        const char* arrow = (format & HDF_SORTUP) ? " ^" : (format & HDF_SORTDOWN) ? " v" : "";
-        return text_.ReadText() + arrow;
+        return {Escaped(text_.ReadText()), SortMark(remote.Get())};
     }
 
     // The part of a row that every view style lets one click: the text of its first labelled column.
@@ -100,6 +98,14 @@ class ListView {
     HWND Window() const { return control_; }
 
   private:
+    static std::string SortMark(const HDITEMA& item) {
+        if (item.fmt & HDF_IMAGE)
+            return "image " + std::to_string(item.iImage);
+        if (item.fmt & HDF_SORTUP)
+            return "up";
+        return (item.fmt & HDF_SORTDOWN) ? "down" : "";
+    }
+
     HANDLE process_;
     HWND control_;
     RemoteMemory text_;
@@ -110,7 +116,7 @@ Lines Columns(Session& session, const Words& arguments) {
     ListView list(session, session.Control(arguments[0]));
     Lines lines;
     for (int column = 0; column < list.ColumnCount(); ++column)
-        lines.push_back(Escaped(list.ColumnCaption(column)));
+        lines.push_back(Joined(list.Column(column), "\t"));
     return lines;
 }
 
@@ -187,7 +193,7 @@ Lines ClickHeader(Session& session, const Words& arguments) {
 
 Commands ListViewCommands() {
     return {
-        {"columns", "LIST", "lists the column captions, ^ or v after the one sorted by", 1, Columns},
+        {"columns", "LIST", "lists the columns: caption; up, down or an image where sorted by", 1, Columns},
         {"row-count", "LIST", "prints the number of rows", 1, RowCount},
         {"rows", "LIST", "lists the rows, their cells separated by tabs", 1, Rows},
         {"images", "LIST", "lists each row's image numbers of columns 0 and 2", 1, Images},

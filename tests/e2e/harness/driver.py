@@ -95,7 +95,9 @@ class Driver:
             ready, _, _ = select.select([self._process.stdout], [], [], REPLY_SECONDS)
             piece = self._process.stdout.read(65536) if ready else b""
             if not piece:
-                end = "hangs" if self._process.poll() is None else f"has ended with {self._process.returncode}"
+                end = (
+                    "hangs" if self._process.poll() is None else f"has ended with {self._process.returncode}"
+                )
                 raise DriverError(f"no answer to {words}: the driver {end}")
             self._received += piece
         line, _, self._received = self._received.partition(b"\n")

@@ -8,6 +8,7 @@ BUILD = ROOT / "build"
 PROGRAM_FOLDER = BUILD / "win64" / "Quarn"
 DRIVER = BUILD / "win64" / "tests" / "e2e" / "driver" / "uidrive.exe"
 STAND_IN = BUILD / "win64" / "tests" / "e2e" / "standin" / "standin.exe"
+RECORDER = BUILD / "win64" / "tests" / "e2e" / "recorder" / "recorder.exe"
 GAMENET = BUILD / "native" / "tools" / "gamenet" / "gamenet"
 IDS = ROOT / "win32" / "resources" / "ids.h"
 

@@ -8,7 +8,15 @@ from .driver import Driver
 from .places import IDS, PROGRAM_FOLDER, wait_until, windows_path
 
 TITLE = "Quarn"
-TOOLBAR = {"querymaster": 1, "refreshall": 3, "refresh": 4, "stop": 5, "join": 7, "monitor": 8, "favorites": 10}
+TOOLBAR = {
+    "querymaster": 1,
+    "refreshall": 3,
+    "refresh": 4,
+    "stop": 5,
+    "join": 7,
+    "monitor": 8,
+    "favorites": 10,
+}
 # The fixed nodes of the tree take positions 1 to 8; the first shown game follows them.
 FIRST_GAME_POSITION = 9
 
