@@ -7,7 +7,7 @@
 namespace quarn {
 
 // Fixed by design.
-inline constexpr std::int32_t TreeWidth = 3300;
+inline constexpr std::int32_t TreeWidth = 3900;
 inline constexpr TwipsSize DesignSize = {16200, 10200}; // outer frame of a first start
 
 // Places the lists below a toolbar of the given height inside a window of the given inner size. Sizes never
