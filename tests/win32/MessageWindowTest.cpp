@@ -21,13 +21,14 @@ TEST(MessageWindowTest, HandsOnTheProgramsOwnMessagesAndTimers) {
     EXPECT_EQ(messages, (std::vector<UINT>{WM_APP, WM_TIMER, 0xBFFF}));
 }
 
+BOOL CALLBACK IsAnother(HWND found, LPARAM ours) {
+    return found != reinterpret_cast<HWND>(ours);
+}
+
 TEST(MessageWindowTest, IsNotAmongTheWindowsOfTheDesktop) {
     const MessageWindow window([](UINT, WPARAM, LPARAM) {});
     EXPECT_FALSE(IsWindowVisible(window.Handle()));
-    const auto isAnother = [](HWND found, LPARAM ours) {
-        return BOOL{found != reinterpret_cast<HWND>(ours)};
-    };
-    EXPECT_TRUE(EnumWindows(isAnother, reinterpret_cast<LPARAM>(window.Handle())));
+    EXPECT_TRUE(EnumWindows(&IsAnother, reinterpret_cast<LPARAM>(window.Handle())));
 }
 
 TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {

@@ -223,18 +223,19 @@ class FolderDialogTest : public PromptsWinTest {
     std::string folder;
 };
 
+BOOL CALLBACK FindTree(HWND child, LPARAM found) {
+    char name[32] = "";
+    GetClassNameA(child, name, sizeof name);
+    if (std::string(name) != WC_TREEVIEWA)
+        return TRUE;
+    *reinterpret_cast<HWND*>(found) = child;
+    return FALSE;
+}
+
 // The text of the folder that is selected in the dialog's tree.
 std::string SelectedFolder(HWND box) {
     HWND tree = nullptr;
-    const auto findTree = [](HWND child, LPARAM found) {
-        char name[32] = "";
-        GetClassNameA(child, name, sizeof name);
-        if (std::string(name) != WC_TREEVIEWA)
-            return TRUE;
-        *reinterpret_cast<HWND*>(found) = child;
-        return FALSE;
-    };
-    EnumChildWindows(box, findTree, reinterpret_cast<LPARAM>(&tree));
+    EnumChildWindows(box, &FindTree, reinterpret_cast<LPARAM>(&tree));
     char text[MAX_PATH] = "";
     TVITEMA item{};
     item.mask = TVIF_TEXT;
