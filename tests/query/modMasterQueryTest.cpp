@@ -101,6 +101,16 @@ TEST_F(MasterReply, ANewEntryHasOnlyAddressAndPort) {
     EXPECT_TRUE(server.LastVisit.IsZero());
 }
 
+TEST_F(MasterReply, ASlotThatALongerCountLeftOverIsFilledAndItsPlayersGo) {
+    ParseHL(server1 + "x" + server1 + "y" + server1 + "z");
+    ASSERT_EQ(program.Servers.HighestIndex(), 4);
+    program.Servers[4].PlayerList.Reset(2);
+    ParseD3(server2);
+    EXPECT_EQ(Slots()[3], "192.168.255.254:65279");
+    EXPECT_EQ(program.Servers[4].PlayerList.HighestIndex(), 0);
+    EXPECT_EQ(program.ServerCount, 4);
+}
+
 TEST_F(MasterReply, EntriesAreAppendedWithoutLookingForDuplicates) {
     ParseQ3(server1 + "\\" + server1 + "\\");
     program.Servers[1].Name = "kept";
