@@ -47,7 +47,7 @@ std::uint32_t IPToNumber(std::string_view address) {
     for (std::size_t i = 0; i < AddressParts; ++i) {
         const std::uint32_t part = std::bit_cast<std::uint32_t>(ToLong(PartAt(parts, i)));
         const int digits = std::max(2, (static_cast<int>(std::bit_width(part)) + 3) / 4);
-        number = (number << (4 * digits) | part) & 0xFFFF'FFFFU;
+        number = number << (4 * digits) | part;
     }
     return static_cast<std::uint32_t>(number);
 }
@@ -76,11 +76,9 @@ struct Bounds {
 // The whole addresses between two fixed-point numbers; addresses are whole, so nothing else can be held.
 Bounds AddressesBetween(std::int64_t from, std::int64_t to) noexcept {
     constexpr std::int64_t Highest = std::numeric_limits<std::uint32_t>::max();
-    if (from > Highest * FixedPointUnit || to < 0 || from > to)
-        return {NoFrom, NoTo};
-    const std::int64_t first = from <= 0 ? 0 : (from + FixedPointUnit - 1) / FixedPointUnit;
+    const std::int64_t first = from <= 0 ? 0 : from / FixedPointUnit + (from % FixedPointUnit != 0 ? 1 : 0);
     const std::int64_t last = std::min(to / FixedPointUnit, Highest);
-    if (first > last)
+    if (to < 0 || first > last)
         return {NoFrom, NoTo};
     return {OrderedAddress(static_cast<std::uint32_t>(first)),
             OrderedAddress(static_cast<std::uint32_t>(last))};

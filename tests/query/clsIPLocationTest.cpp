@@ -105,6 +105,13 @@ TEST_F(CountryDatabase, AnyKindOfLineEndWillDo) {
     }
 }
 
+TEST_F(CountryDatabase, TheShortestLinesAreRead) {
+    Load("2\n0;0;\n1;1;");
+    EXPECT_EQ(database.GetIPCountry("0.0.0.0"), "");
+    EXPECT_EQ(database.GetIPCountry("0.0.0.1"), "");
+    EXPECT_EQ(database.GetIPCountry("0.0.0.2"), "--");
+}
+
 TEST_F(CountryDatabase, CountriesAreAnyTextUpToTheNextField) {
     Load("4\n1;1;\n2;2; a country \n3;3;A\0\x1A\xFF\n4;4;B;more;fields\n"s);
     EXPECT_EQ(database.GetIPCountry("0.0.0.1"), "");
@@ -144,6 +151,7 @@ TEST_F(CountryDatabase, BoundsAreComparedAsTheyAreWritten) {
         {"4294967296;5000000000", "", "255.255.255.255"},
         {"4294967296;900000000000000", "", "0.0.0.0"},
         {"0;922337203685477", "255.255.255.255", ""},
+        {"922337203685477.4;922337203685477.5", "", "0.0.0.0"},
     };
     for (const auto& c : cases) {
         Load("1\n"s + c.bounds + ";A\n");

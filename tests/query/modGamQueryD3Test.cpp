@@ -104,7 +104,7 @@ TEST_F(Doom3Status, WithoutThatMarkNothingIsRead) {
 TEST_F(Doom3Status, CollectsPairsAsSeen) {
     const struct {
         std::string pairs;
-        const char* variables;
+        std::string variables;
     } cases[] = {
         {"", ""},
         {Pair("si_Pure", "One"), "\\si_pure\\one"},
@@ -116,6 +116,7 @@ TEST_F(Doom3Status, CollectsPairsAsSeen) {
         {Pair("vote", "si_map") + Pair("d3dm1", "x"), "\\vote\\x"}, // a value that is a known key
         {Pair("si_map", "") + Pair("gamename", "x"), "\\x"},        // takes the next key for its value
         {Pair("a\\", "\\"), "\\a\\\\\\"},
+        {Pair("si_map", "m") + "\0key\0value\0"s, "\\\0key\\value"s}, // a NUL in front of a key
     };
     for (const auto& c : cases) {
         Parse(Header + c.pairs + End + '\0'); // the first client number, and no more
@@ -177,6 +178,7 @@ TEST_F(Doom3Status, ADictionaryThatNeverEndsHasNoPlayers) {
         {"a\0b"s, "\\a"},
         {"a\0b\0"s, "\\a\\b"},
         {"a\0\0"s, "\\a"},
+        {"a\0b\0\0\0"s, "\\a\\b"},
         {"a\0\0b"s, "\\a"},
         {"si_map\0"s, ""},
         {"si_map\0m"s, ""},
