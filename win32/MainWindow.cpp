@@ -48,7 +48,7 @@ MainWindow::MainWindow(ProgramState& program, WindowsDesktop& desktop)
       pbScanning_(form_.controls.pbScanning) {}
 
 MainWindow::~MainWindow() {
-    desktop_.Events().beforeWait = nullptr;
+    desktop_.Events().updateWindows = nullptr;
     desktop_.Events().preTranslate = nullptr;
     desktop_.SetMainWindow(nullptr);
 }
@@ -66,7 +66,7 @@ void MainWindow::Show() {
     Create(creation);
 
     desktop_.SetMainWindow(Handle());
-    desktop_.Events().beforeWait = [this] { FlushModels(); };
+    desktop_.Events().updateWindows = [this] { FlushModels(); };
     desktop_.Events().preTranslate = [this](MSG& message) { return PreTranslate(message); };
 
     form_.Form_Load();

@@ -82,7 +82,7 @@ void MainWindow::ShowChanges() {
 }
 
 void MainWindow::Destroy() {
-    desktop_.Events().beforeWait = nullptr;
+    desktop_.Events().updateWindows = nullptr;
     desktop_.Events().preTranslate = nullptr;
     desktop_.SetMainWindow(nullptr);
     DestroyWindow(Handle());

@@ -228,7 +228,7 @@ TEST_F(MainWindowTest, FlushesNothingAfterItsEnd) {
     RunPendingEvents();
     Models().lvwServers.Add();
     window->FlushModels();
-    EXPECT_EQ(desktop.Events().beforeWait, nullptr);
+    EXPECT_EQ(desktop.Events().updateWindows, nullptr);
 }
 
 } // namespace

@@ -9,12 +9,22 @@ namespace {
 // An empty look into the message queue is not free, and loops over many records call for each of them.
 constexpr std::int64_t RestAfterEvents = 10'000; // microseconds, as below
 
+// The windows follow the models at least this often while events come in.
+constexpr std::int64_t UpdatePeriod = 100'000;
+
 // Events may bring further events; what has not run by then waits for the next call.
 constexpr std::int64_t LongestTurn = 50'000;
 
+// Sockets and timers have windows of their own that nobody sees.
+bool ConcernsTheUser(const MSG& message) noexcept {
+    return message.hwnd && (GetWindowLongA(message.hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
 } // namespace
 
-EventPumpWin::EventPumpWin() noexcept : eventsRanAt_(PerformanceMicroseconds() - RestAfterEvents) {}
+EventPumpWin::EventPumpWin() noexcept
+    : updatedAt_(PerformanceMicroseconds() - UpdatePeriod),
+      eventsRanAt_(PerformanceMicroseconds() - RestAfterEvents) {}
 
 int EventPumpWin::Run() {
     while (!quit_)
@@ -28,7 +38,9 @@ void EventPumpWin::DoEvents() {
     const std::int64_t start = PerformanceMicroseconds();
     if (quit_ || start - eventsRanAt_ < RestAfterEvents)
         return;
-    UpdateWindows();
+    updatePending_ = true;
+    if (start - updatedAt_ >= UpdatePeriod)
+        UpdateWindows();
     while (RunNext() && PerformanceMicroseconds() - start < LongestTurn) {
     }
     eventsRanAt_ = PerformanceMicroseconds();
@@ -37,15 +49,27 @@ void EventPumpWin::DoEvents() {
 void EventPumpWin::WaitForEvent() {
     if (quit_)
         return;
-    UpdateWindows();
-    MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    Sleep();
     RunNext();
     eventsRanAt_ = PerformanceMicroseconds();
 }
 
+void EventPumpWin::Sleep() {
+    DWORD woken = WAIT_TIMEOUT;
+    while (woken == WAIT_TIMEOUT) {
+        const std::int64_t rest = updatedAt_ + UpdatePeriod - PerformanceMicroseconds();
+        if (updatePending_ && rest <= 0)
+            UpdateWindows();
+        const DWORD timeout = updatePending_ ? static_cast<DWORD>(rest / 1000 + 1) : INFINITE;
+        woken = MsgWaitForMultipleObjectsEx(0, nullptr, timeout, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    }
+}
+
 void EventPumpWin::UpdateWindows() {
-    if (beforeWait)
-        beforeWait();
+    if (updateWindows)
+        updateWindows();
+    updatePending_ = false;
+    updatedAt_ = PerformanceMicroseconds();
 }
 
 bool EventPumpWin::RunNext() {
@@ -59,6 +83,9 @@ bool EventPumpWin::RunNext() {
         PostQuitMessage(exitCode_);
         return false;
     }
+    if (updatePending_ && ConcernsTheUser(message))
+        UpdateWindows();
+    updatePending_ = true;
     if (!preTranslate || !preTranslate(message)) {
         TranslateMessage(&message);
         DispatchMessageA(&message);

@@ -19,9 +19,10 @@ class EventPumpWin final : public EventPump {
   public:
     EventPumpWin() noexcept;
 
-    // Brings the windows up to date with the models; called before the pump waits or lets events run. Must
-    // not throw.
-    std::function<void()> beforeWait;
+    // Brings the windows up to date with the models. Called before a message to a visible window, so that the
+    // user always acts on what is there, and otherwise while the pump waits, no more often than an eye can
+    // follow: a scan's replies and ticks come faster. Must not throw.
+    std::function<void()> updateWindows;
 
     // True when the message was dealt with (accelerator, dialog key) and must not be dispatched. Must not
     // throw.
@@ -41,12 +42,17 @@ class EventPumpWin final : public EventPump {
   private:
     void UpdateWindows();
 
+    // Sleeps until there is a message; brings the windows up to date when their time comes.
+    void Sleep();
+
     // Runs the next message; false when there is none or the program ends.
     bool RunNext();
 
     bool quit_ = false;
     int exitCode_ = 0;
-    std::int64_t eventsRanAt_; // microseconds of the performance counter
+    bool updatePending_ = true;
+    std::int64_t updatedAt_;   // microseconds of the performance counter, as below
+    std::int64_t eventsRanAt_;
 };
 
 } // namespace quarn

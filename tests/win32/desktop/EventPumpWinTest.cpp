@@ -86,14 +86,32 @@ TEST_F(EventPumpWinTest, AMessageSentByAnotherThreadEndsAWait) {
     EXPECT_EQ(handled, 1);
 }
 
-TEST_F(EventPumpWinTest, WindowsAreBroughtUpToDateBeforeEachWait) {
+TEST_F(EventPumpWinTest, WindowsFollowNoFasterThanTheEye) {
+    int updates = 0;
+    pump.updateWindows = [&] { ++updates; };
+    onMessage = [this] { Post(1); };
+    Post(1);
+    const std::int64_t start = PerformanceMicroseconds();
+    while (PerformanceMicroseconds() - start < 350'000)
+        pump.WaitForEvent();
+    EXPECT_GT(handled, 20);
+    EXPECT_GE(updates, 3);
+    EXPECT_LE(updates, 5);
+}
+
+TEST_F(EventPumpWinTest, WhatTheLastEventChangedIsShownWhileTheWaitGoesOn) {
+    bool changed = false;
     std::string order;
-    pump.beforeWait = [&] { order += 'u'; };
-    onMessage = [&] { order += 'e'; };
-    Post(2);
+    pump.updateWindows = [&] {
+        order += changed ? 'c' : 'u';
+        if (changed)
+            Post(1); // ends the wait below
+    };
+    onMessage = [&] { changed = true; };
+    Post(1);
     pump.WaitForEvent();
     pump.WaitForEvent();
-    EXPECT_EQ(order, "ueue");
+    EXPECT_EQ(order.back(), 'c');
 }
 
 TEST_F(EventPumpWinTest, AMessageDealtWithBeforehandIsNotDispatched) {
@@ -109,7 +127,7 @@ TEST_F(EventPumpWinTest, AMessageDealtWithBeforehandIsNotDispatched) {
 
 TEST_F(EventPumpWinTest, AYieldRunsWhatIsPending) {
     int updates = 0;
-    pump.beforeWait = [&] { ++updates; };
+    pump.updateWindows = [&] { ++updates; };
     Post(3);
     pump.DoEvents();
     EXPECT_EQ(handled, 3);
@@ -139,7 +157,7 @@ TEST_F(EventPumpWinTest, AYieldSoonAfterEventsReturnsAtOnce) {
 TEST_F(EventPumpWinTest, AYieldIsCheapBetweenEvents) {
     pump.DoEvents();
     int updates = 0;
-    pump.beforeWait = [&] { ++updates; };
+    pump.updateWindows = [&] { ++updates; };
     const std::int64_t start = PerformanceMicroseconds();
     int yields = 0;
     for (; PerformanceMicroseconds() - start < 100'000; ++yields)
