@@ -14,7 +14,7 @@ class CountryLookup {
     void EnsureIPDatabase();
 
     // The same, but a failed load is not tried again until ForgetFailure: a list of thousands of servers
-    // asks for each of them.
+    // asks for each of them, and comes in many datagrams.
     std::string CountryOf(const std::string& address);
     void ForgetFailure() { loadFailed_ = false; }
 

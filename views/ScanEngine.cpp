@@ -185,16 +185,14 @@ void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
     Trapped(*form_.program.AppLog, MainFormName, "sckServer_DataArrival", OnError::Log, [&] {
         // Taken off the queue in any case, so that a short one does not stand before the reply.
         std::optional<std::string> datagram = form_.controls.sckServer.GetData();
-        if (bytesTotal < ShortestDatagram || !datagram)
+        const bool isAwaited = openQuery_ != 0 && datagram;
+        if (bytesTotal < ShortestDatagram || !isAwaited)
             return;
         ProgramState& program = form_.program;
-        if (openQuery_ != 0) {
-            program.CurrentServer = openQuery_;
-            program.Servers[program.CurrentServer].Ping =
-                Elapsed(QuerySentTick, form_.desktop.clock.TickCount());
-        }
+        program.CurrentServer = openQuery_;
+        program.Servers[openQuery_].Ping = Elapsed(QuerySentTick, form_.desktop.clock.TickCount());
         ++ReplyState;
-        ParseReply(std::move(*datagram), program.CurrentServer);
+        ParseReply(std::move(*datagram), openQuery_);
     });
 }
 

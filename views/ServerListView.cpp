@@ -67,7 +67,6 @@ bool ServerListView::PassesFilters(const ServerRecord& server) const {
 
 void ServerListView::ListServers(bool lookUpCountry) {
     Trapped(*form_.program.AppLog, MainFormName, "ListServers", OnError::Log, [&] {
-        countries_.ForgetFailure();
         const std::int32_t last = form_.program.LastServerIndex();
         for (std::int32_t index = form_.program.PreviousServerCount + 1; index <= last; ++index) {
             const bool isHole = form_.program.Servers[index].Address.empty();
@@ -119,6 +118,7 @@ void ServerListView::UpdateServerListItem(std::int32_t row) {
 }
 
 void ServerListView::ResetServerViews() {
+    countries_.ForgetFailure();
     form_.controls.lvwServers.Clear();
     details_.Clear();
     form_.program.PreviousServerCount = 0;

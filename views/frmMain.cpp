@@ -157,6 +157,9 @@ void frmMain::EndSession() {
 void frmMain::Form_Unload(Boxes boxes) {
     const OnError onError = boxes == Boxes::Shown ? OnError::LogAndShow : OnError::Log;
     Trapped(*program_.AppLog, MainFormName, "Form_Unload", onError, [&] {
+        // What still arrives belongs to nobody.
+        controls.sckServer.Close();
+        controls.sckMaster.Close();
         HTMLHelp.CloseFile();
         if (boxes == Boxes::Shown)
             program_.AppLog->HandleAppErrors();

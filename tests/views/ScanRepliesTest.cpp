@@ -254,10 +254,27 @@ TEST_F(ScanRepliesTest, MeasuresAcrossAnyReadingOfTheTickCounter) {
 
 TEST_F(ScanRepliesTest, CountsNoEventWithoutADatagram) {
     StartWith(1);
-    browser.Form().scan.sckServer_DataArrival(100);
-    EXPECT_EQ(browser.Form().scan.ReplyState, 0);
+    Script(1, [&] {
+        browser.In(5, [&] { browser.Form().scan.sckServer_DataArrival(100); });
+        ReplyIn(30, HonestReply(1));
+    });
     browser.RefreshAll();
     EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1");
+    EXPECT_EQ(browser.Cell(1, PingColumn), "30");
+}
+
+TEST_F(ScanRepliesTest, DropsADatagramThatNobodyAskedFor) {
+    StartWith(2);
+    browser.ClickRow(2);
+    ReplyIn(0, HonestReply(1));
+    browser.fake.events.DoEvents();
+    EXPECT_EQ(browser.Form().scan.ReplyState, 0);
+    EXPECT_EQ(Server(2).Name, "Server 2");
+    EXPECT_EQ(Server(2).Ping, 2);
+    browser.program.CurrentServer = 0;
+    ReplyIn(0, HonestReply(1));
+    browser.fake.events.DoEvents();
+    EXPECT_EQ(browser.program.Servers[0].Name, "");
 }
 
 TEST_F(ScanRepliesTest, FollowsANewTimeOutInTheMiddleOfAScan) {
