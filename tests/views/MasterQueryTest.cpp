@@ -79,23 +79,28 @@ TEST_F(MasterQueryTest, DoesNothingWhenTheUserDoesNotMeanIt) {
 }
 
 TEST_F(MasterQueryTest, ListsTheServersOfEachFamily) {
-    for (const auto& [game, family, copies] :
-         {std::tuple("q3", Family::Quake3, 1), std::tuple("d3", Family::Doom3, 1),
-          std::tuple("hl", Family::HalfLife, 2)}) {
+    struct Case {
+        Family family;
+        std::int32_t node;
+        int copies;
+    };
+    for (const Case& c :
+         {Case{Family::Quake3, HeadlessBrowser::Q3, 1}, Case{Family::Doom3, HeadlessBrowser::D3, 1},
+          Case{Family::HalfLife, HeadlessBrowser::HL, 2}}) {
         HeadlessBrowser other;
-        other.Set("Selection", "LastGame", family == Family::Quake3 ? 9 : family == Family::Doom3 ? 10 : 11);
+        other.Set("Selection", "LastGame", c.node);
         ASSERT_TRUE(other.Start());
         other.fake.prompts.yesNoAnswers = {true};
         other.sckMaster.whenSent = [&](const SentDatagram&) {
-            other.sckMaster.ReplyIn(30, MasterDatagram(family, two));
+            other.sckMaster.ReplyIn(30, MasterDatagram(c.family, two));
         };
         other.Form().master.mnuServerListGet_Click();
         other.fake.events.RunFor(100);
         std::vector<std::string> expected = two;
-        if (copies == 2)
+        if (c.copies == 2)
             expected.insert(expected.end(), two.begin(), two.end());
-        EXPECT_EQ(other.Column(AddressColumn), expected) << game;
-        EXPECT_EQ(other.Count(), std::to_string(2 * copies) + " servers") << game;
+        EXPECT_EQ(other.Column(AddressColumn), expected) << c.node;
+        EXPECT_EQ(other.Count(), std::to_string(2 * c.copies) + " servers") << c.node;
         EXPECT_THAT(other.Column(NameColumn), Each(""));
         EXPECT_THAT(other.Column(PlayersColumn), Each("0 / 0"));
         EXPECT_THAT(other.Column(LocationColumn), Each("--"));
