@@ -1,0 +1,158 @@
+#include "tests/win32/dialogs/FormsTest.h"
+
+#include <commctrl.h>
+#include <string>
+#include <vector>
+
+namespace quarn {
+namespace {
+
+class GameSetupDialogTest : public FormsTest {
+  protected:
+    static std::string GameText(HWND dialog, int index) {
+        char text[100] = "";
+        LVITEMA item{};
+        item.pszText = text;
+        item.cchTextMax = sizeof text;
+        SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETITEMTEXTA, static_cast<WPARAM>(index),
+                     reinterpret_cast<LPARAM>(&item));
+        return text;
+    }
+    static void Select(HWND dialog, int index, bool selected = true) {
+        LVITEMA item{};
+        item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        item.state = selected ? item.stateMask : 0;
+        SendMessageA(Item(dialog, ID_lvwGameSel), LVM_SETITEMSTATE, static_cast<WPARAM>(index),
+                     reinterpret_cast<LPARAM>(&item));
+    }
+    static int Selected(HWND dialog) {
+        return static_cast<int>(SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETNEXTITEM,
+                                             static_cast<WPARAM>(-1), LVNI_SELECTED));
+    }
+};
+
+TEST_F(GameSetupDialogTest, ShowsTheGamesAndTheFirstOnesSetup) {
+    program.GamePath[1] = "C:\\Games\\Arena\\";
+    program.GameConfig[1] = "a&b.cfg";
+    program.GamePlayerName[1] = "Pl\xe4yer \"1\"";
+    program.GameVisible[1] = 1;
+    Show(GameSetup(), {[&](HWND dialog) {
+             EXPECT_EQ(BoxDriver::TextOf(dialog), "Game Setup");
+             EXPECT_EQ(GameText(dialog, 0), "Arena");
+             EXPECT_EQ(GameText(dialog, 1), "Crow && bar");
+             EXPECT_EQ(Selected(dialog), 0);
+             EXPECT_EQ(Text(dialog, ID_txtPath), "C:\\Games\\Arena\\");
+             EXPECT_EQ(Text(dialog, ID_txtConfig), "a&b.cfg");
+             EXPECT_EQ(Text(dialog, ID_txtName), "Pl\xe4yer \"1\"");
+             EXPECT_TRUE(IsChecked(dialog, ID_chkVisible));
+             EXPECT_EQ(Text(dialog, ID_lblDefinition), "Test & more");
+             EXPECT_EQ(Text(dialog, ID_lblDefVersion), "1.05.0012");
+             BoxDriver::Press(dialog, IDCANCEL);
+         }});
+    EXPECT_EQ(treeRefreshed, 1);
+}
+
+TEST_F(GameSetupDialogTest, LabelsItsFields) {
+    Show(GameSetup(), {[&](HWND dialog) {
+             const struct {
+                 int id;
+                 const char* text;
+             } labels[] = {{ID_fraLocation, "Location"},
+                           {ID_lblPath, "Path:"},
+                           {ID_fraSettings, "Settings"},
+                           {ID_lblConfig, "Config file:"},
+                           {ID_lblName, "Name:"},
+                           {ID_chkVisible, "&Visible in filter list"},
+                           {ID_lblDefinDescr, "Game definitions:"},
+                           {ID_lblDefinVerDescr, "Definition version:"},
+                           {IDOK, "OK"},
+                           {IDCANCEL, "Cancel"}};
+             for (const auto& label : labels)
+                 EXPECT_EQ(Text(dialog, label.id), label.text);
+             EXPECT_EQ(TabOrder(dialog),
+                       (std::vector<int>{ID_lvwGameSel, ID_txtPath, ID_cmdBrowse, ID_txtConfig, ID_txtName,
+                                         ID_chkVisible, IDOK, IDCANCEL}));
+             BoxDriver::Press(dialog, IDCANCEL);
+         }});
+}
+
+TEST_F(GameSetupDialogTest, KeepsWhatIsTypedForEachGame) {
+    const std::string longPath = "C:\\" + std::string(10'000, 'p');
+    Show(GameSetup(), {[&](HWND dialog) {
+             Type(dialog, ID_txtPath, longPath);
+             Type(dialog, ID_txtConfig, "first.cfg");
+             Select(dialog, 1);
+             EXPECT_EQ(Text(dialog, ID_txtPath), "");
+             EXPECT_FALSE(IsChecked(dialog, ID_chkVisible));
+             Type(dialog, ID_txtName, "\xff second");
+             Click(dialog, ID_chkVisible);
+             Select(dialog, 0);
+             EXPECT_EQ(Text(dialog, ID_txtPath), longPath);
+             EXPECT_FALSE(IsChecked(dialog, ID_chkVisible));
+             EXPECT_EQ(program.GamePath[1], "") << "nothing is in force yet";
+             BoxDriver::Press(dialog, IDOK);
+         }});
+    EXPECT_EQ(program.GamePath[1], longPath);
+    EXPECT_EQ(program.GameConfig[1], "first.cfg");
+    EXPECT_EQ(program.GamePlayerName[2], "\xff second");
+    EXPECT_EQ(program.GameVisible[1], 0);
+    EXPECT_EQ(program.GameVisible[2], 1);
+    EXPECT_EQ(treeRefreshed, 1);
+}
+
+TEST_F(GameSetupDialogTest, AlwaysHasAGameSelected) {
+    Show(GameSetup(), {[&](HWND dialog) {
+             Select(dialog, 1);
+             Select(dialog, 1, false); // as a click beside the games does first
+             NMITEMACTIVATE click{};
+             click.hdr = {Item(dialog, ID_lvwGameSel), ID_lvwGameSel, static_cast<UINT>(NM_CLICK)};
+             click.iItem = -1;
+             SendMessageA(dialog, WM_NOTIFY, ID_lvwGameSel, reinterpret_cast<LPARAM>(&click));
+             EXPECT_EQ(Selected(dialog), 1);
+             Type(dialog, ID_txtPath, "D:\\");
+             BoxDriver::Press(dialog, IDOK);
+         }});
+    EXPECT_EQ(program.GamePath[2], "D:\\");
+}
+
+TEST_F(GameSetupDialogTest, EscapeAndTheCloseBoxChangeNothing) {
+    program.GamePath[1] = "C:\\";
+    Show(GameSetup(), {[&](HWND dialog) {
+             Type(dialog, ID_txtPath, "D:\\");
+             BoxDriver::PressKey(Item(dialog, ID_txtPath), VK_ESCAPE);
+         }});
+    Show(GameSetup(), {[&](HWND dialog) {
+             Type(dialog, ID_txtPath, "D:\\");
+             PostMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
+         }});
+    EXPECT_EQ(program.GamePath[1], "C:\\");
+    EXPECT_EQ(treeRefreshed, 2);
+}
+
+TEST_F(GameSetupDialogTest, WithoutGamesItsFieldsAreDisabled) {
+    DefineGames({});
+    Show(GameSetup(), {[&](HWND dialog) {
+             for (const int field : {ID_txtPath, ID_cmdBrowse, ID_txtConfig, ID_txtName, ID_chkVisible})
+                 EXPECT_FALSE(IsWindowEnabled(Item(dialog, field))) << field;
+             BoxDriver::Press(dialog, IDOK);
+         }});
+    EXPECT_EQ(program.AppLog->ErrorCount(), 0);
+}
+
+TEST_F(GameSetupDialogTest, ACancelledBrowserClearsThePathButNotItsField) {
+    program.GamePath[1] = "C:\\Games";
+    Show(GameSetup(), {[&](HWND dialog) { BoxDriver::Press(dialog, ID_cmdBrowse); },
+                       [&](HWND browser) { BoxDriver::Press(browser, IDCANCEL); },
+                       [&](HWND box) {
+                           EXPECT_EQ(BoxDriver::TextOf(box), "Quarn - Error");
+                           BoxDriver::Press(box, IDOK);
+                       },
+                       [&](HWND dialog) {
+                           EXPECT_EQ(Text(dialog, ID_txtPath), "C:\\Games");
+                           BoxDriver::Press(dialog, IDOK);
+                       }});
+    EXPECT_EQ(program.GamePath[1], "");
+}
+
+} // namespace
+} // namespace quarn

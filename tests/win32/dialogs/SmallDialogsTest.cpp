@@ -1,0 +1,91 @@
+// The password, Add Server and About dialogs.
+
+#include "tests/win32/dialogs/FormsTest.h"
+
+#include "core/Version.h"
+
+#include <string>
+#include <vector>
+
+namespace quarn {
+namespace {
+
+class SmallDialogsTest : public FormsTest {};
+
+TEST_F(SmallDialogsTest, PasswordIsShownAndTakenByteForByte) {
+    for (const std::string& password : {std::string("p\xe4ss w\xf6rd; \"x\" & \\"), std::string(" "),
+                                        std::string(10'000, 'p'), std::string()}) {
+        program.Servers[1].Password = "before";
+        Show(Password(), {[&](HWND dialog) {
+                 EXPECT_EQ(BoxDriver::TextOf(dialog), "Server Password");
+                 EXPECT_EQ(Text(dialog, ID_lblMsg), "Enter the password for this server:");
+                 EXPECT_EQ(Text(dialog, ID_txtPass), "before");
+                 Type(dialog, ID_txtPass, password);
+                 BoxDriver::Press(dialog, IDOK);
+             }});
+        EXPECT_EQ(program.Servers[1].Password, password);
+    }
+}
+
+TEST_F(SmallDialogsTest, PasswordTakesEnterAndLeavesEscape) {
+    program.Servers[1].Password = "before";
+    Show(Password(), {[&](HWND dialog) {
+             EXPECT_EQ(GetFocus(), Item(dialog, ID_txtPass));
+             Type(dialog, ID_txtPass, "not this");
+             BoxDriver::PressKey(GetFocus(), VK_ESCAPE);
+         }});
+    EXPECT_EQ(program.Servers[1].Password, "before");
+    Show(Password(), {[&](HWND dialog) {
+             Type(dialog, ID_txtPass, "this");
+             BoxDriver::PressKey(GetFocus(), VK_RETURN);
+         }});
+    EXPECT_EQ(program.Servers[1].Password, "this");
+}
+
+TEST_F(SmallDialogsTest, PasswordIsReplacedByTypingOverIt) {
+    program.Servers[1].Password = "before";
+    Show(Password(), {[&](HWND dialog) {
+             SendMessageA(GetFocus(), WM_CHAR, 'n', 1);
+             BoxDriver::Press(dialog, IDOK);
+         }});
+    EXPECT_EQ(program.Servers[1].Password, "n");
+}
+
+TEST_F(SmallDialogsTest, AddServerStaysOpenForTheNextOne) {
+    Show(AddServer(), {[&](HWND dialog) {
+             EXPECT_EQ(BoxDriver::TextOf(dialog), "Add Server");
+             EXPECT_EQ(TabOrder(dialog), (std::vector<int>{ID_txtIP, ID_txtPort, IDOK, IDCANCEL}));
+             Type(dialog, ID_txtIP, "127.0.0.1");
+             Type(dialog, ID_txtPort, "1");
+             SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+             EXPECT_EQ(GetFocus(), Item(dialog, ID_txtIP));
+             Type(dialog, ID_txtPort, "2");
+             SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+             EXPECT_TRUE(IsWindow(dialog));
+             BoxDriver::PressKey(GetFocus(), VK_ESCAPE);
+         }});
+    EXPECT_EQ(added, (std::vector<std::string>{"127.0.0.1:1", "127.0.0.1:2"}));
+}
+
+TEST_F(SmallDialogsTest, AddServerTellsWhatIsMissing) {
+    Show(AddServer(), {[&](HWND dialog) { BoxDriver::Press(dialog, IDOK); },
+                       [&](HWND box) {
+                           EXPECT_EQ(BoxDriver::TextOf(box), "Quarn - Error");
+                           BoxDriver::Press(box, IDOK);
+                       },
+                       [&](HWND dialog) { BoxDriver::Press(dialog, IDCANCEL); }});
+    EXPECT_TRUE(added.empty());
+}
+
+TEST_F(SmallDialogsTest, AboutShowsTheVersionAndClosesOnEnterAndEscape) {
+    for (const WPARAM key : {VK_RETURN, VK_ESCAPE})
+        Show(About(), {[&](HWND dialog) {
+                 EXPECT_EQ(BoxDriver::TextOf(dialog), "About Quarn");
+                 EXPECT_EQ(Text(dialog, ID_lblVersion), std::string("Version ") + VersionText);
+                 EXPECT_EQ(TabOrder(dialog), (std::vector<int>{IDOK, ID_cmdSystemInfo}));
+                 BoxDriver::PressKey(GetFocus(), key);
+             }});
+}
+
+} // namespace
+} // namespace quarn
