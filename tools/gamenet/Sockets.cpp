@@ -117,15 +117,15 @@ Descriptor createTimer() {
 }
 
 void setTimer(const Descriptor& timer, std::optional<Clock::time_point> moment) {
-    itimerspec spec{}; // all zero stops the timer
+    itimerspec alarm{}; // all zero stops the timer
     if (moment) {
         // steady_clock counts CLOCK_MONOTONIC here; a moment in the past makes the timer readable at once.
         const auto count = std::max<std::int64_t>(
             1, std::chrono::duration_cast<std::chrono::nanoseconds>(moment->time_since_epoch()).count());
-        spec.it_value.tv_sec = count / 1'000'000'000;
-        spec.it_value.tv_nsec = count % 1'000'000'000;
+        alarm.it_value.tv_sec = count / 1'000'000'000;
+        alarm.it_value.tv_nsec = count % 1'000'000'000;
     }
-    if (timerfd_settime(timer.get(), TFD_TIMER_ABSTIME, &spec, nullptr) != 0)
+    if (timerfd_settime(timer.get(), TFD_TIMER_ABSTIME, &alarm, nullptr) != 0)
         fail("cannot set a timer");
 }
 
