@@ -15,8 +15,9 @@ Builds Quarn.exe and starts it under Wine, in a fresh folder build/demo/Quarn, w
 60 game servers on this machine's loopback addresses. Missing Debian packages are installed first, as root
 or through sudo.
 
-On a usable display ($DISPLAY) the window is yours, until you close it. Without one Quarn runs unseen: its
-lists are fetched and queried, printed as tables, and a picture of the window goes to build/demo/quarn.png.
+The list of every game is fetched, scanned and printed as a table. On a usable display ($DISPLAY) the window
+is then yours, until you close it. Without one Quarn runs unseen, and a picture of the window goes to
+build/demo/quarn.png.
 
   --real        also starts three real game servers with bots (Debian's openarena-server; a download of
                 400 MB the first time) and lists them under OpenArena
