@@ -16,12 +16,13 @@ make_wine_prefix() {
     touch "$WINEPREFIX/.complete"
 }
 
-# Without a server that persists, each command line under Wine pays for starting one, and a pipe from it
-# stays open until its services have gone.
+# Without a server that persists, each command line under Wine pays for starting one. The first program starts
+# Wine's services, which keep its pipes open for as long as they live: so the first one has none.
 start_wine() {
     make_wine_prefix
     at_exit stop_wine
     wineserver -p 8>&- >/dev/null 2>&1 || fail "the Wine server does not start in $WINEPREFIX"
+    wine cmd /c exit 8>&- >/dev/null 2>&1 </dev/null || fail "Wine does not start in $WINEPREFIX"
 }
 
 stop_wine() { wineserver -k >/dev/null 2>&1; }
