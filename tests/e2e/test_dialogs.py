@@ -5,6 +5,7 @@ import re
 
 import pytest
 
+from harness.places import wait_until
 from harness.quarn import write_settings
 
 GAMES_INI = """[General]
@@ -60,6 +61,15 @@ class OpenDialog:
 
     def press(self, button):
         self.do("press", button if button in ("OK", "Cancel") else self.quarn.control(button))
+
+    def show_tab(self, number, field):
+        """Clicks a tab and waits until a field of its page can be used."""
+        self.do("tab", self.quarn.control("sstOptions"), number)
+        wait_until(lambda: self.is_usable(field), f"{field} is shown")
+
+    def is_usable(self, control):
+        number = self.quarn.control(control)
+        return any(row[0] == number and row[2] == "enabled" for row in self.do.table("controls"))
 
     def press_key(self, control, key):
         self.do("key", self.quarn.control(control), key)
@@ -148,9 +158,9 @@ def test_options_show_and_keep_the_settings(quarn):
     assert [re.sub(r"^\W", "", number) for number in numbers] == [str(n) for n in range(1, 10)]
 
     dialog.press("chkRemWinPos")
-    dialog.do("tab", quarn.control("sstOptions"), 1)
+    dialog.show_tab(1, "txtScanPingTimeout")
     dialog["txtScanPingTimeout"] = "-250"
-    dialog.do("tab", quarn.control("sstOptions"), 2)
+    dialog.show_tab(2, "cmbNumFavorites")
     dialog.press("optQuitAfterLaunch2")
     dialog.do("choose", quarn.control("cmbNumFavorites"), "4")
     dialog.close("OK")
@@ -167,15 +177,15 @@ def test_options_show_and_keep_the_settings(quarn):
 def test_options_insist_on_a_number_of_milliseconds(quarn, text):
     dialog = options(quarn)
     dialog.press("chkRemWinPos")
-    dialog.do("tab", quarn.control("sstOptions"), 1)
+    dialog.show_tab(1, "txtScanPingTimeout")
     dialog["txtScanPingTimeout"] = text
-    dialog.do("tab", quarn.control("sstOptions"), 0)
+    dialog.show_tab(0, "chkMinToTray")
     dialog.press("OK")
     assert quarn.message("Quarn - Error") == "The scan timeout must be a whole number of milliseconds!"
     quarn.answer("Quarn - Error", "OK")
     dialog.do("use", "Options")
+    wait_until(lambda: dialog.is_usable("txtScanPingTimeout"), "the page with the field is in front")
     assert dialog["txtScanPingTimeout"] == text
-    dialog["txtScanPingTimeout"] = "77"  # the field can be reached again: its page is in front
     dialog.close("Cancel")
     assert quarn.close() == 0
     assert settings(quarn)["General"]["RemWinPos"] == "0"

@@ -2,10 +2,12 @@
 
 // A main window that only remembers what the form asked of it.
 
+#include "core/RunTimeError.h"
 #include "views/FormWindow.h"
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +31,9 @@ class FakeFormWindow : public FormWindow {
     std::int32_t showChangesCalls = 0;
     std::int32_t destroyCalls = 0;
 
+    // Moving the window or putting it on top ends in this error.
+    std::optional<ErrorNumber> fault;
+
     // Runs when the window's size or state has changed, as the system tells it.
     std::function<void()> resized;
 
@@ -48,6 +53,7 @@ class FakeFormWindow : public FormWindow {
     }
     TwipsRect Bounds() const override { return bounds; }
     void SetBounds(const TwipsRect& newBounds) override {
+        Fail();
         ++boundsCalls;
         bounds = newBounds;
         TellResized();
@@ -58,6 +64,7 @@ class FakeFormWindow : public FormWindow {
     void SetVisible(bool isVisible) override { visible = isVisible; }
     void SetShownInTaskbar(bool shown) override { shownInTaskbar = shown; }
     void SetTopMost(bool isTopMost) override {
+        Fail();
         ++topMostCalls;
         topMost = isTopMost;
     }
@@ -70,6 +77,10 @@ class FakeFormWindow : public FormWindow {
     void Destroy() override { ++destroyCalls; }
 
   private:
+    void Fail() const {
+        if (fault)
+            throw RunTimeError(*fault);
+    }
     void TellResized() {
         if (resized)
             resized();

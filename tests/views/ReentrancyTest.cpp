@@ -3,7 +3,7 @@
 // no reply gets into another's record, nothing waits for ever, and a closed program ends once and silently.
 
 #include "support/clsAppLog.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/views/Interruptions.h"
 #include "views/ServerListFiles.h"
 
 #include <algorithm>
@@ -20,219 +20,11 @@
 namespace quarn {
 namespace {
 
-using gamenet::Family;
-
-// Each list has addresses of its own, so that a server tells where it belongs.
-std::vector<std::string> Block(int block, int count) {
-    std::vector<std::string> servers;
-    for (int i = 1; i <= count; ++i)
-        servers.push_back("127.0." + std::to_string(block) + "." + std::to_string(i) + ":27960");
-    return servers;
-}
-
-enum BlockNumber {
-    Q3Block = 11,
-    D3Block,
-    HLBlock,
-    Favorites1Block,
-    Favorites2Block,
-    MasterBlock,
-    TypedBlock
-};
-
-struct Browser : HeadlessBrowser {
-    Browser() {
-        PutList("q3", Block(Q3Block, 5));
-        PutList("d3", Block(D3Block, 4));
-        PutList("hl", Block(HLBlock, 3));
-        PutList("fav1", Block(Favorites1Block, 2));
-        PutList("fav2", Block(Favorites2Block, 2));
-        fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n2130706432;2147483647;LO\r\n");
-        Serve(Family::Quake3, Q3Block);
-        Serve(Family::Doom3, D3Block);
-        Serve(Family::HalfLife, HLBlock);
-        network.servers.erase(Block(Q3Block, 5)[3]); // one is silent
-        fake.prompts.yesNoAnswers.assign(50, true);
-        fake.prompts.textAnswers.assign(50, "Renamed");
-        fake.prompts.fileAnswers.assign(50, "C:\\export.txt");
-    }
-    void Serve(Family family, int block) {
-        for (const std::string& address : Block(block, 5))
-            network.servers[address] = MakeServer(family, "Live " + address, "map", "mod");
-    }
-};
-
-struct Command {
-    const char* name;
-    std::function<void(Browser&)> run;
-    bool replacesRecords = false; // afterwards rows may show what is not in the list any more
-};
-
-// A set-up may have taken the node away.
-void Click(Browser& b, const std::string& key) {
-    if (b.Controls().trvGames.Has(key))
-        b.ClickNode(key);
-}
-
-const std::vector<Command>& Commands() {
-    static const std::vector<Command> commands = {
-        {"refresh all", [](Browser& b) { b.RefreshAll(); }},
-        {"refresh selected", [](Browser& b) { b.RefreshSelected(); }},
-        {"stop", [](Browser& b) { b.Stop(); }},
-        {"another game", [](Browser& b) { Click(b, "d3"); }},
-        {"a third game", [](Browser& b) { Click(b, "hl"); }},
-        {"the node in force", [](Browser& b) { Click(b, b.Controls().trvGames.SelectedKey()); }},
-        {"the game", [](Browser& b) { Click(b, "q3"); }},
-        {"a MOD", [](Browser& b) { Click(b, "mod1"); }},
-        {"a favorites folder", [](Browser& b) { Click(b, "fav2"); }},
-        {"a folder", [](Browser& b) { Click(b, "games"); }},
-        {"the lock filter", [](Browser& b) { Click(b, "fltkey"); }},
-        {"a ping filter", [](Browser& b) { Click(b, "png100"); }},
-        {"the ping folder", [](Browser& b) { Click(b, "fltping"); }},
-        {"renew", [](Browser& b) { b.Form().tbMain_ButtonClick("querymaster"); }},
-        {"clear", [](Browser& b) { b.Form().servers.mnuServerListClear_Click(); }},
-        {"delete", [](Browser& b) { b.Form().servers.mnuServDelete_Click(); }, true},
-        {"add a server", [](Browser& b) { b.Form().servers.AddServer("127.0.17.1", "27960"); }},
-        {"add to a folder", [](Browser& b) { b.Form().tree.mnuServAddToFavorites_Click(1); }, true},
-        {"copy the address", [](Browser& b) { b.Form().servers.mnuServCopyAddress_Click(); }},
-        {"export", [](Browser& b) { b.Form().servers.mnuServerListExport_Click(); }},
-        {"rename",
-         [](Browser& b) {
-             b.Controls().trvGames.Select("fav1");
-             b.Form().tree.mnuTreeRename_Click();
-         }},
-        {"sort", [](Browser& b) { b.Form().servers.lvwServers_ColumnClick(4); }},
-        {"recheck", [](Browser& b) { b.Form().countries.mnuRecheckCountries_Click(); }},
-        {"click the last row",
-         [](Browser& b) {
-             if (b.RowCount() > 0)
-                 b.ClickRow(b.RowCount());
-         }},
-        {"select all rows", [](Browser& b) { b.Controls().lvwServers.NoteSelected(1, b.RowCount(), true); }},
-        {"a master's reply",
-         [](Browser& b) {
-             if (b.program.CurrentGame == "q3") // another list's master was never asked
-                 b.sckMaster.ReplyIn(0, MasterDatagram(Family::Quake3, Block(MasterBlock, 2)));
-         }},
-        {"a datagram for nobody", [](Browser& b) { b.sckServer.ReplyIn(0, "\xFF\xFF\xFF\xFFprint\nx\n"); }},
-        {"a tick", [](Browser& b) { b.Form().scan.tmrTimeout_Timer(); }},
-        {"a new set-up",
-         [](Browser& b) {
-             b.program.GameVisible[2] = 0;
-             b.program.PingTimeout = 300;
-             b.Form().RefreshInterface();
-             b.Form().tree.RefreshTreeView();
-             b.Form().tree.RefreshFavMenu();
-         }},
-        {"resize", [](Browser& b) { b.Form().Form_Resize(); }},
-    };
-    return commands;
-}
-
-// Starts something and runs `meanwhile` once in the middle of it.
-struct Place {
-    const char* name;
-    std::function<void(Browser&, const std::function<void()>&)> run;
-    bool replacesRecords = false;
-};
-
-void AtYield(Browser& b, std::int32_t number, const std::function<void()>& meanwhile) {
-    b.fake.events.doEventsCalls = 0;
-    b.fake.events.whenYielding = [&b, number, meanwhile](std::int32_t call) {
-        if (call == number)
-            b.fake.events.Post(meanwhile);
-    };
-}
-
-const std::vector<Place>& Places() {
-    static const std::vector<Place> places = {
-        {"while a server is asked",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.In(30, meanwhile);
-             b.RefreshAll();
-         }},
-        {"while a silent server is asked",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.In(100, meanwhile);
-             b.RefreshAll();
-         }},
-        {"while selected servers are asked",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.SelectRows({5, 2});
-             b.In(10, meanwhile);
-             b.RefreshSelected();
-         }},
-        {"while a socket closes",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.sckServer.closeMilliseconds = 10;
-             b.In(25, meanwhile);
-             b.RefreshAll();
-         }},
-        {"in a scan inside a scan",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.In(10, [&b, meanwhile] {
-                 b.In(30, meanwhile);
-                 b.RefreshAll();
-             });
-             b.RefreshAll();
-         }},
-        {"while a list is saved",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             AtYield(b, 3, meanwhile);
-             b.ClickNode("d3");
-         }},
-        {"while a list is loaded",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             AtYield(b, 7, meanwhile);
-             b.ClickNode("d3");
-         }},
-        {"while a folder is loaded",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.SelectRows({2});
-             AtYield(b, 2, meanwhile);
-             b.Form().tree.mnuServAddToFavorites_Click(1);
-         },
-         true},
-        {"while a folder is saved",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.SelectRows({2});
-             AtYield(b, 4, meanwhile);
-             b.Form().tree.mnuServAddToFavorites_Click(1);
-         },
-         true},
-        {"while the list comes back",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.SelectRows({2});
-             AtYield(b, 8, meanwhile);
-             b.Form().tree.mnuServAddToFavorites_Click(1);
-         },
-         true},
-        {"while the master's socket closes",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.Form().tbMain_ButtonClick("querymaster");
-             b.fake.events.RunFor(1);
-             b.sckMaster.closeMilliseconds = 20;
-             b.In(10, meanwhile);
-             b.Form().tbMain_ButtonClick("querymaster");
-         }},
-        {"while the node in force is saved in a scan",
-         [](Browser& b, const std::function<void()>& meanwhile) {
-             b.In(30, [&b, meanwhile] {
-                 AtYield(b, 2, meanwhile);
-                 b.ClickNode("q3");
-             });
-             b.RefreshAll();
-         }},
-        {"when nothing is at work", [](Browser&, const std::function<void()>& meanwhile) { meanwhile(); }},
-    };
-    return places;
-}
-
 class ReentrancyTest : public ::testing::Test {
   protected:
     // Runs the place with what happens in it, and lets everything come to its end. A scan whose timer a
     // second scan has switched off waits for "stop".
-    static void RunToTheEnd(Browser& b, const Place& place, const std::function<void()>& meanwhile) {
+    static void RunToTheEnd(BusyBrowser& b, const Place& place, const std::function<void()>& meanwhile) {
         ASSERT_TRUE(b.Start());
         b.fake.events.eventLimit = 20'000;
         for (const std::int32_t later : {20'000, 40'000, 60'000, 80'000, 100'000})
@@ -242,13 +34,13 @@ class ReentrancyTest : public ::testing::Test {
     }
 
     // A parser may well complain of what a datagram holds.
-    static std::vector<std::string> ErrorsOfTheForm(Browser& b) {
+    static std::vector<std::string> ErrorsOfTheForm(BusyBrowser& b) {
         std::vector<std::string> errors = b.Errors();
         std::erase_if(errors, [](const std::string& error) { return error.rfind("frmMain;", 0) != 0; });
         return errors;
     }
 
-    static std::set<std::string> BlocksOf(Browser& b, const std::string& list) {
+    static std::set<std::string> BlocksOf(BusyBrowser& b, const std::string& list) {
         std::set<std::string> blocks;
         const std::string path = HeadlessBrowser::PathOf(list);
         if (!b.fake.files.Has(path))
@@ -275,7 +67,7 @@ class ReentrancyTest : public ::testing::Test {
             << "servers of another list are in " << list;
     }
 
-    static void ExpectWholeLists(Browser& b) {
+    static void ExpectWholeLists(BusyBrowser& b) {
         ExpectOnly(BlocksOf(b, "q3"), {Q3Block, MasterBlock, TypedBlock}, "q3");
         ExpectOnly(BlocksOf(b, "d3"), {D3Block, TypedBlock}, "d3");
         ExpectOnly(BlocksOf(b, "hl"), {HLBlock, TypedBlock}, "hl");
@@ -285,7 +77,7 @@ class ReentrancyTest : public ::testing::Test {
             EXPECT_FALSE(path.ends_with(".bak")) << path;
     }
 
-    static void ExpectRepliesWhereTheyBelong(Browser& b) {
+    static void ExpectRepliesWhereTheyBelong(BusyBrowser& b) {
         for (std::int32_t i = 1; i <= b.program.Servers.HighestIndex(); ++i) {
             const ServerRecord& server = b.program.Servers[i];
             if (server.Name.rfind("Live ", 0) == 0) {
@@ -295,7 +87,7 @@ class ReentrancyTest : public ::testing::Test {
         EXPECT_EQ(b.program.Servers[0].Name, "");
     }
 
-    static void ExpectRowsOfTheList(Browser& b, bool recordsReplaced) {
+    static void ExpectRowsOfTheList(BusyBrowser& b, bool recordsReplaced) {
         std::set<std::string> tags;
         for (std::int32_t row = 1; row <= b.RowCount(); ++row) {
             const std::string tag = b.Tags()[static_cast<std::size_t>(row) - 1];
@@ -312,7 +104,7 @@ class ReentrancyTest : public ::testing::Test {
         EXPECT_LE(b.program.ServerCount, b.program.Servers.HighestIndex() + 1);
     }
 
-    static void ExpectAtRest(Browser& b) {
+    static void ExpectAtRest(BusyBrowser& b) {
         EXPECT_FALSE(b.Controls().tmrTimeout.Enabled());
         EXPECT_EQ(b.Form().scan.QuerySentTick, 0);
         EXPECT_EQ(b.sckServer.CurrentState(), UdpSocket::State::Closed);
@@ -329,7 +121,7 @@ TEST_F(ReentrancyTest, KeepsListsWholeWhateverCommandComesInBetween) {
     for (const Place& place : Places()) {
         for (const Command& command : Commands()) {
             SCOPED_TRACE(std::string(command.name) + " " + place.name);
-            Browser b;
+            BusyBrowser b;
             RunToTheEnd(b, place, [&] { command.run(b); });
             ExpectRowsOfTheList(b, place.replacesRecords || command.replacesRecords);
             ExpectRepliesWhereTheyBelong(b);
@@ -351,7 +143,7 @@ TEST_F(ReentrancyTest, KeepsListsWholeWhateverTwoCommandsComeInBetween) {
         const auto delay = static_cast<std::int32_t>(random() % 3 * 12);
         SCOPED_TRACE(std::string(first.name) + ", in " + std::to_string(delay) + " ms " + second.name + " " +
                      place.name);
-        Browser b;
+        BusyBrowser b;
         RunToTheEnd(b, place, [&] {
             b.In(delay, [&] { second.run(b); });
             first.run(b);
@@ -375,7 +167,7 @@ TEST_F(ReentrancyTest, EndsOnceAndSilentlyWhereverTheWindowIsClosed) {
         for (const Place& place : Places()) {
             for (const Command& command : Commands()) {
                 SCOPED_TRACE(std::string(way.name) + " after " + command.name + " " + place.name);
-                Browser b;
+                BusyBrowser b;
                 std::int32_t writes = -1;
                 RunToTheEnd(b, place, [&] {
                     b.In(0, [&] { (b.Form().*way.close)(); });
@@ -402,7 +194,7 @@ TEST_F(ReentrancyTest, EndsOnceAndSilentlyWhereverTheWindowIsClosed) {
 TEST_F(ReentrancyTest, RunsWhatHadToWaitForAListOnceAndInOrder) {
     for (const std::int32_t yield : {1, 5, 6, 9}) { // the first and the last while q3 is saved and d3 loaded
         SCOPED_TRACE(yield);
-        Browser b;
+        BusyBrowser b;
         ASSERT_TRUE(b.Start());
         AtYield(b, yield, [&] {
             b.Form().servers.AddServer("127.0.17.1", "1"); // to d3, which comes first
@@ -433,25 +225,25 @@ TEST_F(ReentrancyTest, RunsWhatHadToWaitForAListOnceAndInOrder) {
 TEST_F(ReentrancyTest, KeepsListsWholeWhileABoxIsOpen) {
     const std::vector<Command> meanwhile = {
         {"a master's reply",
-         [](Browser& b) {
-             b.sckMaster.ReplyIn(0, MasterDatagram(Family::Quake3, Block(MasterBlock, 2)));
+         [](BusyBrowser& b) {
+             b.sckMaster.ReplyIn(0, MasterDatagram(gamenet::Family::Quake3, Block(MasterBlock, 2)));
              b.fake.events.DoEvents();
          }},
-        {"a tick", [](Browser& b) { b.fake.events.RunFor(2500); }},
-        {"the end of the session", [](Browser& b) { b.Form().EndSession(); }},
-        {"closing", [](Browser& b) { b.Form().Unload(); }},
+        {"a tick", [](BusyBrowser& b) { b.fake.events.RunFor(2500); }},
+        {"the end of the session", [](BusyBrowser& b) { b.Form().EndSession(); }},
+        {"closing", [](BusyBrowser& b) { b.Form().Unload(); }},
     };
     const std::vector<Command> boxes = {
-        {"clear", [](Browser& b) { b.Form().servers.mnuServerListClear_Click(); }},
-        {"renew", [](Browser& b) { b.Form().tbMain_ButtonClick("querymaster"); }},
-        {"export", [](Browser& b) { b.Form().servers.mnuServerListExport_Click(); }},
+        {"clear", [](BusyBrowser& b) { b.Form().servers.mnuServerListClear_Click(); }},
+        {"renew", [](BusyBrowser& b) { b.Form().tbMain_ButtonClick("querymaster"); }},
+        {"export", [](BusyBrowser& b) { b.Form().servers.mnuServerListExport_Click(); }},
         {"rename",
-         [](Browser& b) {
+         [](BusyBrowser& b) {
              b.Controls().trvGames.Select("fav1");
              b.Form().tree.mnuTreeRename_Click();
          }},
         {"an error",
-         [](Browser& b) {
+         [](BusyBrowser& b) {
              b.fake.shell.clipboardBlocked = true;
              b.SelectRows({1});
              b.Form().servers.mnuServCopyAddress_Click();
@@ -462,7 +254,7 @@ TEST_F(ReentrancyTest, KeepsListsWholeWhileABoxIsOpen) {
             for (const Command& event : meanwhile) {
                 SCOPED_TRACE(std::string(event.name) + " while a box is open: " + box.name +
                              (inAScan ? ", in a scan" : ""));
-                Browser b;
+                BusyBrowser b;
                 ASSERT_TRUE(b.Start());
                 b.fake.prompts.whileOpen = [&] {
                     b.fake.prompts.whileOpen = nullptr;

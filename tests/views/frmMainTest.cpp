@@ -1,4 +1,4 @@
-// Start-up, activation, resizing and the end of the main form.
+// Start-up, activation and resizing of the main form, and its toolbar.
 
 #include "core/Version.h"
 #include "query/clsIPLocation.h"
@@ -327,169 +327,15 @@ TEST_F(MainFormTest, CarriesTitleAndVersionInItsCaption) {
     EXPECT_EQ(browser.window.caption, "x");
 }
 
-TEST_F(MainFormTest, EndsWithOneLogEntryAndAllSettings) {
-    browser.PutList("q3", HeadlessBrowser::Addresses(3));
+TEST_F(MainFormTest, TellsWhatFailsWhileItLoadsAndGoesOnWithoutIt) {
+    browser.window.fault = ErrorNumber::InvalidPropertyValue;
     ASSERT_TRUE(browser.Start());
-    browser.ClickNode("hl");
-    browser.window.bounds = {111, 222, 3333, 4444};
-    browser.Form().mnuFileQuit_Click();
-    EXPECT_EQ(browser.window.destroyCalls, 1);
-    EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
-    EXPECT_NE(browser.fake.files.Get("C:\\Quarn\\Quarn.log").find(";0;Application terminated normally\r\n"),
-              std::string::npos);
-    EXPECT_EQ(browser.Setting("Selection", "LastGame"), "11");
-    EXPECT_EQ(browser.Setting("General", "WinLeft"), "111");
-    EXPECT_EQ(browser.Setting("General", "WinTop"), "222");
-    EXPECT_EQ(browser.Setting("General", "WinWidth"), "3333");
-    EXPECT_EQ(browser.Setting("General", "WinHeight"), "4444");
-    EXPECT_EQ(browser.Setting("General", "WinState"), "0");
-    EXPECT_EQ(browser.Setting("Favorites", "Name2"), "Duels");
-    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
-}
-
-TEST_F(MainFormTest, KeepsTheStoredPositionOfAWindowThatIsNotNormal) {
-    for (const WindowState state : {WindowState::Minimized, WindowState::Maximized}) {
-        HeadlessBrowser other;
-        other.Set("General", "WinLeft", 600);
-        ASSERT_TRUE(other.Start());
-        other.window.state = state;
-        other.window.bounds = {-32000, -32000, 160, 30};
-        other.Form().Unload();
-        EXPECT_EQ(other.Setting("General", "WinLeft"), "600");
-        EXPECT_EQ(other.Setting("General", "WinState"), std::to_string(static_cast<int>(state)));
-    }
-}
-
-TEST_F(MainFormTest, RecordsTheSelectedNodeUnlessItIsAFilter) {
-    struct Case {
-        const char* selected;
-        const char* stored;
-    };
-    for (const Case& c :
-         {Case{"q3", "9"}, Case{"mod2", "13"}, Case{"fav1", "15"}, Case{"games", "1"}, Case{"filters", "3"},
-          Case{"fltkey", "9"}, Case{"fltping", "9"}, Case{"png50", "9"}}) {
-        HeadlessBrowser other;
-        ASSERT_TRUE(other.Start());
-        other.Controls().trvGames.Select(c.selected);
-        other.Form().Unload();
-        EXPECT_EQ(other.Setting("Selection", "LastGame"), c.stored) << c.selected;
-    }
-}
-
-TEST_F(MainFormTest, RecordsTheNodesPositionAsTheTreeIsAtTheEnd) {
-    ASSERT_TRUE(browser.Start());
-    browser.ClickNode("fav2");
-    browser.program.GameVisible[2] = 0;
-    browser.Form().tree.RefreshTreeView();
-    browser.Form().Unload();
-    EXPECT_EQ(browser.Setting("Selection", "LastGame"), "15");
-}
-
-TEST_F(MainFormTest, SavesNoListAtTheEnd) {
-    browser.PutList("q3", HeadlessBrowser::Addresses(3));
-    ASSERT_TRUE(browser.Start());
-    browser.program.Servers[1].Name = "changed";
-    browser.Form().Unload();
-    EXPECT_EQ(browser.fake.files.Writes(HeadlessBrowser::PathOf("q3")), 0);
-    EXPECT_EQ(browser.program.Servers.HighestIndex(), 3);
-}
-
-TEST_F(MainFormTest, ReleasesTheCountryDatabaseAtTheEnd) {
-    browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n0;4294967295;XX\r\n");
-    ASSERT_TRUE(browser.Start());
-    browser.Form().countries.EnsureIPDatabase();
-    ASSERT_TRUE(browser.program.IPLocation->Initialized());
-    browser.Form().Unload();
-    EXPECT_FALSE(browser.program.IPLocation->Initialized());
-}
-
-TEST_F(MainFormTest, OffersAReportAtTheEndOnlyAfterErrors) {
-    ASSERT_TRUE(browser.Start());
-    browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;Form_Load;380", "frmMain;Form_Activate;380"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(2));
+    browser.window.fault.reset();
     browser.fake.prompts.yesNoAnswers = {false};
     browser.Form().Unload();
-    ASSERT_THAT(browser.fake.prompts.shown, SizeIs(1));
-    EXPECT_EQ(browser.fake.prompts.shown[0].title, "Send error log?");
     EXPECT_EQ(browser.window.destroyCalls, 1);
-}
-
-TEST_F(MainFormTest, AsksNothingWhenTheSystemEnds) {
-    ASSERT_TRUE(browser.Start());
-    browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
-    browser.Form().EndSession();
-    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
-    EXPECT_EQ(browser.window.destroyCalls, 1);
-    EXPECT_EQ(browser.Setting("General", "WinState"), "0");
-    EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
-}
-
-TEST_F(MainFormTest, UnloadsOnceHoweverOftenItIsAsked) {
-    ASSERT_TRUE(browser.Start());
-    browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
-    browser.fake.prompts.yesNoAnswers = {false};
-    browser.fake.prompts.whileOpen = [&] {
-        browser.Form().Unload();
-        browser.Form().EndSession();
-    };
-    browser.Form().Unload();
-    browser.Form().Unload();
-    browser.Form().EndSession();
-    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
-    EXPECT_EQ(browser.window.destroyCalls, 1);
-}
-
-TEST_F(MainFormTest, RunsNoCommandOnceItIsUnloaded) {
-    browser.PutList("q3", HeadlessBrowser::Addresses(3));
-    ASSERT_TRUE(browser.Start());
-    browser.Form().Unload();
-    const std::int32_t writes = browser.fake.files.TotalWrites();
-    browser.ClickNode("d3");
-    browser.RefreshAll();
-    browser.Form().servers.mnuServDelete_Click();
-    browser.Form().servers.mnuServerListClear_Click();
-    browser.Form().master.mnuServerListGet_Click();
-    EXPECT_EQ(browser.fake.files.TotalWrites(), writes);
-    EXPECT_THAT(browser.sckServer.sent, IsEmpty());
-    EXPECT_THAT(browser.sckMaster.sent, IsEmpty());
-    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
-}
-
-TEST_F(MainFormTest, EndsAlsoWhenTheSettingsCannotBeWritten) {
-    ASSERT_TRUE(browser.Start());
-    browser.fake.files.FailWrites("C:\\Quarn\\Quarn.ini", ErrorNumber::PermissionDenied);
-    browser.Form().Unload();
-    EXPECT_EQ(browser.window.destroyCalls, 1);
-    EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
-}
-
-TEST_F(MainFormTest, CanBeClosedWhileItLoads) {
-    browser.PutList("q3", HeadlessBrowser::Addresses(5));
-    browser.In(0, [&] { browser.Form().Unload(); });
-    ASSERT_TRUE(browser.Start());
-    EXPECT_EQ(browser.window.destroyCalls, 1);
-    EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
-}
-
-TEST_F(MainFormTest, StartsAgainWhereItEnded) {
-    browser.PutList("hl", HeadlessBrowser::Addresses(4));
-    ASSERT_TRUE(browser.Start());
-    browser.ClickNode("hl");
-    browser.Form().servers.lvwServers_ColumnClick(4);
-    browser.ClickRow(3);
-    browser.ClickNode("png50");
-    const std::vector<std::string> names = browser.Column(NameColumn);
-    browser.Form().Unload();
-
-    HeadlessBrowser next;
-    for (const std::string& path : browser.fake.files.Paths())
-        next.fake.files.Put(path, browser.fake.files.Get(path));
-    ASSERT_TRUE(next.Start());
-    EXPECT_EQ(next.Controls().trvGames.SelectedKey(), "hl");
-    EXPECT_EQ(next.program.FilterPing, 50);
-    EXPECT_EQ(next.program.LastSortColumn, 4);
-    EXPECT_EQ(next.program.LastSortOrder, 1);
-    EXPECT_EQ(next.Controls().lvwServers.SelectedRow(), 3);
-    EXPECT_THAT(next.Errors(), IsEmpty());
 }
 
 TEST_F(MainFormTest, RoutesItsToolbarButtons) {

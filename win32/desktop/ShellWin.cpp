@@ -14,15 +14,23 @@ const char* OrNone(const std::string& text) noexcept {
     return text.empty() ? nullptr : text.c_str();
 }
 
+// Programs that watch the clipboard hold it for a moment after each change: so it is asked for more than
+// once.
 class OpenedClipboard {
   public:
     explicit OpenedClipboard(HWND owner) {
-        if (!OpenClipboard(owner))
-            throw RunTimeError(ErrorNumber::CannotOpenClipboard);
+        for (int tries = 1; !OpenClipboard(owner); ++tries) {
+            if (tries == MostTries)
+                throw RunTimeError(ErrorNumber::CannotOpenClipboard);
+            Sleep(10);
+        }
     }
     OpenedClipboard(const OpenedClipboard&) = delete;
     OpenedClipboard& operator=(const OpenedClipboard&) = delete;
     ~OpenedClipboard() { CloseClipboard(); }
+
+  private:
+    static constexpr int MostTries = 20;
 };
 
 GlobalMemory TextInGlobalMemory(const std::string& text) {

@@ -1,6 +1,6 @@
 // A monitoring program that only notes what it is told: a line for each copy-data message, with the
 // identifier, the length and the bytes in hexadecimal, in a file "received.txt" beside itself. A second start
-// ends at once.
+// ends at once, the first one with Quarn.
 
 #include "tests/e2e/velmar/version.h"
 
@@ -40,6 +40,8 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         Note(*reinterpret_cast<const COPYDATASTRUCT*>(lParam));
         return TRUE;
     }
+    if (message == WM_TIMER && FindWindowA("QuarnMainWindow", nullptr) == nullptr)
+        DestroyWindow(window);
     if (message == WM_DESTROY)
         PostQuitMessage(0);
     return DefWindowProcA(window, message, wParam, lParam);
@@ -56,8 +58,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
     description.hInstance = instance;
     description.lpszClassName = ClassName;
     RegisterClassA(&description);
-    CreateWindowA(ClassName, VELMAR_TITLE, WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr,
-                  instance, nullptr);
+    const HWND window = CreateWindowA(ClassName, VELMAR_TITLE, WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200,
+                                      100, nullptr, nullptr, instance, nullptr);
+    SetTimer(window, 1, 100, nullptr);
     MSG message;
     while (GetMessageA(&message, nullptr, 0, 0) > 0)
         DispatchMessageA(&message);

@@ -81,24 +81,48 @@ TEST_F(ShellWinTest, PutsTextOnTheClipboard) {
     EXPECT_EQ(ClipboardText(), large);
 }
 
-TEST_F(ShellWinTest, AClipboardThatSomebodyHoldsIsAnError) {
-    shell.SetClipboardText("before");
-    std::promise<void> held, release;
-    std::thread holder([&] {
+// Another program that has opened the clipboard, until it is told to let go.
+class ClipboardHolder {
+  public:
+    ClipboardHolder() { held_.get_future().wait(); }
+    ClipboardHolder(const ClipboardHolder&) = delete;
+    ClipboardHolder& operator=(const ClipboardHolder&) = delete;
+    ~ClipboardHolder() { thread_.join(); }
+
+    void LetGoAfter(DWORD milliseconds) { letGo_.set_value(milliseconds); }
+
+  private:
+    void Hold() {
         const WindowHandle window(CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                                   GetModuleHandleA(nullptr), nullptr));
         EXPECT_TRUE(OpenClipboard(window.Get()));
-        held.set_value();
-        release.get_future().wait();
+        held_.set_value();
+        Sleep(letGo_.get_future().get());
         CloseClipboard();
-    });
-    held.get_future().wait();
-    EXPECT_EQ(ErrorOf([&] { shell.SetClipboardText("after"); }), ErrorNumber::CannotOpenClipboard);
-    release.set_value();
-    holder.join();
+    }
+
+    std::promise<void> held_;
+    std::promise<DWORD> letGo_;
+    std::thread thread_{[this] { Hold(); }};
+};
+
+TEST_F(ShellWinTest, AClipboardThatSomebodyKeepsIsAnError) {
+    shell.SetClipboardText("before");
+    {
+        ClipboardHolder holder;
+        EXPECT_EQ(ErrorOf([&] { shell.SetClipboardText("after"); }), ErrorNumber::CannotOpenClipboard);
+        holder.LetGoAfter(0);
+    }
     EXPECT_EQ(ClipboardText(), "before");
     shell.SetClipboardText("after");
     EXPECT_EQ(ClipboardText(), "after");
+}
+
+TEST_F(ShellWinTest, AClipboardThatSomebodyHoldsForAMomentIsWaitedFor) {
+    ClipboardHolder holder;
+    holder.LetGoAfter(40);
+    shell.SetClipboardText("patience");
+    EXPECT_EQ(ClipboardText(), "patience");
 }
 
 } // namespace

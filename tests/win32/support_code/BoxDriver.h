@@ -61,18 +61,39 @@ class BoxDriver {
 
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) { current_->Look(); }
 
+    // A window to work in, not a tooltip or a list that has dropped down.
+    static bool IsBox(HWND window) {
+        return IsWindowVisible(window) && IsWindowEnabled(window) && GetWindow(window, GW_OWNER) != nullptr &&
+               (GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_TOOLWINDOW) == 0;
+    }
+
+    HWND Box() const {
+        HWND box = nullptr;
+        const auto look = [](HWND window, LPARAM found) -> BOOL {
+            if (!IsBox(window))
+                return TRUE;
+            *reinterpret_cast<HWND*>(found) = window;
+            return FALSE;
+        };
+        EnumThreadWindows(GetWindowThreadProcessId(owner_, nullptr), look, reinterpret_cast<LPARAM>(&box));
+        return box;
+    }
+
     void Look() {
-        const HWND box = GetLastActivePopup(owner_);
-        if (box == owner_ || !IsWindowVisible(box))
+        const HWND box = Box();
+        if (box == nullptr)
             return;
-        if (box != answered_ && !steps_.empty() && steps_.front().ready(box)) {
+        // The window manager may have handed the focus elsewhere, late, for a window that is gone by now.
+        if (GetActiveWindow() != box)
+            SetForegroundWindow(box);
+        else if (box != answered_ && !steps_.empty() && steps_.front().ready(box)) {
             answered_ = box;
             const Step step = std::move(steps_.front());
             steps_.pop_front();
             step.act(box);
-        } else if (++looks_ > MostLooks) {
-            EndDialog(box, IDCANCEL);
         }
+        if (++looks_ > MostLooks)
+            EndDialog(box, IDCANCEL);
     }
 
     inline static BoxDriver* current_ = nullptr;
