@@ -71,7 +71,7 @@ bool CommandGate::WaitUntil(const std::function<bool()>& condition) {
     return !closing_;
 }
 
-void CommandGate::Yield() {
+void CommandGate::LetEventsRun() {
     if (!closing_)
         events_.DoEvents();
 }

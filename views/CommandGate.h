@@ -40,7 +40,7 @@ class CommandGate {
     bool WaitUntil(const std::function<bool()>& condition);
 
     // Lets pending events run, for use inside a loop over many records.
-    void Yield();
+    void LetEventsRun();
 
     // A command waits for the running scan to end.
     bool ScanMustEnd() const noexcept { return replacementsWaiting_ > 0; }

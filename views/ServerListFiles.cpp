@@ -129,7 +129,7 @@ OneBased<ServerRecord> ServerListFiles::ReadList(const std::string& content) {
     OneBased<ServerRecord> list(count);
     for (std::int32_t i = 1; i <= count; ++i) {
         list[i] = ParseEntry(lines.ReadLine());
-        gate_.Yield();
+        gate_.LetEventsRun();
     }
     return list;
 }
@@ -150,7 +150,7 @@ std::string ServerListFiles::WriteList() {
     std::string content = " " + std::to_string(count) + "\r\n";
     for (std::int32_t i = 1; i <= count; ++i) {
         AppendEntry(content, program_.Servers[i]);
-        gate_.Yield();
+        gate_.LetEventsRun();
     }
     return content;
 }

@@ -200,9 +200,9 @@ TEST_F(CommandGateTest, YieldsToEventsUntilItCloses) {
     fake.events.Post([&] { gate.Run(Kind::Ordinary, Note('a')); });
     fake.events.Post([&] { gate.Close(Note('u')); });
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
-        gate.Yield();
+        gate.LetEventsRun();
         fake.events.Post(Note('x'));
-        gate.Yield();
+        gate.LetEventsRun();
     });
     EXPECT_EQ(ran, "()u");
     EXPECT_EQ(fake.events.doEventsCalls, 1);
