@@ -25,11 +25,6 @@ if(QUARN_SANITIZE)
   target_link_options(quarn_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all)
 endif()
 
-if(QUARN_FUZZ)
-  # Lets a fuzzer see which branches an input takes; a program without one runs as it would.
-  target_compile_options(quarn_options INTERFACE -fsanitize=fuzzer-no-link)
-endif()
-
 if(WIN32)
   # The oldest Windows whose calls are used: Windows 7.
   target_compile_definitions(quarn_options INTERFACE _WIN32_WINNT=0x0601 WINVER=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN STRICT)
