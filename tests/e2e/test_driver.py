@@ -146,6 +146,24 @@ def test_fills_in_a_dialog(do):
     wait_for_event(do, 'OK a "b" \\c 1 2 1')
 
 
+def test_types_where_the_focus_is(do):
+    do("command", command("dialog"))
+    do.wait("*", "use", "Stand-in dialog")
+    do.wait(ID["edit"], "focus")
+    do("type", 'A "b" +1')
+    do.wait('A "b" +1', "text", ID["edit"])
+    do("keyboard", "tab", "alt+r")
+    do.wait("1", "checked", ID["check"])
+    assert do("focus") == [ID["check"]]
+    do("keyboard", "shift+tab")
+    do.wait(ID["edit"], "focus")
+    do("click", ID["check"])
+    do.wait("0", "checked", ID["check"])
+    do("keyboard", "escape")
+    do("use")
+    do.wait("0", "is-open", "Stand-in dialog")
+
+
 def test_reports_the_exit_code(do):
     do("close")
     assert do.exit_code() == 42
@@ -173,6 +191,8 @@ def test_ends_the_program_with_itself(do):
         (["press-button", ID["toolbar"], "3"], "disabled"),
         (["press-button", ID["toolbar"], "4"], "no button 4"),
         (["key", ID["list"], "hyper"], 'no key "hyper"'),
+        (["keyboard", "alt+hyper"], 'no key "hyper"'),
+        (["keyboard", "alt+"], 'no key ""'),
         (["use", "No such window"], "no window has the title"),
         (["attach", "standin.exe"], "has its program already"),
         (["start", "Z:\\nowhere.exe"], "has its program already"),

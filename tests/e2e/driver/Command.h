@@ -36,5 +36,6 @@ Commands TreeViewCommands();
 Commands ListViewCommands();
 Commands BarCommands();
 Commands InputCommands();
+Commands KeyboardCommands();
 
 } // namespace quarn::uidrive

@@ -1,30 +1,14 @@
 // Menu commands, keys, plain messages and the clipboard. The captions of another process's menu cannot be
 // read under Wine, so a menu entry is chosen by its command id.
 
+#include "tests/e2e/driver/Keys.h"
 #include "tests/e2e/driver/Messages.h"
 #include "tests/e2e/driver/Session.h"
 #include "tests/e2e/driver/Words.h"
 
-#include <map>
-
 namespace quarn::uidrive {
 
 namespace {
-
-WORD VirtualKey(const std::string& name) {
-    static const std::map<std::string, WORD> Named = {
-        {"up", VK_UP},         {"down", VK_DOWN},     {"left", VK_LEFT},    {"right", VK_RIGHT},
-        {"home", VK_HOME},     {"end", VK_END},       {"pageup", VK_PRIOR}, {"pagedown", VK_NEXT},
-        {"enter", VK_RETURN},  {"escape", VK_ESCAPE}, {"tab", VK_TAB},      {"space", VK_SPACE},
-        {"delete", VK_DELETE}, {"f1", VK_F1},         {"f5", VK_F5},        {"apps", VK_APPS},
-    };
-    const auto found = Named.find(Caption(name));
-    if (found != Named.end())
-        return found->second;
-    if (name.size() == 1)
-        return static_cast<WORD>(LOBYTE(VkKeyScanA(name[0])));
-    throw Failure("there is no key \"" + name + "\"");
-}
 
 Lines ChooseCommand(Session& session, const Words& arguments) {
     Post(session.EnabledWindow(), WM_COMMAND, static_cast<WPARAM>(ToNumber(arguments[0])));
@@ -48,6 +32,16 @@ Lines PostMessageTo(Session& session, const Words& arguments) {
     return {};
 }
 
+Lines ClickControl(Session& session, const Words& arguments) {
+    const std::string kind = arguments.size() > 1 ? arguments[1] : "left";
+    const Click click = kind == "double" ? Click::LeftDouble : kind == "right" ? Click::Right : Click::Left;
+    const HWND control = session.EnabledControl(arguments[0]);
+    RECT inner;
+    GetClientRect(control, &inner);
+    ClickAt(control, Centre(inner), click);
+    return {};
+}
+
 Lines ClipboardText(Session&, const Words&) {
     if (!OpenClipboard(nullptr))
         throw Failure("the clipboard is in use");
@@ -67,6 +61,7 @@ Commands InputCommands() {
         {"command", "ID", "chooses the menu entry with that command id", 1, ChooseCommand},
         {"key", "CONTROL KEY...", "presses keys in a control, or in the window where CONTROL is a point", 2,
          Key},
+        {"click", "CONTROL [left|double|right]", "clicks into the middle of a control", 1, ClickControl},
         {"clipboard", "", "prints the text on the clipboard", 0, ClipboardText},
         {"post", "CONTROL MESSAGE [WPARAM [LPARAM]]", "posts a message", 2, PostMessageTo},
     };

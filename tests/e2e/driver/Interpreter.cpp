@@ -16,7 +16,7 @@ constexpr DWORD PollMilliseconds = 5;
 
 Interpreter::Interpreter() {
     for (const auto group : {ProcessCommands, WindowCommands, ControlCommands, TreeViewCommands,
-                             ListViewCommands, BarCommands, InputCommands}) {
+                             ListViewCommands, BarCommands, InputCommands, KeyboardCommands}) {
         const Commands offered = group();
         commands_.insert(commands_.end(), offered.begin(), offered.end());
     }

@@ -4,7 +4,7 @@ import re
 import shutil
 from dataclasses import dataclass
 
-from .driver import Driver
+from .driver import Driver, DriverError
 from .places import IDS, PROGRAM_FOLDER, wait_until, windows_path
 
 TITLE = "Quarn"
@@ -25,6 +25,42 @@ def resource_numbers():
     """The numbers that the program's own header gives its commands and controls."""
     found = re.findall(r"^#define ID_(\w+) (\d+)", IDS.read_text(), re.MULTILINE)
     return {name: int(number) for name, number in found}
+
+
+class Tray:
+    """The notification area, in which the icons that are there before do not count. Leaving the `with` block
+    lets go of it."""
+
+    TITLE = "Wine System Tray"
+    ICON = "__winex11_tray_icon"
+
+    def __init__(self):
+        self._do = Driver()
+        self._do("attach", "explorer.exe")
+        self._icons_before = self._icons()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *exception):
+        self._do.__exit__(*exception)
+
+    def wait_for_icon(self, shown=True):
+        wait_until(lambda: self._icons() == self._icons_before + shown, f"an icon is shown: {shown}")
+
+    def click(self, kind):
+        """On the newest icon: "left", "right" or "double"."""
+        self._do("use", self.TITLE)
+        self._do("click", self.ICON, kind)
+
+    def _icons(self):
+        if self._do("is-open", self.TITLE) == ["0"]:
+            return 0
+        try:
+            self._do("use", self.TITLE)
+            return [control for _, control, _, _ in self._do.table("controls")].count(self.ICON)
+        except DriverError:
+            return None  # an icon goes just now
 
 
 @dataclass(frozen=True)

@@ -1,0 +1,101 @@
+// Real key strokes: they go where the focus is, as those of a keyboard do.
+
+#include "tests/e2e/driver/Keys.h"
+#include "tests/e2e/driver/Session.h"
+#include "tests/e2e/driver/Words.h"
+
+#include <chrono>
+#include <vector>
+
+namespace quarn::uidrive {
+
+namespace {
+
+constexpr DWORD PollMilliseconds = 5;
+
+using Strokes = std::vector<INPUT>;
+
+void AppendStroke(Strokes& strokes, WORD key, bool down) {
+    INPUT stroke{};
+    stroke.type = INPUT_KEYBOARD;
+    stroke.ki.wVk = key;
+    stroke.ki.wScan = static_cast<WORD>(MapVirtualKeyA(key, MAPVK_VK_TO_VSC));
+    stroke.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
+    strokes.push_back(stroke);
+}
+
+// Keys that go down in this order and up in the opposite one.
+void AppendChord(Strokes& strokes, const std::vector<WORD>& keys) {
+    for (const WORD key : keys)
+        AppendStroke(strokes, key, true);
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key)
+        AppendStroke(strokes, *key, false);
+}
+
+// The keys of a word such as "tab", "alt+x" or "shift+tab".
+std::vector<WORD> KeysOf(const std::string& chord) {
+    std::vector<WORD> keys;
+    std::size_t start = 0;
+    for (std::size_t plus; (plus = chord.find('+', start)) != std::string::npos; start = plus + 1)
+        keys.push_back(VirtualKey(chord.substr(start, plus - start)));
+    keys.push_back(VirtualKey(chord.substr(start)));
+    return keys;
+}
+
+// A window that was opened just now gets the keyboard a little later.
+void WaitForTheKeyboard(const Session& session) {
+    const auto end = std::chrono::steady_clock::now() + session.timeout;
+    while (GetForegroundWindow() != session.EnabledWindow()) {
+        if (std::chrono::steady_clock::now() > end)
+            throw Failure("another window has the keyboard");
+        Sleep(PollMilliseconds);
+    }
+}
+
+void Send(const Session& session, Strokes strokes) {
+    WaitForTheKeyboard(session);
+    const auto count = static_cast<UINT>(strokes.size());
+    if (SendInput(count, strokes.data(), sizeof(INPUT)) != count)
+        throw Failure("the keys cannot be pressed");
+}
+
+Lines Keyboard(Session& session, const Words& arguments) {
+    Strokes strokes;
+    for (const std::string& chord : arguments)
+        AppendChord(strokes, KeysOf(chord));
+    Send(session, std::move(strokes));
+    return {};
+}
+
+Lines Type(Session& session, const Words& arguments) {
+    Strokes strokes;
+    for (const char character : arguments[0]) {
+        const auto code = static_cast<WORD>(VkKeyScanA(character));
+        if (code == 0xFFFF)
+            throw Failure("no key gives that character");
+        const WORD key = LOBYTE(code);
+        const bool shifted = (HIBYTE(code) & 1) != 0;
+        AppendChord(strokes, shifted ? std::vector<WORD>{VK_SHIFT, key} : std::vector<WORD>{key});
+    }
+    Send(session, std::move(strokes));
+    return {};
+}
+
+Lines Focus(Session& session, const Words&) {
+    GUITHREADINFO information{};
+    information.cbSize = sizeof information;
+    GetGUIThreadInfo(GetWindowThreadProcessId(session.Window(), nullptr), &information);
+    return {"#" + std::to_string(GetDlgCtrlID(information.hwndFocus))};
+}
+
+} // namespace
+
+Commands KeyboardCommands() {
+    return {
+        {"keyboard", "KEY...", "presses keys and chords such as alt+x where the focus is", 1, Keyboard},
+        {"type", "TEXT", "types a text where the focus is", 1, Type},
+        {"focus", "", "prints the control that has the focus, as #id", 0, Focus},
+    };
+}
+
+} // namespace quarn::uidrive
