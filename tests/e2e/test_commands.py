@@ -1,10 +1,8 @@
 """The commands on a list and on a server, from the menus, the mouse and the keyboard."""
 
-from datetime import datetime
-
 import pytest
 
-from harness.places import RECORDER, wait_until, windows_path
+from harness.places import wait_until, windows_path
 from test_lists import fetch, scan
 
 PING_COLUMN = 5
@@ -122,96 +120,4 @@ def test_an_export_has_a_line_for_each_row(doom, tmp_path):
     quarn.do("press", "Save")
     quarn.do("use")
     wait_until(lambda: exported.exists() and exported.read_bytes() == b"\r\n" * 10, "the list is exported")
-    assert quarn.close() == 0
-
-
-class RecordedGame:
-    """A program in a game's place that writes down how it was started."""
-
-    def __init__(self, quarn, folder):
-        folder.mkdir()
-        (folder / "recorder.exe").write_bytes(RECORDER.read_bytes())
-        self._record = folder / "recorded.txt"
-        self.folder = windows_path(folder)
-        quarn.choose("mnuExtrasGameSetup")
-        quarn.do.wait("*", "use", "Game Setup")
-        quarn.do("set-text", quarn.control("txtPath"), self.folder)
-        quarn.do("press", "OK")
-        quarn.do("use")
-        quarn.do.wait(0, "is-open", "Game Setup")
-
-    def start(self):
-        """The command line behind the program's name and the folder it was started in."""
-        lines = wait_until(self._lines, "the game was started")
-        self._record.unlink()
-        return lines[0].partition('recorder.exe"')[2].lstrip(), lines[1]
-
-    def _lines(self):
-        return self._record.exists() and self._record.read_bytes().decode("latin-1").splitlines()
-
-
-COMMAND_LINES = {
-    "oa": "+set fs_game {mod} +exec  +name  +set password  +connect {address}",
-    "d3": "",
-    "hl": "+connect {address} -game {mod}",
-}
-
-
-@pytest.mark.parametrize("game", COMMAND_LINES)
-def test_a_double_click_joins_the_server(browse, tmp_path, game):
-    quarn, network = browse(game, "--exe", "recorder.exe", "--end-mark", "none")
-    fetch(quarn, network, game)
-    scan(quarn)
-    recorded = RecordedGame(quarn, tmp_path / "a game's folder")
-    server = network.servers_of(game)[2]
-    earliest = datetime.now().replace(microsecond=0)
-    quarn.do("double-click-row", quarn.control("lvwServers"), 3)
-    arguments, started_in = recorded.start()
-    assert arguments == COMMAND_LINES[game].format(mod=server.mod, address=server.address)
-    assert started_in.rstrip("\\") == recorded.folder
-    handed_over = (quarn.folder / "server.txt").read_bytes().decode("latin-1")
-    assert handed_over == f"{server.name} {server.address}\r\n"
-    visited = datetime.strptime(quarn.rows()[2].last_visit, "%m/%d/%Y %I:%M:%S %p")
-    assert earliest <= visited <= datetime.now()
-    assert quarn.close() == 0
-
-
-def test_a_password_goes_to_the_game_alone(browse, tmp_path):
-    quarn, network = browse("oa", "--exe", "recorder.exe", "--end-mark", "none")
-    fetch(quarn, network, "oa")
-    recorded = RecordedGame(quarn, tmp_path / "game")
-    quarn.click_row(1)
-    quarn.do.wait("1", "selected-rows", quarn.control("lvwServers"))
-    quarn.choose("mnuServSetPass")
-    quarn.do.wait("*", "use", "Server Password")
-    quarn.do("set-text", quarn.control("txtPass"), "open sesame")
-    quarn.do("press", "OK")
-    quarn.do("use")
-    quarn.do.wait(0, "is-open", "Server Password")
-    quarn.choose("mnuServConnectSpec")
-    arguments, _ = recorded.start()
-    address = network.servers_of("oa")[0].address
-    assert (
-        arguments == f"+set fs_game  +exec  +name  +set password open sesame +connect {address} +setu team s"
-    )
-    assert quarn.close() == 0
-
-
-def test_a_missing_game_leads_to_the_game_setup(doom):
-    quarn, _ = doom
-    quarn.do("double-click-row", quarn.control("lvwServers"), 1)
-    assert quarn.message("Quarn - Error") == "The game executable could not be found. Please check game path!"
-    quarn.answer("Quarn - Error", "OK")
-    quarn.answer("Game Setup", "Cancel")
-    assert not (quarn.folder / "server.txt").exists()
-    assert quarn.close() == 0
-
-
-def test_minimized_to_the_tray_and_back(doom):
-    quarn, _ = doom
-    quarn.do("minimize")
-    quarn.do.wait("hidden", "state")
-    quarn.choose("mnuSysOpen")
-    quarn.do.wait("normal", "state")
-    assert quarn.row_count() == 10
     assert quarn.close() == 0
