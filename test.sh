@@ -6,6 +6,7 @@ source "$SCRIPTS/packages.sh"
 source "$SCRIPTS/build.sh"
 source "$SCRIPTS/wine.sh"
 source "$SCRIPTS/display.sh"
+source "$SCRIPTS/package.sh"
 source "$SCRIPTS/counts.sh"
 
 print_help() {
@@ -56,6 +57,9 @@ test_everything() {
     run_ctest win64
     build_preset win32
     run_pytest executables
+    say "Packing"
+    make_packages
+    run_pytest packages
     run_pytest e2e
 }
 
@@ -77,7 +81,7 @@ if $quick; then
     run_ctest native
 else
     ensure_packages "${PACKAGES_TO_BUILD_NATIVE[@]}" "${PACKAGES_TO_BUILD_PROGRAM[@]}" \
-        "${PACKAGES_TO_RUN[@]}" "${PACKAGES_TO_TEST[@]}"
+        "${PACKAGES_TO_PACK[@]}" "${PACKAGES_TO_RUN[@]}" "${PACKAGES_TO_TEST[@]}"
     test_everything
 fi
 print_total

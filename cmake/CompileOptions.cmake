@@ -31,6 +31,8 @@ if(WIN32)
   # The 8-bit interfaces are the program's: its text is bytes throughout.
   target_compile_options(quarn_options INTERFACE -ffunction-sections -fdata-sections)
   target_link_options(quarn_options INTERFACE -static -Wl,--gc-sections -Wl,--dynamicbase -Wl,--nxcompat
+    # The same source gives the same bytes, whenever it is linked.
+    -Wl,--no-insert-timestamp
     # Here the stack protector lives in a library of its own.
     -fstack-protector-strong)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)

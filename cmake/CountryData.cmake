@@ -1,10 +1,10 @@
 # The country database of the program folder, made at build time from the ranges that Debian's package
 # tor-geoipdb installs. The data's vendor, date and licence are written beside it.
 
-# Where the package is not installed, run.sh and test.sh unpack it into build/packages.
+# Where the package is not installed, run.sh and test.sh unpack it into build/debian.
 set(QUARN_GEOIP_RANGES /usr/share/tor/geoip)
 if(NOT EXISTS ${QUARN_GEOIP_RANGES})
-  set(QUARN_GEOIP_RANGES ${CMAKE_SOURCE_DIR}/build/packages/tor-geoipdb/usr/share/tor/geoip)
+  set(QUARN_GEOIP_RANGES ${CMAKE_SOURCE_DIR}/build/debian/tor-geoipdb/usr/share/tor/geoip)
 endif()
 
 # Adds a target that writes countryip.dat and countryip-licence.txt into a folder.

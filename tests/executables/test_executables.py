@@ -38,6 +38,7 @@ class Executable:
         self.headers = subprocess.run(
             [objdump, "-p", path], check=True, capture_output=True, text=True
         ).stdout
+        self.content = path.read_bytes()
         self.protections = protections
 
     def number(self, field):
@@ -74,3 +75,8 @@ def test_the_loader_can_move_it(executable):
 def test_opens_no_console(executable):
     windows_subsystem = 2
     assert executable.number("Subsystem") == windows_subsystem
+
+
+def test_holds_neither_the_time_nor_the_place_of_its_build(executable):
+    assert re.search(r"^Time/Date\s+Thu Jan +1 00:00:00 1970", executable.headers, re.MULTILINE)
+    assert bytes(BUILD.parent) not in executable.content

@@ -3,8 +3,9 @@
 
 PACKAGES_TO_BUILD_NATIVE=(g++ cmake ninja-build googletest)
 PACKAGES_TO_BUILD_PROGRAM=(
-    g++-mingw-w64-x86-64-posix librsvg2-bin icoutils imagemagick famfamfam-flag-png tor-geoipdb
+    g++-mingw-w64-x86-64-posix librsvg2-bin icoutils imagemagick famfamfam-flag-png
 )
+PACKAGES_TO_PACK=(nsis zip)
 PACKAGES_TO_RUN=(wine wine64 xvfb openbox x11-utils imagemagick python3)
 PACKAGES_TO_TEST=(clang g++-mingw-w64-i686-posix python3-pytest)
 PACKAGES_OF_REAL_SERVERS=(openarena-server)
@@ -42,7 +43,7 @@ ensure_packages() {
 # The address ranges of the country database. Their package is unpacked, not installed: it would bring a
 # network service along, and start it.
 ensure_geoip_ranges() {
-    local folder=$BUILD/packages
+    local folder=$BUILD/debian
     [[ -e /usr/share/tor/geoip || -e $folder/tor-geoipdb/usr/share/tor/geoip ]] && return
     say "Fetching the address ranges of tor-geoipdb"
     mkdir -p "$folder"

@@ -3,8 +3,9 @@
 export WINEPREFIX=$BUILD/wineprefix
 export WINEARCH=win64
 export WINEDEBUG=-all
-# No .NET and no HTML engine to ask for, and no crash dialog: a crash ends the program with its exit code.
-export WINEDLLOVERRIDES='mscoree,mshtml=;winedbg.exe=d'
+# No .NET and no HTML engine to ask for; no crash dialog: a crash ends the program with its exit code; and no
+# entries in the desktop's menu for what is installed in the prefix.
+export WINEDLLOVERRIDES='mscoree,mshtml=;winedbg.exe,winemenubuilder.exe=d'
 
 # The prefix is made without a display; the mark tells a finished one from one whose making was cut short.
 make_wine_prefix() {
