@@ -83,13 +83,13 @@ class BoxDriver {
         const HWND box = Box();
         if (box == nullptr)
             return;
-        // The window manager may have handed the focus elsewhere, late, for a window that is gone by now.
-        if (GetActiveWindow() != box)
-            SetForegroundWindow(box);
-        else if (box != answered_ && !steps_.empty() && steps_.front().ready(box)) {
+        if (box != answered_ && !steps_.empty() && steps_.front().ready(box)) {
             answered_ = box;
             const Step step = std::move(steps_.front());
             steps_.pop_front();
+            // The window manager may have handed the focus elsewhere, late, for a window that is gone by now.
+            if (GetActiveWindow() != box)
+                SetActiveWindow(box);
             step.act(box);
         }
         if (++looks_ > MostLooks)
