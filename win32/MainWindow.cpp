@@ -89,7 +89,7 @@ void MainWindow::CreateControls() {
     // In the order in which Tab visits them.
     trvGames_.Create(Handle(), ID_trvGames, "Games");
     lvwServers_.Create(Handle(), ID_lvwServers, "Servers", Selection::SeveralRows, dpi,
-                       {{28}, {146}, {88, true}, {176}, {78}, {64, true}, {70}, {76}, {88}});
+                       {{28}, {146}, {88}, {176}, {78}, {64, true}, {70}, {76}, {88}});
     lvwPlayers_.Create(Handle(), ID_lvwPlayers, "Players", Selection::OneRow, dpi,
                        {{220}, {64, true}, {64, true}});
     lvwServVars_.Create(Handle(), ID_lvwServVars, "Variables", Selection::OneRow, dpi, {{150}, {220}});

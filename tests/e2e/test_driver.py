@@ -218,6 +218,16 @@ def test_a_wait_ends(do):
         do.wait("never", "title")
 
 
+def test_measures_until_the_result_shows(do):
+    do("command", command("fill"))
+    total, longest = map(int, do.text("measure", "40", "row-count", ID["list"]).split())
+    assert do("row-count", ID["list"]) == ["40"]
+    assert 0 <= longest <= total + 20  # an answer that comes at once may be the slowest all the same
+    do("timeout", 1)
+    with pytest.raises(DriverError, match="measured in vain"):
+        do("measure", "never", "title")
+
+
 def test_knows_that_its_program_is_missing():
     with Driver() as driver:
         with pytest.raises(DriverError, match="no program was started"):

@@ -35,7 +35,7 @@ class ListViewControl final : public Control {
                 std::initializer_list<ColumnShape> shapes);
 
     // The pictures of rows, cells and headers. Without pictures of rows the list keeps no room for them. A
-    // column whose cells have pictures is to be right-aligned: they are painted at the left.
+    // cell's picture stands behind its text, which has two letters: the code of a country.
     enum class Pictures { OfHeaders, OfRowsAndHeaders };
     void SetImages(const Images& images, Pictures pictures);
 

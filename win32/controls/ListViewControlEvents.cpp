@@ -12,6 +12,7 @@ namespace {
 constexpr UINT SelectedAndFocused = LVIS_SELECTED | LVIS_FOCUSED;
 constexpr int NoItem = -1;
 constexpr int CellMargin = 6; // in pixels of 96 to an inch
+constexpr const char* WidestCode = "WW";
 
 } // namespace
 
@@ -89,7 +90,7 @@ void ListViewControl::FillIn(LVITEMA& item) const {
 }
 
 // The style for pictures in cells would keep room for one in every cell of the list, so they are painted on
-// top of the finished cell, at its left; the column's text stands at the right.
+// top of the finished cell, behind its text, and all of a column in one line.
 LRESULT ListViewControl::OnCustomDraw(const NMLVCUSTOMDRAW& stage) const {
     const std::int32_t row = static_cast<std::int32_t>(stage.nmcd.dwItemSpec) + 1;
     switch (stage.nmcd.dwDrawStage) {
@@ -123,7 +124,7 @@ void ListViewControl::PaintCellPicture(HDC canvas, std::int32_t row, int subItem
     int width = 0;
     int height = 0;
     ImageList_GetIconSize(images_->Handle(), &width, &height);
-    cell.left += dpi_.Scaled(CellMargin);
+    cell.left += 2 * dpi_.Scaled(CellMargin) + static_cast<int>(Send(LVM_GETSTRINGWIDTHA, 0, WidestCode));
     if (const int room = std::min<int>(width, cell.right - cell.left); room > 0)
         ImageList_DrawEx(images_->Handle(), picture, canvas, cell.left, (cell.top + cell.bottom - height) / 2,
                          room, height, CLR_NONE, CLR_NONE, ILD_TRANSPARENT);

@@ -1,8 +1,11 @@
 #include "tests/e2e/driver/Interpreter.h"
 
+#include "tests/e2e/driver/Messages.h"
 #include "tests/e2e/driver/Session.h"
 #include "tests/e2e/driver/Words.h"
 
+#include <algorithm>
+#include <chrono>
 #include <initializer_list>
 #include <optional>
 
@@ -11,6 +14,17 @@ namespace quarn::uidrive {
 namespace {
 
 constexpr DWORD PollMilliseconds = 5;
+
+using Clock = std::chrono::steady_clock;
+
+// An answer that takes longer comes from a window that is at work.
+constexpr std::chrono::milliseconds LateAnswer(20);
+// Work that a window puts off, as it does its painting, has begun by then.
+constexpr std::chrono::milliseconds QuietEnd(100);
+
+std::string Milliseconds(Clock::duration duration) {
+    return std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(duration).count());
+}
 
 } // namespace
 
@@ -27,6 +41,8 @@ Lines Interpreter::Run(Session& session, const Words& words) const {
         return Help();
     if (words[0] == "wait")
         return Wait(session, words);
+    if (words[0] == "measure")
+        return Measure(session, words);
     const Command& command = Find(words[0]);
     const Words arguments(words.begin() + 1, words.end());
     if (arguments.size() < command.fewest)
@@ -38,7 +54,7 @@ Lines Interpreter::Wait(Session& session, const Words& words) const {
     if (words.size() < 3)
         throw Failure("wait needs PATTERN COMMAND...");
     const Words polled(words.begin() + 2, words.end());
-    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(session.timeout.count());
+    const auto end = Clock::now() + session.timeout;
     std::string last;
     while (true) {
         // What is not there yet, a window for one, is waited for as well.
@@ -50,11 +66,34 @@ Lines Interpreter::Wait(Session& session, const Words& words) const {
         } catch (const Failure& failure) {
             last = failure.what();
         }
-        if (GetTickCount64() >= end)
+        if (Clock::now() >= end)
             throw Failure("waited in vain for \"" + words[1] + "\" from \"" + Joined(polled, " ") +
                           "\"; last: " + last);
         Sleep(PollMilliseconds);
     }
+}
+
+Lines Interpreter::Measure(Session& session, const Words& words) const {
+    if (words.size() < 3)
+        throw Failure("measure needs PATTERN COMMAND...");
+    const Words polled(words.begin() + 2, words.end());
+    const HWND window = session.Window();
+    const auto start = Clock::now();
+    Clock::duration longest{};
+    Clock::time_point done = start;
+    for (bool reached = false; !reached || Clock::now() < done + QuietEnd; Sleep(1)) {
+        const auto asked = Clock::now();
+        Send(window, WM_NULL);
+        const bool reachedNow = !reached && Matches(Joined(Run(session, polled), "\n"), words[1]);
+        const auto answered = Clock::now();
+        longest = std::max(longest, answered - asked);
+        if (reachedNow || !reached || answered - asked > LateAnswer)
+            done = answered;
+        reached = reached || reachedNow;
+        if (answered > start + session.timeout)
+            throw Failure("measured in vain until \"" + words[1] + "\"");
+    }
+    return {Milliseconds(done - start) + " " + Milliseconds(longest)};
 }
 
 Lines Interpreter::Help() const {
@@ -63,6 +102,9 @@ Lines Interpreter::Help() const {
         lines.push_back(std::string(command.name) + " " + command.arguments + ": " + command.purpose);
     lines.emplace_back(
         "wait PATTERN COMMAND...: repeats a command until its output matches; * stands for any text");
+    lines.emplace_back(
+        "measure PATTERN COMMAND...: as wait, and until the window answers at once; prints how "
+        "long that took and how long the slowest answer took, in milliseconds");
     return lines;
 }
 

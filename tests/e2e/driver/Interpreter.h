@@ -18,6 +18,7 @@ class Interpreter {
   private:
     // Repeats a reading command until its output matches a pattern.
     Lines Wait(Session& session, const Words& words) const;
+    Lines Measure(Session& session, const Words& words) const;
     const Command& Find(const std::string& name) const;
 
     Commands commands_;

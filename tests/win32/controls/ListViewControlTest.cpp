@@ -2,9 +2,10 @@
 
 #include "tests/win32/support_code/ControlHost.h"
 
-#include <gtest/gtest.h>
-
+#include <algorithm>
 #include <commctrl.h>
+#include <gtest/gtest.h>
+#include <vector>
 
 namespace quarn {
 namespace {
@@ -70,6 +71,32 @@ class ListViewControlTest : public testing::Test {
         return static_cast<int>(SendMessageA(control.Handle(), LVM_FINDITEMA, static_cast<WPARAM>(start),
                                              reinterpret_cast<LPARAM>(&search))) +
                1;
+    }
+
+    // The vertical lines of a cell, counted from its left edge, on which something is painted.
+    std::vector<int> PaintedLines(std::int32_t row, std::int32_t column) const {
+        RECT cell{LVIR_BOUNDS, column - 1, 0, 0};
+        SendMessageA(control.Handle(), LVM_GETSUBITEMRECT, static_cast<WPARAM>(row - 1),
+                     reinterpret_cast<LPARAM>(&cell));
+        const HDC screen = GetDC(control.Handle());
+        const HDC canvas = CreateCompatibleDC(screen);
+        const HBITMAP picture = CreateCompatibleBitmap(screen, cell.right, cell.bottom);
+        const HGDIOBJ before = SelectObject(canvas, picture);
+        SendMessageA(control.Handle(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas), PRF_CLIENT);
+        const COLORREF ground = GetPixel(canvas, cell.left, cell.top);
+        std::vector<int> lines;
+        for (int x = cell.left; x < cell.right; ++x) {
+            bool painted = false;
+            for (int y = cell.top; y < cell.bottom; ++y)
+                painted = painted || GetPixel(canvas, x, y) != ground;
+            if (painted)
+                lines.push_back(x - cell.left);
+        }
+        SelectObject(canvas, before);
+        DeleteObject(picture);
+        DeleteDC(canvas);
+        ReleaseDC(control.Handle(), screen);
+        return lines;
     }
 
     int HeaderFormat(std::int32_t column) const {
@@ -262,6 +289,25 @@ TEST_F(ListViewControlTest, PutsTheArrowIntoTheSortedHeaderAlone) {
     control.Flush();
     EXPECT_EQ(HeaderFormat(2) & HDF_IMAGE, 0);
     EXPECT_NE(HeaderFormat(3) & HDF_IMAGE, 0);
+}
+
+TEST_F(ListViewControlTest, PaintsACountrysFlagBehindItsCode) {
+    Images pictures(16, {});
+    pictures.AddFlags();
+    control.SetImages(pictures, ListViewControl::Pictures::OfRowsAndHeaders);
+    AddRows({""});
+    model.Cell(1, 2).text = "GB";
+    control.Flush();
+    const std::vector<int> code = PaintedLines(1, 2);
+    model.Cell(1, 2).reportIcon = "GB";
+    control.Flush();
+    const std::vector<int> codeAndFlag = PaintedLines(1, 2);
+
+    ASSERT_FALSE(code.empty());
+    ASSERT_GT(codeAndFlag.size(), code.size() + 8);
+    EXPECT_TRUE(std::equal(code.begin(), code.end(), codeAndFlag.begin())) << "the code is not painted over";
+    EXPECT_GT(codeAndFlag[code.size()], code.back() + 1);
+    EXPECT_LT(codeAndFlag.back() - code.back(), 32);
 }
 
 TEST_F(ListViewControlTest, SelectsTheRowUnderTheRightButtonBeforeItTells) {
