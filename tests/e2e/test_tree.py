@@ -2,8 +2,11 @@
 
 import pytest
 
+from harness.places import wait_until, windows_path
 from harness.quarn import write_settings
 from test_lists import fetch, scan
+
+MODS = {"baseoa": "OpenArena", "missionpack": "Missionpack", "rat": "Ratmod", "oax": "OAX"}
 
 
 @pytest.fixture
@@ -43,8 +46,7 @@ def test_a_mod_shows_the_servers_that_run_it(two_games):
     mod = servers[0].mod
     running = [server for server in servers if server.mod == mod]
     assert 0 < len(running) < len(servers)
-    descriptions = {"baseoa": "OpenArena", "missionpack": "Missionpack", "rat": "Ratmod", "oax": "OAX"}
-    quarn.click_tree("Games", "OpenArena", descriptions[mod])
+    quarn.click_tree("Games", "OpenArena", MODS[mod])
     quarn.wait_for_rows(len(running))
     assert addresses(quarn.rows()) == addresses(running)
     assert quarn.status(3) == "8 servers"
@@ -93,6 +95,87 @@ def test_a_favorite_is_kept_in_its_folder(two_games):
     # The button that adds to a folder has no use in a folder.
     assert quarn.toolbar_states()[9] == "disabled"
     assert quarn.close() == 0
+
+
+def export(quarn, path):
+    quarn.choose("mnuServerListExport")
+    quarn.do.wait("*", "use", "Save serverlist as...")
+    quarn.do("set-text", "#1148", windows_path(path))
+    quarn.answer("Save serverlist as...", "Save")
+
+
+def test_all_filters_hold_together_and_for_an_export_too(two_games, tmp_path):
+    quarn, network = two_games
+    rows, servers = quarn.rows(), network.servers_of("oa")
+    mod = servers[0].mod
+    passing = [
+        row.address
+        for row, server in zip(rows, servers)
+        if server.mod == mod and not server.locked and int(row.ping) <= 100
+    ]
+    quarn.click_tree("Filters", "Ping", "<= 100")
+    quarn.click_tree("Filters", "Open servers only")
+    quarn.wait_for_rows(4)
+    quarn.click_tree("Games", "OpenArena", MODS[mod])
+    quarn.wait_for_rows(len(passing))
+    assert addresses(quarn.rows()) == passing
+    exported = tmp_path / "list.txt"
+    export(quarn, exported)
+    wait_until(
+        lambda: exported.exists() and exported.read_bytes() == b"\r\n" * len(passing), "it is exported"
+    )
+
+    # A list under a MOD's filter is not saved when it is left; the game's own one was, before that.
+    saved = (quarn.folder / "servers-oa.dat").read_bytes()
+    quarn.click_tree("Games", "Doom 3")
+    quarn.wait_for_rows(0)
+    assert (quarn.folder / "servers-oa.dat").read_bytes() == saved
+    quarn.click_tree("Filters", "Open servers only")
+    quarn.click_tree("Filters", "Ping", "<= 100")
+    quarn.click_tree("Games", "OpenArena")
+    quarn.wait_for_rows(8)
+    assert addresses(quarn.rows()) == addresses(servers)
+    assert quarn.close() == 0
+
+
+def rename(quarn, name, button):
+    quarn.choose("mnuTreeRename")
+    quarn.do.wait("*", "use", "Change name")
+    if name:
+        quarn.do("set-text", "Edit", name)
+    quarn.answer("Change name", button)
+
+
+def test_a_renamed_folder_and_its_servers_survive_a_restart(two_games, start):
+    quarn, network = two_games
+    # After each addition the game's list is read again, so it has to be saved before.
+    quarn.click_tree("Games")
+    quarn.wait_for_rows(0)
+    quarn.click_tree("Games", "OpenArena")
+    quarn.wait_for_rows(8)
+    for number in (2, 5):
+        quarn.click_row(number)
+        quarn.do.wait(number, "selected-rows", quarn.control("lvwServers"))
+        quarn.choose("mnuServAddToFavorites1")
+        quarn.wait_for_rows(8)
+    quarn.click_tree("Favorites", "Best of all")
+    quarn.wait_for_rows(2)
+    rename(quarn, "M\xfcller & S\xf6hne; 'best'", "OK")
+    quarn.do.wait("*'best'*", "tree", quarn.control("trvGames"))
+    assert quarn.row_count() == 2
+    assert quarn.close() == 0
+
+    again = start(quarn.folder)
+    again.wait_until_usable()
+    assert again.selected_node() == "M\xfcller & S\xf6hne; 'best'"
+    again.wait_for_rows(2)
+    servers = network.servers_of("oa")
+    assert {(row.address, row.name) for row in again.rows()} == {
+        (server.address, server.name) for server in (servers[1], servers[4])
+    }
+    rename(again, "not this", "Cancel")
+    wait_until(lambda: "  M\xfcller & S\xf6hne; 'best'" not in again.tree(), "the folder has no name")
+    assert again.close() == 0
 
 
 def test_the_next_start_shows_the_same_list(two_games, start):
