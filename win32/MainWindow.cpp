@@ -66,7 +66,7 @@ void MainWindow::Show() {
     Create(creation);
 
     desktop_.SetMainWindow(Handle());
-    desktop_.Events().updateWindows = [this] { FlushModels(); };
+    desktop_.Events().updateWindows = [this] { ShowChanges(); };
     desktop_.Events().preTranslate = [this](MSG& message) { return PreTranslate(message); };
 
     form_.Form_Load();

@@ -2,6 +2,8 @@
 
 #include "win32/PerformanceCounter.h"
 
+#include <algorithm>
+
 namespace quarn {
 
 namespace {
@@ -9,22 +11,32 @@ namespace {
 // An empty look into the message queue is not free, and loops over many records call for each of them.
 constexpr std::int64_t RestAfterEvents = 10'000; // microseconds, as below
 
-// The windows follow the models at least this often while events come in.
-constexpr std::int64_t UpdatePeriod = 100'000;
+// While events come in, the windows follow the models after rests of this length: the dearer an update was,
+// the longer, so that no more than a twentieth of the time goes into them on a slow display either.
+constexpr std::int64_t ShortestRestAfterUpdate = 100'000;
+constexpr std::int64_t LongestRestAfterUpdate = 500'000;
+constexpr std::int64_t RestsForEachUpdate = 19;
 
 // Events may bring further events; what has not run by then waits for the next call.
 constexpr std::int64_t LongestTurn = 50'000;
 
-// Sockets and timers have windows of their own that nobody sees.
-bool ConcernsTheUser(const MSG& message) noexcept {
-    return message.hwnd && (GetWindowLongA(message.hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
+// What the user does reaches visible windows; sockets and timers have windows of their own that nobody sees.
+bool IsActOfTheUser(const MSG& message) noexcept {
+    switch (message.message) {
+    case WM_PAINT:
+    case WM_TIMER:
+    case WM_MOUSEMOVE:
+    case WM_NCMOUSEMOVE:
+        return false;
+    default:
+        return message.hwnd && (GetWindowLongA(message.hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
+    }
 }
 
 } // namespace
 
 EventPumpWin::EventPumpWin() noexcept
-    : updatedAt_(PerformanceMicroseconds() - UpdatePeriod),
-      eventsRanAt_(PerformanceMicroseconds() - RestAfterEvents) {}
+    : nextUpdateAt_(PerformanceMicroseconds()), eventsRanAt_(PerformanceMicroseconds() - RestAfterEvents) {}
 
 int EventPumpWin::Run() {
     while (!quit_)
@@ -39,7 +51,7 @@ void EventPumpWin::DoEvents() {
     if (quit_ || start - eventsRanAt_ < RestAfterEvents)
         return;
     updatePending_ = true;
-    if (start - updatedAt_ >= UpdatePeriod)
+    if (start >= nextUpdateAt_)
         UpdateWindows();
     while (RunNext() && PerformanceMicroseconds() - start < LongestTurn) {
     }
@@ -57,7 +69,7 @@ void EventPumpWin::WaitForEvent() {
 void EventPumpWin::Sleep() {
     DWORD woken = WAIT_TIMEOUT;
     while (woken == WAIT_TIMEOUT) {
-        const std::int64_t rest = updatedAt_ + UpdatePeriod - PerformanceMicroseconds();
+        const std::int64_t rest = nextUpdateAt_ - PerformanceMicroseconds();
         if (updatePending_ && rest <= 0)
             UpdateWindows();
         const DWORD timeout = updatePending_ ? static_cast<DWORD>(rest / 1000 + 1) : INFINITE;
@@ -66,10 +78,13 @@ void EventPumpWin::Sleep() {
 }
 
 void EventPumpWin::UpdateWindows() {
+    const std::int64_t start = PerformanceMicroseconds();
     if (updateWindows)
         updateWindows();
     updatePending_ = false;
-    updatedAt_ = PerformanceMicroseconds();
+    const std::int64_t end = PerformanceMicroseconds();
+    nextUpdateAt_ =
+        end + std::clamp((end - start) * RestsForEachUpdate, ShortestRestAfterUpdate, LongestRestAfterUpdate);
 }
 
 bool EventPumpWin::RunNext() {
@@ -83,7 +98,7 @@ bool EventPumpWin::RunNext() {
         PostQuitMessage(exitCode_);
         return false;
     }
-    if (updatePending_ && ConcernsTheUser(message))
+    if (updatePending_ && IsActOfTheUser(message))
         UpdateWindows();
     updatePending_ = true;
     if (!preTranslate || !preTranslate(message)) {

@@ -19,9 +19,9 @@ class EventPumpWin final : public EventPump {
   public:
     EventPumpWin() noexcept;
 
-    // Brings the windows up to date with the models. Called before a message to a visible window, so that the
-    // user always acts on what is there, and otherwise while the pump waits, no more often than an eye can
-    // follow: a scan's replies and ticks come faster. Must not throw.
+    // Brings the windows up to date with the models and paints them. Called before a click or key of the
+    // user, who so always acts on what is there, and otherwise while the pump waits, no more often than an
+    // eye can follow and than the display can bear: a scan's replies and ticks come faster. Must not throw.
     std::function<void()> updateWindows;
 
     // True when the message was dealt with (accelerator, dialog key) and must not be dispatched. Must not
@@ -51,7 +51,7 @@ class EventPumpWin final : public EventPump {
     bool quit_ = false;
     int exitCode_ = 0;
     bool updatePending_ = true;
-    std::int64_t updatedAt_;   // microseconds of the performance counter, as below
+    std::int64_t nextUpdateAt_; // microseconds of the performance counter, as below
     std::int64_t eventsRanAt_;
 };
 

@@ -1,6 +1,7 @@
 #include "win32/desktop/EventPumpWin.h"
 
 #include "tests/win32/support_code/Pumping.h"
+#include "win32/Handles.h"
 #include "win32/MessageWindow.h"
 #include "win32/PerformanceCounter.h"
 #include "win32/TimerWin.h"
@@ -97,6 +98,57 @@ TEST_F(EventPumpWinTest, WindowsFollowNoFasterThanTheEye) {
     EXPECT_GT(handled, 20);
     EXPECT_GE(updates, 3);
     EXPECT_LE(updates, 5);
+}
+
+void Spend(std::int64_t microseconds) {
+    const std::int64_t start = PerformanceMicroseconds();
+    while (PerformanceMicroseconds() - start < microseconds) {
+    }
+}
+
+TEST_F(EventPumpWinTest, DearUpdatesComeMoreRarely) {
+    int updates = 0;
+    pump.updateWindows = [&] {
+        ++updates;
+        Spend(20'000);
+    };
+    onMessage = [this] { Post(1); };
+    Post(1);
+    const std::int64_t start = PerformanceMicroseconds();
+    while (PerformanceMicroseconds() - start < 1'000'000)
+        pump.WaitForEvent();
+    EXPECT_GE(updates, 2);
+    EXPECT_LE(updates, 3);
+}
+
+class EventPumpWinActTest : public EventPumpWinTest {
+  protected:
+    // Whether the message, to a window that the user sees, is run on windows brought up to date.
+    bool BringsWindowsUpToDate(UINT message) {
+        EventPumpWin waiting;
+        waiting.updateWindows = [] { Spend(30'000); }; // whose rest outlasts what follows
+        waiting.DoEvents();
+        Post(1); // so that there may be something to show
+        waiting.WaitForEvent();
+        bool updated = false;
+        waiting.updateWindows = [&] { updated = true; };
+        PostMessageA(visible.Get(), message, 0, 0);
+        waiting.WaitForEvent();
+        return updated;
+    }
+
+    const WindowHandle visible{CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr,
+                                               nullptr, nullptr, nullptr)};
+};
+
+TEST_F(EventPumpWinActTest, ClicksAndKeysMeetWindowsThatAreUpToDate) {
+    for (const UINT message : {WM_LBUTTONDOWN, WM_RBUTTONUP, WM_KEYDOWN, WM_COMMAND, WM_CLOSE})
+        EXPECT_TRUE(BringsWindowsUpToDate(message)) << message;
+}
+
+TEST_F(EventPumpWinActTest, WhatComesByItselfWaitsForTheNextUpdate) {
+    for (const UINT message : {WM_MOUSEMOVE, WM_NCMOUSEMOVE, WM_TIMER})
+        EXPECT_FALSE(BringsWindowsUpToDate(message)) << message;
 }
 
 TEST_F(EventPumpWinTest, WhatTheLastEventChangedIsShownWhileTheWaitGoesOn) {
