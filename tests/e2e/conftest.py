@@ -16,6 +16,7 @@ LONG_TIMEOUT = 30000
 def pytest_addoption(parser):
     # Two checkouts tested at once must not want the same addresses, so each has a network of its own.
     parser.addoption("--seed", type=int, default=zlib.crc32(bytes(ROOT)) % 10000, help="of the game network")
+    parser.addoption("--long", action="store_true", help="the long form of the tests that have one")
 
 
 def pytest_report_header(config):
@@ -25,6 +26,24 @@ def pytest_report_header(config):
 def pytest_sessionstart():
     if "WINEPREFIX" not in os.environ or "DISPLAY" not in os.environ:
         pytest.exit("the end-to-end tests need Wine and a display: run ./test.sh", returncode=2)
+
+
+@pytest.fixture
+def is_long(request):
+    """Whether tests that have a long form are to run it; the short form is a fair sample."""
+    return request.config.getoption("--long")
+
+
+@pytest.fixture
+def report(capsys, is_long):
+    """Prints figures while a long test runs."""
+
+    def write(line):
+        if is_long:
+            with capsys.disabled():
+                print(line, flush=True)
+
+    return write
 
 
 @pytest.fixture
@@ -76,11 +95,11 @@ def browse(gamenet, folder, start):
 
 @pytest.fixture
 def start():
-    """Starts the program that lies in a folder."""
+    """Starts the program that lies in a folder; `set_up` runs in its process first."""
     running = []
 
-    def start_in(folder):
-        running.append(Quarn(folder))
+    def start_in(folder, set_up=None):
+        running.append(Quarn(folder, set_up))
         return running[-1]
 
     yield start_in

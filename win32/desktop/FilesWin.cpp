@@ -15,7 +15,7 @@ constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELET
 // One call reads or writes at most this much: its count is 32 bits wide.
 constexpr std::size_t BlockSize = 1 << 16;
 
-// How many leftovers of crashed runs a replacement passes over before it gives up.
+// How many names that other programs hold a replacement passes over before it gives up.
 constexpr int TemporaryNames = 100;
 
 FileHandle Open(const std::string& path, DWORD access, DWORD share, DWORD disposition) {
@@ -36,17 +36,18 @@ void WriteAll(const FileHandle& file, std::string_view content) {
     }
 }
 
-// A file that vanishes again unless it was kept.
+// A file that vanishes again unless it was kept. What a crash has left under its name it takes over; what
+// somebody works with it leaves alone.
 class TemporaryFile {
   public:
     explicit TemporaryFile(const std::string& beside) {
         for (int i = 0; i < TemporaryNames; ++i) {
             path_ = beside + "." + std::to_string(i) + ".tmp";
-            file_.Reset(CreateFileA(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+            file_.Reset(CreateFileA(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
             if (file_)
                 return;
-            if (GetLastError() != ERROR_FILE_EXISTS)
+            if (GetLastError() != ERROR_SHARING_VIOLATION)
                 ThrowLastError();
         }
         throw RunTimeError(ErrorNumber::PathFileAccessError);

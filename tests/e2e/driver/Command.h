@@ -37,5 +37,6 @@ Commands ListViewCommands();
 Commands BarCommands();
 Commands InputCommands();
 Commands KeyboardCommands();
+Commands FileCommands();
 
 } // namespace quarn::uidrive

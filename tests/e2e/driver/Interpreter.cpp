@@ -30,7 +30,7 @@ std::string Milliseconds(Clock::duration duration) {
 
 Interpreter::Interpreter() {
     for (const auto group : {ProcessCommands, WindowCommands, ControlCommands, TreeViewCommands,
-                             ListViewCommands, BarCommands, InputCommands, KeyboardCommands}) {
+                             ListViewCommands, BarCommands, InputCommands, KeyboardCommands, FileCommands}) {
         const Commands offered = group();
         commands_.insert(commands_.end(), offered.begin(), offered.end());
     }

@@ -72,6 +72,7 @@ std::vector<HWND> ControlsOf(HWND window) {
 }
 
 Session::~Session() {
+    LetFileGo();
     if (started_ && IsRunning())
         Kill();
     if (process_)
@@ -196,6 +197,19 @@ HWND Session::EnabledControl(const std::string& selector) const {
     if (!IsWindowVisible(control) || !IsWindowEnabled(control))
         throw Failure("the control " + selector + " is hidden or disabled");
     return control;
+}
+
+void Session::HoldFile(const std::string& path) {
+    LetFileGo();
+    heldFile_ = CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (heldFile_ == INVALID_HANDLE_VALUE)
+        throw Failure("cannot open " + path);
+}
+
+void Session::LetFileGo() {
+    if (heldFile_ != INVALID_HANDLE_VALUE)
+        CloseHandle(heldFile_);
+    heldFile_ = INVALID_HANDLE_VALUE;
 }
 
 } // namespace quarn::uidrive

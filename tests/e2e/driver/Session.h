@@ -52,12 +52,17 @@ class Session {
     // As Control, and a Failure unless it is visible and enabled in a window that is.
     HWND EnabledControl(const std::string& selector) const;
 
+    // Opens a file so that no other program can, until it is let go or the session ends.
+    void HoldFile(const std::string& path);
+    void LetFileGo();
+
     std::chrono::milliseconds timeout = std::chrono::seconds(15);
 
   private:
     HANDLE process_ = nullptr;
     DWORD processId_ = 0;
     bool started_ = false;
+    HANDLE heldFile_ = INVALID_HANDLE_VALUE;
     std::string titlePattern_;
 };
 

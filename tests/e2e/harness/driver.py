@@ -6,7 +6,7 @@ import subprocess
 
 from .places import DRIVER, windows_path
 
-# The driver's own waits are shorter; only a driver that hangs takes this long.
+# Beyond the driver's own waits; only a driver that hangs takes this long.
 REPLY_SECONDS = 60
 
 
@@ -37,17 +37,21 @@ def quoted(word):
 
 
 class Driver:
-    """A driver and the program it works on. Leaving the `with` block ends both."""
+    """A driver and the program it works on. Leaving the `with` block ends both. `set_up` runs in the driver's
+    process first, and what it sets holds for the program as well."""
 
-    def __init__(self):
+    def __init__(self, set_up=None):
         self._process = subprocess.Popen(
             ["wine", str(DRIVER), "script"],
             stdin=subprocess.PIPE,
             stdout=subprocess.PIPE,
             stderr=subprocess.DEVNULL,
             bufsize=0,
+            preexec_fn=set_up,
+            restore_signals=set_up is None,
         )
         self._received = b""
+        self._reply_seconds = REPLY_SECONDS
 
     def __enter__(self):
         return self
@@ -62,6 +66,8 @@ class Driver:
 
     def __call__(self, *words):
         """Runs a command and returns the lines of its output, still escaped."""
+        if words[0] == "timeout":
+            self._reply_seconds = REPLY_SECONDS + int(words[1])
         self._process.stdin.write(b" ".join(map(quoted, words)) + b"\n")
         lines = []
         while True:
@@ -92,7 +98,7 @@ class Driver:
 
     def _next_line(self, words):
         while b"\n" not in self._received:
-            ready, _, _ = select.select([self._process.stdout], [], [], REPLY_SECONDS)
+            ready, _, _ = select.select([self._process.stdout], [], [], self._reply_seconds)
             piece = self._process.stdout.read(65536) if ready else b""
             if not piece:
                 end = (

@@ -104,9 +104,9 @@ def write_settings(folder, games, **others):
 class Quarn:
     """The running program. Leaving the `with` block ends it, however far it came."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, set_up=None):
         self.folder = folder
-        self.do = Driver()
+        self.do = Driver(set_up)
         self._numbers = resource_numbers()
         self.do.start(folder / "Quarn.exe")
 
@@ -192,6 +192,11 @@ class Quarn:
         """Waits until a scan has come to its end, which puts another text into the status bar than the
         master query and the scan itself do."""
         self.wait_for_status("Ready.")
+
+    def measure_scan(self):
+        """As wait_for_scan; returns how long that took and how long the window's slowest answer took, both in
+        milliseconds."""
+        return map(int, self.do.text("measure", "Ready.", "status", self.control("sbMain"), 1).split())
 
     def close(self, report=None):
         """Closes the window, giving an answer to the offer to send a report when errors were logged;

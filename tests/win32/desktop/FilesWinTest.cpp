@@ -75,13 +75,21 @@ TEST_F(FilesWinTest, ReplaceLeavesNothingBesideTheFile) {
     EXPECT_EQ(folder.EntryCount(), 1U);
 }
 
-TEST_F(FilesWinTest, ReplacePassesOverLeftoversOfACrash) {
-    for (const char* name : {"a.0.tmp", "a.1.tmp"})
-        files.Write(folder / name, "leftover");
+TEST_F(FilesWinTest, ReplaceClearsAwayTheLeftoverOfACrash) {
+    files.Write(folder / "a.0.tmp", "longer than what comes");
     files.Replace(folder / "a", "new");
     EXPECT_EQ(files.Read(folder / "a"), "new");
-    EXPECT_EQ(files.Read(folder / "a.0.tmp"), "leftover");
-    EXPECT_EQ(folder.EntryCount(), 3U);
+    EXPECT_EQ(folder.EntryCount(), 1U);
+}
+
+TEST_F(FilesWinTest, ReplacePassesOverWhatAnotherProgramWrites) {
+    files.Write(folder / "a.0.tmp", "in work");
+    FileHandle lock = Lock(folder / "a.0.tmp");
+    files.Replace(folder / "a", "new");
+    lock.Reset();
+    EXPECT_EQ(files.Read(folder / "a"), "new");
+    EXPECT_EQ(files.Read(folder / "a.0.tmp"), "in work");
+    EXPECT_EQ(folder.EntryCount(), 2U);
 }
 
 TEST_F(FilesWinTest, AReplacementThatFailsLeavesTheFileAsItWas) {

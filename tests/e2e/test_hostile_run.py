@@ -1,0 +1,55 @@
+"""Scan after scan of a network in which most servers lie, are silent, answer twice or late.
+
+With --long 1,000 servers of each family are scanned ten times, else a few of them twice."""
+
+import pytest
+
+from harness.process import Process
+
+TICK = 100
+# Of a hundred servers: 20 never answer, 30 lie, 10 answer twice, 5 answer after the tick that ended their turn.
+LIARS = (
+    ["truncated", "empty", "unterminated", "oversized", "random", "wrong-family"] * 5
+    + ["duplicated"] * 10
+    + ["late"] * 5
+)
+OPTIONS = ["--latency", "1-5", "--end-mark", "none", "--silent", 20, "--liars", len(LIARS)]
+OPTIONS += ["--liar-kinds", ",".join(LIARS), "--late-by", TICK + 50]
+
+
+def is_right(row, server):
+    said = (server.address, server.name, server.map, f"{server.players} / {server.slots}")
+    return (row.address, row.name, row.map, row.players) == said
+
+
+@pytest.mark.parametrize("game", ["oa", "d3", "hl"])
+def test_honest_rows_are_right_in_a_hostile_network(browse, game, report, is_long):
+    count, scans = (1000, 10) if is_long else (60, 2)
+    quarn, network = browse(game, *OPTIONS, "--servers", count, Scanning__PingTimeout=TICK)
+    quarn.do("timeout", 600)
+    servers = network.servers_of(game) * (2 if game == "hl" else 1)
+    quarn.renew()
+    quarn.wait_for_rows(len(servers))
+    process = Process(quarn.folder / "Quarn.exe")
+    memory, gaps = [], []
+    for number in range(1, scans + 1):
+        cpu = process.cpu_seconds()
+        quarn.press_toolbar("refreshall")
+        quarn.wait_for_status("Retrieving*")
+        total, gap = quarn.measure_scan()
+        memory.append(process.memory_megabytes())
+        gaps.append(gap)
+        honest = [(row, server) for row, server in zip(quarn.rows(), servers) if server.kind == "honest"]
+        # The timer runs through the whole scan and may strike while an honest answer is on its way.
+        struck = [row for row, _ in honest if row.ping == str(TICK)]
+        wrong = [(row, server) for row, server in honest if row not in struck and not is_right(row, server)]
+        report(
+            f"{game} scan {number}: {len(servers)} servers, {len(honest)} honest, {len(wrong)} of them wrong, "
+            f"{len(struck)} struck by the timer; {total / 1000:.1f} s, longest gap {gap} ms, "
+            f"{process.cpu_seconds() - cpu:.1f} s CPU, {memory[-1]:.1f} MB"
+        )
+        assert not wrong
+        assert len(struck) <= len(honest) // 4
+    assert memory[-1] < memory[0] * 1.1 + 1
+    assert max(gaps) < 2000
+    quarn.leave()

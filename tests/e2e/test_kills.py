@@ -1,0 +1,85 @@
+"""Ended without a warning while it saves, scans or closes, the program leaves whole files behind.
+
+With --long it is ended 50 times, else a few times."""
+
+import configparser
+import random
+import time
+
+import pytest
+
+from harness.process import Process
+from harness.quarn import FIRST_GAME_POSITION, write_settings
+
+GAMES_INI = (
+    "[General]\nGameNum=2\nMODNum=0\n"
+    "[Game1]\nDescription=Arena\nGameShort=ar\nEngine=q3\n"
+    "[Game2]\nDescription=Crow\nGameShort=cr\nEngine=d3\n"
+)
+ENTRIES = 2000
+
+
+def list_file(chance):
+    """A list as the program writes it."""
+    lines = [f" {ENTRIES}"]
+    for number in range(ENTRIES):
+        fields = [
+            f"127.{chance.randint(10, 249)}.{number >> 8}.{number & 255}",
+            27960,
+            "--",
+            f"Tower {number}",
+        ]
+        fields += [chance.randint(5, 300), chance.randint(0, 16), 16, "osp", f"q3dm{number % 19}", number % 2]
+        fields += ["", "\\g_gametype\\4\\fraglimit\\20\\timelimit\\15\\version\\1.32", ""]
+        lines.append(";".join(map(str, fields)))
+    return "".join(f"{line}\r\n" for line in lines).encode()
+
+
+@pytest.fixture
+def two_lists(folder):
+    """The program's folder with two games and a long list of each."""
+    program_folder = folder()
+    (program_folder / "Games.ini").write_text(GAMES_INI.replace("\n", "\r\n"), newline="")
+    for name in ("ar", "cr"):
+        (program_folder / f"servers-{name}.dat").write_bytes(list_file(random.Random(name)))
+    write_settings(program_folder, games=2, Scanning__PingTimeout=100)
+    return program_folder
+
+
+def switch_lists(quarn):
+    quarn.click_tree("Games", "Crow")
+
+
+def scan(quarn):
+    quarn.press_toolbar("refreshall")
+
+
+def close(quarn):
+    quarn.do("close")
+
+
+def test_every_file_is_whole_after_a_kill(two_lists, start, is_long, report):
+    lists = {path: path.read_bytes() for path in two_lists.glob("servers-*.dat")}
+    chance = random.Random(1)
+    for number in range(1, (50 if is_long else 6) + 1):
+        action = [switch_lists, scan, close][number % 3]
+        quarn = start(two_lists)
+        quarn.wait_until_usable()
+        quarn.wait_for_rows(ENTRIES)
+        process = Process(two_lists / "Quarn.exe")
+        delay = chance.uniform(0, 0.2)
+        action(quarn)
+        time.sleep(delay)
+        process.kill()
+        quarn.do.exit_code()
+        report(f"kill {number}: {delay * 1000:.0f} ms into {action.__name__}")
+        for path, content in lists.items():
+            assert path.read_bytes() == content
+        settings = configparser.ConfigParser(interpolation=None, strict=False)
+        settings.read(two_lists / "Quarn.ini", "latin-1")
+        assert settings["Selection"]["LastGame"] == str(FIRST_GAME_POSITION)
+    quarn = start(two_lists)
+    quarn.wait_until_usable()
+    quarn.wait_for_rows(ENTRIES)
+    assert quarn.close() == 0
+    assert not list(two_lists.glob("*.tmp"))
