@@ -11,11 +11,12 @@ source "$SCRIPTS/counts.sh"
 
 print_help() {
     cat <<'HELP'
-Usage: ./test.sh [--quick] [--help]
+Usage: ./test.sh [--quick | --long] [--help]
 
 Builds Quarn and runs its tests. Missing Debian packages are installed first, as root or through sudo.
 
   --quick   only the portable code, with GCC: no sanitizers, no Windows builds, no Wine
+  --long    everything, with the long form of the tests that have one: half an hour of scans, dozens of kills
   --help    this text
 
 Everything made lies in build/, logs in build/logs/, results in build/results/.
@@ -26,6 +27,8 @@ HELP
 RESULTS=$BUILD/results
 # Debian's Python, whose pytest is installed, whatever other one comes first in the path.
 PYTEST=(/usr/bin/python3 -B -m pytest -q -p no:cacheprovider)
+
+long=()
 
 # run_group GROUP COMMAND...: runs a test command that leaves its results in build/results/GROUP.xml, and
 # counts them. Failing tests are counted and do not end the run.
@@ -42,7 +45,7 @@ run_ctest() {
 }
 
 run_pytest() {
-    run_group "$1" "${PYTEST[@]}" --junitxml "$RESULTS/$1.xml" "tests/$1"
+    run_group "$1" "${PYTEST[@]}" --junitxml "$RESULTS/$1.xml" "tests/$1" "${@:2}"
 }
 
 test_everything() {
@@ -60,13 +63,14 @@ test_everything() {
     say "Packing"
     make_packages
     run_pytest packages
-    run_pytest e2e
+    run_pytest e2e "${long[@]}"
 }
 
 quick=false
 while (($# > 0)); do
     case $1 in
         --quick) quick=true ;;
+        --long) long=(--long) ;;
         --help) print_help && exit ;;
         *) fail "unknown option $1; see ./test.sh --help" ;;
     esac
