@@ -157,6 +157,18 @@ def test_add_server(hands):
     assert hands.quarn.close() == 0
 
 
+def test_renaming_a_folder(hands):
+    hands.is_on("lvwServers")
+    hands.press("shift+tab")
+    hands.is_on("trvGames")
+    hands.press("down", "down")  # past the folders of all favorites to the first of them
+    hands.opens("Change name", "apps", "down", "enter")
+    hands.type("Friends")
+    hands.closes("Change name", "enter")
+    hands.do.wait("Friends", "selected-node", hands.quarn.control("trvGames"))
+    assert kept_settings(hands)["Favorites"]["Name1"] == "Friends"
+
+
 def test_about(hands):
     hands.opens("About Quarn", *ABOUT)
     hands.is_on("OK")
