@@ -5,7 +5,7 @@ import re
 import pytest
 
 from harness.quarn import write_settings
-from harness.places import PROGRAM_FOLDER
+from harness.places import PROGRAM_FOLDER, wait_until
 
 FIXED_NODES = ["Filters", "  Open servers only", "  Ping", "    <= 20", "    <= 50", "    <= 100"]
 NO_GAME = (
@@ -166,6 +166,39 @@ def test_damaged_definitions_leave_a_usable_program(folder, start, definitions):
     assert quarn.tree()[0] == "Games"
     quarn.leave()
     assert re.fullmatch(LAST_ENTRY, quarn.log())
+
+
+def dismiss_what_is_shown(quarn):
+    """Answers errors until the window itself can be used."""
+
+    def usable():
+        if quarn.do("is-open", "Quarn - Error") == ["1"]:
+            quarn.answer("Quarn - Error", "OK")
+        return [row[2] for row in quarn.do.table("windows")] == ["enabled"]
+
+    wait_until(usable, "the window can be used")
+
+
+@pytest.mark.parametrize("value", ["-2147483648", "2147483647", "99999999999", "-1", "many"])
+def test_settings_out_of_range_leave_a_usable_program(folder, start, value):
+    program_folder = folder()
+    keys = re.findall(r"^\w+(?==)", SETTINGS_AFTER_FIRST_RUN, re.M)
+    lines = [
+        line if line.startswith("[") else line.partition("=")[0] + "=" + value
+        for line in SETTINGS_AFTER_FIRST_RUN.splitlines()
+    ]
+    games = ["Visible1=1"] + [f"{key}1={value}" for key in ("Path", "Config", "Name")]
+    (program_folder / "Quarn.ini").write_text("\r\n".join(lines + games) + "\r\n", newline="")
+    quarn = start(program_folder)
+    dismiss_what_is_shown(quarn)
+    assert [text.strip() for text in quarn.tree()][0] == "Games"
+    quarn.choose("mnuExtrasOptions")
+    quarn.answer("Options", "OK")
+    dismiss_what_is_shown(quarn)
+    quarn.leave()
+    assert re.fullmatch(LAST_ENTRY, quarn.log())
+    kept = (program_folder / "Quarn.ini").read_text("latin-1")
+    assert set(keys) <= set(re.findall(r"^\w+(?==)", kept, re.M))
 
 
 @pytest.mark.parametrize(
