@@ -10,6 +10,7 @@ namespace quarn {
 namespace {
 
 constexpr int QuitActions = 3;
+constexpr const char* TabCaptions[] = {"General", "Scanning", "Interface"};
 
 } // namespace
 
@@ -25,7 +26,7 @@ void OptionsDialog::OnInit() {
 
 void OptionsDialog::AddTabs() {
     int index = 0;
-    for (std::string caption : {"General", "Scanning", "Interface"}) {
+    for (std::string caption : TabCaptions) {
         TCITEMA item{};
         item.mask = TCIF_TEXT;
         item.pszText = caption.data();
@@ -34,15 +35,18 @@ void OptionsDialog::AddTabs() {
     }
 }
 
-// Each page fills the room below the tabs. In the order of the tab key they come right after the tabs.
+// Each page fills the room below the tabs, and is called as its tab is. In the order of the tab key they come
+// right after the tabs.
 void OptionsDialog::AddPages() {
     const HWND tabs = Item(ID_sstOptions);
     RECT room{};
     GetWindowRect(tabs, &room);
     MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&room), 2);
     SendMessageA(tabs, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&room));
+    const char* const* caption = TabCaptions;
     for (OptionsPage& page : pages_) {
         page.CreateAsPage(Handle());
+        SetWindowTextA(page.Handle(), *caption++);
         SetWindowPos(page.Handle(), tabs, room.left, room.top, room.right - room.left, room.bottom - room.top,
                      SWP_NOACTIVATE);
     }

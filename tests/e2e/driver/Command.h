@@ -38,5 +38,6 @@ Commands BarCommands();
 Commands InputCommands();
 Commands KeyboardCommands();
 Commands FileCommands();
+Commands AccessibleCommands();
 
 } // namespace quarn::uidrive

@@ -30,7 +30,8 @@ std::string Milliseconds(Clock::duration duration) {
 
 Interpreter::Interpreter() {
     for (const auto group : {ProcessCommands, WindowCommands, ControlCommands, TreeViewCommands,
-                             ListViewCommands, BarCommands, InputCommands, KeyboardCommands, FileCommands}) {
+                             ListViewCommands, BarCommands, InputCommands, KeyboardCommands, FileCommands,
+                             AccessibleCommands}) {
         const Commands offered = group();
         commands_.insert(commands_.end(), offered.begin(), offered.end());
     }
