@@ -26,7 +26,7 @@ static_assert(ZeroDay == -25569);
 
 DateTime DateTime::From(const CalendarTime& c) noexcept {
     const std::int64_t days = DaysFromCivil(c.year, c.month, c.day) - ZeroDay;
-    return {days * SecondsPerDay + c.hour * 3600 + c.minute * 60 + c.second};
+    return {days * SecondsPerDay + c.hour * 3600LL + c.minute * 60LL + c.second};
 }
 
 CalendarTime DateTime::Calendar() const noexcept {

@@ -5,7 +5,7 @@
 #include "query/modGamQuery.h"
 #include "support/Trap.h"
 
-#include <utility>
+#include <string>
 #include <vector>
 
 namespace quarn {
@@ -172,11 +172,11 @@ bool ScanEngine::QueryServer(std::int32_t index) {
 void ScanEngine::ParseRepliesAlreadyReceived(std::int32_t index) {
     UdpSocket& socket = form_.controls.sckServer;
     for (int count = 0; count < MostFurtherReplies; ++count) {
-        std::optional<std::string> datagram = socket.GetData();
+        const std::optional<std::string> datagram = socket.GetData();
         if (!datagram)
             break;
         if (datagram->size() >= ShortestDatagram)
-            ParseReply(std::move(*datagram), index);
+            ParseReply(*datagram, index);
     }
     socket.Close();
 }
@@ -184,7 +184,7 @@ void ScanEngine::ParseRepliesAlreadyReceived(std::int32_t index) {
 void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
     Trapped(*form_.program.AppLog, MainFormName, "sckServer_DataArrival", OnError::Log, [&] {
         // Taken off the queue in any case, so that a short one does not stand before the reply.
-        std::optional<std::string> datagram = form_.controls.sckServer.GetData();
+        const std::optional<std::string> datagram = form_.controls.sckServer.GetData();
         const bool isAwaited = openQuery_ != 0 && datagram;
         if (bytesTotal < ShortestDatagram || !isAwaited)
             return;
@@ -192,18 +192,18 @@ void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
         program.CurrentServer = openQuery_;
         program.Servers[openQuery_].Ping = Elapsed(QuerySentTick, form_.desktop.clock.TickCount());
         ++ReplyState;
-        ParseReply(std::move(*datagram), openQuery_);
+        ParseReply(*datagram, openQuery_);
     });
 }
 
-void ScanEngine::ParseReply(std::string datagram, std::int32_t index) {
+void ScanEngine::ParseReply(std::string_view datagram, std::int32_t index) {
     const std::string engine = EngineOfShort(form_.program, form_.program.CurrentGame);
     if (engine == "d3")
-        ParseD3EngineStatus(form_.program, std::move(datagram), index);
+        ParseD3EngineStatus(form_.program, datagram, index);
     else if (engine == "q3")
-        ParseQ3EngineStatus(form_.program, std::move(datagram), index);
+        ParseQ3EngineStatus(form_.program, datagram, index);
     else if (engine == "hl")
-        ParseHLCSStatus(form_.program, std::move(datagram), index);
+        ParseHLCSStatus(form_.program, datagram, index);
 }
 
 void ScanEngine::tmrTimeout_Timer() {

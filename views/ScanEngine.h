@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace quarn {
 
@@ -55,7 +56,7 @@ class ScanEngine {
     void UpdateServer(std::int32_t row);
     bool QueryServer(std::int32_t index);
     void EndScan();
-    void ParseReply(std::string datagram, std::int32_t index);
+    void ParseReply(std::string_view datagram, std::int32_t index);
     void ParseRepliesAlreadyReceived(std::int32_t index);
 
     MainFormContext form_;
