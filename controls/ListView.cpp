@@ -129,7 +129,7 @@ std::int32_t ListView::SelectedRow() const noexcept {
         return focused_;
     const auto first =
         std::find_if(rows_.begin(), rows_.end(), [](const ListRow& row) { return row.selected; });
-    return first == rows_.end() ? 0 : static_cast<std::int32_t>(first - rows_.begin()) + 1;
+    return static_cast<std::int32_t>(first - rows_.begin()) + 1;
 }
 
 void ListView::SelectOnly(std::int32_t row) {

@@ -33,9 +33,9 @@ bool IsDigit(char character) noexcept {
 constexpr std::size_t CodeLength = 2;    // "^1", "^N", "^B"
 constexpr std::size_t RgbCodeLength = 8; // "^X" and six digits
 
-// Length of the colour code that the text begins with, 0 if it begins with none.
+// Length of the colour code at the front of a text that begins with "^", 0 if that is none.
 std::size_t ColourCodeLength(std::string_view text) noexcept {
-    if (text.size() < CodeLength || text[0] != '^')
+    if (text.size() < CodeLength)
         return 0;
     switch (text[1]) {
     case 'n':

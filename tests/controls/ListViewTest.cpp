@@ -152,6 +152,12 @@ TEST(ListView, SelectingOneRowDeselectsAllOthers) {
     list.NoteFocused(3);
     list.SelectOnly(2);
     EXPECT_THAT(SelectedRows(list), ElementsAre(2));
+    // The control tells of a row that has gone meanwhile, or of none.
+    for (const std::int32_t nowhere : {Lowest, -1, 0, 5, Highest}) {
+        list.NoteFocused(nowhere);
+        list.SelectOnly(nowhere == 0 ? 3 : 4);
+        EXPECT_THAT(SelectedRows(list), ElementsAre(nowhere == 0 ? 3 : 4));
+    }
 }
 
 TEST(ListView, TakesTheUsersSelectionWithinItsRows) {

@@ -43,6 +43,16 @@ TEST(DateTime, GivesBackTheCalendarOfEveryDay) {
     }
 }
 
+// A damaged file may hold any number of seconds.
+TEST(DateTime, GivesBackTheCalendarAlsoFarFromOurTime) {
+    for (const int years : {-300000, -20000, -4000, -1900, 8000, 300000}) {
+        const DateTime time{years * 31556952LL + 7};
+        const CalendarTime c = time.Calendar();
+        EXPECT_NEAR(c.year, 1900 + years, 1);
+        EXPECT_EQ(DateTime::From(c), time) << years;
+    }
+}
+
 TEST(DateTime, OrdersAsTimeDoes) {
     const DateTime earlier = DateTime::From({2025, 12, 31, 23, 59, 59});
     const DateTime later = DateTime::From({2026, 1, 1, 0, 0, 0});

@@ -1,5 +1,7 @@
 #include "tests/views/Interruptions.h"
 
+#include <utility>
+
 namespace quarn {
 
 using gamenet::Family;
@@ -40,6 +42,17 @@ BusyBrowser::BusyBrowser() {
     fake.prompts.yesNoAnswers.assign(50, true);
     fake.prompts.textAnswers.assign(50, "Renamed");
     fake.prompts.fileAnswers.assign(50, "C:\\export.txt");
+    fake.prompts.folderAnswers.assign(50, "C:\\Arena");
+    fake.hosts.addresses["typed.example"] = "127.0.17.1";
+    dialogs.inAddServer = [this](frmAddServer& form) {
+        form.txtIP = "typed.example";
+        form.txtPort = "27960";
+        form.cmdOK_Click();
+    };
+    dialogs.inSetPassword = [](frmSetPassword& form) {
+        form.txtPass = "secret";
+        form.cmdOK_Click();
+    };
 }
 
 const std::vector<Command>& Commands() {
@@ -99,6 +112,23 @@ const std::vector<Command>& Commands() {
         {"options", [](BusyBrowser& b) { b.Form().dialogs.mnuExtrasOptions_Click(); }},
         {"game setup", [](BusyBrowser& b) { b.Form().dialogs.mnuExtrasGameSetup_Click(); }},
         {"resize", [](BusyBrowser& b) { b.Form().Form_Resize(); }},
+        {"spectate", [](BusyBrowser& b) { b.Form().game.mnuServConnectSpec_Click(); }},
+        {"double-click the first row",
+         [](BusyBrowser& b) {
+             if (b.RowCount() > 0)
+                 b.Form().lvwServers_DblClick(b.Controls().lvwServers.Row(1).identity);
+         }},
+        {"a password", [](BusyBrowser& b) { b.Form().dialogs.mnuServSetPass_Click(); }},
+        {"type a server", [](BusyBrowser& b) { b.Form().dialogs.mnuTreeAddServer_Click(); }},
+        {"about", [](BusyBrowser& b) { b.Form().dialogs.mnuInfoAbout_Click(); }},
+        {"help", [](BusyBrowser& b) { b.Form().mnuInfoHelp_Click(); }},
+        {"sort the players", [](BusyBrowser& b) { b.Form().servers.lvwPlayers_ColumnClick(3); }},
+        {"a key that moves the selection", [](BusyBrowser& b) { b.Form().servers.lvwServers_KeyUp(40); }},
+        {"into the tray and back",
+         [](BusyBrowser& b) {
+             b.window.SetState(WindowState::Minimized);
+             b.Form().mnuSysOpen_Click();
+         }},
     };
     return commands;
 }
@@ -192,6 +222,114 @@ const std::vector<Place>& Places() {
          }},
         {"when nothing is at work",
          [](BusyBrowser&, const std::function<void()>& meanwhile) { meanwhile(); }},
+    };
+    return places;
+}
+
+namespace {
+
+using Meanwhile = std::function<void()>;
+
+// Boxes may come in boxes; it happens in the first.
+void InABox(BusyBrowser& b, const Meanwhile& meanwhile) {
+    b.fake.prompts.whileOpen = [meanwhile, first = true]() mutable {
+        if (std::exchange(first, false))
+            meanwhile();
+    };
+}
+
+} // namespace
+
+const std::vector<Place>& ModalPlaces() {
+    static const std::vector<Place> places = {
+        {"while it is asked whether to clear",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             InABox(b, meanwhile);
+             b.Form().servers.mnuServerListClear_Click();
+         }},
+        {"while it is asked whether to renew",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             InABox(b, meanwhile);
+             b.Form().tbMain_ButtonClick("querymaster");
+         }},
+        {"while a file name is asked for",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             InABox(b, meanwhile);
+             b.Form().servers.mnuServerListExport_Click();
+         }},
+        {"while a new name is asked for",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             InABox(b, meanwhile);
+             b.Controls().trvGames.Select("fav1");
+             b.Form().tree.mnuTreeRename_Click();
+         }},
+        {"while an error is shown",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             InABox(b, meanwhile);
+             b.fake.shell.clipboardBlocked = true;
+             b.SelectRows({1});
+             b.Form().servers.mnuServCopyAddress_Click();
+         }},
+        {"while a folder is looked for",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             InABox(b, meanwhile);
+             b.dialogs.inGamSetup = [](frmGamSetup& form) {
+                 form.cmdBrowse_Click();
+                 form.cmdOK_Click();
+             };
+             b.Form().dialogs.mnuExtrasGameSetup_Click();
+         }},
+        {"in the game setup",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             b.dialogs.inGamSetup = [meanwhile](frmGamSetup& form) {
+                 meanwhile();
+                 form.cmdOK_Click();
+             };
+             b.Form().dialogs.mnuExtrasGameSetup_Click();
+         }},
+        {"in the options",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             b.dialogs.inOptions = [meanwhile](frmOptions& form) {
+                 meanwhile();
+                 form.txtScanPingTimeout = "700";
+                 form.cmdOK_Click();
+             };
+             b.Form().dialogs.mnuExtrasOptions_Click();
+         }},
+        {"while a password is typed",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             b.dialogs.inSetPassword = [meanwhile](frmSetPassword& form) {
+                 meanwhile();
+                 form.txtPass = "secret";
+                 form.cmdOK_Click();
+             };
+             b.SelectRows({1});
+             b.Form().dialogs.mnuServSetPass_Click();
+         }},
+        {"while a server is typed",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             b.dialogs.inAddServer = [meanwhile](frmAddServer& form) {
+                 meanwhile();
+                 form.txtIP = "127.0.17.1";
+                 form.txtPort = "27960";
+                 form.cmdOK_Click();
+             };
+             b.Form().dialogs.mnuServAdd_Click();
+         }},
+        {"while a typed address is refused",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             InABox(b, meanwhile);
+             b.dialogs.inAddServer = [](frmAddServer& form) { form.cmdOK_Click(); };
+             b.Form().dialogs.mnuServAdd_Click();
+         }},
+        {"in the About box",
+         [](BusyBrowser& b, const Meanwhile& meanwhile) {
+             b.dialogs.inAbout = [meanwhile](frmAbout& form) {
+                 meanwhile();
+                 form.cmdOK_Click();
+             };
+             b.Form().dialogs.mnuInfoAbout_Click();
+         }},
     };
     return places;
 }

@@ -45,6 +45,9 @@ struct Place {
 };
 const std::vector<Place>& Places();
 
+// What takes the window's mouse and keyboard away while events go on: boxes and dialogs.
+const std::vector<Place>& ModalPlaces();
+
 // Lets it happen at this one of the yields that come, counted from 1.
 void AtYield(BusyBrowser& browser, std::int32_t number, const std::function<void()>& meanwhile);
 

@@ -210,6 +210,14 @@ TEST_F(MasterQueryTest, IgnoresDatagramsOfFewerThanFiveBytes) {
     EXPECT_EQ(browser.Count(), "4 servers");
 }
 
+TEST_F(MasterQueryTest, DoesNothingWithoutADatagram) {
+    StartWith("q3", 2);
+    browser.Controls().SetStatus(CountPanel, "untouched");
+    browser.Form().master.sckMaster_DataArrival(100);
+    EXPECT_EQ(browser.Count(), "untouched");
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
 TEST_F(MasterQueryTest, ParsesNothingForAnEngineItDoesNotKnow) {
     for (const char* engine : {"", "Q3", "q3 x", "hl2"}) {
         HeadlessBrowser other;

@@ -221,8 +221,9 @@ TEST_F(ReentrancyTest, RunsWhatHadToWaitForAListOnceAndInOrder) {
     }
 }
 
-// While a box is open the window takes no commands, but the network, the timer and the system go on.
-TEST_F(ReentrancyTest, KeepsListsWholeWhileABoxIsOpen) {
+// While a box or a dialog is open the window takes no commands, but the network, the timer, the tray and the
+// system go on.
+TEST_F(ReentrancyTest, KeepsListsWholeWhileABoxOrADialogIsOpen) {
     const std::vector<Command> meanwhile = {
         {"a master's reply",
          [](BusyBrowser& b) {
@@ -230,48 +231,44 @@ TEST_F(ReentrancyTest, KeepsListsWholeWhileABoxIsOpen) {
              b.fake.events.DoEvents();
          }},
         {"a tick", [](BusyBrowser& b) { b.fake.events.RunFor(2500); }},
+        {"the end of a scan", [](BusyBrowser& b) { b.fake.events.RunFor(60); }},
+        {"the window comes out of the tray", [](BusyBrowser& b) { b.Form().mnuSysOpen_Click(); }},
+        {"the tray's quit", [](BusyBrowser& b) { b.Form().mnuSysQuit_Click(); }},
         {"the end of the session", [](BusyBrowser& b) { b.Form().EndSession(); }},
         {"closing", [](BusyBrowser& b) { b.Form().Unload(); }},
-    };
-    const std::vector<Command> boxes = {
-        {"clear", [](BusyBrowser& b) { b.Form().servers.mnuServerListClear_Click(); }},
-        {"renew", [](BusyBrowser& b) { b.Form().tbMain_ButtonClick("querymaster"); }},
-        {"export", [](BusyBrowser& b) { b.Form().servers.mnuServerListExport_Click(); }},
-        {"rename",
+        {"closing and the end of the session",
          [](BusyBrowser& b) {
-             b.Controls().trvGames.Select("fav1");
-             b.Form().tree.mnuTreeRename_Click();
-         }},
-        {"an error",
-         [](BusyBrowser& b) {
-             b.fake.shell.clipboardBlocked = true;
-             b.SelectRows({1});
-             b.Form().servers.mnuServCopyAddress_Click();
+             b.Form().Unload();
+             b.Form().EndSession();
          }},
     };
     for (const bool inAScan : {false, true}) {
-        for (const Command& box : boxes) {
+        for (const Place& place : ModalPlaces()) {
             for (const Command& event : meanwhile) {
-                SCOPED_TRACE(std::string(event.name) + " while a box is open: " + box.name +
-                             (inAScan ? ", in a scan" : ""));
+                SCOPED_TRACE(std::string(event.name) + " " + place.name + (inAScan ? ", in a scan" : ""));
                 BusyBrowser b;
                 ASSERT_TRUE(b.Start());
-                b.fake.prompts.whileOpen = [&] {
-                    b.fake.prompts.whileOpen = nullptr;
-                    event.run(b);
+                b.fake.events.eventLimit = 20'000;
+                bool happened = false;
+                const auto open = [&] {
+                    place.run(b, [&] {
+                        happened = true;
+                        event.run(b);
+                    });
                 };
                 if (inAScan) {
-                    b.In(30, [&] { box.run(b); });
+                    b.In(30, open);
                     b.RefreshAll();
                 } else {
-                    box.run(b);
+                    open();
                 }
                 b.fake.events.RunFor(5000);
+                EXPECT_TRUE(happened);
                 ExpectRepliesWhereTheyBelong(b);
                 ExpectWholeLists(b);
                 if (b.Ended()) {
                     EXPECT_EQ(b.window.destroyCalls, 1);
-                    EXPECT_THAT(b.LogFile().back(), "frmMain;Form_Unload;0");
+                    EXPECT_EQ(b.LogFile().back(), "frmMain;Form_Unload;0");
                 } else {
                     ExpectRowsOfTheList(b, false);
                     ExpectAtRest(b);
@@ -279,6 +276,39 @@ TEST_F(ReentrancyTest, KeepsListsWholeWhileABoxIsOpen) {
                 if (HasFailure())
                     return;
             }
+        }
+    }
+}
+
+// The last question of all: whether to send the errors to the maker.
+TEST_F(ReentrancyTest, EndsOnceWhateverHappensDuringItsLastQuestion) {
+    for (const bool inAScan : {false, true}) {
+        for (const Command& command : Commands()) {
+            SCOPED_TRACE(std::string(command.name) + (inAScan ? ", in a scan" : ""));
+            BusyBrowser b;
+            ASSERT_TRUE(b.Start());
+            b.program.AppLog->Log("test", "test", 5, "an error");
+            b.fake.prompts.yesNoAnswers.assign(50, false);
+            b.fake.prompts.whileOpen = [&, first = true]() mutable {
+                if (!std::exchange(first, false))
+                    return;
+                command.run(b);
+                b.fake.events.RunFor(100);
+                b.Form().EndSession();
+                b.Form().Unload();
+            };
+            if (inAScan) {
+                b.In(30, [&] { b.Form().Unload(); });
+                b.RefreshAll();
+            } else {
+                b.Form().Unload();
+            }
+            EXPECT_EQ(b.window.destroyCalls, 1);
+            EXPECT_THAT(b.LogFile(), ::testing::ElementsAre("frmMain;Form_Unload;0"));
+            ExpectRepliesWhereTheyBelong(b);
+            ExpectWholeLists(b);
+            if (HasFailure())
+                return;
         }
     }
 }

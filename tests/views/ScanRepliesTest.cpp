@@ -163,6 +163,30 @@ TEST_F(ScanRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
+TEST_F(ScanRepliesTest, IgnoresThemAlsoBehindAReply) {
+    StartWith(1, Family::HalfLife);
+    Script(1, [&] {
+        ReplyIn(10, HonestReply(1, "\xFF\xFF\xFF\xFFinfo"));
+        ReplyIn(10, "\xFF\xFF\xFF\xFF");
+        ReplyIn(10, HonestReply(1, "\xFF\xFF\xFF\xFFrules"));
+    });
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1");
+    EXPECT_NE(Server(1).Variables.find("mp_timelimit\\30"), std::string::npos);
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+// A game whose engine is none of the three is asked nothing; what comes all the same is no status.
+TEST_F(ScanRepliesTest, ReadsNoStatusForAnEngineItDoesNotKnow) {
+    browser.fake.files.Put("C:\\Quarn\\Games.ini",
+                           "[General]\nGameNum=1\n[Game1]\nGameShort=q3\nEngine=q4\n");
+    StartWith(1);
+    browser.In(10, [&] { browser.sckServer.ReplyIn(0, HonestReply(1)); });
+    browser.RefreshAll();
+    EXPECT_TRUE(Asked().empty());
+    EXPECT_EQ(browser.Cell(1, NameColumn), "Server 1");
+}
+
 TEST_F(ScanRepliesTest, CountsAReplyOfFiveBytesWhateverItHolds) {
     StartWith(1);
     Script(1, [&] { ReplyIn(10, "abcde"); });

@@ -71,6 +71,13 @@ TEST_F(MainFormEndTest, RecordsTheSelectedNodeUnlessItIsAFilter) {
     }
 }
 
+TEST_F(MainFormEndTest, RecordsNothingWhenNoNodeIsSelected) {
+    ASSERT_TRUE(browser.Start());
+    browser.Controls().trvGames.SelectNone();
+    browser.Form().Unload();
+    EXPECT_EQ(browser.Setting("Selection", "LastGame"), "9");
+}
+
 TEST_F(MainFormEndTest, RecordsTheNodesPositionAsTheTreeIsAtTheEnd) {
     ASSERT_TRUE(browser.Start());
     browser.ClickNode("fav2");
