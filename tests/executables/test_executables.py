@@ -145,3 +145,26 @@ def test_its_version_resource_tells_the_projects_version(executable):
         ("ProductVersion", project_version()),
     ):
         assert re.search(rf"{name}\0+{re.escape(value)}\0", texts), name
+
+
+def icon_sizes(path, name):
+    """The sizes of one icon in a program's resources, from the directory that an icon file begins with."""
+    icon = subprocess.run(
+        ["wrestool", "--extract", "--type=14", f"--name={name}", path], check=True, capture_output=True
+    ).stdout
+    (count,) = struct.unpack_from("<H", icon, 4)
+    return [icon[6 + 16 * entry] or 256 for entry in range(count)]
+
+
+def test_its_pictures_fit_every_scale():
+    # 16 pixels and the toolbar's 24 at 100, 125, 150, 200 percent and more; the program also on the desktop.
+    path = BUILD / "win64" / "Quarn" / "Quarn.exe"
+    listed = subprocess.run(
+        ["wrestool", "--list", "--type=14", path], check=True, capture_output=True, text=True
+    )
+    names = re.findall(r"--name='(\w+)'", listed.stdout)
+    assert names[0] == "APPLICATION", "the Explorer shows the first"
+    assert len(names) == len(set(names)) > 10
+    for name in names:
+        program_only = [64, 256] if name == "APPLICATION" else []
+        assert icon_sizes(path, name) == [16, 20, 24, 32, 40, 48] + program_only, name

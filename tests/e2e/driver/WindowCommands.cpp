@@ -1,6 +1,7 @@
 // Top-level windows: which there are, which one commands go to, what it holds and where it stands.
 
 #include "tests/e2e/driver/Messages.h"
+#include "tests/e2e/driver/RemoteMemory.h"
 #include "tests/e2e/driver/Session.h"
 #include "tests/e2e/driver/Words.h"
 
@@ -77,6 +78,20 @@ Lines Move(Session& session, const Words& arguments) {
     return {};
 }
 
+// As when the window is dragged to a screen of another scale, with the size that the system suggests there.
+Lines ChangeDpi(Session& session, const Words& arguments) {
+    const HWND window = session.Window();
+    const int before = static_cast<int>(ToNumber(arguments[0]));
+    const int now = static_cast<int>(ToNumber(arguments[1]));
+    RECT bounds;
+    GetWindowRect(window, &bounds);
+    bounds.right = bounds.left + MulDiv(bounds.right - bounds.left, now, before);
+    bounds.bottom = bounds.top + MulDiv(bounds.bottom - bounds.top, now, before);
+    const RemoteStruct<RECT> suggested(session.Process(), bounds);
+    Send(window, WM_DPICHANGED, MAKEWPARAM(now, now), suggested.Parameter());
+    return {};
+}
+
 Lines SystemCommand(Session& session, WPARAM command) {
     Post(session.Window(), WM_SYSCOMMAND, command);
     return {};
@@ -110,6 +125,8 @@ Commands WindowCommands() {
         {"rectangle", "[CONTROL]", "prints left, top, width and height in pixels of the screen", 0,
          Rectangle},
         {"move", "LEFT TOP WIDTH HEIGHT", "moves and sizes the window", 4, Move},
+        {"change-dpi", "BEFORE NOW", "moves the window to a screen of another scale, in dots per inch", 2,
+         ChangeDpi},
         {"close", "", "closes the window, as its close button does", 0, Close},
         {"minimize", "", "minimizes the window", 0, Minimize},
         {"maximize", "", "maximizes the window", 0, Maximize},
