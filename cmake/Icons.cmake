@@ -68,8 +68,8 @@ function(quarn_add_ico directory key)
     set(image ${directory}/${key}-${size}.png)
     list(APPEND drawings ${drawing})
     list(APPEND rasterise COMMAND ${QUARN_RSVG_CONVERT} --width=${size} --height=${size} --output=${image} ${drawing})
-    if(size EQUAL 256)
-      # The one size that icon files keep compressed: as a bitmap it would outweigh all others together.
+    if(size GREATER_EQUAL 40)
+      # Kept compressed: as bitmaps the large sizes, which few displays ask for, would be a fifth of the program.
       list(APPEND images --raw=${image})
     else()
       list(APPEND images ${image})

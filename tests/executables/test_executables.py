@@ -168,3 +168,7 @@ def test_its_pictures_fit_every_scale():
     for name in names:
         program_only = [64, 256] if name == "APPLICATION" else []
         assert icon_sizes(path, name) == [16, 20, 24, 32, 40, 48] + program_only, name
+
+
+def test_is_small(executable):
+    assert len(executable.content) <= 1_500_000

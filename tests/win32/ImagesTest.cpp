@@ -1,4 +1,5 @@
 #include "win32/Images.h"
+#include "win32/Handles.h"
 #include "win32/Pixels.h"
 
 #include <gtest/gtest.h>
@@ -63,6 +64,23 @@ TEST(Images, HoldEveryPictureOfTheWindowInEverySize) {
         EXPECT_EQ(images.Keys().size(), 14U) << size;
         EXPECT_EQ(ImageList_GetImageCount(images.Handle()), 14) << size;
     }
+}
+
+// The share of a picture that is not clear, in percent.
+int Coverage(const char* key, int size) {
+    const IconHandle icon = LoadIconOfSize(key, size);
+    Pixels picture = Pixels::OfIcon(icon.Get(), size);
+    int covered = 0;
+    for (int y = 0; y < size; ++y)
+        for (int x = 0; x < size; ++x)
+            covered += picture.At(x, y).alpha > 127;
+    return covered * 100 / (size * size);
+}
+
+TEST(Images, ShowTheSamePictureInEverySize) {
+    for (const char* key : {"querymaster", "refreshall", "stop", "join", "fldrcls", "locked", "application"})
+        for (const int size : {20, 24, 32, 40, 48})
+            EXPECT_NEAR(Coverage(key, size), Coverage(key, 16), 12) << key << ' ' << size;
 }
 
 TEST(Images, HaveNoPictureForAnUnknownKey) {
