@@ -155,10 +155,14 @@ void ListView::EnsureVisible(std::int32_t row) {
 
 void ListView::Sort(std::int32_t key, SortOrder sorting,
                     const std::function<std::string(const std::string&)>& keyOf) {
-    std::vector<std::string> keys;
+    std::vector<std::string> made;
+    std::vector<std::string_view> keys;
+    made.reserve(rows_.size());
     keys.reserve(rows_.size());
-    for (std::int32_t row = 1; row <= RowCount(); ++row)
-        keys.push_back(keyOf(std::as_const(*this).Cell(row, key + 1).text));
+    for (std::int32_t row = 1; row <= RowCount(); ++row) {
+        const std::string& text = std::as_const(*this).Cell(row, key + 1).text;
+        keys.push_back(keyOf ? made.emplace_back(keyOf(text)) : text);
+    }
     sortKey = key;
     sortOrder = sorting;
 

@@ -75,9 +75,10 @@ class ListView {
     std::int32_t sortKey = 0; // the sub item sorted by, 0: the main text
 
     // Sets key and order and puts the rows into that order by the texts of the key's cells; rows with equal
-    // keys keep their order, in either direction. `keyOf` maps a text to bytes that compare as the texts
-    // shall; where it throws, nothing has changed.
-    void Sort(std::int32_t key, SortOrder order, const std::function<std::string(const std::string&)>& keyOf);
+    // keys keep their order, in either direction. `keyOf`, where given, maps a text to bytes that compare as
+    // the texts shall; where it throws, nothing has changed.
+    void Sort(std::int32_t key, SortOrder order,
+              const std::function<std::string(const std::string&)>& keyOf = {});
 
     // While updates are locked the window paints nothing of this list.
     bool updatesLocked = false;

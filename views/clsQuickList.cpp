@@ -14,11 +14,20 @@ namespace {
 
 constexpr const char* ClassName = "clsQuickList";
 
-std::string Unchanged(const std::string& text) {
-    return text;
+// A whole number as every locale writes it, and no longer than a double holds exactly.
+bool IsPlainNumber(const std::string& text) {
+    constexpr std::size_t PreciseDigits = 15;
+    return !text.empty() && text.size() <= PreciseDigits &&
+           text.find_first_not_of("0123456789") == std::string::npos;
 }
 
 // Twenty digits, a point and ten decimals, so that numbers of any usual size compare as text.
+std::string FormatNumberPattern(const std::string& digits) {
+    constexpr std::size_t WholeDigits = 20;
+    std::string text = "00000000000000000000.0000000000";
+    return text.replace(WholeDigits - digits.size(), digits.size(), digits);
+}
+
 std::string FormatNumberPattern(double value) {
     const int length = std::snprintf(nullptr, 0, "%031.10f", value);
     std::string text(static_cast<std::size_t>(length) + 1, '\0');
@@ -72,7 +81,7 @@ void clsQuickList::SortByPicture() {
     ListView& list = Target();
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
         list.Cell(row, 1).text = list.Row(row).smallIcon;
-    SetSortOrder(1, Unchanged);
+    SetSortOrder(1);
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
         list.Cell(row, 1).text.clear();
 }
@@ -89,7 +98,7 @@ void clsQuickList::SortByKeys(std::int32_t column, const KeyOf& keyOf) {
         cell.tag = cell.text + '\0' + cell.tag;
         cell.text = std::move(keys[static_cast<std::size_t>(row) - 1]);
     }
-    SetSortOrder(column, Unchanged);
+    SetSortOrder(column);
     RestoreCellTexts(column);
 }
 
@@ -114,6 +123,9 @@ void clsQuickList::SetSortOrder(std::int32_t column, const KeyOf& orderOf) {
 }
 
 std::string clsQuickList::NumberKey(const std::string& text) const {
+    // So is nearly every cell, and asking the locale would cost more than all the rest of a sort.
+    if (IsPlainNumber(text))
+        return FormatNumberPattern(text);
     if (!desktop_.locale.IsNumeric(text))
         return {};
     const double value = desktop_.locale.ToDouble(text);

@@ -37,7 +37,7 @@ class clsQuickList {
     void SortColumn(std::int32_t column);
     void SortByPicture();
     void SortByKeys(std::int32_t column, const KeyOf& keyOf);
-    void SetSortOrder(std::int32_t column, const KeyOf& orderOf);
+    void SetSortOrder(std::int32_t column, const KeyOf& orderOf = {});
     void RestoreCellTexts(std::int32_t column);
     std::string NumberKey(const std::string& text) const;
     std::string DateKey(const std::string& text) const;

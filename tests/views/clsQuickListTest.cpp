@@ -152,6 +152,13 @@ TEST_F(QuickListTest, ReadsNumbersAsTheUsersLocaleWritesThem) {
     EXPECT_THAT(SortedAscending(Number, {"1,5", "1.200", "1,25"}), ElementsAre("1,25", "1,5", "1.200"));
 }
 
+TEST_F(QuickListTest, OrdersPlainNumbersAmongThoseOnlyTheLocaleReads) {
+    EXPECT_THAT(SortedAscending(Number, {"1234567890123456", "10.5", "999999999999999", "010", "+11", "9",
+                                         "-1", "1,000", "", "00000000000000000000000"}),
+                ElementsAre("", "-1", "00000000000000000000000", "9", "010", "10.5", "+11", "1,000",
+                            "999999999999999", "1234567890123456"));
+}
+
 TEST_F(QuickListTest, OrdersDatesByTime) {
     EXPECT_THAT(SortedAscending(Date, {"11/21/2026 8:05:00 AM", "1/2/2027", "11/21/2026",
                                        "12/31/1999 11:59:59 PM", "11/21/2026 8:04:59 AM", "12:00:00 AM"}),
@@ -296,7 +303,7 @@ TEST_F(QuickListTest, KeepsTheRowsTagsThoughItSortsByTheirOwnCell) {
 TEST_F(QuickListTest, LocksTheWindowsUpdatesAsLongAsItSorts) {
     std::vector<bool> locked;
     locale.whenAsked = [&] { locked.push_back(list.updatesLocked); };
-    SortedAscending(Number, {"2", "1"});
+    SortedAscending(Number, {"2.5", "1.5"});
     SortedAscending(Text, {"2", "1"});
     EXPECT_THAT(locked, ElementsAre(true, true, true, true));
     EXPECT_FALSE(list.updatesLocked);
