@@ -6,14 +6,18 @@ namespace quarn {
 
 namespace {
 
-constexpr std::string_view Blanks = " \t\r\n\v\f";
 constexpr auto Nowhere = std::string_view::npos;
 
+bool IsBlank(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
 std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(Blanks);
-    if (first == Nowhere)
-        return {};
-    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 bool SameName(std::string_view a, std::string_view b) {
