@@ -6,6 +6,7 @@ source "$SCRIPTS/packages.sh"
 source "$SCRIPTS/build.sh"
 source "$SCRIPTS/wine.sh"
 source "$SCRIPTS/display.sh"
+source "$SCRIPTS/desktops.sh"
 source "$SCRIPTS/package.sh"
 source "$SCRIPTS/counts.sh"
 
@@ -30,40 +31,63 @@ PYTEST=(/usr/bin/python3 -B -m pytest -q -p no:cacheprovider)
 
 long=()
 
-# run_group GROUP COMMAND...: runs a test command that leaves its results in build/results/GROUP.xml, and
-# counts them. Failing tests are counted and do not end the run.
-run_group() {
-    local group=$1 result=$RESULTS/$1.xml
+# execute GROUP COMMAND...: runs a test command that leaves its results in build/results/GROUP.xml. Failing
+# tests do not end the run: they are counted afterwards.
+execute() {
+    local group=$1
     shift
-    rm -f "$result"
+    rm -f "$RESULTS/$group.xml"
     logged "test-$group" "$@" || true
-    count_results "$group" "$result"
 }
 
-run_ctest() {
-    run_group "$1" ctest --preset "$1" -j "$JOBS" --output-junit "$RESULTS/$1.xml"
+execute_ctest() {
+    execute "$1" ctest --preset "$1" -j "$JOBS" --output-junit "$RESULTS/$1.xml"
 }
 
-run_pytest() {
-    run_group "$1" "${PYTEST[@]}" --junitxml "$RESULTS/$1.xml" "tests/$1" "${@:2}"
+execute_pytest() {
+    execute "$1" "${PYTEST[@]}" --junitxml "$RESULTS/$1.xml" "tests/$1" "${@:2}"
+}
+
+count() {
+    local group
+    for group in "$@"; do
+        count_results "$group" "$RESULTS/$group.xml"
+    done
+}
+
+test_natively() {
+    build_preset "$1"
+    execute_ctest "$1"
+    count "$1"
+}
+
+# What runs under Wine waits more than it works: it shares the time on desktops of its own.
+test_under_wine() {
+    local aside
+    say "Packing, and testing under Wine"
+    start_desktops 3
+    set -m
+    (
+        use_desktop 1
+        execute_ctest win64
+        make_packages && execute_pytest packages
+    ) 8>&- &
+    set +m
+    aside=$!
+    at_exit end_group "$aside"
+    QUARN_DESKTOPS=$(desktops_from 2) execute_pytest e2e -n 2 "${long[@]}"
+    wait "$aside" || true
+    count win64 packages e2e
 }
 
 test_everything() {
-    build_preset native
-    run_ctest native
-    build_preset native-asan
-    run_ctest native-asan
-    # Building the tests for Windows already runs them once, to learn their names.
-    start_display
-    start_wine
+    test_natively native
+    test_natively native-asan
     build_preset win64
-    run_ctest win64
     build_preset win32
-    run_pytest executables
-    say "Packing"
-    make_packages
-    run_pytest packages
-    run_pytest e2e "${long[@]}"
+    execute_pytest executables
+    count executables
+    test_under_wine
 }
 
 quick=false
@@ -81,8 +105,7 @@ take_build_folder
 mkdir -p "$RESULTS"
 if $quick; then
     ensure_packages "${PACKAGES_TO_BUILD_NATIVE[@]}"
-    build_preset native
-    run_ctest native
+    test_natively native
 else
     ensure_packages "${PACKAGES_TO_BUILD_NATIVE[@]}" "${PACKAGES_TO_BUILD_PROGRAM[@]}" \
         "${PACKAGES_TO_PACK[@]}" "${PACKAGES_TO_RUN[@]}" "${PACKAGES_TO_TEST[@]}"

@@ -19,6 +19,15 @@ def pytest_addoption(parser):
     parser.addoption("--long", action="store_true", help="the long form of the tests that have one")
 
 
+def pytest_configure(config):
+    # Workers side by side have a desktop each: QUARN_DESKTOPS names a display and a Wine prefix in each line.
+    if hasattr(config, "workerinput"):
+        number = int(config.workerinput["workerid"].removeprefix("gw"))
+        display, prefix = os.environ["QUARN_DESKTOPS"].splitlines()[number].split(" ", 1)
+        os.environ.update(DISPLAY=display, WINEPREFIX=prefix)
+        config.option.seed += number + 1
+
+
 def pytest_report_header(config):
     return f"game network: --seed {config.getoption('--seed')}"
 

@@ -21,12 +21,12 @@ make_wine_prefix() {
 # Wine's services, which keep its pipes open for as long as they live: so the first one has none.
 start_wine() {
     make_wine_prefix
-    at_exit stop_wine
+    at_exit stop_wine "$WINEPREFIX"
     wineserver -p 8>&- >/dev/null 2>&1 || fail "the Wine server does not start in $WINEPREFIX"
     wine cmd /c exit 8>&- >/dev/null 2>&1 </dev/null || fail "Wine does not start in $WINEPREFIX"
 }
 
-stop_wine() { wineserver -k >/dev/null 2>&1; }
+stop_wine() { WINEPREFIX=$1 wineserver -k >/dev/null 2>&1; }
 
 # The path by which programs under Wine know a file.
 windows_path() {
