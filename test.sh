@@ -70,6 +70,7 @@ test_under_wine() {
     (
         use_desktop 1
         execute_ctest win64
+        execute_pytest bench
         make_packages && execute_pytest packages
     ) 8>&- &
     set +m
@@ -77,13 +78,15 @@ test_under_wine() {
     at_exit end_group "$aside"
     QUARN_DESKTOPS=$(desktops_from 2) execute_pytest e2e -n 2 "${long[@]}"
     wait "$aside" || true
-    count win64 packages e2e
+    count win64 bench packages e2e
 }
 
 test_everything() {
     test_natively native
     test_natively native-asan
+    build_preset native quarn_bench bare_scan
     build_preset win64
+    build_preset win64 bare_scan empty_window
     build_preset win32
     execute_pytest executables
     count executables

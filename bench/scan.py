@@ -1,15 +1,18 @@
 #!/usr/bin/env python3
-"""Times a scan of the real program over an emulated network, beside the sum of the servers' latencies.
+"""Times a scan of the real program over an emulated network, beside the least that any program must do.
 
-usage: bench/scan [--servers N] [--latency MS] [--rounds N]
+usage: bench/scan [--servers N] [--latency MS,MS...] [--rounds N] [--quick]
 
-Wall time runs from the button's press to "Ready.", both read from outside, so that it holds the
-driver's own way as well. CPU time is the program's, of all its threads, as the system counts it.
+The floor is a loop of socket, question, wait and close over the same servers, under Wine as the program is
+and natively. In each round all three run one after the other; ratios are of that round, and the median of all
+rounds is printed. CPU time is the program's own, of all its threads. At the end a scan of servers that never
+answer tells what waiting costs.
 """
 import argparse
 import contextlib
-import os
 import pathlib
+import statistics
+import subprocess
 import sys
 import tempfile
 import time
@@ -18,57 +21,95 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "e2e"))
 
 from harness.gamenet import Gamenet  # noqa: E402
+from harness.process import Process  # noqa: E402
 from harness.quarn import Quarn, fresh_folder, write_settings  # noqa: E402
 
-
-def process_of(folder):
-    """The program that runs in this folder."""
-    for process in pathlib.Path("/proc").iterdir():
-        with contextlib.suppress(OSError):
-            arguments = (process / "cmdline").read_bytes().decode("latin-1") if process.name.isdigit() else ""
-            if arguments.rstrip("\0").endswith("Quarn.exe") and folder.name in arguments:
-                return process
-    raise RuntimeError("the program is not running")
+BARE_NATIVE = [ROOT / "build" / "native" / "bench" / "floor" / "bare_scan"]
+BARE_WINE = ["wine", ROOT / "build" / "win64" / "bench" / "floor" / "bare_scan.exe"]
 
 
-def cpu_seconds(process):
-    fields = (process / "stat").read_text().rpartition(")")[2].split()
-    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+def bare_scan(command, addresses):
+    """Wall and CPU seconds of the bare loop."""
+    told = subprocess.run(
+        command + addresses, check=True, stdout=subprocess.PIPE, stdin=subprocess.DEVNULL, text=True
+    )
+    wall, cpu, replies = map(int, told.stdout.split())
+    if replies != len(addresses):
+        raise RuntimeError(f"the bare loop got {replies} replies of {len(addresses)}")
+    return wall / 1e6, cpu / 1e6
 
 
-def measure(servers, latency, rounds):
+@contextlib.contextmanager
+def listed_network(servers, *options):
+    """A network of one game, and the program that lists its servers."""
     with contextlib.ExitStack() as stack:
         folder = pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory(prefix="quarn-scan-")))
         network = stack.enter_context(
-            Gamenet(folder, "--games", "q3a", "--servers", servers, "--latency", latency, "--jitter", 0, "--silent", 0,
-                    "--locked", 0))
+            Gamenet(folder, "--games", "q3a", "--servers", servers, "--jitter", 0, "--locked", 0, *options)
+        )
         program = fresh_folder(folder / "Quarn", network.games_ini)
         write_settings(program, games=1)
         quarn = stack.enter_context(Quarn(program))
         quarn.wait_until_usable()
-        process = process_of(folder)
         quarn.renew()
         quarn.wait_for_rows(servers)
-        floor = servers * latency / 1000
-        for _ in range(rounds):
-            cpu, start = cpu_seconds(process), time.perf_counter()
-            quarn.press_toolbar("refreshall")
-            quarn.wait_for_status("Retrieving*")
-            quarn.wait_for_scan()
-            wall, cpu = time.perf_counter() - start, cpu_seconds(process) - cpu
-            ratio = f"{wall / floor:.3f}" if floor else "-"
-            print(f"{servers} servers at {latency} ms: {wall:.3f} s, {ratio} times the sum of the latencies, "
-                  f"{1000 * cpu / servers:.2f} ms of CPU a server, {100 * cpu / wall:.1f} % of a core", flush=True)
+        yield network, quarn, Process(program / "Quarn.exe")
         quarn.leave()
+
+
+def scan(quarn, process):
+    """Wall and CPU seconds from the button's press to "Ready.", as seen from outside."""
+    cpu, start = process.cpu_seconds(), time.perf_counter()
+    quarn.press_toolbar("refreshall")
+    quarn.wait_for_status("Retrieving*")
+    quarn.wait_for_scan()
+    return time.perf_counter() - start, process.cpu_seconds() - cpu
+
+
+def measure(servers, latency, rounds):
+    with listed_network(servers, "--latency", latency, "--silent", 0) as (network, quarn, process):
+        addresses = [server.address for server in network.servers]
+        times = []
+        for _ in range(rounds):
+            times.append(
+                scan(quarn, process) + bare_scan(BARE_WINE, addresses) + bare_scan(BARE_NATIVE, addresses)
+            )
+        packets = network.statistics()
+    median = statistics.median
+    passes = 3 * rounds * servers
+    print(
+        f"{servers} servers at {latency} ms:",
+        f"  scan           {median(t[0] for t in times):8.3f} s, {1000 * median(t[1] for t in times) / servers:6.2f} ms of CPU a server, "
+        f"{100 * median(t[1] / t[0] for t in times):5.1f} % of a core",
+        f"  bare loop      {median(t[2] for t in times):8.3f} s, {1000 * median(t[3] for t in times) / servers:6.2f} ms; "
+        f"the scan takes {median(t[0] / t[2] for t in times):.3f} times as long, "
+        f"{1000 * median(t[0] - t[2] for t in times) / servers:.2f} ms more a server",
+        f"  bare, natively {median(t[4] for t in times):8.3f} s, {1000 * median(t[5] for t in times) / servers:6.2f} ms; "
+        f"the scan takes {median(t[0] / t[4] for t in times):.3f} times as long",
+        f"  a server and pass: {packets['server_requests'] / passes:.2f} requests, {packets['server_replies'] / passes:.2f} replies",
+        sep="\n",
+        flush=True,
+    )
+
+
+def measure_waiting(servers):
+    with listed_network(servers, "--silent", 100) as (_, quarn, process):
+        wall, cpu = scan(quarn, process)
+    print(f"waiting for {servers} silent servers: {wall:.2f} s, {100 * cpu / wall:.2f} % of a core", flush=True)
 
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    arguments.add_argument("--servers", type=int, default=60)
-    arguments.add_argument("--latency", type=int, default=20)
+    arguments.add_argument("--servers", type=int, default=300)
+    arguments.add_argument("--latency", default="0,5,20,50")
     arguments.add_argument("--rounds", type=int, default=3)
+    arguments.add_argument("--quick", action="store_true", help="one small round, to see that it works")
     given = arguments.parse_args()
-    measure(given.servers, given.latency, given.rounds)
+    if given.quick:
+        given.servers, given.latency, given.rounds = 40, "5", 1
+    for latency in given.latency.split(","):
+        measure(given.servers, int(latency), given.rounds)
+    measure_waiting(2 if given.quick else 10)
 
 
 if __name__ == "__main__":
