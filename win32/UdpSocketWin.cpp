@@ -39,9 +39,9 @@ bool MeansNoAnswer(int error) noexcept {
 UdpSocketWin::UdpSocketWin()
     : buffer_(BufferBytes),
       lookUp_([this](int error, in_addr address) { OnResolved(error, address); }),
-      window_([this](UINT message, WPARAM, LPARAM event) {
+      window_([this](UINT message, WPARAM, LPARAM) {
           if (message == socketMessage_)
-              OnSocketEvent(WSAGETSELECTEVENT(event));
+              OnReadable();
       }) {}
 
 UdpSocketWin::~UdpSocketWin() = default;
@@ -56,7 +56,7 @@ void UdpSocketWin::SendData(std::string_view datagram) {
     RemoteEnd wanted{RemoteHost, RemotePort};
     if (wanted.host.empty() || wanted.port < 1 || wanted.port > 65535)
         return;
-    if (wanted != remote_ || refused_)
+    if (wanted != remote_)
         Close();
     remote_ = std::move(wanted);
 
@@ -64,7 +64,7 @@ void UdpSocketWin::SendData(std::string_view datagram) {
     if (socket_) {
         Transmit(datagram);
     } else if (inet_pton(AF_INET, remote_.host.c_str(), &address) == 1) {
-        if (Connect(address))
+        if (Open(address))
             Transmit(datagram);
     } else {
         if (waitingForAddress_.size() == MostWaiting)
@@ -86,13 +86,10 @@ void UdpSocketWin::Close() {
     waitingForAddress_.clear();
     announced_.reset();
     socketMessage_ = 0;
-    refused_ = false;
     socket_.Reset();
 }
 
-void UdpSocketWin::OnSocketEvent(int event) {
-    if (event == FD_CLOSE)
-        refused_ = true;
+void UdpSocketWin::OnReadable() {
     std::optional<std::string> datagram = Receive();
     if (!datagram || !DataArrival)
         return;
@@ -127,24 +124,23 @@ void UdpSocketWin::OnResolved(int error, in_addr address) {
         return;
     }
     const std::vector<std::string> waiting = std::exchange(waitingForAddress_, {});
-    if (!Connect(address))
+    if (!Open(address))
         return;
     for (const std::string& datagram : waiting)
         Transmit(datagram);
 }
 
-bool UdpSocketWin::Connect(in_addr address) {
+bool UdpSocketWin::Open(in_addr address) {
     SocketHandle opened(socket(AF_INET, SOCK_DGRAM, IPPROTO_UDP));
     setsockopt(opened.Get(), SOL_SOCKET, SO_RCVBUF, reinterpret_cast<const char*>(&SystemBufferBytes),
                sizeof SystemBufferBytes);
 
-    sockaddr_in end{};
-    end.sin_family = AF_INET;
-    end.sin_port = htons(static_cast<u_short>(remote_.port));
-    end.sin_addr = address;
+    remoteAddress_ = {};
+    remoteAddress_.sin_family = AF_INET;
+    remoteAddress_.sin_port = htons(static_cast<u_short>(remote_.port));
+    remoteAddress_.sin_addr = address;
     const UINT message = window_.NextMessage();
-    if (!opened || connect(opened.Get(), reinterpret_cast<const sockaddr*>(&end), sizeof end) != 0 ||
-        WSAAsyncSelect(opened.Get(), window_.Handle(), message, FD_READ | FD_CLOSE) != 0) {
+    if (!opened || WSAAsyncSelect(opened.Get(), window_.Handle(), message, FD_READ) != 0) {
         Fail(WSAGetLastError());
         return false;
     }
@@ -158,7 +154,8 @@ void UdpSocketWin::Transmit(std::string_view datagram) {
     if (!socket_)
         return;
     const auto once = [&] {
-        const int sent = send(socket_.Get(), datagram.data(), static_cast<int>(datagram.size()), 0);
+        const int sent = sendto(socket_.Get(), datagram.data(), static_cast<int>(datagram.size()), 0,
+                                reinterpret_cast<const sockaddr*>(&remoteAddress_), sizeof remoteAddress_);
         return sent == SOCKET_ERROR ? WSAGetLastError() : 0;
     };
     // The host's refusal of an earlier datagram shows here, too; this one has not been sent then.

@@ -4,6 +4,9 @@
 // the thread that made it, from that thread's message loop. The handlers may send, read and close; they must
 // not destroy the socket.
 //
+// It is not connected: what reaches its port is heard whoever sent it, since a host with several addresses
+// answers from any of them.
+//
 // A message can outlive the socket it is about, and the next socket likes to get the same number. So every
 // opening posts under a message number of its own, and what comes under another one is stale.
 
@@ -41,21 +44,18 @@ class UdpSocketWin final : public UdpSocket {
         bool operator==(const RemoteEnd&) const = default;
     };
 
-    void OnSocketEvent(int event);
+    void OnReadable();
     void OnResolved(int error, in_addr address);
-    bool Connect(in_addr address);
+    bool Open(in_addr address);
     void Transmit(std::string_view datagram);
     std::optional<std::string> Receive();
     void Fail(int error);
 
     WinsockSession winsock_{2, 2};
-    RemoteEnd remote_; // what the socket is connected to, or what is being resolved
+    RemoteEnd remote_;            // to whom the socket sends, or what is being resolved
+    sockaddr_in remoteAddress_{}; // the same, once it is resolved
     SocketHandle socket_;
     UINT socketMessage_ = 0; // 0: closed
-
-    // The host has refused a datagram. The socket may be deaf from then on, as it is under Wine: it goes on
-    // listening for what it can hear, and the next datagram goes out by a new one.
-    bool refused_ = false;
 
     std::vector<std::string> waitingForAddress_;
     std::optional<std::string> announced_; // by the DataArrival that is being handled

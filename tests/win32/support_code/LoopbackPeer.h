@@ -57,6 +57,12 @@ class LoopbackPeer {
             << WSAGetLastError();
     }
 
+    // To whom this other peer has heard last.
+    void SendToSenderOf(const LoopbackPeer& other, const std::string& datagram) {
+        sender_ = Loopback(other.SenderPort());
+        Send(datagram);
+    }
+
     u_short SenderPort() const { return ntohs(sender_.sin_port); }
 
   private:
