@@ -102,8 +102,11 @@ TEST_F(MainTest, ASecondInstanceLogsThatAndEnds) {
               std::string(StartEntry) + "modMain;Main;11/21/26 08:05:00.000;0;Quarn is already running.\r\n");
     EXPECT_EQ(fake.files.TotalWrites(), fake.files.Writes(LogFile));
     EXPECT_EQ(fake.files.Reads(SettingsFile), 0);
+    EXPECT_EQ(fake.files.Reads(DefinitionsFile), 0);
     EXPECT_TRUE(fake.system.controlsInitialised.empty());
+    EXPECT_EQ(program.IPLocation, nullptr);
     EXPECT_TRUE(fake.prompts.shown.empty());
+    EXPECT_TRUE(fake.shell.opened.empty());
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 

@@ -110,6 +110,7 @@ TEST_F(DialogCommandsTest, OptionsApplyAtOnce) {
     Commands().mnuExtrasOptions_Click();
     EXPECT_TRUE(browser.window.topMost);
     EXPECT_EQ(browser.Controls().tmrTimeout.Interval(), 123);
+    EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Quarn.ini"), 0) << "the file gets it at the end";
     EXPECT_THAT(browser.Controls().trvGames.Children("favorites"),
                 ElementsAre("fav1", "fav2", "fav3", "fav4"));
     for (std::int32_t i = 1; i <= 9; ++i)

@@ -37,6 +37,14 @@ TEST_F(TrapTest, LogsARunTimeErrorUnderTheRoutinesName) {
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
+TEST_F(TrapTest, AppendsToTheLogAndMailsNothing) {
+    log.Log("modX", "Before");
+    const std::string history =
+        EntryOf([] { throw RunTimeError(ErrorNumber::Overflow); }, OnError::LogAndShow);
+    EXPECT_EQ(fake.files.Get(log.DefaultLogFilename()), history);
+    EXPECT_TRUE(fake.shell.opened.empty());
+}
+
 TEST_F(TrapTest, ShowsTheErrorOnlyWhereTheUserIsToSeeIt) {
     EntryOf([] { throw RunTimeError(ErrorNumber::Overflow); }, OnError::LogAndShow);
     ASSERT_EQ(fake.prompts.shown.size(), 1U);

@@ -142,6 +142,8 @@ TEST_F(AppLogTest, ShowsThatAnEntryCouldNotBeWritten) {
     for (const auto& box : fake.prompts.shown)
         EXPECT_EQ(box.text, "Error number 70 in class AppLog, Sub WriteLogEntry");
     EXPECT_EQ(log.ErrorCount(), 0);
+    EXPECT_EQ(log.HistoryLog(),
+              "m;lost;11/21/26 08:05:00.000;0;text\r\nm;lost too;11/21/26 08:05:00.000;0;text\r\n");
     fake.files.ClearFaults();
     log.Log("m", "kept");
     EXPECT_EQ(fake.files.Get(LogPath), "m;kept;11/21/26 08:05:00.000;0;\r\n");
@@ -153,6 +155,7 @@ TEST_F(AppLogTest, ShowsTheErrorAlsoWhenItsEntryIsLost) {
     ASSERT_EQ(ShownCount(), 2U);
     EXPECT_EQ(Shown(0).text, "Error number 61 in class AppLog, Sub WriteLogEntry");
     EXPECT_EQ(Shown(1).text.substr(0, 34), "A error has occurred in m in r\r\nEr");
+    EXPECT_EQ(log.ErrorCount(), 1);
 }
 
 class AppLogReportTest : public AppLogTest {
@@ -197,6 +200,15 @@ TEST_F(AppLogReportTest, OpensTheLinkOnItsOwn) {
     EXPECT_EQ(request.folder, "");
     EXPECT_FALSE(request.ownedByWindow);
     EXPECT_EQ(request.show, ShowState::Normal);
+}
+
+TEST_F(AppLogReportTest, ShowsTheMessageBeforeItAsksTheMailProgram) {
+    std::size_t openedByThen = 1;
+    fake.prompts.whileOpen = [&] { openedByThen = fake.shell.opened.size(); };
+    log.Log("m", "r", 9, "text", true, true);
+    EXPECT_EQ(ShownCount(), 1U);
+    EXPECT_EQ(openedByThen, 0U);
+    EXPECT_EQ(fake.shell.opened.size(), 1U);
 }
 
 TEST_F(AppLogReportTest, LeavesEmptyWhatCannotBeHad) {
@@ -249,8 +261,9 @@ TEST_F(AppLogReportTest, OffersAReportAtTheEndOfARunWithErrors) {
     EXPECT_EQ(Shown().text, "Quarn generated 2 error(s) during runtime. A log has been created.\r\n"
                             "Would you like to send an error report to the application developer?");
     ASSERT_EQ(fake.shell.opened.size(), 1U);
-    const std::string entry = "clsAppLog;HandleAppErrors;11/21/26 08:05:00.000;0;Generating error report\r\n";
-    EXPECT_TRUE(fake.files.Get(LogPath).ends_with(entry));
+    EXPECT_EQ(fake.files.Get(LogPath),
+              "m;r;11/21/26 08:05:00.000;13;\r\nm;r;11/21/26 08:05:00.000;6;\r\n"
+              "clsAppLog;HandleAppErrors;11/21/26 08:05:00.000;0;Generating error report\r\n");
     EXPECT_TRUE(fake.shell.opened[0].file.ends_with("Generating%20error%20report%0D%0A"));
     EXPECT_EQ(log.ErrorCount(), 2);
 }

@@ -4,6 +4,7 @@
 
 #include "desktop/NotificationArea.h"
 
+#include <functional>
 #include <set>
 #include <string>
 #include <utility>
@@ -29,12 +30,17 @@ class FakeNotificationArea : public NotificationArea {
     WindowReference pictureBoxParent = 0;
     MouseMove pictureBoxMouseMove;
 
+    // Runs when an icon has been taken away.
+    std::function<void()> whenDeleted;
+
     using Icon = std::pair<WindowReference, std::uint32_t>;
     std::set<Icon> icons;
 
     bool Notify(NotifyCommand command, const NotifyIconRecord& record) override {
         const bool done = !absent && Apply(command, {record.owner, record.identifier});
         calls.push_back({command, record, done});
+        if (done && command == NotifyCommand::Delete && whenDeleted)
+            whenDeleted();
         return done;
     }
     WindowReference AddPictureBox(WindowReference parent, MouseMove handler) override {

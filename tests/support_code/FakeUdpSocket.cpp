@@ -60,6 +60,8 @@ std::optional<std::string> FakeUdpSocket::GetData() {
         return std::nullopt;
     std::string bytes = std::move(arrivals_.front().bytes);
     arrivals_.pop_front();
+    if (const std::optional<ErrorNumber> fault = std::exchange(readFault, std::nullopt))
+        throw RunTimeError(*fault);
     return bytes;
 }
 

@@ -5,6 +5,7 @@
 // that nobody reads stays in front of the next. Closing drops what waits, and events of before.
 
 #include "controls/UdpSocket.h"
+#include "core/RunTimeError.h"
 #include "tests/support_code/FakeEvents.h"
 #include "tests/support_code/FakeHostNames.h"
 
@@ -12,6 +13,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,7 +54,8 @@ class FakeUdpSocket : public UdpSocket {
 
     std::int32_t closeMilliseconds = 0;
     std::int32_t lookUpMilliseconds = 0;
-    std::string sendFailure; // when not empty: no send succeeds, and this is why
+    std::string sendFailure;              // when not empty: no send succeeds, and this is why
+    std::optional<ErrorNumber> readFault; // the next datagram read is lost to this error
     std::int32_t closeCalls = 0;
 
   private:

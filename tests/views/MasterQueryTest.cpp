@@ -381,6 +381,17 @@ TEST_F(MasterQueryTest, TakesTheLargestDatagram) {
     EXPECT_EQ(browser.Cell(1, AddressColumn), "127.10.1.2:27960");
 }
 
+TEST_F(MasterQueryTest, LogsADatagramThatItCannotRead) {
+    StartWith("d3", 1);
+    browser.sckMaster.readFault = ErrorNumber::DeviceIOError;
+    Arrive(MasterDatagram(Family::Doom3, two));
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;sckMaster_DataArrival;57"));
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+    EXPECT_EQ(browser.RowCount(), 1);
+    Arrive(MasterDatagram(Family::Doom3, two));
+    EXPECT_EQ(browser.RowCount(), 3);
+}
+
 TEST_F(MasterQueryTest, AddsNoMoreThanAListMayHold) {
     StartWith("d3");
     browser.program.ServerCount = MaxServers - 1;

@@ -170,6 +170,15 @@ TEST_F(ScanEngineTest, SendsOnlyWhenTheOldSocketHasClosed) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
+TEST_F(ScanEngineTest, ReadsTheClockBeforeItAsks) {
+    StartWith(1);
+    browser.fake.clock.SetTickCount(70'000);
+    std::int32_t sentTick = 0;
+    browser.network.whenAsked = [&](const std::string&) { sentTick = browser.Form().scan.QuerySentTick; };
+    browser.RefreshAll();
+    EXPECT_EQ(sentTick, 70'000);
+}
+
 TEST_F(ScanEngineTest, ReachesTheRecordThroughTheRowsTag) {
     StartWith(5);
     browser.SelectRows({2, 3});
@@ -223,10 +232,11 @@ TEST_F(ScanEngineTest, ParsesNothingForAnEngineItDoesNotKnow) {
     browser.fake.files.Put("C:\\Quarn\\Games.ini",
                            "[General]\nGameNum=1\n[Game1]\nGameShort=q3\nEngine=Q3\nDescription=x\n");
     StartWith(2);
+    browser.In(5, [&] { browser.sckServer.ReplyIn(0, HonestReply(1)); }); // counts all the same
     browser.RefreshAll();
     EXPECT_THAT(browser.sckServer.sent, IsEmpty());
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Server 1", "Server 2"));
-    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("1000", "1000"));
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("5", "1000"));
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 

@@ -287,6 +287,18 @@ TEST_F(ScanRepliesTest, CountsNoEventWithoutADatagram) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "30");
 }
 
+TEST_F(ScanRepliesTest, LogsADatagramThatItCannotRead) {
+    StartWith(2);
+    browser.sckServer.readFault = ErrorNumber::DeviceIOError;
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;sckServer_DataArrival;57"));
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Server 1", "Live 2"));
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("1000", "20"));
+    EXPECT_EQ(browser.Message(), "Ready.");
+    ExpectIdle();
+}
+
 TEST_F(ScanRepliesTest, DropsADatagramThatNobodyAskedFor) {
     StartWith(2);
     browser.ClickRow(2);

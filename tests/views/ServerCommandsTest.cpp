@@ -211,6 +211,8 @@ TEST_F(ServerCommandsTest, AddsAServerAtTheEndOfListAndView) {
     EXPECT_EQ(browser.Cell(4, AddressColumn), "192.0.2.9:27961");
     EXPECT_EQ(browser.program.Servers[4].Country, "XX");
     EXPECT_EQ(browser.program.Servers[4].PlayerList.HighestIndex(), 0);
+    View().AddServer("1.1.1.1", "1"); // sorted in by the next click on a header only
+    EXPECT_EQ(browser.Cell(5, AddressColumn), "1.1.1.1:1");
     EXPECT_THAT(browser.sckServer.sent, IsEmpty());
 }
 

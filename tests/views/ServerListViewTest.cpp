@@ -179,6 +179,10 @@ TEST_F(ServerListViewTest, PassesOnlyWhatEveryFilterLetsThrough) {
 
 TEST_F(ServerListViewTest, PassesNothingThatItCannotTest) {
     StartWith({Record()});
+    // The MOD comes first: whatever another filter says, it is the one that cannot be tested.
+    browser.program.FilterPing = 20;
+    browser.program.FilterLocked = 1;
+    browser.program.Servers[1].Locked = 1;
     for (const std::int32_t mod : {-1, 5, Highest, Lowest}) {
         View().ModFilter = mod;
         EXPECT_FALSE(View().ValidateFilter(1)) << mod;
@@ -240,6 +244,17 @@ TEST_F(ServerListViewTest, ShowsTheStoredCountryUnlessItIsToLookItUp) {
     EXPECT_EQ(browser.Cell(2, LocationColumn), "XX");
     EXPECT_EQ(browser.program.Servers[1].Country, "XX");
     EXPECT_EQ(Row(2).subItems[LocationColumn - 1].reportIcon, "XX");
+}
+
+TEST_F(ServerListViewTest, LogsAListThatItCannotWalk) {
+    StartWith({Record(), Record()});
+    browser.Controls().SetStatus(CountPanel, "untouched");
+    browser.program.PreviousServerCount = -2;
+    View().ListServers();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;ListServers;9"));
+    EXPECT_THAT(browser.Tags(), ElementsAre("1", "2"));
+    EXPECT_EQ(browser.Count(), "untouched");
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
 TEST_F(ServerListViewTest, LogsARecordThatItCannotAdd) {

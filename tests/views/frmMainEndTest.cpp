@@ -39,6 +39,8 @@ TEST_F(MainFormEndTest, EndsWithOneLogEntryAndAllSettings) {
     EXPECT_EQ(browser.Setting("General", "WinHeight"), "4444");
     EXPECT_EQ(browser.Setting("General", "WinState"), "0");
     EXPECT_EQ(browser.Setting("Favorites", "Name2"), "Duels");
+    EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Quarn.ini"), 1);
+    EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Games.ini"), 0);
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 

@@ -1,6 +1,7 @@
 // The main form with its tray icon, its help and its game setup.
 
 #include "core/Version.h"
+#include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
 #include "tests/support_code/HeadlessBrowser.h"
 
@@ -163,20 +164,33 @@ TEST_F(MainFormServicesTest, ShowsItsHelp) {
 }
 
 TEST_F(MainFormServicesTest, EndsInThisOrder) {
-    std::vector<std::string> order;
     browser.fake.help.windowComes = false;
+    browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n0;4294967295;XX\r\n");
     Start();
+    browser.Form().countries.EnsureIPDatabase();
     Minimize();
     browser.Form().mnuInfoHelp_Click();
     browser.program.AppLog->Log("test", "error", 5, "");
     browser.fake.prompts.yesNoAnswers = {false};
     browser.fake.prompts.whileOpen = [&] { // the question about the report
         EXPECT_THAT(browser.fake.help.calls, SizeIs(2)) << "help is closed before";
+        EXPECT_TRUE(browser.program.IPLocation->Initialized()) << "the countries go later";
         EXPECT_TRUE(InTray()) << "the icon goes later";
         EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Quarn.ini"), 0);
+        browser.Controls().trvGames.Select("d3");
+    };
+    int deletions = 0;
+    Area().whenDeleted = [&] {
+        ++deletions;
+        EXPECT_FALSE(browser.program.IPLocation->Initialized());
+        EXPECT_EQ(browser.program.LastGame, HeadlessBrowser::D3) << "the selection is recorded before";
+        EXPECT_EQ(browser.program.WinState, 1) << "as is the state of the window";
+        EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Quarn.ini"), 0) << "the settings are written later";
     };
     browser.Form().Unload();
+    EXPECT_EQ(deletions, 1);
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Quarn.ini"), 1);
     EXPECT_EQ(browser.fake.help.calls.back().command, HelpCommand::CloseAll);
     EXPECT_THAT(Area().icons, IsEmpty());
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));

@@ -263,6 +263,16 @@ TEST_F(MainFormTest, DoesItsWorkOnTheFirstActivationOnly) {
     EXPECT_EQ(browser.window.bounds, (TwipsRect{1, 2, 3, 4}));
 }
 
+// A box that closes gives the window its activation back, in the middle of the first one.
+TEST_F(MainFormTest, AnActivationInsideTheFirstDoesNothing) {
+    for (const char* key : {"Visible1", "Visible2", "Visible3"})
+        browser.Set("Games", key, 0);
+    browser.fake.prompts.whileOpen = [&] { browser.Form().Form_Activate(); };
+    ASSERT_TRUE(browser.Start());
+    EXPECT_EQ(browser.window.boundsCalls, 1);
+    EXPECT_THAT(browser.dialogs.shown, SizeIs(1));
+}
+
 TEST_F(MainFormTest, TellsOnceThatNoGameIsSetUp) {
     for (const char* key : {"Visible1", "Visible2", "Visible3"})
         browser.Set("Games", key, 0);
@@ -325,6 +335,11 @@ TEST_F(MainFormTest, CarriesTitleAndVersionInItsCaption) {
     browser.program.MinToTray = 0;
     browser.Form().Form_Resize();
     EXPECT_EQ(browser.window.caption, "x");
+
+    HeadlessBrowser withoutTray;
+    withoutTray.Set("General", "MinToTray", 0);
+    ASSERT_TRUE(withoutTray.Start());
+    EXPECT_EQ(withoutTray.window.caption, Caption) << "from the start";
 }
 
 TEST_F(MainFormTest, TellsWhatFailsWhileItLoadsAndGoesOnWithoutIt) {
