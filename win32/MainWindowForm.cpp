@@ -3,7 +3,38 @@
 #include "win32/MainWindow.h"
 #include "win32/Screens.h"
 
+#include <commctrl.h>
+#include <vector>
+
 namespace quarn {
+
+namespace {
+
+// A window without its tooltips, for as long as this lives. Wine puts a window that shall be top-most right
+// below those that it owns, and so among the ordinary ones for the sake of a hidden tooltip.
+class DetachedToolTips {
+  public:
+    explicit DetachedToolTips(HWND owner) : owner_(owner) {
+        for (HWND tip = nullptr; (tip = FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr)) != nullptr;)
+            if (GetWindow(tip, GW_OWNER) == owner)
+                tips_.push_back(tip);
+        GiveTo(nullptr);
+    }
+    ~DetachedToolTips() { GiveTo(owner_); }
+    DetachedToolTips(const DetachedToolTips&) = delete;
+    DetachedToolTips& operator=(const DetachedToolTips&) = delete;
+
+  private:
+    void GiveTo(HWND owner) const noexcept {
+        for (const HWND tip : tips_)
+            SetWindowLongPtrA(tip, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+    }
+
+    HWND owner_;
+    std::vector<HWND> tips_;
+};
+
+} // namespace
 
 WindowState MainWindow::State() const {
     if (IsIconic(Handle()))
@@ -73,6 +104,7 @@ void MainWindow::SetShownInTaskbar(bool shown) {
 }
 
 void MainWindow::SetTopMost(bool topMost) {
+    const DetachedToolTips detached(Handle());
     SetWindowPos(Handle(), topMost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
 }
 

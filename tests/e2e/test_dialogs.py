@@ -173,6 +173,15 @@ def test_options_show_and_keep_the_settings(quarn):
     assert kept["Favorites"]["Number"] == "4"
 
 
+def test_the_window_stays_on_top_from_the_moment_it_is_asked_to(quarn):
+    for on_top in ("1", "0"):
+        dialog = options(quarn)
+        dialog.press("chkKeepOnTop")
+        dialog.close("OK")
+        quarn.do.wait(on_top, "top-most")
+    assert quarn.close() == 0
+
+
 @pytest.mark.parametrize("text", ["", "soon", "2147483648", "1 s"])
 def test_options_insist_on_a_number_of_milliseconds(quarn, text):
     dialog = options(quarn)

@@ -58,6 +58,7 @@ def test_a_control_is_found_by_its_class(do):
 def test_moves_and_sizes_the_window(do):
     do("move", 50, 60, 500, 300)
     assert do("rectangle") == ["50 60 500 300"]
+    assert do("top-most") == ["0"]
     do("minimize")
     do.wait("minimized", "state")
     do("restore")

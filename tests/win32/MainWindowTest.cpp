@@ -8,6 +8,7 @@
 
 #include <commctrl.h>
 #include <memory>
+#include <shellapi.h>
 
 namespace quarn {
 namespace {
@@ -221,6 +222,18 @@ TEST_F(MainWindowTest, EndsWithWindowsWithoutAQuestion) {
 TEST_F(MainWindowTest, StaysWhenWindowsDoesNotEndAfterAll) {
     SendMessageA(window->Handle(), WM_ENDSESSION, FALSE, 0);
     EXPECT_NE(window->Handle(), nullptr);
+}
+
+TEST_F(MainWindowTest, PutsItsIconIntoATaskbarThatComesAnew) {
+    window->Form().SysTray.MinToSysTray();
+    NOTIFYICONDATAA icon{};
+    icon.cbSize = NOTIFYICONDATAA_V1_SIZE;
+    icon.hWnd = FindWindowExA(window->Handle(), nullptr, "Static", nullptr);
+    icon.uID = 1;
+    // The old taskbar takes the icon along.
+    ASSERT_TRUE(Shell_NotifyIconA(NIM_DELETE, &icon));
+    SendMessageA(window->Handle(), RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+    EXPECT_TRUE(Shell_NotifyIconA(NIM_DELETE, &icon));
 }
 
 TEST_F(MainWindowTest, FlushesNothingAfterItsEnd) {

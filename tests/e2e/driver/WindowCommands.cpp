@@ -62,6 +62,10 @@ Lines State(Session& session, const Words&) {
     return {IsZoomed(window) ? "maximized" : "normal"};
 }
 
+Lines TopMost(Session& session, const Words&) {
+    return {(GetWindowLongA(session.Window(), GWL_EXSTYLE) & WS_EX_TOPMOST) ? "1" : "0"};
+}
+
 Lines Rectangle(Session& session, const Words& arguments) {
     const HWND window = arguments.empty() ? session.Window() : session.Control(arguments[0]);
     RECT rect;
@@ -122,6 +126,7 @@ Commands WindowCommands() {
         {"title", "", "prints the window's title", 0, Title},
         {"controls", "", "lists the window's controls: id, class, state, text", 0, Controls},
         {"state", "", "prints hidden, minimized, maximized or normal", 0, State},
+        {"top-most", "", "prints 1 when the window stays in front of all others, else 0", 0, TopMost},
         {"rectangle", "[CONTROL]", "prints left, top, width and height in pixels of the screen", 0,
          Rectangle},
         {"move", "LEFT TOP WIDTH HEIGHT", "moves and sizes the window", 4, Move},
