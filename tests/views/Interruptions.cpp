@@ -44,7 +44,7 @@ BusyBrowser::BusyBrowser() {
     fake.prompts.fileAnswers.assign(50, "C:\\export.txt");
     fake.prompts.folderAnswers.assign(50, "C:\\Arena");
     fake.hosts.addresses["typed.example"] = "127.0.17.1";
-    dialogs.inAddServer = [this](frmAddServer& form) {
+    dialogs.inAddServer = [](frmAddServer& form) {
         form.txtIP = "typed.example";
         form.txtPort = "27960";
         form.cmdOK_Click();
