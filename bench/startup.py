@@ -3,7 +3,7 @@
 
 usage: bench/startup [--rounds N] [--idle SECONDS] [--quick]
 
-A start lasts from the request for the process until its window shows and answers, both read from outside. The
+A start lasts from the request for the process until its window shows, both read from outside. The
 two programs start in turn; the ratio of the medians is printed. Then the CPU time of the resting program, and
 its pages in memory: after the start, and with 10,000 servers listed.
 """
@@ -31,7 +31,6 @@ def time_start(path):
         start = time.perf_counter()
         driver.start(path)
         driver.wait("normal", "state")
-        driver("controls")  # answered only when all that was to be done at the start is done
         passed = time.perf_counter() - start
         driver("close")
         driver.exit_code()
