@@ -28,6 +28,9 @@ BARE_NATIVE = [ROOT / "build" / "native" / "bench" / "floor" / "bare_scan"]
 BARE_WINE = ["wine", ROOT / "build" / "win64" / "bench" / "floor" / "bare_scan.exe"]
 
 
+TIMEOUT = 1  # second that the program waits for a reply
+
+
 def bare_scan(command, addresses):
     """Wall and CPU seconds of the bare loop."""
     told = subprocess.run(
@@ -57,11 +60,13 @@ def listed_network(servers, *options):
         quarn.leave()
 
 
-def scan(quarn, process):
-    """Wall and CPU seconds from the button's press to "Ready.", as seen from outside."""
+def scan(quarn, process, least):
+    """Wall and CPU seconds from the button's press to "Ready.", as seen from outside. Each look costs the
+    program time, so it is left alone for the seconds that the scan takes at the least."""
     cpu, start = process.cpu_seconds(), time.perf_counter()
     quarn.press_toolbar("refreshall")
     quarn.wait_for_status("Retrieving*")
+    time.sleep(max(0, start + least - time.perf_counter()))
     quarn.wait_for_scan()
     return time.perf_counter() - start, process.cpu_seconds() - cpu
 
@@ -69,10 +74,13 @@ def scan(quarn, process):
 def measure(servers, latency, rounds):
     with listed_network(servers, "--latency", latency, "--silent", 0) as (network, quarn, process):
         addresses = [server.address for server in network.servers]
+        quarn.do("timeout", 60 + servers * latency // 500)
         times = []
         for _ in range(rounds):
             times.append(
-                scan(quarn, process) + bare_scan(BARE_WINE, addresses) + bare_scan(BARE_NATIVE, addresses)
+                scan(quarn, process, servers * latency / 1000)
+                + bare_scan(BARE_WINE, addresses)
+                + bare_scan(BARE_NATIVE, addresses)
             )
         packets = network.statistics()
     median = statistics.median
@@ -94,12 +102,16 @@ def measure(servers, latency, rounds):
 
 def measure_waiting(servers):
     with listed_network(servers, "--silent", 100) as (_, quarn, process):
-        wall, cpu = scan(quarn, process)
-    print(f"waiting for {servers} silent servers: {wall:.2f} s, {100 * cpu / wall:.2f} % of a core", flush=True)
+        wall, cpu = scan(quarn, process, servers * TIMEOUT)
+    print(
+        f"waiting for {servers} silent servers: {wall:.2f} s, {100 * cpu / wall:.2f} % of a core", flush=True
+    )
 
 
 def main():
-    arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    arguments = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
+    )
     arguments.add_argument("--servers", type=int, default=300)
     arguments.add_argument("--latency", default="0,5,20,50")
     arguments.add_argument("--rounds", type=int, default=3)

@@ -50,7 +50,9 @@ def measure_starts(folder, rounds):
     program = folder_with_list(folder / "start", 0)
     times = [(time_start(program / "Quarn.exe"), time_start(EMPTY_WINDOW)) for _ in range(rounds)]
     quarn, empty = (statistics.median(column) for column in zip(*times))
-    print(f"start: {quarn:.3f} s, an empty window {empty:.3f} s, {quarn / empty:.2f} times as long", flush=True)
+    print(
+        f"start: {quarn:.3f} s, an empty window {empty:.3f} s, {quarn / empty:.2f} times as long", flush=True
+    )
 
 
 def measure_rest(folder, seconds):
@@ -72,7 +74,9 @@ def measure_rest(folder, seconds):
 
 
 def main():
-    arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    arguments = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
+    )
     arguments.add_argument("--rounds", type=int, default=7)
     arguments.add_argument("--idle", type=int, default=60)
     arguments.add_argument("--quick", action="store_true", help="one short round, to see that it works")

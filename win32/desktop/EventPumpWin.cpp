@@ -14,8 +14,11 @@ constexpr std::int64_t RestAfterEvents = 10'000; // microseconds, as below
 // While events come in, the windows follow the models after rests of this length: the dearer an update was,
 // the longer, so that no more than a twentieth of the time goes into them on a slow display either.
 constexpr std::int64_t ShortestRestAfterUpdate = 100'000;
-constexpr std::int64_t LongestRestAfterUpdate = 500'000;
+constexpr std::int64_t LongestRestAfterUpdate = 1'000'000;
 constexpr std::int64_t RestsForEachUpdate = 19;
+
+// An update at the start of a wait is over before a reply comes; one that falls due later lets it come first.
+constexpr std::int64_t TimeForReplies = 50'000;
 
 // Events may bring further events; what has not run by then waits for the next call.
 constexpr std::int64_t LongestTurn = 50'000;
@@ -72,7 +75,7 @@ void EventPumpWin::Sleep() {
         const std::int64_t rest = nextUpdateAt_ - PerformanceMicroseconds();
         if (updatePending_ && rest <= 0)
             UpdateWindows();
-        const DWORD timeout = updatePending_ ? static_cast<DWORD>(rest / 1000 + 1) : INFINITE;
+        const DWORD timeout = updatePending_ ? static_cast<DWORD>((rest + TimeForReplies) / 1000) : INFINITE;
         woken = MsgWaitForMultipleObjectsEx(0, nullptr, timeout, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
     }
 }
