@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quarn {
@@ -127,6 +128,47 @@ TEST_F(SysTrayTest, GoesIntoTheTrayAndBackAnyNumberOfTimes) {
         EXPECT_TRUE(Shown());
         EXPECT_EQ(window.state, WindowState::Normal);
     }
+}
+
+// What a window and a notification area are asked to do, in one line.
+struct Steps {
+    std::string line;
+    void Note(const char* step) { line += line.empty() ? step : std::string(", ") + step; }
+};
+
+class SteppedWindow : public FakeFormWindow {
+  public:
+    explicit SteppedWindow(Steps& steps) : steps_(steps) {}
+    void SetState(WindowState) override { steps_.Note("state"); }
+    void SetVisible(bool) override { steps_.Note("visible"); }
+    void SetShownInTaskbar(bool) override { steps_.Note("taskbar"); }
+
+  private:
+    Steps& steps_;
+};
+
+class SteppedArea : public FakeNotificationArea {
+  public:
+    explicit SteppedArea(Steps& steps) : steps_(steps) {}
+    bool Notify(NotifyCommand, const NotifyIconRecord&) override {
+        steps_.Note("icon");
+        return true;
+    }
+
+  private:
+    Steps& steps_;
+};
+
+TEST(SysTraySteps, LeaveNoMomentWithoutWindowAndIcon) {
+    Steps steps;
+    SteppedWindow window(steps);
+    SteppedArea area(steps);
+    clsSysTray tray(area);
+    tray.SetSourceWindow(window);
+    tray.MinToSysTray();
+    EXPECT_EQ(std::exchange(steps.line, ""), "icon, visible, taskbar");
+    tray.BringWindowBack();
+    EXPECT_EQ(steps.line, "state, visible, taskbar, icon");
 }
 
 TEST_F(SysTrayTest, KeepsAWindowInSightThatCouldNotComeBack) {

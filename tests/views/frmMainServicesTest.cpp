@@ -112,6 +112,18 @@ TEST_F(MainFormServicesTest, QuitsFromTheTrayWithoutLeavingItsIcon) {
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
+TEST_F(MainFormServicesTest, TakesItsIconAwayBeforeItAsksAnythingOnTheWayOut) {
+    Start();
+    browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
+    Minimize();
+    browser.fake.prompts.yesNoAnswers = {false};
+    std::size_t iconsThen = 1;
+    browser.fake.prompts.whileOpen = [&] { iconsThen = Area().icons.size(); };
+    browser.Form().mnuSysQuit_Click();
+    EXPECT_EQ(iconsThen, 0U);
+    EXPECT_TRUE(browser.Ended());
+}
+
 TEST_F(MainFormServicesTest, LeavesNoIconHoweverItEnds) {
     for (const bool atOnce : {false, true}) {
         HeadlessBrowser another;
