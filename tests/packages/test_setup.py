@@ -48,7 +48,7 @@ def test_installs_for_the_user_and_says_what_it_is(installation, shipped):
     assert installation.run(SETUP) == 0
     assert without_uninstaller(installation.files()) == shipped
     assert installation.shortcut.exists()
-    # A shortcut keeps its paths as text of 16 bits a character.
+    # The folder that the program is started in, as text of 16 bits a character.
     assert installation.windows_folder.encode("utf-16-le") in installation.shortcut.read_bytes()
 
     folder = installation.windows_folder
