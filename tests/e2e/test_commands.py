@@ -42,6 +42,31 @@ def test_copy_puts_the_address_on_the_clipboard(doom):
     assert quarn.close() == 0
 
 
+def pick_from_open_menu(quarn, *keys):
+    quarn.do.wait("*#32768*", "windows")
+    quarn.do("key", ".", *keys, "enter")
+
+
+def test_a_right_click_opens_the_menu_for_its_row(doom):
+    quarn, network = doom
+    quarn.do("right-click-row", quarn.control("lvwServers"), 3)
+    pick_from_open_menu(quarn, "up")  # the last entry copies the address
+    quarn.do.wait(network.servers_of("d3")[2].address, "clipboard")
+    assert quarn.close() == 0
+
+
+def test_the_favorites_button_offers_the_folders(doom):
+    quarn, network = doom
+    quarn.click_row(2)
+    quarn.press_toolbar("favorites")
+    pick_from_open_menu(quarn, "down")
+    folder = quarn.folder / "servers-fav1.dat"
+    wait_until(folder.exists, "the folder has a file")
+    address = network.servers_of("d3")[1].address.replace(":", ";")
+    assert f"\r\n{address};".encode() in folder.read_bytes()
+    assert quarn.close() == 0
+
+
 def open_add_server(quarn):
     quarn.choose("mnuServAdd")
     quarn.do.wait("*", "use", "Add Server")

@@ -31,6 +31,15 @@ class PromptsWinTest : public ::testing::Test {
         return result;
     }
 
+    // The picture beside a message.
+    static HICON IconOf(HWND box) {
+        HICON icon = nullptr;
+        for (HWND text = nullptr;
+             icon == nullptr && (text = FindWindowExA(box, text, "Static", nullptr)) != nullptr;)
+            icon = reinterpret_cast<HICON>(SendMessageA(text, STM_GETICON, 0, 0));
+        return icon;
+    }
+
     static void TypeFileName(HWND box, const std::string& name) {
         const HWND edit = GetDlgItem(box, FileNameEdit);
         SendMessageA(edit != nullptr ? edit : GetDlgItem(box, FileNameCombo), WM_SETTEXT, 0,
@@ -48,6 +57,7 @@ TEST_F(PromptsWinTest, ShowsAnErrorAndReturnsWhenItIsRead) {
                  title = BoxDriver::TextOf(box);
                  text = BoxDriver::TextOf(box, MessageText);
                  ownerDisabled = !IsWindowEnabled(owner.Handle());
+                 EXPECT_EQ(IconOf(box), LoadIconA(nullptr, IDI_ERROR));
                  EXPECT_EQ(GetWindow(box, GW_OWNER), owner.Handle());
                  BoxDriver::Press(box, IDOK);
              }},
