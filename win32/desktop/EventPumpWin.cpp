@@ -42,8 +42,13 @@ EventPumpWin::EventPumpWin() noexcept
     : nextUpdateAt_(PerformanceMicroseconds()), eventsRanAt_(PerformanceMicroseconds() - RestAfterEvents) {}
 
 int EventPumpWin::Run() {
-    while (!quit_)
-        WaitForEvent();
+    while (!quit_) {
+        handlerWaited_ = false;
+        SleepAndRunNext();
+        // A command that took its time has come to its end: what it leaves is shown at once.
+        if (handlerWaited_)
+            nextUpdateAt_ = PerformanceMicroseconds();
+    }
     MSG putBack;
     PeekMessageA(&putBack, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
     return exitCode_;
@@ -53,6 +58,7 @@ void EventPumpWin::DoEvents() {
     const std::int64_t start = PerformanceMicroseconds();
     if (quit_ || start - eventsRanAt_ < RestAfterEvents)
         return;
+    handlerWaited_ = true;
     updatePending_ = true;
     if (start >= nextUpdateAt_)
         UpdateWindows();
@@ -62,8 +68,12 @@ void EventPumpWin::DoEvents() {
 }
 
 void EventPumpWin::WaitForEvent() {
-    if (quit_)
-        return;
+    handlerWaited_ = true;
+    if (!quit_)
+        SleepAndRunNext();
+}
+
+void EventPumpWin::SleepAndRunNext() {
     Sleep();
     RunNext();
     eventsRanAt_ = PerformanceMicroseconds();

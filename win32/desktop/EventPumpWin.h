@@ -42,6 +42,8 @@ class EventPumpWin final : public EventPump {
   private:
     void UpdateWindows();
 
+    void SleepAndRunNext();
+
     // Sleeps until there is a message; brings the windows up to date when their time comes.
     void Sleep();
 
@@ -50,6 +52,7 @@ class EventPumpWin final : public EventPump {
 
     bool quit_ = false;
     int exitCode_ = 0;
+    bool handlerWaited_ = false;
     bool updatePending_ = true;
     std::int64_t nextUpdateAt_; // microseconds of the performance counter, as below
     std::int64_t eventsRanAt_;

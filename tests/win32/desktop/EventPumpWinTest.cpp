@@ -121,6 +121,28 @@ TEST_F(EventPumpWinTest, DearUpdatesComeMoreRarely) {
     EXPECT_LE(updates, 3);
 }
 
+TEST_F(EventPumpWinTest, WhatALongCommandLeavesIsShownAtOnce) {
+    std::int64_t ended = 0;
+    std::int64_t shown = 0;
+    pump.updateWindows = [&] {
+        if (ended != 0) {
+            shown = PerformanceMicroseconds();
+            PostQuitMessage(0);
+        }
+        Spend(40'000); // whose rest lasts 760 ms
+    };
+    onMessage = [&] {
+        if (handled != 1)
+            return;
+        Post(1);
+        pump.WaitForEvent();
+        ended = PerformanceMicroseconds();
+    };
+    Post(1);
+    pump.Run();
+    EXPECT_LT(shown - ended, 300'000);
+}
+
 class EventPumpWinActTest : public EventPumpWinTest {
   protected:
     // Whether the message, to a window that the user sees, is run on windows brought up to date.
