@@ -90,10 +90,9 @@ def test_liars_do_not_spoil_the_rows_of_the_honest(browse, game):
         # The timer runs through the whole scan and may strike while an honest answer is on its way.
         if server.kind == "honest" and row.ping != "200":
             answered += 1
-            assert (row.name, row.map, row.players) == (
-                server.name,
-                server.map,
-                f"{server.players} / {server.slots}",
-            )
+            assert (row.name, row.map) == (server.name, server.map)
+            # Of a Half-Life server's three datagrams those that are late behind the first are not waited for.
+            counts = [server.players, 0] if game == "hl" else [server.players]
+            assert row.players in [f"{count} / {server.slots}" for count in counts]
     assert answered >= len(servers) // 4
     quarn.leave()

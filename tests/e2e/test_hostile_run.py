@@ -17,8 +17,11 @@ OPTIONS = ["--latency", "1-5", "--end-mark", "none", "--silent", 20, "--liars", 
 OPTIONS += ["--liar-kinds", ",".join(LIARS), "--late-by", TICK + 50]
 
 
-def is_right(row, server):
-    return (row.name, row.map, row.players) == (server.name, server.map, f"{server.players} / {server.slots}")
+def is_right(row, server, game):
+    players = [f"{server.players} / {server.slots}"]
+    if game == "hl":  # three datagrams; those that are late behind the first are not waited for
+        players.append(f"0 / {server.slots}")
+    return (row.name, row.map) == (server.name, server.map) and row.players in players
 
 
 @pytest.mark.parametrize("game", ["oa", "d3", "hl"])
@@ -42,7 +45,7 @@ def test_honest_rows_are_right_in_a_hostile_network(browse, game, report, is_lon
         honest = [row for row in quarn.rows() if truth[row.address].kind == "honest"]
         # The timer runs through the whole scan and may strike while an honest answer is on its way.
         struck = [row for row in honest if row.ping == str(TICK)]
-        wrong = [row for row in honest if row not in struck and not is_right(row, truth[row.address])]
+        wrong = [row for row in honest if row not in struck and not is_right(row, truth[row.address], game)]
         report(
             f"{game} scan {number}: {listed} servers, {len(honest)} honest, {len(wrong)} of them wrong, "
             f"{len(struck)} struck by the timer; {total / 1000:.1f} s, longest gap {gap} ms, "

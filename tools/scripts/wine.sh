@@ -18,12 +18,16 @@ make_wine_prefix() {
 }
 
 # Without a server that persists, each command line under Wine pays for starting one. The first program starts
-# Wine's services, which keep its pipes open for as long as they live: so the first one has none.
+# Wine's services and the first window its desktop, which keep the starter's pipes open for as long as they
+# live: so these have none. The desktop would end with its last program, to be started by the next one anew, so
+# one that waits for input holds it.
 start_wine() {
     make_wine_prefix
     at_exit stop_wine "$WINEPREFIX"
     wineserver -p 8>&- >/dev/null 2>&1 || fail "the Wine server does not start in $WINEPREFIX"
     wine cmd /c exit 8>&- >/dev/null 2>&1 </dev/null || fail "Wine does not start in $WINEPREFIX"
+    exec {desktop_input}> >(exec wine cmd 8>&- >/dev/null 2>&1)
+    wine rundll32 user32.dll,GetDesktopWindow 8>&- >/dev/null 2>&1 </dev/null || true
 }
 
 stop_wine() { WINEPREFIX=$1 wineserver -k >/dev/null 2>&1; }

@@ -201,17 +201,21 @@ class Quarn:
     def close(self, report=None):
         """Closes the window, giving an answer to the offer to send a report when errors were logged;
         returns the exit code."""
-        self.do("close")
+        self._press_close()
         if report:
             self.answer("Send error log?", report)
         return self.do.exit_code()
+
+    def _press_close(self):
+        # A dialog goes a moment before it lets the window go.
+        self.do.wait("", "close")
 
     def is_running(self):
         return self.do("is-running") == ["1"]
 
     def leave(self):
         """Closes the window whatever was logged, and waits until the program has ended."""
-        self.do("close")
+        self._press_close()
 
         def ended_or_asks():
             if self.is_running() and self.do("is-open", "Send error log?") == ["1"]:
