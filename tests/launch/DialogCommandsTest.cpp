@@ -47,11 +47,21 @@ TEST_F(DialogCommandsTest, DialogsStandOnTopWithTheMainWindow) {
     for (const std::int32_t keepOnTop : {0, 1, 2, -1}) {
         HeadlessBrowser another;
         another.Set("General", "KeepOnTop", keepOnTop);
+        another.PutList("q3", {"127.0.0.1:27960"});
         ASSERT_TRUE(another.Start());
-        another.Form().dialogs.mnuInfoAbout_Click();
-        another.Form().dialogs.mnuExtrasOptions_Click();
+        another.SelectRows({1});
+        DialogCommands& commands = another.Form().dialogs;
+        commands.mnuInfoAbout_Click();
+        commands.mnuExtrasOptions_Click();
+        commands.mnuExtrasGameSetup_Click();
+        commands.mnuServSetPass_Click();
+        commands.mnuServAdd_Click();
+        another.Form().game.mnuServConnectPlay_Click(); // no executable: the game setup
+        const bool onTop = keepOnTop == 1;
         EXPECT_THAT(another.dialogs.shown,
-                    ElementsAre(Shown{"frmAbout", keepOnTop == 1}, Shown{"frmOptions", keepOnTop == 1}));
+                    ElementsAre(Shown{"frmAbout", onTop}, Shown{"frmOptions", onTop},
+                                Shown{"frmGamSetup", onTop}, Shown{"frmSetPassword", onTop},
+                                Shown{"frmAddServer", onTop}, Shown{"frmGamSetup", onTop}));
     }
 }
 

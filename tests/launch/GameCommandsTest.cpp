@@ -224,6 +224,7 @@ TEST_F(GameCommandsTest, LogsAndShowsWhatGoesWrong) {
     EXPECT_THAT(Started(), IsEmpty());
     EXPECT_THAT(Dialogs(), IsEmpty());
     EXPECT_FALSE(Server(1).LastVisit.IsZero());
+    EXPECT_NE(browser.Cell(1, LastVisitColumn), "") << "the visit is shown before the launch is tried";
 }
 
 TEST_F(GameCommandsTest, AStaleRowJoinsNothing) {

@@ -169,6 +169,13 @@ TEST_F(GamSetupTest, ListsEachKeyOnce) {
     EXPECT_EQ(form->SelectedGame(), "a");
 }
 
+TEST_F(GamSetupTest, TellsWhatGoesWrongWhenItOpens) {
+    program.GamePath.Reset(2); // one game has no setup
+    Open();
+    EXPECT_EQ(LoggedErrors(*program.AppLog), (Texts{"frmGamSetup;Form_Load;9"}));
+    EXPECT_EQ(Messages().size(), 1U);
+}
+
 TEST_F(GamSetupTest, ShowsTheFieldsOfTheGameThatIsClicked) {
     Open();
     Select("cb");
@@ -277,6 +284,17 @@ TEST_F(GamSetupTest, AFolderWithoutTheGameClearsThePathButNotItsField) {
         EXPECT_EQ(program.GamePath[1], "") << folder;
         EXPECT_EQ(program.GameVisible[1], 1) << folder;
     }
+}
+
+TEST_F(GamSetupTest, AFolderWithoutTheGameMakesNoHiddenGameVisible) {
+    Open();
+    Check(0);
+    for (const char* folder : {"", "E:\\Crowbar"}) {
+        Browse(folder);
+        EXPECT_EQ(form->chkVisible, 0) << folder;
+    }
+    form->cmdOK_Click();
+    EXPECT_EQ(program.GameVisible[1], 0);
 }
 
 TEST_F(GamSetupTest, AClearedPathComesBackWithTheNextEdit) {

@@ -65,6 +65,11 @@ TEST_F(OptionsTest, BindsEachControlToItsOwnSetting) {
     EXPECT_EQ(program.MinToTray, 1);
     EXPECT_EQ(program.KeepOnTop, 0);
     EXPECT_EQ(program.RemWinPos, 0);
+
+    Open().chkRemWinPos = 1;
+    form->cmdOK_Click();
+    EXPECT_EQ(program.RemWinPos, 1);
+    EXPECT_EQ(program.KeepOnTop, 0);
 }
 
 TEST_F(OptionsTest, ShowsWhatSettingsOutOfRangeDo) {

@@ -118,6 +118,19 @@ TEST_F(MonitorTest, AMissingVelmarIsNoError) {
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
+TEST_F(MonitorTest, StartsVelmarBeforeItLooksForTheWindow) {
+    fake.shell.openFault = ErrorNumber::OutOfMemory;
+    EXPECT_EQ(ErrorOf([&] { Monitor(); }), ErrorNumber::OutOfMemory);
+    EXPECT_TRUE(fake.peers.searched.empty());
+}
+
+TEST_F(MonitorTest, LooksForTheWindowOnce) {
+    fake.peers.openWindows.clear();
+    Monitor();
+    EXPECT_EQ(fake.peers.searched, std::vector<std::string>{"Velmar 215"});
+    EXPECT_TRUE(fake.peers.received.empty());
+}
+
 TEST_F(MonitorTest, LeavesOtherErrorsToItsCaller) {
     program.CurrentServer = 2;
     EXPECT_EQ(ErrorOf([&] { Monitor(); }), ErrorNumber::SubscriptOutOfRange);

@@ -107,6 +107,17 @@ TEST_F(SysTrayTest, CutsTooltipsToTheirField) {
     }
 }
 
+TEST_F(SysTrayTest, TakesTheTooltipOfAnIconToCome) {
+    window.state = WindowState::Minimized;
+    window.caption = "caption";
+    tray.SetToolTip("tip");
+    EXPECT_EQ(tray.ToolTip(), "tip");
+    EXPECT_TRUE(area.calls.empty());
+    EXPECT_EQ(window.caption, "caption");
+    tray.IconInSysTray();
+    EXPECT_EQ(LastCall().Tip(), "tip");
+}
+
 TEST_F(SysTrayTest, NamesAMinimisedWindowLikeItsTooltip) {
     window.caption = "caption";
     for (const WindowState state : {WindowState::Normal, WindowState::Maximized}) {
