@@ -184,7 +184,7 @@ void GamesTree::TogglePingFilter(TreeNode& node) {
     if (node.image == Checked) {
         SetImage(node, Unchecked);
         form_.program.FilterPing = 0;
-    } else {
+    } else if (node.image == Unchecked) { // a game may be named like a filter
         const std::string other = "png" + std::to_string(form_.program.FilterPing);
         if (form_.program.FilterPing > 0 && tree.Has(other))
             SetImage(tree.Node(other), Unchecked);

@@ -52,7 +52,10 @@ TEST_F(CountryLookupTest, SaysWhatItDoesWhileItLoads) {
     StartWith(1);
     browser.Controls().SetStatus(MessagePanel, "Something else.");
     std::vector<std::string> shown;
-    browser.window.whenShowingChanges = [&] { shown.push_back(browser.Message()); };
+    browser.window.whenShowingChanges = [&] {
+        shown.push_back(browser.Message());
+        EXPECT_EQ(browser.Controls().sbMain.panels[MessagePanel].tag, "Something else.");
+    };
     browser.Form().countries.EnsureIPDatabase();
     EXPECT_THAT(shown, ElementsAre("Initializing IP Database..."));
     EXPECT_EQ(browser.Message(), "Something else.");

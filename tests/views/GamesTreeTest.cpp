@@ -237,8 +237,11 @@ TEST_F(GamesTreeTest, ListsAnewForTheFolderOfThePingFilters) {
     browser.Set("Filter", "Locked", 7);
     ASSERT_TRUE(browser.Start());
     browser.Controls().lvwServers.Remove(2);
+    browser.program.CurrentServer = 3;
     browser.ClickNode("fltping");
     EXPECT_EQ(browser.program.FilterLocked, 7);
+    EXPECT_EQ(browser.program.FilterPing, 0);
+    EXPECT_EQ(browser.program.CurrentServer, 0);
     EXPECT_EQ(Tree().Node("fltping").image, "fldrop");
     EXPECT_THAT(browser.Tags(), ElementsAre("1", "2", "3"));
     EXPECT_EQ(browser.program.CurrentGame, "q3");
@@ -256,7 +259,9 @@ TEST_F(GamesTreeTest, ChecksAtMostOnePingFilter) {
     for (const Click& c : {Click{"png50", 50, {"png50"}, 50}, Click{"png20", 20, {"png20"}, 20},
                            Click{"png20", 0, {}, 120}, Click{"png100", 100, {"png100"}, 100},
                            Click{"png50", 50, {"png50"}, 50}, Click{"png50", 0, {}, 120}}) {
+        browser.program.CurrentServer = 1;
         browser.ClickNode(c.key);
+        EXPECT_EQ(browser.program.CurrentServer, 0) << c.key;
         EXPECT_EQ(browser.program.FilterPing, c.limit) << c.key;
         EXPECT_EQ(Checked(), c.checked) << c.key;
         EXPECT_EQ(browser.RowCount(), c.rows) << c.key;
@@ -275,6 +280,36 @@ TEST_F(GamesTreeTest, TakesAnyStoredLimitForNone) {
         EXPECT_EQ(other.program.FilterPing, 50) << stored;
         EXPECT_THAT(other.Errors(), IsEmpty()) << stored;
     }
+}
+
+// How a key begins decides what a click does, and a game's may begin as a filter's.
+TEST_F(GamesTreeTest, SwitchesNoFilterForAGameNamedLikeOne) {
+    Definitions("[General]\nGameNum=3\n[Game1]\nGameShort=q3\n[Game2]\nGameShort=fltx\n"
+                "[Game3]\nGameShort=png20x\n");
+    browser.PutList("q3", HeadlessBrowser::Addresses(3));
+    browser.Set("Filter", "Ping", 50);
+    ASSERT_TRUE(browser.Start());
+    for (const char* key : {"fltx", "png20x"}) {
+        browser.Controls().lvwServers.Remove(2);
+        browser.ClickNode(key);
+        EXPECT_EQ(browser.program.FilterLocked, 0) << key;
+        EXPECT_EQ(browser.program.FilterPing, 50) << key;
+        EXPECT_THAT(Checked(), ElementsAre("png50")) << key;
+        EXPECT_EQ(Tree().Node(key).image, "fldrcls");
+        EXPECT_THAT(browser.Tags(), ElementsAre("1", "2", "3")) << key;
+        EXPECT_EQ(browser.program.CurrentGame, "q3") << key;
+    }
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(GamesTreeTest, TellsOfAPingLimitThatIsNone) {
+    Definitions("[General]\nGameNum=2\n[Game1]\nGameShort=q3\n[Game2]\nGameShort=pngx\n");
+    ASSERT_TRUE(browser.Start());
+    Tree().Node("pngx").image = "unchecked";
+    browser.ClickNode("pngx");
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;trvGames_NodeClick;13"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_EQ(browser.program.FilterPing, 0);
 }
 
 TEST_F(GamesTreeTest, AsksForAFoldersNewName) {

@@ -207,6 +207,7 @@ TEST_F(ServerCommandsTest, AddsAServerAtTheEndOfListAndView) {
     View().AddServer("192.0.2.9", " 27961 ");
     EXPECT_EQ(browser.program.ServerCount, 4);
     EXPECT_THAT(browser.Tags(), ElementsAre("1", "2", "3", "4"));
+    EXPECT_THAT(Names(), ElementsAre("Server 1", "Server 2", "", ""));
     EXPECT_EQ(browser.Cell(3, AddressColumn), "192.0.2.9:27961");
     EXPECT_EQ(browser.Cell(4, AddressColumn), "192.0.2.9:27961");
     EXPECT_EQ(browser.program.Servers[4].Country, "XX");
@@ -227,6 +228,8 @@ TEST_F(ServerCommandsTest, AddsNothingWithAPortThatIsNone) {
           Case{"-2147483649", "6"}, Case{"1e300", "6"}, Case{"1 2", "13"}, Case{"0x10", "13"}}) {
         View().AddServer("192.0.2.9", c.port);
         EXPECT_EQ(browser.Errors().back(), std::string("frmMain;AddServer;") + c.error) << c.port;
+        EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1)) << c.port;
+        browser.fake.prompts.shown.clear();
     }
     EXPECT_EQ(browser.program.ServerCount, 2);
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 2);
@@ -393,6 +396,15 @@ TEST_F(ServerCommandsTest, ExportsAnEmptyLineForEachRow) {
     EXPECT_EQ(browser.fake.prompts.shown[0].kind, FakePrompts::Kind::SaveFile);
     EXPECT_EQ(browser.fake.prompts.shown[0].title, "Save serverlist as...");
     EXPECT_EQ(browser.fake.prompts.shown[0].text, "Text file (*.txt)|*.txt|All files (*.*)|*.*");
+}
+
+TEST_F(ServerCommandsTest, ExportsNoServerThatIsFilteredOut) {
+    StartWith(3);
+    browser.program.Servers[2].Locked = 1;
+    browser.ClickNode("fltkey");
+    browser.fake.prompts.fileAnswers = {"C:\\out.txt"};
+    View().mnuServerListExport_Click();
+    EXPECT_EQ(browser.fake.files.Get("C:\\out.txt"), "\r\n\r\n");
 }
 
 TEST_F(ServerCommandsTest, ExportsNothingWhenCancelled) {

@@ -52,6 +52,25 @@ TEST_F(ShownListTest, SwitchesTheListAndSavesTheOneItLeaves) {
     EXPECT_EQ(browser.Cell(1, NameColumn), "Changed");
 }
 
+TEST_F(ShownListTest, SavesThenSetsTheCommandsThenLoadsThenShows) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(1));
+    browser.PutList("fav1", HeadlessBrowser::Addresses(4));
+    ASSERT_TRUE(browser.Start());
+    std::vector<std::string> steps; // what the events of each step find
+    browser.fake.events.whenYielding = [&](std::int32_t) {
+        const bool forFolder = !browser.Controls().tbMain.buttons[10].enabled;
+        steps.push_back((forFolder ? "folder " : "game ") + Form().ShownList() + " " +
+                        browser.program.CurrentGame + " " + std::to_string(browser.RowCount()));
+    };
+    browser.ClickNode("fav1");
+    ASSERT_GE(steps.size(), 5U);
+    EXPECT_EQ(steps[0], "game q3 q3 1");
+    for (std::size_t loaded = 1; loaded <= 4; ++loaded)
+        EXPECT_EQ(steps[loaded], "folder fav1 q3 1");
+    EXPECT_EQ(browser.program.CurrentGame, "fav1");
+    EXPECT_EQ(browser.RowCount(), 4);
+}
+
 TEST_F(ShownListTest, SavesAndReloadsBetweenAGameAndItsMods) {
     struct Step {
         const char* key;

@@ -126,6 +126,8 @@ TEST_F(QuickListTest, OrdersNumbersByTheirValue) {
         {{"1e3", "999", "1001"}, {"999", "1e3", "1001"}},
         {{"2147483647", "-2147483648", "0"}, {"-2147483648", "0", "2147483647"}},
         {{"0.0000000002", "0.0000000001"}, {"0.0000000001", "0.0000000002"}},
+        {{"0.00000000002", "0.00000000001"}, {"0.00000000002", "0.00000000001"}}, // alike to ten decimals
+        {{"0", "-0.00000000001", "-1"}, {"-1", "-0.00000000001", "0"}},
         {{"99999999999999999999", "9"}, {"9", "99999999999999999999"}},
         {{"5", "abc", "-1"}, {"abc", "-1", "5"}},
         {{"5", "", "-1"}, {"", "-1", "5"}},
@@ -333,6 +335,10 @@ TEST_F(QuickListTest, SavesTheMainTextsInDisplayOrder) {
     Fill(Picture, {"b", "", "a"});
     sorter.SaveListToFile("C:\\list.txt");
     EXPECT_EQ(fake.files.Get("C:\\list.txt"), "b\r\n\r\na\r\n");
+    list.columns[Picture].tag = "STRING";
+    sorter.SortList(Picture);
+    sorter.SaveListToFile("C:\\list.txt");
+    EXPECT_EQ(fake.files.Get("C:\\list.txt"), "b\r\na\r\n\r\n");
     list.Clear();
     sorter.SaveListToFile("C:\\list.txt");
     EXPECT_EQ(fake.files.Get("C:\\list.txt"), "");
