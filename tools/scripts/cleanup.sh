@@ -32,6 +32,3 @@ end_process() {
     done
     kill -KILL "$1" 2>/dev/null || true
 }
-
-# end_group PID: asks the processes of a background job, which is a process group of its own, to end.
-end_group() { kill -TERM -- "-$1" 2>/dev/null || true; }

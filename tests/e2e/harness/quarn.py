@@ -4,7 +4,7 @@ import re
 import shutil
 from dataclasses import dataclass
 
-from .driver import Driver, DriverError
+from .driver import Driver, DriverError, unescape
 from .places import IDS, PROGRAM_FOLDER, wait_until, windows_path
 
 TITLE = "Quarn"
@@ -144,7 +144,9 @@ class Quarn:
 
     def tree(self):
         """The tree's texts, indented by two blanks a level."""
-        return [text for text, _, _ in self.do.table("tree", self.control("trvGames"))]
+        # A tree that is being rebuilt loses nodes under the reader's eyes: then it is read again.
+        lines = self.do.wait("*", "tree", self.control("trvGames"))
+        return [unescape(line.split("\t")[0]) for line in lines]
 
     def selected_node(self):
         return self.do.text("selected-node", self.control("trvGames"))
