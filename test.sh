@@ -102,6 +102,7 @@ done
 
 take_build_folder
 mkdir -p "$RESULTS"
+rm -f "$RESULTS"/*.xml
 if $quick; then
     ensure_packages "${PACKAGES_TO_BUILD_NATIVE[@]}"
     test_natively native
