@@ -7,67 +7,25 @@ Of each command two times are printed: until its result shows and the window ans
 longest that the window took to answer meanwhile. Both are read from outside and hold the driver's own way.
 """
 import argparse
-import contextlib
 import pathlib
-import random
 import sys
 import tempfile
-from dataclasses import dataclass
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "e2e"))
 
+from harness.lists import make_servers, put_lists  # noqa: E402
 from harness.quarn import Quarn, fresh_folder, write_settings  # noqa: E402
 
-GAMES_INI = "[General]\nGameNum=1\nMODNum=0\n[Game1]\nDescription=Arena\nGameShort=ar\nEngine=q3\n"
 PING_COLUMN, NAME_COLUMN = 5, 3
 LIMIT = 50  # of the ping filter
-
-
-@dataclass
-class Server:
-    line: str
-    ping: int
-
-
-def make_servers(count):
-    """Servers as scans leave them: of all pings, some of them with a password, a few of them visited."""
-    chance = random.Random(count)
-    servers = []
-    for number in range(count):
-        address = f"10.{number >> 16}.{number >> 8 & 255}.{number & 255}"
-        ping = chance.randint(5, 300)
-        name = (
-            f"{chance.choice(['Old', 'New', 'Fast', 'Quiet'])} {chance.choice(['Tower', 'Arena'])} {number}"
-        )
-        fields = [
-            address,
-            27960,
-            chance.choice(["DE", "US", "FR", "--"]),
-            name,
-            ping,
-            chance.randint(0, 16),
-            16,
-        ]
-        fields += [
-            chance.choice(["baseq3", "osp", "cpma"]),
-            f"q3dm{chance.randint(1, 19)}",
-            chance.randint(0, 1),
-            "",
-        ]
-        fields += ["\\g_gametype\\4\\fraglimit\\20\\timelimit\\15\\version\\1.32 linux-i386\\dmflags\\0"]
-        fields += [chance.choice(["", "", "", "3400000000"])]
-        servers.append(Server(";".join(map(str, fields)), ping))
-    return servers
 
 
 class Session:
     """The program with the list of one game, which is not in memory yet."""
 
     def __init__(self, folder, servers):
-        (folder / "Games.ini").write_text(GAMES_INI.replace("\n", "\r\n"), newline="")
-        lines = [f" {len(servers)}"] + [server.line for server in servers]
-        (folder / "servers-ar.dat").write_bytes("".join(f"{line}\r\n" for line in lines).encode())
+        put_lists(folder, servers)
         write_settings(folder, games=1, Selection__LastGame=1)
         self.quarn = Quarn(folder)
         self.quarn.wait_until_usable()

@@ -18,10 +18,10 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "e2e"))
 
 from harness.driver import Driver  # noqa: E402
+from harness.lists import make_servers, put_lists  # noqa: E402
 from harness.places import BUILD  # noqa: E402
 from harness.process import Process  # noqa: E402
 from harness.quarn import Quarn, fresh_folder, write_settings  # noqa: E402
-from lists import GAMES_INI, make_servers  # noqa: E402
 
 EMPTY_WINDOW = BUILD / "win64" / "bench" / "floor" / "empty_window.exe"
 
@@ -39,9 +39,7 @@ def time_start(path):
 
 def folder_with_list(path, servers):
     program = fresh_folder(path)
-    (program / "Games.ini").write_text(GAMES_INI.replace("\n", "\r\n"), newline="")
-    lines = [f" {servers}"] + [server.line for server in make_servers(servers)]
-    (program / "servers-ar.dat").write_bytes("".join(f"{line}\r\n" for line in lines).encode())
+    put_lists(program, make_servers(servers))
     write_settings(program, games=1)
     return program
 

@@ -8,40 +8,18 @@ import time
 
 import pytest
 
+from harness.lists import make_servers, put_lists
 from harness.process import Process
 from harness.quarn import FIRST_GAME_POSITION, write_settings
 
-GAMES_INI = (
-    "[General]\nGameNum=2\nMODNum=0\n"
-    "[Game1]\nDescription=Arena\nGameShort=ar\nEngine=q3\n"
-    "[Game2]\nDescription=Crow\nGameShort=cr\nEngine=d3\n"
-)
 ENTRIES = 2000
-
-
-def list_file(chance):
-    """A list as the program writes it."""
-    lines = [f" {ENTRIES}"]
-    for number in range(ENTRIES):
-        fields = [
-            f"127.{chance.randint(10, 249)}.{number >> 8}.{number & 255}",
-            27960,
-            "--",
-            f"Tower {number}",
-        ]
-        fields += [chance.randint(5, 300), chance.randint(0, 16), 16, "osp", f"q3dm{number % 19}", number % 2]
-        fields += ["", "\\g_gametype\\4\\fraglimit\\20\\timelimit\\15\\version\\1.32", ""]
-        lines.append(";".join(map(str, fields)))
-    return "".join(f"{line}\r\n" for line in lines).encode()
 
 
 @pytest.fixture
 def two_lists(folder):
     """The program's folder with two games and a long list of each."""
     program_folder = folder()
-    (program_folder / "Games.ini").write_text(GAMES_INI.replace("\n", "\r\n"), newline="")
-    for name in ("ar", "cr"):
-        (program_folder / f"servers-{name}.dat").write_bytes(list_file(random.Random(name)))
+    put_lists(program_folder, make_servers(ENTRIES), ("ar", "cr"))
     write_settings(program_folder, games=2, Scanning__PingTimeout=100)
     return program_folder
 
