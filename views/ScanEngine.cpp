@@ -58,10 +58,13 @@ void ScanEngine::mnuServRefresh_Click() {
 
 void ScanEngine::Scan(Rows which, const char* routine) {
     const CommandGate::ScanActivity activity(form_.gate);
+    const auto trapped = [&](auto&& step) {
+        Trapped(*form_.program.AppLog, MainFormName, routine, OnError::Log, step);
+    };
     PrepareForScan();
-    Trapped(*form_.program.AppLog, MainFormName, routine, OnError::Log, [&] { ScanRows(which); });
+    trapped([&] { ScanRows(which); });
     if (!form_.gate.Closing())
-        EndScan();
+        trapped([&] { EndScan(); });
 }
 
 void ScanEngine::PrepareForScan() {

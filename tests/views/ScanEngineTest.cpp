@@ -51,6 +51,7 @@ TEST_F(ScanEngineTest, CountsTheRowsAgainstTheWholeList) {
         counts.push_back(browser.Count());
         progress.push_back(browser.Controls().pbScanning.Value());
         selected.push_back(browser.Controls().lvwServers.SelectedRow());
+        EXPECT_EQ(browser.Controls().pbScanning.Maximum(), 250);
         EXPECT_EQ(browser.Controls().lvwServers.TakeChanges().ensureVisible, selected.back());
     };
     browser.RefreshAll();
@@ -228,6 +229,16 @@ TEST_F(ScanEngineTest, ShowsTheDetailsOfTheServerItHasJustQueried) {
     EXPECT_THAT(browser.Texts(browser.Controls().lvwPlayers), IsEmpty());
 }
 
+TEST_F(ScanEngineTest, ShowsTheVariablesBeforeItTestsTheRow) {
+    StartWith(1);
+    Script(1, [&] {
+        browser.sckServer.ReplyIn(10, "\xFF\xFF\xFF\xFFstatusResponse\n\\name\\value\\without\n");
+    });
+    browser.Form().servers.ModFilter = 99; // names no MOD
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;RefreshVariables;9", "frmMain;ValidateFilter;9"));
+}
+
 TEST_F(ScanEngineTest, ParsesNothingForAnEngineItDoesNotKnow) {
     browser.fake.files.Put("C:\\Quarn\\Games.ini",
                            "[General]\nGameNum=1\n[Game1]\nGameShort=q3\nEngine=Q3\nDescription=x\n");
@@ -251,6 +262,25 @@ TEST_F(ScanEngineTest, MeetsServersThatItCannotSendTo) {
     EXPECT_THAT(browser.Column(PingColumn), ElementsAre("1000", "1000", "1000", "1000"));
     EXPECT_THAT(browser.Column(PlayersColumn), ElementsAre("0 / 16", "0 / 16", "0 / 16", "0 / 16"));
     EXPECT_EQ(browser.program.Servers[2].Port, 65536);
+}
+
+TEST_F(ScanEngineTest, LogsATimerThatCannotBeSwitched) {
+    StartWith(2);
+    Timer& timer = browser.Controls().tmrTimeout;
+    for (const bool switchedOn : {true, false}) {
+        timer.Changed = [&] {
+            if (timer.Enabled() == switchedOn)
+                throw RunTimeError(ErrorNumber::OutOfMemory);
+        };
+        browser.RefreshAll();
+        browser.SelectRows({1});
+        browser.RefreshSelected();
+    }
+    EXPECT_THAT(browser.Errors(),
+                ElementsAre("frmMain;PrepareForScan;7", "frmMain;PrepareForScan;7",
+                            "frmMain;mnuServRefreshAll_Click;7", "frmMain;mnuServRefresh_Click;7"));
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+    EXPECT_EQ(Asked(), (std::vector<std::int32_t>{1, 2, 1, 1, 2, 1}));
 }
 
 TEST_F(ScanEngineTest, SleepsWhileItWaits) {
