@@ -4,7 +4,9 @@
 #include "support/clsAppLog.h"
 #include "tests/support_code/Errors.h"
 #include "tests/support_code/FakeDesktop.h"
+#include "tests/support_code/WatchedProfiles.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -12,6 +14,7 @@ namespace quarn {
 namespace {
 
 using namespace std::string_literals;
+using ::testing::ElementsAre;
 
 TEST(DecodeIniEscapes, ReplacesItsEscapes) {
     const struct {
@@ -102,6 +105,21 @@ TEST_F(DefinitionsTest, ReadsAWholeFile) {
     EXPECT_EQ(program.Mods[2].Description, "Second");
     EXPECT_EQ(program.Mods[2].GameName, "");
     EXPECT_EQ(fake.files.TotalWrites(), 0);
+}
+
+TEST_F(DefinitionsTest, ReadsItsKeysInTheOrderOfTheFile) {
+    fake.files.Put("C:\\Quarn\\Games.ini", "[General]\r\nGameNum=2\r\nMODNum=1\r\n");
+    const WatchedProfiles watched(fake.desktop);
+    LoadGamesIniGeneral(program, watched.desktop);
+    LoadGamesIniSections(program, watched.desktop);
+    EXPECT_THAT(watched.keysRead,
+                ElementsAre("General/IniVer", "General/IniDesc", "General/GameNum", "General/MODNum",
+                            "Game1/Description", "Game1/ExeName", "Game1/GameShort", "Game1/Engine",
+                            "Game1/MasterAddress", "Game1/MasterPort", "Game1/MasterPacket",
+                            "Game1/MasterResponse", "Game2/Description", "Game2/ExeName", "Game2/GameShort",
+                            "Game2/Engine", "Game2/MasterAddress", "Game2/MasterPort", "Game2/MasterPacket",
+                            "Game2/MasterResponse", "MOD1/BasedGame", "MOD1/Description", "MOD1/GameName",
+                            "MOD1/GameVersion"));
 }
 
 TEST_F(DefinitionsTest, TakesNamesInAnyCase) {

@@ -4,8 +4,10 @@
 #include "support/clsAppLog.h"
 #include "tests/support_code/Errors.h"
 #include "tests/support_code/FakeDesktop.h"
+#include "tests/support_code/WatchedProfiles.h"
 
 #include <gtest/gtest.h>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -178,6 +180,22 @@ TEST_F(SettingsTest, CutsTextsTo254Characters) {
 
 TEST_F(SettingsTest, TheFirstSaveWritesEveryKeyInItsOrder) {
     EXPECT_EQ(Saved(), FirstSave);
+}
+
+TEST_F(SettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
+    SizeGames(2);
+    std::vector<std::string> written;
+    std::istringstream lines(Saved());
+    std::string section;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with('['))
+            section = line.substr(1, line.find(']') - 1);
+        else
+            written.push_back(section + "/" + line.substr(0, line.find('=')));
+    }
+    const WatchedProfiles watched(fake.desktop);
+    LoadSettings(program, watched.desktop);
+    EXPECT_EQ(watched.keysRead, written);
 }
 
 TEST_F(SettingsTest, WritesTheSetupOfEveryGameAfterAllElse) {
