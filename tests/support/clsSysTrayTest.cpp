@@ -4,7 +4,10 @@
 #include "tests/support_code/FakeFormWindow.h"
 #include "tests/support_code/FakeNotificationArea.h"
 
+#include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -41,6 +44,12 @@ class SysTrayTest : public ::testing::Test {
     Texts raised;
     std::function<void()> whileRaised;
 };
+
+TEST_F(SysTrayTest, DeclaresItsEventsInOrder) {
+    const clsSysTray::Event* const events[] = {&tray.LButtonDblClk, &tray.LButtonDown, &tray.LButtonUp,
+                                               &tray.RButtonDblClk, &tray.RButtonDown, &tray.RButtonUp};
+    EXPECT_TRUE(std::is_sorted(std::begin(events), std::end(events), std::less<>()));
+}
 
 TEST_F(SysTrayTest, DescribesTheIconAsThePlatformWantsIt) {
     tray.IconInSysTray();
