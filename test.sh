@@ -84,8 +84,9 @@ test_everything() {
     build_preset win64
     build_preset win64 bare_scan empty_window
     build_preset win32
+    execute_pytest sources
     execute_pytest executables
-    count executables
+    count sources executables
     test_under_wine
 }
 
