@@ -104,11 +104,12 @@ def browse(gamenet, folder, start):
 
 @pytest.fixture
 def start():
-    """Starts the program that lies in a folder; `set_up` runs in its process first."""
+    """Starts the program that lies in a folder; `set_up` runs in its process first, and `arguments` go onto
+    its command line."""
     running = []
 
-    def start_in(folder, set_up=None):
-        running.append(Quarn(folder, set_up))
+    def start_in(folder, set_up=None, arguments=""):
+        running.append(Quarn(folder, set_up, arguments))
         return running[-1]
 
     yield start_in

@@ -131,6 +131,27 @@ def test_the_log_holds_the_last_entry_alone(folder, start):
     assert re.fullmatch(LAST_ENTRY, quarn.log())
 
 
+def test_arguments_change_nothing(folder, start):
+    place = folder()
+    write_settings(place, games=1)
+    (place / "servers-q3.dat").write_bytes(b" 1\r\n127.0.0.1;27960;--;One;5;0;8;baseq3;q3dm1;0;;;\r\n")
+
+    def run(arguments):
+        quarn = start(place, arguments=arguments)
+        quarn.wait_until_usable()
+        shown = [quarn.do(what) for what in ("windows", "state", "rectangle", "top-most")]
+        shown += [quarn.tree(), quarn.selected_node(), quarn.rows(), quarn.status(3), quarn.toolbar_states()]
+        assert quarn.close() == 0
+        files = {file.name: file.read_bytes() for file in place.iterdir() if file.suffix != ".log"}
+        return shown, files
+
+    run("")  # completes the settings
+    plain = run("")
+    assert len(plain[0][6]) == 1
+    for arguments in ("/? --help -h", "servers-q3.dat", '"unpaired', "/minimized " + "x" * 10000):
+        assert run(arguments) == plain, arguments
+
+
 def test_a_second_instance_only_logs(browse):
     quarn, _ = browse("oa")
     before = quarn.do("windows")

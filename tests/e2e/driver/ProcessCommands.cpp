@@ -8,7 +8,7 @@ namespace quarn::uidrive {
 namespace {
 
 Lines Start(Session& session, const Words& arguments) {
-    session.Start(arguments[0]);
+    session.Start(arguments[0], arguments.size() > 1 ? arguments[1] : std::string());
     return {};
 }
 
@@ -52,7 +52,7 @@ Lines Timeout(Session& session, const Words& arguments) {
 
 Commands ProcessCommands() {
     return {
-        {"start", "PROGRAM", "starts the program under test in its own folder", 1, Start},
+        {"start", "PROGRAM [ARGUMENTS]", "starts the program under test in its own folder", 1, Start},
         {"attach", "EXECUTABLE", "takes the running program of that file name", 1, Attach},
         {"is-running", "", "prints 1 while the program runs, 0 when it has ended", 0, IsRunning},
         {"exit-code", "", "waits until the program has ended; prints its exit code", 0, ExitCode},

@@ -79,10 +79,12 @@ Session::~Session() {
         CloseHandle(process_);
 }
 
-void Session::Start(const std::string& path) {
+void Session::Start(const std::string& path, const std::string& arguments) {
     if (process_)
         throw Failure("this session has its program already");
     std::string commandLine = "\"" + path + "\"";
+    if (!arguments.empty())
+        commandLine += " " + arguments;
     const std::string folder = path.substr(0, path.find_last_of('\\'));
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;

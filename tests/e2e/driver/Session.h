@@ -21,8 +21,8 @@ class Session {
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    // Starts the program in its own folder.
-    void Start(const std::string& path);
+    // Starts the program in its own folder. The arguments are put on its command line as they stand.
+    void Start(const std::string& path, const std::string& arguments = {});
     // Takes the running process whose executable has this file name.
     void Attach(const std::string& executable);
 

@@ -90,8 +90,9 @@ class Driver:
         """Repeats a command until its output matches the pattern, in which * stands for any text."""
         return self("wait", escape(pattern), *words)
 
-    def start(self, path):
-        self("start", windows_path(path))
+    def start(self, path, arguments=""):
+        """Starts a program; the arguments go to it as they stand."""
+        self("start", windows_path(path), arguments)
 
     def exit_code(self):
         return int(self.text("exit-code"))

@@ -104,11 +104,11 @@ def write_settings(folder, games, **others):
 class Quarn:
     """The running program. Leaving the `with` block ends it, however far it came."""
 
-    def __init__(self, folder, set_up=None):
+    def __init__(self, folder, set_up=None, arguments=""):
         self.folder = folder
         self.do = Driver(set_up)
         self._numbers = resource_numbers()
-        self.do.start(folder / "Quarn.exe")
+        self.do.start(folder / "Quarn.exe", arguments)
 
     def __enter__(self):
         return self
