@@ -2,6 +2,7 @@
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
+#include "tests/win32/support_code/ReplacedImport.h"
 #include "win32/resources/ids.h"
 
 #include <gtest/gtest.h>
@@ -242,6 +243,85 @@ TEST_F(MainWindowTest, FlushesNothingAfterItsEnd) {
     Models().lvwServers.Add();
     window->FlushModels();
     EXPECT_EQ(desktop.Events().updateWindows, nullptr);
+}
+
+// Menus that pop up are noted instead of opened, and the mouse is where the test says.
+class PopUpTest : public MainWindowTest {
+  protected:
+    struct PopUp {
+        int firstCommand;
+        POINT at;
+    };
+
+    PopUpTest() {
+        popUps.clear();
+        mouse = {321, 234};
+        Models().lvwServers.Add();
+        window->FlushModels();
+    }
+
+    static BOOL WINAPI Note(HMENU menu, UINT flags, int x, int y, HWND, LPTPMPARAMS) {
+        EXPECT_EQ(flags & (TPM_CENTERALIGN | TPM_RIGHTALIGN | TPM_VCENTERALIGN | TPM_BOTTOMALIGN), 0U);
+        popUps.push_back({static_cast<int>(GetMenuItemID(menu, 0)), {x, y}});
+        return TRUE;
+    }
+    static BOOL WINAPI TellMouse(POINT* position) {
+        *position = mouse;
+        return TRUE;
+    }
+
+    // The release is posted first, as controls wait for it inside the press.
+    void Press(HWND control, UINT press, UINT release, LPARAM position) {
+        PostMessageA(control, press, 0, position);
+        if (release != 0)
+            PostMessageA(control, release, 0, position);
+        RunPendingEvents();
+    }
+    void ExpectOnePopUp(int firstCommand, POINT at) {
+        ASSERT_EQ(popUps.size(), 1U);
+        EXPECT_EQ(popUps[0].firstCommand, firstCommand);
+        EXPECT_EQ(popUps[0].at.x, at.x);
+        EXPECT_EQ(popUps[0].at.y, at.y);
+    }
+
+    static constexpr LPARAM OnTheFirstLine = MAKELPARAM(60, 8);
+    static constexpr LPARAM OnTheFirstRow = MAKELPARAM(60, 30); // below the headers
+
+    inline static std::vector<PopUp> popUps;
+    inline static POINT mouse;
+
+  private:
+    ReplacedImport trackPopupMenu_{&TrackPopupMenuEx, &Note};
+    ReplacedImport getCursorPos_{&GetCursorPos, &TellMouse};
+};
+
+TEST_F(PopUpTest, OpensTheServerMenuAtTheMouseWhenTheRightButtonGoesDown) {
+    Press(Control(ID_lvwServers), WM_RBUTTONDOWN, 0, OnTheFirstRow);
+    ExpectOnePopUp(ID_mnuServConnectPlay, mouse);
+}
+
+TEST_F(PopUpTest, OpensTheTreesMenuAtTheMouseWhenTheRightButtonComesUp) {
+    Press(Control(ID_trvGames), WM_RBUTTONDOWN, WM_RBUTTONUP, OnTheFirstLine);
+    ExpectOnePopUp(ID_mnuTreeRename, mouse);
+}
+
+TEST_F(PopUpTest, OpensNoMenuForTheOtherButtons) {
+    for (const auto& [control, position] :
+         {std::pair{ID_trvGames, OnTheFirstLine}, {ID_lvwServers, OnTheFirstRow}}) {
+        Press(Control(control), WM_LBUTTONDOWN, WM_LBUTTONUP, position);
+        Press(Control(control), WM_MBUTTONDOWN, WM_MBUTTONUP, position);
+        Press(Control(control), WM_XBUTTONDOWN, WM_XBUTTONUP, position);
+    }
+    EXPECT_TRUE(popUps.empty());
+}
+
+TEST_F(PopUpTest, OpensTheFoldersBelowTheirButton) {
+    window->Form().tbMain_ButtonClick("favorites");
+    RECT button{};
+    SendMessageA(Control(ID_tbMain), TB_GETITEMRECT, 9, reinterpret_cast<LPARAM>(&button));
+    POINT below{button.left, button.bottom};
+    ClientToScreen(Control(ID_tbMain), &below);
+    ExpectOnePopUp(ID_mnuServAddToFavorites1, below);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "win32/desktop/RegistryWin.h"
 
+#include "tests/win32/support_code/ReplacedImport.h"
 #include "win32/WindowsHeaders.h"
 
 #include <gtest/gtest.h>
@@ -92,6 +93,31 @@ TEST_F(RegistryWinTest, KnowsThePredefinedRoots) {
     EXPECT_TRUE(registry.KeyExists(RegistryRoot::ClassesRoot, "CLSID"));
     EXPECT_TRUE(registry.KeyExists(RegistryRoot::Users, ".DEFAULT"));
     EXPECT_FALSE(registry.KeyExists(User, "SOFTWARE\\Microsoft\\No such key of any program"));
+}
+
+class RegistryAccessTest : public RegistryWinTest {
+  protected:
+    RegistryAccessTest() { accesses.clear(); }
+
+    static LSTATUS WINAPI Refuse(HKEY, LPCSTR, DWORD, REGSAM access, PHKEY) {
+        accesses.push_back(access);
+        return ERROR_ACCESS_DENIED;
+    }
+
+    inline static std::vector<REGSAM> accesses;
+
+  private:
+    ReplacedImport openKey_{&RegOpenKeyExA, &Refuse};
+};
+
+TEST_F(RegistryAccessTest, AsksForNoMoreThanItNeeds) {
+    EXPECT_EQ(Read(), std::nullopt);
+    EXPECT_FALSE(registry.KeyExists(User, key));
+    EXPECT_EQ(registry.SubKeys(User, key), std::nullopt);
+    EXPECT_FALSE(Write("x"));
+    EXPECT_FALSE(registry.DeleteValue(User, key, "Value"));
+    EXPECT_EQ(accesses, (std::vector<REGSAM>{KEY_QUERY_VALUE, KEY_QUERY_VALUE, KEY_ENUMERATE_SUB_KEYS,
+                                             KEY_SET_VALUE, KEY_SET_VALUE}));
 }
 
 } // namespace

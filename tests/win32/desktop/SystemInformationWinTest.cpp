@@ -1,7 +1,15 @@
 #include "win32/desktop/SystemInformationWin.h"
 
+#include "core/RunTimeError.h"
+#include "tests/win32/support_code/ReplacedImport.h"
+
+#include <algorithm>
 #include <commctrl.h>
+#include <cstring>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <shlwapi.h>
+#include <string>
 
 namespace quarn {
 namespace {
@@ -69,6 +77,99 @@ TEST_F(SystemInformationWinTest, OneInstanceOfATitleRunsAtATime) {
         EXPECT_FALSE(other.AlreadyRunning(title + " too"));
     }
     EXPECT_FALSE(system.AlreadyRunning(title));
+}
+
+// What the system is asked, and answers of the test's own.
+
+static_assert(sizeof(OSVERSIONINFOA) == 148);
+static_assert(sizeof(DLLVERSIONINFO) == 20);
+
+BOOL WINAPI AnswerVersion(OSVERSIONINFOA* version) {
+    EXPECT_EQ(version->dwOSVersionInfoSize, sizeof(OSVERSIONINFOA));
+    version->dwMajorVersion = 10;
+    version->dwMinorVersion = 2;
+    version->dwBuildNumber = 19045;
+    constexpr char ServicePack[] = "Service Pack 1\0left over";
+    std::copy(std::begin(ServicePack), std::end(ServicePack), version->szCSDVersion);
+    return TRUE;
+}
+
+BOOL WINAPI AnswerNoVersion(OSVERSIONINFOA*) {
+    SetLastError(ERROR_INSUFFICIENT_BUFFER);
+    return FALSE;
+}
+
+TEST_F(SystemInformationWinTest, AsksForTheSystemsVersionWithTheShortRecord) {
+    {
+        const ReplacedImport answer(&GetVersionExA, &AnswerVersion);
+        const OsVersion version = system.WindowsVersion();
+        EXPECT_EQ(version.number.major, 10U);
+        EXPECT_EQ(version.number.minor, 2U);
+        EXPECT_EQ(version.number.build, 19045U);
+        EXPECT_STREQ(version.servicePack.c_str(), "Service Pack 1");
+    }
+    const ReplacedImport answer(&GetVersionExA, &AnswerNoVersion);
+    EXPECT_THROW(system.WindowsVersion(), RunTimeError);
+}
+
+HRESULT CALLBACK AnswerLibraryVersion(DLLVERSIONINFO* version) {
+    EXPECT_EQ(version->cbSize, sizeof(DLLVERSIONINFO));
+    version->dwMajorVersion = 6;
+    version->dwMinorVersion = 3;
+    version->dwBuildNumber = 9600;
+    return NOERROR;
+}
+
+HRESULT CALLBACK AnswerNoLibraryVersion(DLLVERSIONINFO*) {
+    return E_FAIL;
+}
+
+template<HRESULT(CALLBACK* Answer)(DLLVERSIONINFO*)>
+FARPROC WINAPI FindLibraryVersion(HMODULE library, const char* name) {
+    EXPECT_EQ(library, GetModuleHandleA("shlwapi.dll"));
+    EXPECT_STREQ(name, "DllGetVersion");
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(Answer));
+}
+
+TEST_F(SystemInformationWinTest, AsksForTheShellLibrarysVersionWithTheShortRecord) {
+    {
+        const ReplacedImport find(&GetProcAddress, &FindLibraryVersion<&AnswerLibraryVersion>);
+        const DllVersion version = system.ShellLightWeightVersion();
+        EXPECT_EQ(version.major, 6U);
+        EXPECT_EQ(version.minor, 3U);
+        EXPECT_EQ(version.build, 9600U);
+    }
+    {
+        const ReplacedImport find(&GetProcAddress, &FindLibraryVersion<&AnswerNoLibraryVersion>);
+        EXPECT_THROW(system.ShellLightWeightVersion(), RunTimeError);
+    }
+    const ReplacedImport find(&GetProcAddress, &FindLibraryVersion<nullptr>);
+    EXPECT_THROW(system.ShellLightWeightVersion(), RunTimeError);
+}
+
+int WINAPI AnswerLanguage(LCID locale, LCTYPE item, LPSTR text, int size) {
+    EXPECT_EQ(locale, 0x400U); // the user's
+    EXPECT_EQ(item, 2U);       // the language's name in the user's language
+    EXPECT_EQ(size, 99);
+    constexpr char Language[] = "Fran\xE7"
+                                "ais";
+    std::copy(std::begin(Language), std::end(Language), text);
+    return sizeof Language;
+}
+
+int WINAPI AnswerNoLanguage(LCID, LCTYPE, LPSTR text, int) {
+    text[0] = 'x';
+    return 0;
+}
+
+TEST_F(SystemInformationWinTest, AsksForTheNameOfTheUsersLanguage) {
+    {
+        const ReplacedImport answer(&GetLocaleInfoA, &AnswerLanguage);
+        EXPECT_EQ(system.LanguageName(), "Fran\xE7"
+                                         "ais");
+    }
+    const ReplacedImport answer(&GetLocaleInfoA, &AnswerNoLanguage);
+    EXPECT_EQ(system.LanguageName(), "");
 }
 
 } // namespace

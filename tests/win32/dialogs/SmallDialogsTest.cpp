@@ -10,7 +10,16 @@
 namespace quarn {
 namespace {
 
-class SmallDialogsTest : public FormsTest {};
+class SmallDialogsTest : public FormsTest {
+  protected:
+    static bool IsLine(HWND control) {
+        RECT bounds{};
+        GetClientRect(control, &bounds);
+        return IsWindowVisible(control) &&
+               (GetWindowLongPtrA(control, GWL_STYLE) & SS_TYPEMASK) == SS_ETCHEDHORZ && bounds.right > 100 &&
+               bounds.bottom <= 2;
+    }
+};
 
 TEST_F(SmallDialogsTest, PasswordIsShownAndTakenByteForByte) {
     for (const std::string& password : {std::string("p\xe4ss w\xf6rd; \"x\" & \\"), std::string(" "),
@@ -19,6 +28,9 @@ TEST_F(SmallDialogsTest, PasswordIsShownAndTakenByteForByte) {
         Show(Password(), {[&](HWND dialog) {
                  EXPECT_EQ(BoxDriver::TextOf(dialog), "Server Password");
                  EXPECT_EQ(Text(dialog, ID_lblMsg), "Enter the password for this server:");
+                 EXPECT_EQ(Text(dialog, IDOK), "OK");
+                 EXPECT_EQ(Text(dialog, IDCANCEL), "Cancel");
+                 EXPECT_TRUE(IsLine(Item(dialog, ID_lblSeperator)));
                  EXPECT_EQ(Text(dialog, ID_txtPass), "before");
                  Type(dialog, ID_txtPass, password);
                  BoxDriver::Press(dialog, IDOK);

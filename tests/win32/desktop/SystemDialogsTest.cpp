@@ -1,0 +1,155 @@
+// What the system's own dialogs are asked for, with answers of the test's own.
+
+#include "win32/desktop/PromptsWin.h"
+
+#include "tests/win32/support_code/OwnerTestWindow.h"
+#include "tests/win32/support_code/ReplacedImport.h"
+
+#include <algorithm>
+#include <commdlg.h>
+#include <gtest/gtest.h>
+#include <shlobj.h>
+#include <string>
+#include <vector>
+
+namespace quarn {
+namespace {
+
+class SaveDialogRequestTest : public ::testing::Test {
+  protected:
+    struct Request {
+        HWND owner;
+        std::string title;
+        std::string name;
+        std::string filter;
+        DWORD selectedFilter;
+        DWORD flags;
+    };
+
+    SaveDialogRequestTest() { requests.clear(); }
+
+    static BOOL WINAPI Note(OPENFILENAMEA* dialog) {
+        const char* end = dialog->lpstrFilter;
+        while (end[0] != '\0' || end[1] != '\0')
+            ++end;
+        requests.push_back({dialog->hwndOwner, dialog->lpstrTitle, dialog->lpstrFile,
+                            std::string(dialog->lpstrFilter, end), dialog->nFilterIndex, dialog->Flags});
+        return FALSE;
+    }
+
+    inline static std::vector<Request> requests;
+    OwnerTestWindow owner;
+    PromptsWin prompts{owner.AsOwner()};
+
+  private:
+    ReplacedImport saveDialog_{&GetSaveFileNameA, &Note};
+};
+
+TEST_F(SaveDialogRequestTest, OffersTextFilesAndAsksBeforeOneIsOverwritten) {
+    EXPECT_EQ(prompts.AskSaveFile("Save serverlist as...", "Text file (*.txt)|*.txt|All files (*.*)|*.*"),
+              "");
+    ASSERT_EQ(requests.size(), 1U);
+    const Request& request = requests[0];
+    EXPECT_EQ(request.owner, owner.Handle());
+    EXPECT_EQ(request.title, "Save serverlist as...");
+    EXPECT_EQ(request.name, "");
+    std::string filter = "Text file (*.txt)|*.txt|All files (*.*)|*.*";
+    std::replace(filter.begin(), filter.end(), '|', '\0');
+    EXPECT_EQ(request.filter, filter);
+    EXPECT_EQ(request.selectedFilter, 1U);
+    EXPECT_NE(request.flags & OFN_OVERWRITEPROMPT, 0U);
+    EXPECT_NE(request.flags & OFN_HIDEREADONLY, 0U);
+    EXPECT_NE(request.flags & OFN_NOCHANGEDIR, 0U);
+}
+
+class FolderDialogRequestTest : public ::testing::Test {
+  protected:
+    using Lists = std::vector<const void*>;
+
+    FolderDialogRequestTest() {
+        chosen = nullptr;
+        path.clear();
+        freed.clear();
+    }
+
+    static ITEMIDLIST* WINAPI Choose(BROWSEINFOA* dialog) {
+        request = *dialog;
+        title = dialog->lpszTitle;
+        return chosen;
+    }
+    static BOOL WINAPI ToPath(const ITEMIDLIST* list, char* text) {
+        EXPECT_EQ(list, chosen);
+        std::fill_n(text, 256, 'x'); // the system may leave anything behind the end
+        std::copy_n(path.c_str(), path.size() + 1, text);
+        return !path.empty();
+    }
+    static void WINAPI Free(void* memory) { freed.push_back(memory); }
+
+    inline static BROWSEINFOA request;
+    inline static std::string title;
+    inline static ITEMIDLIST* chosen;
+    inline static std::string path;
+    inline static Lists freed;
+    ITEMIDLIST someList{};
+    OwnerTestWindow owner;
+    PromptsWin prompts{owner.AsOwner()};
+
+  private:
+    ReplacedImport folderDialog_{&SHBrowseForFolderA, &Choose};
+    ReplacedImport toPath_{&SHGetPathFromIDListA, &ToPath};
+    ReplacedImport free_{&CoTaskMemFree, &Free};
+};
+
+TEST_F(FolderDialogRequestTest, OffersEveryFolderOfTheDesktop) {
+    EXPECT_EQ(prompts.AskFolder("Where is the game?", "C:\\Games"), "");
+    EXPECT_EQ(request.hwndOwner, owner.Handle());
+    EXPECT_EQ(request.pidlRoot, nullptr);
+    EXPECT_EQ(title, "Where is the game?");
+    EXPECT_EQ(request.ulFlags, 0U);
+    EXPECT_TRUE(freed.empty()) << "nothing was chosen";
+}
+
+TEST_F(FolderDialogRequestTest, ReturnsThePathAndFreesTheList) {
+    chosen = &someList;
+    path = "C:\\Games\\Arena";
+    EXPECT_EQ(prompts.AskFolder("Where is the game?", ""), "C:\\Games\\Arena");
+    EXPECT_EQ(freed, Lists{&someList});
+}
+
+TEST_F(FolderDialogRequestTest, FreesAlsoAListThatHasNoPath) {
+    chosen = &someList;
+    EXPECT_EQ(prompts.AskFolder("Where is the game?", ""), "");
+    EXPECT_EQ(freed, Lists{&someList});
+}
+
+// A window in the place of the dialog, which notes what it is told.
+LRESULT CALLBACK NoteSelection(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message >= WM_USER) {
+        auto& told = *reinterpret_cast<std::vector<std::string>*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+        told.push_back(std::to_string(message) + " " + std::to_string(wParam) + " " +
+                       reinterpret_cast<const char*>(lParam));
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+TEST_F(FolderDialogRequestTest, PreselectsTheFolderWhenTheDialogIsMadeAndNeverAgain) {
+    std::vector<std::string> told;
+    static std::vector<std::string>* toldWithinTheCall;
+    toldWithinTheCall = &told;
+    const ReplacedImport folderDialog(
+        &SHBrowseForFolderA, +[](BROWSEINFOA* dialog) -> ITEMIDLIST* {
+            const HWND window =
+                CreateWindowExA(0, WC_STATICA, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+            SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(toldWithinTheCall));
+            SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&NoteSelection));
+            for (const UINT event : {BFFM_INITIALIZED, BFFM_SELCHANGED, BFFM_VALIDATEFAILEDA, BFFM_IUNKNOWN})
+                EXPECT_EQ(dialog->lpfn(window, event, 0, dialog->lParam), 0);
+            DestroyWindow(window);
+            return nullptr;
+        });
+    prompts.AskFolder("Where is the game?", "C:\\Games");
+    EXPECT_EQ(told, std::vector<std::string>{std::to_string(WM_USER + 102) + " 1 C:\\Games"});
+}
+
+} // namespace
+} // namespace quarn
