@@ -87,10 +87,15 @@ TEST_F(ScanInterruptionTest, PassesOverRowsThatTheFilterHasTaken) {
     browser.ClickNode("png100");
     browser.network.servers.at(Address(2)).latency = 150; // beyond the limit: its row goes
     std::vector<std::string> counts;
-    browser.network.whenAsked = [&](const std::string&) { counts.push_back(browser.Count()); };
+    std::vector<std::int32_t> progress;
+    browser.network.whenAsked = [&](const std::string&) {
+        counts.push_back(browser.Count());
+        progress.push_back(browser.Controls().pbScanning.Value());
+    };
     browser.RefreshAll();
     EXPECT_THAT(Asked(), ElementsAre(1, 2, 3, 4));
     EXPECT_THAT(counts, ElementsAre("1/4", "2/4", "3/4", "4/4"));
+    EXPECT_THAT(progress, ElementsAre(1, 2, 3, 4));
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Live 3", "Live 4"));
     EXPECT_EQ(Server(2).Name, "Live 2");
 }
@@ -180,6 +185,8 @@ TEST_F(ScanInterruptionTest, KeepsATimeOutWithItsServerWhateverRowIsClicked) {
     browser.RefreshSelected();
     EXPECT_EQ(Server(1).Ping, 1000);
     EXPECT_EQ(Server(1).Players, 0);
+    EXPECT_EQ(browser.Cell(1, NameColumn), "Server 1");
+    EXPECT_EQ(browser.Cell(1, PingColumn), "1000");
     EXPECT_EQ(Server(3).Name, "Live 3");
 }
 
@@ -217,6 +224,23 @@ TEST_F(ScanInterruptionTest, RunsASecondScanInsideTheFirst) {
     EXPECT_GE(browser.fake.clock.Elapsed(), 5000);
     EXPECT_EQ(Server(2).Name, "Server 2");
     EXPECT_EQ(Server(2).Ping, 2);
+    EXPECT_EQ(browser.Message(), Aborted);
+    ExpectIdle();
+}
+
+TEST_F(ScanInterruptionTest, RunsAScanOfAllRowsInsideAnother) {
+    StartWith(2);
+    bool nested = false;
+    During(1, [&] {
+        if (std::exchange(nested, true))
+            return;
+        browser.RefreshAll();
+        EXPECT_THAT(Asked(), ElementsAre(1, 1, 2));
+        EXPECT_EQ(browser.Message(), "Ready.");
+        browser.In(100, [&] { browser.Stop(); });
+    });
+    browser.RefreshAll();
+    EXPECT_THAT(Asked(), ElementsAre(1, 1, 2));
     EXPECT_EQ(browser.Message(), Aborted);
     ExpectIdle();
 }

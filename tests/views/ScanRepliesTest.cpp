@@ -107,6 +107,8 @@ TEST_F(ScanRepliesTest, ForgetsNoTickThatCameBeforeTheRequest) {
     StartWith(1);
     browser.Form().scan.tmrTimeout_Timer();
     EXPECT_EQ(browser.Form().scan.ReplyState, 2);
+    EXPECT_EQ(browser.Message(), "Ready.");
+    EXPECT_EQ(Server(1).Ping, 1);
     browser.RefreshAll();
     EXPECT_EQ(browser.Cell(1, PingColumn), "1000");
     EXPECT_EQ(browser.fake.clock.Elapsed(), 0);
@@ -165,13 +167,16 @@ TEST_F(ScanRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
 
 TEST_F(ScanRepliesTest, IgnoresThemAlsoBehindAReply) {
     StartWith(1, Family::HalfLife);
+    const std::string mark = "\xFF\xFF\xFF\xFF";
     Script(1, [&] {
-        ReplyIn(10, HonestReply(1, "\xFF\xFF\xFF\xFFinfo"));
-        ReplyIn(10, "\xFF\xFF\xFF\xFF");
-        ReplyIn(10, HonestReply(1, "\xFF\xFF\xFF\xFFrules"));
+        ReplyIn(10, HonestReply(1, mark + "info"));
+        ReplyIn(10, mark);
+        ReplyIn(10, mark + "E"); // is long enough
+        ReplyIn(10, HonestReply(1, mark + "rules"));
     });
     browser.RefreshAll();
     EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1");
+    EXPECT_TRUE(Server(1).Variables.starts_with(mark + "E" + mark + "E")) << Server(1).Variables;
     EXPECT_NE(Server(1).Variables.find("mp_timelimit\\30"), std::string::npos);
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
