@@ -306,12 +306,15 @@ TEST_F(PopUpTest, OpensTheTreesMenuAtTheMouseWhenTheRightButtonComesUp) {
 }
 
 TEST_F(PopUpTest, OpensNoMenuForTheOtherButtons) {
-    for (const auto& [control, position] :
-         {std::pair{ID_trvGames, OnTheFirstLine}, {ID_lvwServers, OnTheFirstRow}}) {
-        Press(Control(control), WM_LBUTTONDOWN, WM_LBUTTONUP, position);
-        Press(Control(control), WM_MBUTTONDOWN, WM_MBUTTONUP, position);
-        Press(Control(control), WM_XBUTTONDOWN, WM_XBUTTONUP, position);
+    for (const auto& [press, release] : {std::pair{WM_LBUTTONDOWN, WM_LBUTTONUP},
+                                         {WM_MBUTTONDOWN, WM_MBUTTONUP},
+                                         {WM_XBUTTONDOWN, WM_XBUTTONUP}}) {
+        Press(Control(ID_lvwServers), press, release, OnTheFirstRow);
+        EXPECT_TRUE(Models().mnuServer.enabled);
     }
+    Press(Control(ID_trvGames), WM_MBUTTONDOWN, WM_MBUTTONUP, OnTheFirstLine);
+    Press(Control(ID_trvGames), WM_XBUTTONDOWN, WM_XBUTTONUP, OnTheFirstLine);
+    Press(Control(ID_trvGames), WM_LBUTTONDOWN, WM_LBUTTONUP, OnTheFirstLine);
     EXPECT_TRUE(popUps.empty());
 }
 

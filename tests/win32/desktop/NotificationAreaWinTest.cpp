@@ -1,9 +1,11 @@
 #include "win32/desktop/NotificationAreaWin.h"
 
 #include "tests/win32/support_code/OwnerTestWindow.h"
+#include "tests/win32/support_code/ReplacedImport.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <shellapi.h>
 #include <stdexcept>
 #include <vector>
 
@@ -36,6 +38,34 @@ TEST_F(NotificationAreaWinTest, PutsAnIconThereAndTakesItAway) {
     EXPECT_TRUE(area.Notify(NotifyCommand::Modify, record));
     EXPECT_TRUE(area.Notify(NotifyCommand::Delete, record));
     EXPECT_FALSE(area.Notify(NotifyCommand::Delete, record));
+}
+
+struct NotifyCall {
+    DWORD command = 0;
+    NOTIFYICONDATAA record{};
+};
+NotifyCall lastCall;
+
+BOOL WINAPI NoteCall(DWORD command, NOTIFYICONDATAA* record) {
+    lastCall = {command, *record};
+    return FALSE;
+}
+
+TEST_F(NotificationAreaWinTest, DescribesTheIconInTheFirstVersionOfTheRecord) {
+    const ReplacedImport notify(&Shell_NotifyIconA, &NoteCall);
+    record.tip = {'Q', 'u', 'a', 'r', 'n'};
+    for (const auto& [command, number] :
+         {std::pair{NotifyCommand::Add, 0U}, {NotifyCommand::Modify, 1U}, {NotifyCommand::Delete, 2U}}) {
+        EXPECT_FALSE(area.Notify(command, record));
+        EXPECT_EQ(lastCall.command, number);
+        EXPECT_EQ(lastCall.record.cbSize, offsetof(NOTIFYICONDATAA, szTip) + 64);
+        EXPECT_EQ(lastCall.record.hWnd, box);
+        EXPECT_EQ(lastCall.record.uID, 1U);
+        EXPECT_EQ(lastCall.record.uFlags, 7U);
+        EXPECT_EQ(lastCall.record.uCallbackMessage, 512U);
+        EXPECT_EQ(lastCall.record.hIcon, LoadIconA(nullptr, IDI_APPLICATION));
+        EXPECT_STREQ(lastCall.record.szTip, "Quarn");
+    }
 }
 
 TEST_F(NotificationAreaWinTest, TakesATipOfItsWholeField) {

@@ -3,12 +3,15 @@
 #include "tests/support_code/Errors.h"
 #include "tests/win32/support_code/OwnerTestWindow.h"
 #include "tests/win32/support_code/Pumping.h"
+#include "tests/win32/support_code/ReplacedImport.h"
 #include "tests/win32/support_code/TemporaryFolder.h"
 #include "win32/desktop/FilesWin.h"
 
 #include <future>
 #include <gtest/gtest.h>
+#include <shellapi.h>
 #include <thread>
+#include <vector>
 
 namespace quarn {
 namespace {
@@ -69,6 +72,55 @@ TEST_F(ShellWinTest, WhatCannotBeOpenedIsNoError) {
         request.folder = "Q:\\nowhere";
         EXPECT_EQ(ErrorOf([&] { shell.Open(request); }), NoError) << file;
     }
+}
+
+class ShellRequestTest : public ShellWinTest {
+  protected:
+    struct Asked {
+        HWND owner;
+        std::string verb, file, parameters, folder;
+        int show;
+    };
+
+    ShellRequestTest() { asked.clear(); }
+
+    static HINSTANCE WINAPI Note(HWND owner, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR folder,
+                                 INT show) {
+        const auto text = [](const char* given) { return given != nullptr ? given : "(none)"; };
+        asked.push_back({owner, text(verb), text(file), text(parameters), text(folder), show});
+        return nullptr;
+    }
+
+    inline static std::vector<Asked> asked;
+
+  private:
+    ReplacedImport shellExecute_{&ShellExecuteA, &Note};
+};
+
+TEST_F(ShellRequestTest, AsksForExactlyWhatIsWanted) {
+    Shell::Request game;
+    game.verb = "open";
+    game.file = "C:\\Arena\\arena.exe";
+    game.parameters = "+connect 1.2.3.4:27960";
+    game.folder = "C:\\Arena\\";
+    game.show = ShowState::Show;
+    Shell::Request mail;
+    mail.file = "MailTo:somebody@quarn.example";
+    mail.ownedByWindow = false;
+    shell.Open(game);
+    shell.Open(mail);
+    ASSERT_EQ(asked.size(), 2U);
+    EXPECT_EQ(asked[0].owner, owner.Handle());
+    EXPECT_EQ(asked[0].verb, "open");
+    EXPECT_EQ(asked[0].file, "C:\\Arena\\arena.exe");
+    EXPECT_EQ(asked[0].parameters, "+connect 1.2.3.4:27960");
+    EXPECT_EQ(asked[0].folder, "C:\\Arena\\");
+    EXPECT_EQ(asked[0].show, SW_SHOW);
+    EXPECT_EQ(asked[1].owner, nullptr);
+    EXPECT_EQ(asked[1].file, "MailTo:somebody@quarn.example");
+    EXPECT_EQ(asked[1].parameters, "(none)");
+    EXPECT_EQ(asked[1].folder, "(none)");
+    EXPECT_EQ(asked[1].show, SW_SHOWNORMAL);
 }
 
 TEST_F(ShellWinTest, PutsTextOnTheClipboard) {

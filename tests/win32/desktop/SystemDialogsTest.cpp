@@ -69,6 +69,7 @@ class FolderDialogRequestTest : public ::testing::Test {
     FolderDialogRequestTest() {
         chosen = nullptr;
         path.clear();
+        hasPath = true;
         freed.clear();
     }
 
@@ -81,7 +82,7 @@ class FolderDialogRequestTest : public ::testing::Test {
         EXPECT_EQ(list, chosen);
         std::fill_n(text, 256, 'x'); // the system may leave anything behind the end
         std::copy_n(path.c_str(), path.size() + 1, text);
-        return !path.empty();
+        return hasPath;
     }
     static void WINAPI Free(void* memory) { freed.push_back(memory); }
 
@@ -89,6 +90,7 @@ class FolderDialogRequestTest : public ::testing::Test {
     inline static std::string title;
     inline static ITEMIDLIST* chosen;
     inline static std::string path;
+    inline static bool hasPath;
     inline static Lists freed;
     ITEMIDLIST someList{};
     OwnerTestWindow owner;
@@ -118,6 +120,8 @@ TEST_F(FolderDialogRequestTest, ReturnsThePathAndFreesTheList) {
 
 TEST_F(FolderDialogRequestTest, FreesAlsoAListThatHasNoPath) {
     chosen = &someList;
+    path = "left over";
+    hasPath = false;
     EXPECT_EQ(prompts.AskFolder("Where is the game?", ""), "");
     EXPECT_EQ(freed, Lists{&someList});
 }

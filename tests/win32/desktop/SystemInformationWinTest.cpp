@@ -65,6 +65,20 @@ TEST_F(SystemInformationWinTest, InitialisesTheCommonControls) {
     system.InitCommonControls(1, 0xFFFFFFFF); // a record of the wrong size is ignored
 }
 
+INITCOMMONCONTROLSEX controlsAskedFor;
+
+BOOL WINAPI NoteControls(const INITCOMMONCONTROLSEX* record) {
+    controlsAskedFor = *record;
+    return FALSE; // no error to anybody
+}
+
+TEST_F(SystemInformationWinTest, HandsOnWhichControlsAreWanted) {
+    const ReplacedImport initControls(&InitCommonControlsEx, &NoteControls);
+    system.InitCommonControls(8, 0x200);
+    EXPECT_EQ(controlsAskedFor.dwSize, 8U);
+    EXPECT_EQ(controlsAskedFor.dwICC, 0x200U);
+}
+
 TEST_F(SystemInformationWinTest, OneInstanceOfATitleRunsAtATime) {
     const std::string title = "Quarn test " + std::to_string(GetCurrentProcessId());
     {
