@@ -14,8 +14,9 @@ CONFIRMATION = (
     "This will delete your current server list. All servers and scanning data in it will be lost.\r\n"
     "Are you sure you want to proceed?"
 )
-# One game of each engine family. Without an end mark a Quake III list counts no server too many.
-GAMES = [("oa", ["--end-mark", "none"]), ("d3", []), ("hl", [])]
+# One game of each engine family. Without an end mark a Quake III list counts no server too many; and the fewer
+# Half-Life servers there are, the sooner all of their datagrams are in time.
+GAMES = [("oa", ["--end-mark", "none"]), ("d3", []), ("hl", ["--servers", 5])]
 each_family = pytest.mark.parametrize("game, options", GAMES, ids=[game for game, _ in GAMES])
 # The time that a date of zero stands for, as the system writes it.
 NEVER = "12:00:00 AM"
@@ -30,12 +31,24 @@ def listed(network, game):
 
 def fetch(quarn, network, game):
     quarn.renew()
+    quarn.wait_for_status("Getting new serverlist from master...")
     quarn.wait_for_rows(len(listed(network, game)))
 
 
 def scan(quarn):
     quarn.press_toolbar("refreshall")
     quarn.wait_for_scan()
+
+
+def fetch_and_scan(quarn, network, game):
+    """Of a Half-Life server's three datagrams those that are late behind the first are not waited for, as they
+    are on a busy machine, so all are asked again. The one with the players is the last to leave."""
+    players = [f"{server.players} / {server.slots}" for server in listed(network, game)]
+    for _ in range(20 if game == "hl" else 1):
+        fetch(quarn, network, game)
+        scan(quarn)
+        if [row.players for row in quarn.rows()] == players:
+            break
 
 
 @each_family
@@ -54,8 +67,7 @@ def test_renew_lists_what_the_master_knows(browse, game, options):
 @each_family
 def test_refresh_all_shows_what_the_servers_say(browse, game, options):
     quarn, network = browse(game, *options)
-    fetch(quarn, network, game)
-    scan(quarn)
+    fetch_and_scan(quarn, network, game)
     rows = quarn.rows()
     servers = listed(network, game)
     assert [
@@ -170,8 +182,7 @@ def test_refresh_asks_the_selected_servers_only(browse):
 @each_family
 def test_a_click_shows_the_players_of_the_row(browse, game, options):
     quarn, network = browse(game, *options, "--fill", "20-90")
-    fetch(quarn, network, game)
-    scan(quarn)
+    fetch_and_scan(quarn, network, game)
     for number, server in enumerate(network.servers_of(game), 1):
         quarn.click_row(number)
         quarn.do.wait(server.players, "row-count", quarn.control("lvwPlayers"))
@@ -219,10 +230,10 @@ EMPTY_ENTRY = ";0;;;0;0;0;;;0;;;"
 
 
 def empty_entries(network, game):
-    """A Half-Life list has seven bytes a server, but room is made for one of six: what is left over stays in
-    the list, and is not shown."""
+    """A Half-Life list has six bytes a server and one between two, but room is made for one of six: what is left
+    over stays in the list, and is not shown."""
     servers = len(network.servers_of(game))
-    return round(servers * 7 / 6) - servers if game == "hl" else 0
+    return round((servers * 7 - 1) / 6) - servers if game == "hl" else 0
 
 
 def visit_with_password(quarn, number, password):
@@ -241,8 +252,7 @@ def visit_with_password(quarn, number, password):
 @each_family
 def test_a_list_is_saved_byte_for_byte_when_it_is_left(browse, game, options):
     quarn, network = browse(game, *options)
-    fetch(quarn, network, game)
-    scan(quarn)
+    fetch_and_scan(quarn, network, game)
     visit_with_password(quarn, 2, "open sesame")
     rows = quarn.rows()
     saved = quarn.folder / f"servers-{game}.dat"

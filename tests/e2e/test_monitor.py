@@ -9,7 +9,9 @@ from harness.places import BUILD, wait_until
 from harness.quarn import fresh_folder, write_settings
 
 VELMAR = BUILD / "win64" / "tests" / "e2e" / "velmar" / "velmar.exe"
-SERVERS = " 2\r\n127.0.0.1;27960;--;One;5;0;8;baseq3;q3dm1;0;;;\r\n1.2.3.4;28960;--;Two;6;0;8;osp;q3dm2;0;;;\r\n"
+SERVERS = (
+    " 2\r\n127.0.0.1;27960;--;One;5;0;8;baseq3;q3dm1;0;;;\r\n1.2.3.4;28960;--;Two;6;0;8;osp;q3dm2;0;;;\r\n"
+)
 
 
 @pytest.fixture

@@ -1,5 +1,7 @@
 #include "tools/gamenet/Emulation.h"
 
+#include "tools/gamenet/ServerReplies.h"
+
 #include <algorithm>
 #include <array>
 
@@ -110,19 +112,23 @@ void Emulation::answer(std::size_t index, std::string_view request, const Endpoi
             continue;
         }
         pending_.push(
-            {dueTime(port, from, now + reply.delay), order_++, index, from, std::move(reply.bytes)});
+            {dueTime(port, from, request, now + reply.delay), order_++, index, from, std::move(reply.bytes)});
     }
 }
 
-Clock::time_point Emulation::dueTime(Port& port, const Endpoint& to, Clock::time_point due) const {
-    if (port.isMaster || network_.games[world_.servers[port.index].game].family != Family::HalfLife)
+Clock::time_point Emulation::dueTime(Port& port, const Endpoint& to, std::string_view request,
+                                     Clock::time_point due) const {
+    if (port.isMaster)
+        return due;
+    const Family family = network_.games[world_.servers[port.index].game].family;
+    if (family != Family::HalfLife)
         return due;
     const bool sameBurst = port.burstPeer == to && port.burstDue > Clock::now();
     if (!sameBurst) {
         port.burstPeer = to;
         port.burstDue = due;
     }
-    return port.burstDue;
+    return port.burstDue + std::chrono::nanoseconds(closesQuery(family, request) ? 1 : 0);
 }
 
 void Emulation::sendDue() {

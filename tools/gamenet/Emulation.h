@@ -57,7 +57,8 @@ class Emulation {
     void addPort(Descriptor socket, bool isMaster, std::size_t index);
     void receive(std::size_t port);
     void answer(std::size_t port, std::string_view request, const Endpoint& from);
-    Clock::time_point dueTime(Port& port, const Endpoint& to, Clock::time_point due) const;
+    Clock::time_point dueTime(Port& port, const Endpoint& to, std::string_view request,
+                              Clock::time_point due) const;
     void sendDue();
 
     const NetworkSettings& network_;

@@ -14,7 +14,7 @@ enum Purpose : std::uint64_t { LossDraw = 100, JitterDraw, LieDraw, MasterDraw }
 
 // Game servers look at their network once a frame. For the Half-Life family, which is asked three
 // questions at once, the frame is what lets the three answers leave together.
-constexpr milliseconds halfLifeFrame{3};
+constexpr milliseconds halfLifeFrame{10};
 
 std::vector<std::vector<Endpoint>> masterLists(const NetworkSettings& network, const World& world) {
     std::vector<std::vector<Endpoint>> lists(network.games.size());

@@ -168,6 +168,10 @@ bool opensQuery(Family family, std::string_view request) {
     return family != Family::HalfLife || afterWord(request, quake3Mark, "info").has_value();
 }
 
+bool closesQuery(Family family, std::string_view request) {
+    return family != Family::HalfLife || afterWord(request, quake3Mark, "players").has_value();
+}
+
 std::string mainReply(Family family, const ServerStatus& status) {
     if (family == Family::Quake3)
         return quake3Status(status, {});

@@ -28,6 +28,10 @@ std::optional<std::string> serverReply(Family family, const ServerStatus& status
 // requests.
 bool opensQuery(Family family, std::string_view request);
 
+// Whether the answer to this request leaves behind the others of the look at the server, so that whoever has
+// it has them all.
+bool closesQuery(Family family, std::string_view request);
+
 // The family's main reply, as if asked without a challenge.
 std::string mainReply(Family family, const ServerStatus& status);
 

@@ -22,6 +22,18 @@ trap 'exit 130' INT
 trap 'exit 143' TERM
 trap 'exit 129' HUP
 
+# in_background COMMAND...: runs it beside what follows, to be waited for as $background. It is a process group
+# of its own, which ends as a whole when this command ends first.
+in_background() {
+    set -m
+    "$@" &
+    set +m
+    background=$!
+    at_exit end_group "$background"
+}
+
+end_group() { kill -TERM -- "-$1" 2>/dev/null || true; }
+
 # end_process PID: asks a process to end, gives it five seconds, then ends it.
 end_process() {
     local tries

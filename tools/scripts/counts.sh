@@ -5,11 +5,10 @@ passed_in_all=0
 failed_in_all=0
 skipped_in_all=0
 
-# attribute NAME FILE: a number in the head of the first test suite of a result file; 0 when it is not given.
+# attribute NAME FILE: a number in the heads of the test suites of a result file, added up; 0 when it is not given.
 attribute() {
-    local number
-    number=$(tr '\n\t' '  ' <"$2" | grep -o '<testsuite [^>]*>' | head -n 1 | grep -o " $1=\"[0-9]*\"" | tr -dc 0-9) || true
-    echo "${number:-0}"
+    tr '\n\t' '  ' <"$2" | grep -o '<testsuite [^>]*>' | sed -n "s/.* $1=\"\([0-9]*\)\".*/\1/p" |
+        awk '{ sum += $1 } END { print sum + 0 }'
 }
 
 # count_results GROUP FILE: prints one group's counts and adds them to the total.

@@ -151,10 +151,14 @@ std::vector<HWND> Session::TopLevelWindows() const {
 
 HWND Session::MainWindow() const {
     // The window that owns no other and is owned by none, has a title bar, and is no dialog; hidden or not,
-    // since in the tray it is hidden.
+    // since in the tray it is hidden. A dialog that goes meanwhile has lost its class and its owner at once,
+    // so the class is asked for first.
     for (const HWND window : TopLevelWindows()) {
+        const std::string name = ClassOf(window);
+        if (name.empty() || name == "#32770")
+            continue;
         const bool titled = (GetWindowLongA(window, GWL_STYLE) & WS_CAPTION) == WS_CAPTION;
-        if (titled && !GetWindow(window, GW_OWNER) && ClassOf(window) != "#32770")
+        if (titled && !GetWindow(window, GW_OWNER))
             return window;
     }
     throw Failure("the program has no main window");
