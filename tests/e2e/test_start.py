@@ -190,12 +190,12 @@ def test_damaged_definitions_leave_a_usable_program(folder, start, definitions):
 
 
 def dismiss_what_is_shown(quarn):
-    """Answers errors until the window itself can be used."""
+    """Answers errors until the window itself can be used, which it cannot before its tree is filled."""
 
     def usable():
         if quarn.do("is-open", "Quarn - Error") == ["1"]:
             quarn.answer("Quarn - Error", "OK")
-        return [row[2] for row in quarn.do.table("windows")] == ["enabled"]
+        return [row[2] for row in quarn.do.table("windows")] == ["enabled"] and quarn.tree()
 
     wait_until(usable, "the window can be used")
 
@@ -212,7 +212,7 @@ def test_settings_out_of_range_leave_a_usable_program(folder, start, value):
     (program_folder / "Quarn.ini").write_text("\r\n".join(lines + games) + "\r\n", newline="")
     quarn = start(program_folder)
     dismiss_what_is_shown(quarn)
-    assert [text.strip() for text in quarn.tree()][0] == "Games"
+    assert quarn.tree()[0].strip() == "Games"
     quarn.choose("mnuExtrasOptions")
     quarn.answer("Options", "OK")
     dismiss_what_is_shown(quarn)

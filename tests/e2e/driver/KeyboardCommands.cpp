@@ -42,10 +42,19 @@ std::vector<WORD> KeysOf(const std::string& chord) {
     return keys;
 }
 
-// A window that was opened just now gets the keyboard a little later.
+// The control of the window that has the focus, if any.
+HWND FocusIn(HWND window) {
+    GUITHREADINFO information{};
+    information.cbSize = sizeof information;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &information);
+    return information.hwndActive == window ? information.hwndFocus : nullptr;
+}
+
+// A window that was opened just now, or was behind a dialog, gets the keyboard a little later.
 void WaitForTheKeyboard(const Session& session) {
     const auto end = std::chrono::steady_clock::now() + session.timeout;
-    while (GetForegroundWindow() != session.EnabledWindow()) {
+    const auto hasIt = [](HWND window) { return GetForegroundWindow() == window && FocusIn(window); };
+    while (!hasIt(session.EnabledWindow())) {
         if (std::chrono::steady_clock::now() > end)
             throw Failure("another window has the keyboard");
         Sleep(PollMilliseconds);
@@ -82,10 +91,7 @@ Lines Type(Session& session, const Words& arguments) {
 }
 
 Lines Focus(Session& session, const Words&) {
-    GUITHREADINFO information{};
-    information.cbSize = sizeof information;
-    GetGUIThreadInfo(GetWindowThreadProcessId(session.Window(), nullptr), &information);
-    return {"#" + std::to_string(GetDlgCtrlID(information.hwndFocus))};
+    return {"#" + std::to_string(GetDlgCtrlID(FocusIn(session.Window())))};
 }
 
 } // namespace
