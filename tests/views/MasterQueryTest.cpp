@@ -258,6 +258,14 @@ TEST_F(MasterQueryTest, LogsAMasterWhoseNameIsUnknown) {
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
 }
 
+TEST_F(MasterQueryTest, LogsAPacketThatCannotBeSent) {
+    StartWith("d3");
+    browser.sckMaster.whenSent = [](const SentDatagram&) { throw RunTimeError(ErrorNumber::DeviceIOError); };
+    Renew();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServerListGet_Click;57"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1)); // the question alone
+}
+
 TEST_F(MasterQueryTest, SendsOnlyWhenTheOldSocketHasClosed) {
     StartWith("d3");
     Renew();

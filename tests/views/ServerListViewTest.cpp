@@ -325,6 +325,29 @@ TEST_F(ServerListViewTest, LogsARowThatItCannotUpdate) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
+TEST_F(ServerListViewTest, LogsAClickOnARowThatNamesNoRecord) {
+    StartWith({Record()});
+    browser.program.CurrentServer = 1;
+    browser.Controls().lvwServers.Edit(1).main.tag = "x";
+    browser.ClickRow(1);
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;lvwServers_Click;13"));
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+    EXPECT_EQ(browser.program.CurrentServer, 1);
+}
+
+TEST_F(ServerListViewTest, KeepsTheListWhenItsQuestionFails) {
+    StartWith({Record()});
+    browser.fake.prompts.whileOpen = [&] {
+        if (browser.fake.prompts.shown.back().kind == FakePrompts::Kind::YesNo)
+            throw RunTimeError(ErrorNumber::OutOfMemory);
+    };
+    View().mnuServerListClear_Click();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServerListClear_Click;7"));
+    EXPECT_EQ(browser.fake.prompts.shown.size(), 2U);
+    EXPECT_EQ(browser.program.ServerCount, 1);
+    EXPECT_EQ(browser.RowCount(), 1);
+}
+
 TEST_F(ServerListViewTest, ResetsItsViewsToTheListAsItIs) {
     StartWith(3);
     browser.ClickRow(2);
