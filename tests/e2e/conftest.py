@@ -57,14 +57,15 @@ def report(capsys, is_long):
 
 @pytest.fixture
 def gamenet(tmp_path, request):
-    """Starts a game network with the options given; by default the demonstration's 60 servers."""
+    """Starts a game network with the options given; by default the demonstration's 60 servers. `set_up` runs in
+    its process first."""
     running = []
 
-    def start(*options):
+    def start(*options, set_up=None):
         folder = tmp_path / f"gamenet{len(running)}"
         folder.mkdir()
         seed = request.config.getoption("--seed")
-        running.append(Gamenet(folder, "--seed", seed, "--master-port", 0, *options))
+        running.append(Gamenet(folder, "--seed", seed, "--master-port", 0, *options, set_up=set_up))
         return running[-1]
 
     yield start

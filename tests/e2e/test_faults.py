@@ -1,8 +1,14 @@
 """Files that cannot be written, are held by another program or vanish, and servers that refuse: the old file
 stays as it was, a list that cannot be saved stays in front, and the window stays usable."""
 
+import os
+import shutil
+import subprocess
+from pathlib import Path
+
 import pytest
 
+from harness.isolation import IsolatedNetwork
 from harness.places import windows_path
 from harness.quarn import write_settings
 
@@ -130,4 +136,57 @@ def test_servers_that_refuse_do_not_stop_a_scan(browse):
     quarn.wait_for_status("Retrieving*")
     quarn.wait_for_scan()
     assert [row.ping for row in quarn.rows()] == ["20"] * 50
+    quarn.leave()
+
+
+@pytest.fixture
+def isolated(tmp_path, monkeypatch):
+    """A network that can go away, and a Wine of its own in it: programs under Wine are in the network that
+    their server is in."""
+    try:
+        network = IsolatedNetwork()
+    except OSError as error:
+        pytest.skip(f"no network can be made here: {error}")
+    original, prefix = Path(os.environ["WINEPREFIX"]), tmp_path / "wineprefix"
+    subprocess.run(["cp", "-al", original, prefix], check=True)
+    for registry in prefix.glob("*.reg"):
+        registry.unlink()
+        shutil.copy(original / registry.name, registry)
+    monkeypatch.setenv("WINEPREFIX", str(prefix))
+    yield network
+    subprocess.run(["wineserver", "-k"], check=False)
+    network.close()
+
+
+def test_a_scan_outlives_the_network(isolated, gamenet, folder, start):
+    network = gamenet("--games", "d3", "--servers", 30, "--latency", 60, set_up=isolated.join)
+    names = [server.name for server in network.servers_of("d3")]
+    program_folder = folder(network)
+    write_settings(program_folder, games=1, Scanning__PingTimeout=200)
+    quarn = start(program_folder, set_up=isolated.join)
+    quarn.wait_until_usable()
+
+    def named():
+        return [row.name for row in quarn.rows() if row.name]
+
+    quarn.renew()
+    quarn.wait_for_rows(30)
+    quarn.press_toolbar("refreshall")
+    quarn.wait_for_status("*/30", panel=3)
+    isolated.set_up(False)
+    quarn.wait_for_scan()
+    assert len(named()) < 30
+    assert (quarn.rows()[-1].name, quarn.rows()[-1].ping) == ("", "200")
+
+    quarn.renew()
+    quarn.wait_for_status("Getting new serverlist from master...")
+    quarn.wait_for_rows(0)
+    isolated.set_up(True)
+    quarn.renew()
+    quarn.wait_for_rows(30)
+    quarn.press_toolbar("refreshall")
+    quarn.wait_for_scan()
+    # The timer runs through the whole scan and strikes an answer that is on its way now and then.
+    assert len(named()) > 15
+    assert set(named()) <= set(names)
     quarn.leave()

@@ -304,6 +304,21 @@ TEST_F(ScanRepliesTest, LogsADatagramThatItCannotRead) {
     ExpectIdle();
 }
 
+TEST_F(ScanRepliesTest, GoesOnWhileTheNetworkIsAwayAndWhenItIsBack) {
+    StartWith(4);
+    for (std::int32_t n = 1; n <= 4; ++n)
+        browser.network.servers.at(Address(n)).latency = 20;
+    browser.In(30, [&] { browser.sckServer.sendFailure = "the network is away"; });
+    browser.In(2500, [&] { browser.sckServer.sendFailure.clear(); });
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Live 2", "Server 3", "Server 4"));
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("20", "20", "1000", "1000"));
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Live 2", "Live 3", "Live 4"));
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+    ExpectIdle();
+}
+
 TEST_F(ScanRepliesTest, DropsADatagramThatNobodyAskedFor) {
     StartWith(2);
     browser.ClickRow(2);

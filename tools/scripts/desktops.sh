@@ -21,11 +21,13 @@ start_desktops() {
     use_desktop 1
 }
 
-# A copy that was cut short does not bear the name.
+# The copy has the same files, but for the registry, which is written in place. One that was cut short does not
+# bear the name.
 copy_prefix() {
     [[ -e $2 ]] && return
     rm -rf "$2.part"
-    cp -a "$1" "$2.part"
+    cp -al "$1" "$2.part"
+    cp -a --remove-destination "$1"/*.reg "$2.part/"
     mv "$2.part" "$2"
 }
 

@@ -71,9 +71,10 @@ def read_truth(path):
 
 class Gamenet:
     """A running network. It writes its files into `folder`; leaving the `with` block ends it. Of servers
-    outside the network, given with --list, it knows the addresses only."""
+    outside the network, given with --list, it knows the addresses only. `set_up` runs in its process first.
+    """
 
-    def __init__(self, folder, *options):
+    def __init__(self, folder, *options, set_up=None):
         self.games_ini = folder / "Games.ini"
         self.country_file = folder / "countryip.dat"
         self._folder = folder
@@ -89,6 +90,7 @@ class Gamenet:
                 stdin=subprocess.DEVNULL,
                 stdout=log,
                 stderr=subprocess.STDOUT,
+                preexec_fn=set_up,
             )
         wait_until(lambda: ready.exists() or self._has_ended(), "the game network is up")
         self.servers = read_truth(truth)
