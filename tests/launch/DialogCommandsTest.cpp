@@ -43,6 +43,26 @@ TEST_F(DialogCommandsTest, OpenEachDialog) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
+TEST_F(DialogCommandsTest, TellOfADialogThatFails) {
+    Start();
+    const auto fail = [](auto&) { throw RunTimeError(ErrorNumber::OutOfMemory); };
+    browser.dialogs.inSetPassword = fail;
+    browser.dialogs.inAddServer = fail;
+    browser.dialogs.inGamSetup = fail;
+    browser.dialogs.inOptions = fail;
+    browser.dialogs.inAbout = fail;
+    Commands().mnuServSetPass_Click();
+    Commands().mnuServAdd_Click();
+    Commands().mnuExtrasGameSetup_Click();
+    Commands().mnuExtrasOptions_Click();
+    Commands().mnuInfoAbout_Click();
+    EXPECT_THAT(browser.Errors(),
+                ElementsAre("frmMain;mnuServSetPass_Click;7", "frmMain;mnuServAdd_Click;7",
+                            "frmMain;mnuExtrasGameSetup_Click;7", "frmMain;mnuExtrasOptions_Click;7",
+                            "frmMain;mnuInfoAbout_Click;7"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(5));
+}
+
 TEST_F(DialogCommandsTest, DialogsStandOnTopWithTheMainWindow) {
     for (const std::int32_t keepOnTop : {0, 1, 2, -1}) {
         HeadlessBrowser another;

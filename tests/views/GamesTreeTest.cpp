@@ -186,6 +186,7 @@ TEST_F(GamesTreeTest, KeepsSelectionAndExpansionByKey) {
         TreeView& tree = other.Controls().trvGames;
         tree.Select(c.selected);
         tree.Node("q3").expanded = true;
+        tree.Node("fav2").expanded = true;
         tree.Node("fltping").expanded = false;
         other.program.GameVisible[2] = 0;
         other.program.GameVisible[3] = 0;
@@ -194,6 +195,7 @@ TEST_F(GamesTreeTest, KeepsSelectionAndExpansionByKey) {
         other.Form().tree.RefreshTreeView();
         EXPECT_EQ(tree.SelectedKey(), c.after) << c.selected;
         EXPECT_TRUE(tree.Node("q3").expanded);
+        EXPECT_TRUE(tree.Node("fav2").expanded);
         EXPECT_FALSE(tree.Node("fltping").expanded);
         EXPECT_FALSE(tree.Node("fav1").expanded);
         EXPECT_EQ(other.program.CurrentGame, "q3") << "no click was handled";

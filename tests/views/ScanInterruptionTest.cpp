@@ -195,7 +195,9 @@ TEST_F(ScanInterruptionTest, LetsACommandReachTheServerThatTheUserSelected) {
     browser.SelectRows({1});
     During(1, [&] {
         browser.ClickRow(3);
-        browser.program.CurrentServer = 1; // as any datagram of the query leaves it
+        browser.sckServer.ReplyIn(0, HonestReply(1));
+        browser.fake.events.DoEvents();
+        EXPECT_EQ(browser.program.CurrentServer, 1);
         browser.Form().servers.mnuServCopyAddress_Click();
     });
     browser.RefreshSelected();
