@@ -44,6 +44,7 @@ INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LP
 
 void Dialog::Initialise() noexcept {
     CentreOnOwner();
+    TakeIconsOfOwner();
     if (topMost_)
         SetWindowPos(handle_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
     Guarded("Form_Load", [&] { OnInit(); });
@@ -89,6 +90,16 @@ void Dialog::CentreOnOwner() noexcept {
                  (over.top + over.bottom - (own.bottom - own.top)) / 2, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     SendMessageA(handle_, DM_REPOSITION, 0, 0); // back onto the screen, should the owner hang over its edge
+}
+
+// Where a caption shows an icon, it is the program's, not one that stands for any program.
+void Dialog::TakeIconsOfOwner() noexcept {
+    const HWND owner = GetWindow(handle_, GW_OWNER);
+    const auto take = [&](WPARAM kind, int ofClass) {
+        SendMessageA(handle_, WM_SETICON, kind, static_cast<LPARAM>(GetClassLongPtrA(owner, ofClass)));
+    };
+    take(ICON_BIG, GCLP_HICON);
+    take(ICON_SMALL, GCLP_HICONSM);
 }
 
 std::string Dialog::ItemText(int id) const {

@@ -70,6 +70,7 @@ class Dialog {
     void Initialise() noexcept;
     void DispatchCommand(int id, int notification) noexcept;
     void CentreOnOwner() noexcept;
+    void TakeIconsOfOwner() noexcept;
 
     const char* formName_;
     HWND handle_ = nullptr;

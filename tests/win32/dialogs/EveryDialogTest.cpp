@@ -101,6 +101,17 @@ TEST_F(EveryDialogTest, IsOwnedByTheMainWindowAndStandsInItsMiddle) {
     });
 }
 
+TEST_F(EveryDialogTest, BearsTheIconsOfItsOwner) {
+    const HICON big = LoadIconA(nullptr, MAKEINTRESOURCEA(32516));
+    const HICON small = LoadIconA(nullptr, MAKEINTRESOURCEA(32515));
+    SetClassLongPtrA(owner.Handle(), GCLP_HICON, reinterpret_cast<LONG_PTR>(big));
+    SetClassLongPtrA(owner.Handle(), GCLP_HICONSM, reinterpret_cast<LONG_PTR>(small));
+    ForEveryDialog([&](HWND dialog) {
+        EXPECT_EQ(SendMessageA(dialog, WM_GETICON, ICON_BIG, 0), reinterpret_cast<LRESULT>(big));
+        EXPECT_EQ(SendMessageA(dialog, WM_GETICON, ICON_SMALL, 0), reinterpret_cast<LRESULT>(small));
+    });
+}
+
 TEST_F(EveryDialogTest, IsTopMostOnlyWhenAskedTo) {
     for (const bool topMost : {false, true})
         ForEveryDialog(
