@@ -140,6 +140,7 @@ TEST_F(GamesTreeTest, BuildsTheRestWhenANodeCannotBeAdded) {
         EXPECT_THAT(tree.Children("png20"), IsEmpty()) << c.name;
         EXPECT_THAT(tree.Children("favorites"), ElementsAre("fav1", "fav2")) << c.name;
         EXPECT_EQ(other.Errors(), c.errors) << c.name;
+        EXPECT_THAT(other.fake.prompts.shown, IsEmpty()) << c.name;
         const std::vector<std::string> keys = other.TreeKeys();
         other.Form().tree.RefreshTreeView();
         EXPECT_EQ(other.TreeKeys(), keys) << c.name;

@@ -229,6 +229,15 @@ TEST_F(MainFormServicesTest, OffersTheGameSetupWhenNoGameIsShown) {
     EXPECT_THAT(browser.dialogs.shown, SizeIs(1)) << "on the first activation only";
 }
 
+TEST_F(MainFormServicesTest, TellsOfAGameSetupThatFails) {
+    for (int game = 1; game <= 3; ++game)
+        browser.Set("Games", "Visible" + std::to_string(game), 0);
+    browser.dialogs.inGamSetup = [](frmGamSetup&) { throw RunTimeError(ErrorNumber::OutOfMemory); };
+    Start();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;Form_Activate;7"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(2)) << "the offer and the error";
+}
+
 TEST_F(MainFormServicesTest, OffersNoGameSetupWhenTheProgramEndsMeanwhile) {
     browser.fake.files.Remove("C:\\Quarn\\Quarn.ini");
     browser.fake.prompts.whileOpen = [&] { browser.Form().Unload(); };
