@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Times the work on a long server list through the window of the real program.
 
-usage: bench/lists [--servers N] [--rounds N]
+usage: bench/run lists [--servers N] [--rounds N] [--quick]
 
 Of each command two times are printed: until its result shows and the window answers at once again, and the
 longest that the window took to answer meanwhile. Both are read from outside and hold the driver's own way.
@@ -70,7 +70,10 @@ def main():
     )
     arguments.add_argument("--servers", type=int, default=10000)
     arguments.add_argument("--rounds", type=int, default=3)
+    arguments.add_argument("--quick", action="store_true", help="200 servers, one round")
     given = arguments.parse_args()
+    if given.quick:
+        given.servers, given.rounds = 200, 1
     servers = make_servers(given.servers)
     with tempfile.TemporaryDirectory(prefix="quarn-lists-") as temporary:
         session = Session(fresh_folder(pathlib.Path(temporary) / "Quarn"), servers)

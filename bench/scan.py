@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Times a scan of the real program over an emulated network, beside the least that any program must do.
 
-usage: bench/scan [--servers N] [--latency MS,MS...] [--rounds N] [--quick]
+usage: bench/run scan [--servers N] [--latency MS,MS...] [--rounds N] [--quick]
 
 The floor is a loop of socket, question, wait and close over the same servers, under Wine as the program is
 and natively. In each round all three run one after the other; ratios are of that round, and the median of all

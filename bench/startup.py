@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Times the start of the real program beside that of an empty window, and what it takes while it rests.
 
-usage: bench/startup [--rounds N] [--idle SECONDS] [--quick]
+usage: bench/run startup [--rounds N] [--idle SECONDS] [--quick]
 
 A start lasts from the request for the process until its window shows, both read from outside. The
 two programs start in turn; the ratio of the medians is printed. Then the CPU time of the resting program, and

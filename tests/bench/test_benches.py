@@ -18,7 +18,7 @@ def output_of(program, *arguments):
 
 
 def test_each_native_benchmark_stands_beside_its_floor():
-    lines = output_of("run", "--quick").splitlines()
+    lines = output_of("native.py", "--quick").splitlines()
     timed = [line for line in lines if re.match(r"\w+(/\d+)? +[\d.]+ ", line)]
     assert len(timed) > 25
     for line in timed:
@@ -39,5 +39,5 @@ def test_the_start_stands_beside_that_of_an_empty_window():
 
 
 def test_the_work_on_a_list_is_timed_step_by_step():
-    printed = output_of("lists.py", "--servers", "200", "--rounds", "1")
+    printed = output_of("lists.py", "--quick")
     assert len(re.findall(r"\d+ ms, longest gap +\d+ ms", printed)) == 6
