@@ -372,6 +372,7 @@ TEST_F(GamesTreeTest, TellsWhenAFolderHasNoNameToChange) {
         Form().mnuTreeRename_Click();
         EXPECT_EQ(browser.Errors().back(), std::string("frmMain;mnuTreeRename_Click;") + c.error) << c.key;
     }
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(3));
     for (const FakePrompts::Box& box : browser.fake.prompts.shown)
         EXPECT_EQ(box.kind, FakePrompts::Kind::Error);
 }

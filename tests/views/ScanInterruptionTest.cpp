@@ -271,6 +271,38 @@ TEST_F(ScanInterruptionTest, LetsTheFirstScanWaitForRepliesOnlyAfterASecond) {
     ExpectIdle();
 }
 
+TEST_F(ScanInterruptionTest, GoesOnThroughCommandsThatLeaveTheList) {
+    StartWith(3);
+    browser.fake.prompts.textAnswers = {"Renamed"};
+    browser.fake.prompts.fileAnswers = {"C:\\out.txt"};
+    During(2, [&] {
+        browser.Controls().trvGames.Select("fav1");
+        browser.Form().tree.mnuTreeRename_Click();
+        EXPECT_EQ(browser.program.FavoriteNames[1], "Renamed");
+        browser.Form().servers.mnuServerListExport_Click();
+        EXPECT_TRUE(browser.fake.files.Has("C:\\out.txt"));
+        browser.Form().countries.mnuRecheckCountries_Click();
+        DialogCommands& dialogs = browser.Form().dialogs;
+        dialogs.mnuServSetPass_Click();
+        dialogs.mnuServAdd_Click();
+        dialogs.mnuExtrasGameSetup_Click();
+        dialogs.mnuExtrasOptions_Click();
+        dialogs.mnuInfoAbout_Click();
+        EXPECT_THAT(browser.dialogs.shown, SizeIs(5));
+        browser.Form().servers.mnuServCopyAddress_Click();
+        EXPECT_EQ(browser.fake.shell.clipboard, Address(2));
+        browser.Form().game.mnuServMonitor_Click();
+        EXPECT_THAT(browser.fake.shell.opened, SizeIs(1));
+        browser.Form().game.mnuServConnectPlay_Click(); // no executable: the game setup
+        EXPECT_THAT(browser.dialogs.shown, SizeIs(6));
+    });
+    browser.RefreshAll();
+    EXPECT_THAT(Asked(), ElementsAre(1, 2, 3));
+    EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Live 2", "Live 3"));
+    EXPECT_EQ(browser.Message(), "Ready.");
+    ExpectIdle();
+}
+
 TEST_F(ScanInterruptionTest, EndsTheScanBeforeTheListIsReplaced) {
     struct Case {
         const char* name;
