@@ -78,6 +78,14 @@ TEST_F(FavoritesTest, NeedsASelectedServer) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
+TEST_F(FavoritesTest, TellsOfARowThatNamesNoServer) {
+    browser.Controls().lvwServers.Edit(2).main.tag = "x";
+    AddTo(1);
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServAddToFavorites_Click;13"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_FALSE(browser.fake.files.Has(HeadlessBrowser::PathOf("fav1")));
+}
+
 TEST_F(FavoritesTest, ReloadsTheShownListWhateverNodeIsSelected) {
     struct Case {
         const char* selected;
