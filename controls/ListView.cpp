@@ -1,7 +1,6 @@
 #include "controls/ListView.h"
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 namespace quarn {
@@ -9,10 +8,10 @@ namespace quarn {
 namespace {
 
 template<class Matches>
-std::int32_t NearestRow(const std::vector<ListRow>& rows, std::int32_t likely, Matches&& matches) noexcept {
+std::int32_t NearestRow(const ListView::Rows& rows, std::int32_t likely, Matches&& matches) noexcept {
     const auto count = static_cast<std::int32_t>(rows.size());
     const auto isIt = [&](std::int32_t row) {
-        return row >= 1 && row <= count && matches(rows[static_cast<std::size_t>(row) - 1]);
+        return row >= 1 && row <= count && matches(*rows[static_cast<std::size_t>(row) - 1]);
     };
     const std::int32_t start = std::clamp(likely, 1, std::max(count, 1));
     for (std::int32_t distance = 0; distance < count; ++distance) {
@@ -40,15 +39,15 @@ void ListView::MarkDirty(std::int32_t first, std::int32_t last) noexcept {
 }
 
 ListRow& ListView::Edit(std::int32_t row) {
-    ListRow& edited = rows_[Checked(row)];
+    ListRow& edited = *rows_[Checked(row)];
     MarkDirty(row, row);
     return edited;
 }
 
 std::int32_t ListView::Add() {
-    ListRow row;
-    row.identity = nextIdentity_++;
-    row.subItems.resize(static_cast<std::size_t>(std::max(columns.HighestIndex() - 1, 0)));
+    auto row = std::make_unique<ListRow>();
+    row->identity = nextIdentity_++;
+    row->subItems.resize(static_cast<std::size_t>(std::max(columns.HighestIndex() - 1, 0)));
     rows_.push_back(std::move(row));
     changes_.rows = true;
     MarkDirty(RowCount(), RowCount());
@@ -70,13 +69,13 @@ void ListView::RemoveRows(const std::vector<std::int32_t>& ascending) {
     std::size_t kept = Checked(ascending.front());
     std::int32_t focused = focused_;
     for (std::int32_t row = ascending.front(); row <= RowCount(); ++row) {
-        ListRow& current = rows_[static_cast<std::size_t>(row) - 1];
+        std::unique_ptr<ListRow>& current = rows_[static_cast<std::size_t>(row) - 1];
         if (next == ascending.end() || *next != row) {
             rows_[kept++] = std::move(current);
             continue;
         }
         ++next;
-        if (current.selected)
+        if (current->selected)
             --selectedCount_;
         if (focused_ == row)
             focused = 0;
@@ -90,14 +89,19 @@ void ListView::RemoveRows(const std::vector<std::int32_t>& ascending) {
 }
 
 void ListView::Clear() {
-    if (rows_.empty())
-        return;
-    rows_.clear();
+    TakeRows();
+}
+
+ListView::Rows ListView::TakeRows() {
+    Rows taken = std::exchange(rows_, {});
+    if (taken.empty())
+        return taken;
     focused_ = 0;
     selectedCount_ = 0;
     changes_ = {};
     changes_.rows = true;
     changes_.selection = true;
+    return taken;
 }
 
 std::int32_t ListView::RowOf(std::uint32_t identity, std::int32_t likely) const noexcept {
@@ -125,24 +129,24 @@ ListCell& ListView::Cell(std::int32_t row, std::int32_t column) {
 std::int32_t ListView::SelectedRow() const noexcept {
     if (selectedCount_ == 0)
         return 0;
-    if (focused_ >= 1 && focused_ <= RowCount() && rows_[static_cast<std::size_t>(focused_) - 1].selected)
+    if (focused_ >= 1 && focused_ <= RowCount() && rows_[static_cast<std::size_t>(focused_) - 1]->selected)
         return focused_;
     const auto first =
-        std::find_if(rows_.begin(), rows_.end(), [](const ListRow& row) { return row.selected; });
+        std::find_if(rows_.begin(), rows_.end(), [](const auto& row) { return row->selected; });
     return static_cast<std::int32_t>(first - rows_.begin()) + 1;
 }
 
 void ListView::SelectOnly(std::int32_t row) {
     const std::size_t index = Checked(row);
-    if (selectedCount_ == 1 && rows_[index].selected && focused_ == row)
+    if (selectedCount_ == 1 && rows_[index]->selected && focused_ == row)
         return;
     if (selectedCount_ == 1 && focused_ >= 1 && focused_ <= RowCount() &&
-        rows_[static_cast<std::size_t>(focused_) - 1].selected)
-        rows_[static_cast<std::size_t>(focused_) - 1].selected = false;
+        rows_[static_cast<std::size_t>(focused_) - 1]->selected)
+        rows_[static_cast<std::size_t>(focused_) - 1]->selected = false;
     else if (selectedCount_ != 0)
-        for (ListRow& other : rows_)
-            other.selected = false;
-    rows_[index].selected = true;
+        for (const std::unique_ptr<ListRow>& other : rows_)
+            other->selected = false;
+    rows_[index]->selected = true;
     selectedCount_ = 1;
     focused_ = row;
     changes_.selection = true;
@@ -153,32 +157,24 @@ void ListView::EnsureVisible(std::int32_t row) {
     changes_.ensureVisible = row;
 }
 
-void ListView::Sort(std::int32_t key, SortOrder sorting,
-                    const std::function<std::string(const std::string&)>& keyOf) {
-    std::vector<std::string> made;
-    std::vector<std::string_view> keys;
-    made.reserve(rows_.size());
-    keys.reserve(rows_.size());
-    for (std::int32_t row = 1; row <= RowCount(); ++row) {
-        const std::string& text = std::as_const(*this).Cell(row, key + 1).text;
-        keys.push_back(keyOf ? made.emplace_back(keyOf(text)) : text);
-    }
+void ListView::Sort(std::int32_t key, SortOrder sorting) {
+    SortKeys keys;
+    for (std::int32_t row = 1; row <= RowCount(); ++row)
+        keys.Add(std::as_const(*this).Cell(row, key + 1).text);
+    Sort(key, sorting, keys);
+}
+
+void ListView::Sort(std::int32_t key, SortOrder sorting, const SortKeys& keys) {
+    if (keys.Count() != RowCount())
+        throw RunTimeError(ErrorNumber::IndexOutOfBounds);
+    const std::vector<std::uint32_t> order = keys.Sorted(sorting);
+    Rows sorted;
+    sorted.reserve(rows_.size());
     sortKey = key;
     sortOrder = sorting;
 
-    std::vector<std::size_t> order(rows_.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    if (sortOrder == SortOrder::Ascending)
-        std::stable_sort(order.begin(), order.end(),
-                         [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
-    else
-        std::stable_sort(order.begin(), order.end(),
-                         [&](std::size_t a, std::size_t b) { return keys[b] < keys[a]; });
-
-    std::vector<ListRow> sorted;
-    sorted.reserve(rows_.size());
     std::int32_t focused = 0;
-    for (const std::size_t index : order) {
+    for (const std::uint32_t index : order) {
         if (static_cast<std::int32_t>(index) + 1 == focused_)
             focused = static_cast<std::int32_t>(sorted.size()) + 1;
         sorted.push_back(std::move(rows_[index]));
@@ -203,7 +199,7 @@ ListView::Changes ListView::TakeChanges() noexcept {
 
 void ListView::NoteSelected(std::int32_t firstRow, std::int32_t lastRow, bool selected) {
     for (std::int32_t row = std::max(firstRow, 1); row <= std::min(lastRow, RowCount()); ++row) {
-        bool& state = rows_[static_cast<std::size_t>(row) - 1].selected;
+        bool& state = rows_[static_cast<std::size_t>(row) - 1]->selected;
         if (state != selected)
             selectedCount_ += selected ? 1 : -1;
         state = selected;

@@ -7,10 +7,11 @@
 // The model notes what changed since the window last took its changes, so that the window repaints once
 // before it waits instead of at every step.
 
+#include "controls/SortKeys.h"
 #include "core/OneBased.h"
 
 #include <cstdint>
-#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,14 +38,12 @@ struct ListRow {
     bool selected = false;
 };
 
-enum class SortOrder : std::int32_t { Ascending = 0, Descending = 1 };
-
 class ListView {
   public:
     OneBased<ListColumn> columns;
 
     std::int32_t RowCount() const noexcept { return static_cast<std::int32_t>(rows_.size()); }
-    const ListRow& Row(std::int32_t row) const { return rows_[Checked(row)]; }
+    const ListRow& Row(std::int32_t row) const { return *rows_[Checked(row)]; }
 
     // For changing a row; marks it for repainting.
     ListRow& Edit(std::int32_t row);
@@ -54,6 +53,10 @@ class ListView {
     void Remove(std::int32_t row);
     void RemoveRows(const std::vector<std::int32_t>& ascending);
     void Clear();
+
+    // Clears the list and hands over its rows; many of them take their time to be freed.
+    using Rows = std::vector<std::unique_ptr<ListRow>>;
+    Rows TakeRows();
 
     // Number of the row with this identity, or of the nearest with this tag; 0 when there is none. Looked for
     // from row `likely` outwards.
@@ -74,11 +77,10 @@ class ListView {
     SortOrder sortOrder = SortOrder::Ascending;
     std::int32_t sortKey = 0; // the sub item sorted by, 0: the main text
 
-    // Sets key and order and puts the rows into that order by the texts of the key's cells; rows with equal
-    // keys keep their order, in either direction. `keyOf`, where given, maps a text to bytes that compare as
-    // the texts shall; where it throws, nothing has changed.
-    void Sort(std::int32_t key, SortOrder order,
-              const std::function<std::string(const std::string&)>& keyOf = {});
+    // Sets key and order and puts the rows into that order by the texts of the key's cells, or by keys made
+    // of them, one for each row. Rows with equal keys keep their order, in either direction.
+    void Sort(std::int32_t key, SortOrder order);
+    void Sort(std::int32_t key, SortOrder order, const SortKeys& keys);
 
     // While updates are locked the window paints nothing of this list.
     bool updatesLocked = false;
@@ -104,7 +106,7 @@ class ListView {
     std::size_t Checked(std::int32_t row) const;
     void MarkDirty(std::int32_t first, std::int32_t last) noexcept;
 
-    std::vector<ListRow> rows_;
+    Rows rows_; // apart from each other, so that a sort need not move them
     std::uint32_t nextIdentity_ = 1;
     std::int32_t focused_ = 0;
     std::int32_t selectedCount_ = 0;

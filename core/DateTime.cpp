@@ -63,9 +63,12 @@ std::string LogDateText(DateTime time) {
 
 std::string SortableDateText(DateTime time) {
     const CalendarTime c = time.Calendar();
-    char text[80];
-    std::snprintf(text, sizeof text, "%04d%02d%02d%02d%02d%02d", c.year, c.month, c.day, c.hour, c.minute,
-                  c.second);
+    std::string text(14, '0');
+    std::size_t end = text.size();
+    for (int number : {c.second, c.minute, c.hour, c.day, c.month, c.year % 100, c.year / 100}) {
+        text[--end] = static_cast<char>('0' + number % 10);
+        text[--end] = static_cast<char>('0' + number / 10);
+    }
     return text;
 }
 

@@ -1,12 +1,12 @@
 #include "views/clsQuickList.h"
 
 #include "support/Trap.h"
+#include "views/GeneralDates.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <string_view>
 #include <utility>
-#include <vector>
 
 namespace quarn {
 
@@ -22,10 +22,11 @@ bool IsPlainNumber(const std::string& text) {
 }
 
 // Twenty digits, a point and ten decimals, so that numbers of any usual size compare as text.
-std::string FormatNumberPattern(const std::string& digits) {
-    constexpr std::size_t WholeDigits = 20;
-    std::string text = "00000000000000000000.0000000000";
-    return text.replace(WholeDigits - digits.size(), digits.size(), digits);
+void FormatNumberPattern(const std::string& digits, std::string& key) {
+    constexpr std::string_view Zero = "00000000000000000000.0000000000";
+    constexpr std::size_t WholeDigits = Zero.find('.');
+    key = Zero;
+    key.replace(WholeDigits - digits.size(), digits.size(), digits);
 }
 
 std::string FormatNumberPattern(double value) {
@@ -70,72 +71,70 @@ void clsQuickList::SortColumn(std::int32_t column) {
     if (sortType == "PICTURE" && column == 1)
         SortByPicture();
     else if (sortType == "STRING")
-        SetSortOrder(column, [this](const std::string& text) { return desktop_.locale.SortKey(text); });
+        SetSortOrder(column, KeysOf(column, [this](const std::string& text, std::string& key) {
+                         key = desktop_.locale.SortKey(text);
+                     }));
     else if (sortType == "NUMBER")
-        SortByKeys(column, [this](const std::string& text) { return NumberKey(text); });
+        SetSortOrder(column, KeysOf(column, [this](const std::string& text, std::string& key) {
+                         MakeNumberKey(text, key);
+                     }));
     else if (sortType == "DATE")
-        SortByKeys(column, [this](const std::string& text) { return DateKey(text); });
+        SetSortOrder(column, KeysOf(column, [dates = GeneralDates(desktop_.locale)](
+                                                const std::string& text, std::string& key) mutable {
+                         key = SortableDateText(dates.Read(text));
+                     }));
 }
 
 void clsQuickList::SortByPicture() {
     ListView& list = Target();
+    SortKeys keys;
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
-        list.Cell(row, 1).text = list.Row(row).smallIcon;
-    SetSortOrder(1);
+        keys.Add(list.Row(row).smallIcon);
+    SetSortOrder(1, keys);
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
         list.Cell(row, 1).text.clear();
 }
 
-void clsQuickList::SortByKeys(std::int32_t column, const KeyOf& keyOf) {
+// All are made before anything is changed: a cell without a key ends the sort.
+SortKeys clsQuickList::KeysOf(std::int32_t column, const MakeKey& makeKey) const {
     ListView& list = Target();
-    std::vector<std::string> keys; // all made before any cell is touched: a cell without a key ends the sort
-    keys.reserve(static_cast<std::size_t>(list.RowCount()));
-    for (std::int32_t row = 1; row <= list.RowCount(); ++row)
-        keys.push_back(keyOf(std::as_const(list).Cell(row, column).text));
-
+    SortKeys keys;
+    std::string key;
     for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
-        ListCell& cell = list.Cell(row, column);
-        cell.tag = cell.text + '\0' + cell.tag;
-        cell.text = std::move(keys[static_cast<std::size_t>(row) - 1]);
+        makeKey(std::as_const(list).Cell(row, column).text, key);
+        keys.Add(key);
+        if (betweenRows_) {
+            list.updatesLocked = false;
+            betweenRows_();
+            list.updatesLocked = true;
+        }
     }
-    SetSortOrder(column);
-    RestoreCellTexts(column);
+    return keys;
 }
 
-void clsQuickList::RestoreCellTexts(std::int32_t column) {
-    ListView& list = Target();
-    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
-        ListCell& cell = list.Cell(row, column);
-        const std::size_t end = cell.tag.find('\0');
-        cell.text = cell.tag.substr(0, end);
-        cell.tag.erase(0, end + 1);
-    }
-}
-
-void clsQuickList::SetSortOrder(std::int32_t column, const KeyOf& orderOf) {
+void clsQuickList::SetSortOrder(std::int32_t column, const SortKeys& keys) {
     ListView& list = Target();
     const bool ascending = list.sortOrder == SortOrder::Descending;
-    list.Sort(column - 1, ascending ? SortOrder::Ascending : SortOrder::Descending, orderOf);
+    list.Sort(column - 1, ascending ? SortOrder::Ascending : SortOrder::Descending, keys);
     if (lastColumn_ != 0)
         list.columns[lastColumn_].headerIcon.clear();
     list.columns[column].headerIcon = ascending ? "ascending" : "descending";
     lastColumn_ = column;
 }
 
-std::string clsQuickList::NumberKey(const std::string& text) const {
+void clsQuickList::MakeNumberKey(const std::string& text, std::string& key) const {
     // So is nearly every cell, and asking the locale would cost more than all the rest of a sort.
-    if (IsPlainNumber(text))
-        return FormatNumberPattern(text);
-    if (!desktop_.locale.IsNumeric(text))
-        return {};
-    const double value = desktop_.locale.ToDouble(text);
-    const std::string magnitude = FormatNumberPattern(std::fabs(value));
-    // "&" stands before the digits, and the complement of each digit reverses the order of the magnitudes.
-    return value < 0 ? "&" + InvertDigits(magnitude) : magnitude;
-}
-
-std::string clsQuickList::DateKey(const std::string& text) const {
-    return SortableDateText(desktop_.locale.ToDate(text));
+    if (IsPlainNumber(text)) {
+        FormatNumberPattern(text, key);
+    } else if (!desktop_.locale.IsNumeric(text)) {
+        key.clear();
+    } else {
+        const double value = desktop_.locale.ToDouble(text);
+        key = FormatNumberPattern(std::fabs(value));
+        // "&" stands before the digits, and the complement of each reverses the order of the magnitudes.
+        if (value < 0)
+            key = "&" + InvertDigits(key);
+    }
 }
 
 std::string clsQuickList::InvertDigits(std::string text) {

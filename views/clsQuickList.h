@@ -3,9 +3,9 @@
 // Sorts one list view by a column according to the column's sort type, with an arrow in the header, and
 // writes the rows' main texts to a file.
 //
-// The list orders its rows by text. To make numbers, dates and pictures sort right, the texts of the sort
-// column are parked in the cells' tags and replaced by keys that compare as text; after the sort the texts
-// come back. A failed sort leaves texts, tags, order and arrow as they were, and is logged.
+// The list orders its rows by keys that compare as text. They are made of the column's texts, beside the
+// cells, which keep their texts and tags; only then does the order change, at one stroke. A failed sort
+// leaves order and arrow as they were, and is logged.
 
 #include "controls/ListView.h"
 #include "desktop/Desktop.h"
@@ -14,12 +14,16 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 
 namespace quarn {
 
 class clsQuickList {
   public:
-    clsQuickList(clsAppLog& log, const Desktop& desktop) : log_(log), desktop_(desktop) {}
+    // `betweenRows`, where given, is called while a sort prepares itself, so that events can run; rows and
+    // texts must still be the same afterwards.
+    clsQuickList(clsAppLog& log, const Desktop& desktop, std::function<void()> betweenRows = {})
+        : log_(log), desktop_(desktop), betweenRows_(std::move(betweenRows)) {}
 
     // The list to sort. It must outlive this object.
     void SetTargetList(ListView& list) { target_ = &list; }
@@ -31,20 +35,19 @@ class clsQuickList {
     void SaveListToFile(const std::string& strFileName);
 
   private:
-    using KeyOf = std::function<std::string(const std::string&)>;
+    using MakeKey = std::function<void(const std::string& text, std::string& key)>;
 
     ListView& Target() const;
     void SortColumn(std::int32_t column);
     void SortByPicture();
-    void SortByKeys(std::int32_t column, const KeyOf& keyOf);
-    void SetSortOrder(std::int32_t column, const KeyOf& orderOf = {});
-    void RestoreCellTexts(std::int32_t column);
-    std::string NumberKey(const std::string& text) const;
-    std::string DateKey(const std::string& text) const;
+    SortKeys KeysOf(std::int32_t column, const MakeKey& makeKey) const;
+    void SetSortOrder(std::int32_t column, const SortKeys& keys);
+    void MakeNumberKey(const std::string& text, std::string& key) const;
     static std::string InvertDigits(std::string text);
 
     clsAppLog& log_;
     const Desktop& desktop_;
+    std::function<void()> betweenRows_;
     ListView* target_ = nullptr;
     std::int32_t lastColumn_ = 0;
 };

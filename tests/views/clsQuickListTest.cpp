@@ -313,6 +313,25 @@ TEST_F(QuickListTest, LocksTheWindowsUpdatesAsLongAsItSorts) {
     EXPECT_FALSE(list.updatesLocked);
 }
 
+TEST_F(QuickListTest, LetsEventsRunWhileNoCellHoldsAKey) {
+    for (const std::int32_t column : {+Text, +Number, +Date}) {
+        const Texts texts = {"2/2/2020", "1/1/2020", "3/3/2020"};
+        std::vector<Texts> shown;
+        clsQuickList patient(log, desktop, [&] {
+            EXPECT_FALSE(list.updatesLocked);
+            shown.push_back(Column(column));
+        });
+        patient.SetTargetList(list);
+        Fill(column, texts);
+        list.sortOrder = SortOrder::Descending;
+        patient.SortList(static_cast<std::int16_t>(column));
+        EXPECT_THAT(shown, ElementsAre(texts, texts, texts));
+        EXPECT_FALSE(list.updatesLocked);
+        EXPECT_EQ(list.sortOrder, SortOrder::Ascending);
+    }
+    EXPECT_THAT(Errors(), IsEmpty());
+}
+
 TEST_F(QuickListTest, LeavesTheListAsItWasWhenTheSystemFails) {
     Fill(Text, {"b", "a"});
     sorter.SortList(Text);

@@ -5,6 +5,7 @@
 #include "win32/Handles.h"
 #include "win32/SystemError.h"
 
+#include <array>
 #include <cmath>
 
 namespace quarn {
@@ -78,6 +79,11 @@ std::string LocaleTextWin::SortKey(const std::string& text) const {
         return {}; // the call takes no empty text; an empty key sorts before all others
     constexpr DWORD Flags = LCMAP_SORTKEY | NORM_IGNORECASE;
     const int length = static_cast<int>(text.size());
+    std::array<char, 1024> buffer;
+    const auto room = static_cast<int>(buffer.size());
+    const int made = LCMapStringA(LOCALE_USER_DEFAULT, Flags, text.data(), length, buffer.data(), room);
+    if (made != 0)
+        return {buffer.data(), static_cast<std::size_t>(made)};
     const int needed = LCMapStringA(LOCALE_USER_DEFAULT, Flags, text.data(), length, nullptr, 0);
     std::string key(needed, '\0');
     if (needed == 0 || LCMapStringA(LOCALE_USER_DEFAULT, Flags, text.data(), length, key.data(), needed) == 0)

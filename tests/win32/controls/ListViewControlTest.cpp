@@ -221,7 +221,7 @@ TEST_F(ListViewControlTest, KeepsTheSelectionWithItsRowsWhenOthersGo) {
 TEST_F(ListViewControlTest, MovesTheSelectionWithASort) {
     AddRows({"b", "c", "a"});
     SelectInControl(1);
-    model.Sort(2, SortOrder::Ascending, [](const std::string& text) { return text; });
+    model.Sort(2, SortOrder::Ascending);
     control.Flush();
     EXPECT_FALSE(IsSelected(1));
     EXPECT_TRUE(IsSelected(2));

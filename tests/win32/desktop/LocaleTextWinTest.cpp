@@ -1,9 +1,12 @@
 #include "win32/desktop/LocaleTextWin.h"
 
 #include "tests/support_code/Errors.h"
+#include "views/GeneralDates.h"
 #include "win32/WindowsHeaders.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <string>
 #include <vector>
 
 namespace quarn {
@@ -94,6 +97,28 @@ TEST_F(LocaleTextWinTest, EverySecondOfADaySurvivesTheConversionToADateAndBack) 
 TEST_F(LocaleTextWinTest, ReadsDatesInOtherForms) {
     for (const char* text : {"2/29/2024", "02/29/2024", "2024-02-29", "February 29, 2024", " 2/29/2024 "})
         EXPECT_EQ(locale.ToDate(text), DateTime::From({2024, 2, 29, 0, 0, 0})) << text;
+}
+
+// Reads nothing itself once it is told so.
+class SilentLocale : public LocaleTextWin {
+  public:
+    bool silent = false;
+    DateTime ToDate(const std::string& text) const override {
+        EXPECT_FALSE(silent) << text;
+        return LocaleTextWin::ToDate(text);
+    }
+};
+
+TEST_F(LocaleTextWinTest, GeneralDatesAreReadAsItReadsThem) {
+    SilentLocale silent;
+    GeneralDates dates(silent);
+    silent.silent = true;
+    const std::int64_t first = DateTime::From({1990, 1, 1, 0, 0, 1}).seconds;
+    constexpr std::int64_t Step = 86400 * 3 + 3600 + 61;
+    for (std::int64_t i = 0; i < 5000; ++i) {
+        const std::string text = locale.FromDate(DateTime{first + i * Step});
+        EXPECT_EQ(dates.Read(text), locale.ToDate(text)) << text;
+    }
 }
 
 TEST_F(LocaleTextWinTest, RefusesWhatIsNoDate) {
