@@ -4,7 +4,7 @@
 usage: bench/run lists [--servers N] [--rounds N] [--quick]
 
 Of each command two times are printed: until its result shows and the window answers at once again, and the
-longest that the window took to answer meanwhile. Both are read from outside and hold the driver's own way.
+longest that a message to the window waited meanwhile. Both are read from outside and hold the driver's own way.
 """
 import argparse
 import pathlib

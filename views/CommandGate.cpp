@@ -29,14 +29,20 @@ void CommandGate::Execute(const std::function<void()>& command) {
         FinishOutermost();
 }
 
+bool CommandGate::RunFirstDeferred() {
+    if (deferred_.empty() || MustWait(deferred_.front().kind))
+        return false;
+    const Deferred next = std::move(deferred_.front());
+    deferred_.pop_front();
+    if (next.kind == Kind::ReplacesList)
+        --replacementsWaiting_;
+    const DepthScope scope(commandDepth_);
+    next.command();
+    return true;
+}
+
 void CommandGate::FinishOutermost() {
-    while (!deferred_.empty() && !closing_) {
-        const Deferred next = std::move(deferred_.front());
-        deferred_.pop_front();
-        if (next.kind == Kind::ReplacesList)
-            --replacementsWaiting_;
-        const DepthScope scope(commandDepth_);
-        next.command();
+    while (!closing_ && RunFirstDeferred()) {
     }
     if (closing_)
         UnloadOnce();
@@ -67,7 +73,8 @@ void CommandGate::CloseAtOnce(std::function<void()> unload) {
 
 bool CommandGate::WaitUntil(const std::function<bool()>& condition) {
     while (!closing_ && !condition())
-        events_.WaitForEvent();
+        if (!RunFirstDeferred())
+            events_.WaitForEvent();
     return !closing_;
 }
 

@@ -4,8 +4,9 @@
 //
 // Everything runs on one thread, and long operations let events run in between; so a command can arrive in
 // the middle of a scan or of a list being loaded or saved. Three rules keep every list whole:
-//  - While a list is loaded or saved, or made ready to be filled anew, commands wait; they run once, in their
-//    order, when it is done.
+//  - While a list is loaded, saved, listed or sorted, or made ready to be filled anew, commands wait; they
+//  run
+//    once, in their order, when it is done, also inside a scan that was running before.
 //  - A command that replaces the list first ends a running scan as "stop" does and waits for its end. Other
 //    commands, a second scan included, run at once inside the scan.
 //  - Closing ends every wait at once. When the stack has unwound to its outermost command, the window is
@@ -35,8 +36,8 @@ class CommandGate {
 
     bool Closing() const noexcept { return closing_; }
 
-    // Lets events run until the condition holds, asleep in between; checked after every single event. False:
-    // the program is closing.
+    // Lets events run until the condition holds, asleep in between; checked after every single event, and
+    // after each command that had to wait until now. False: the program is closing.
     bool WaitUntil(const std::function<bool()>& condition);
 
     // Lets pending events run, for use inside a loop over many records.
@@ -59,7 +60,7 @@ class CommandGate {
     };
 
   public:
-    // The list is being loaded, saved or made ready for as long as this lives.
+    // The list is being loaded, saved, listed, sorted or made ready for as long as this lives.
     struct ListActivity : DepthScope {
         explicit ListActivity(CommandGate& gate) : DepthScope(gate.listDepth_) {}
     };
@@ -77,6 +78,7 @@ class CommandGate {
 
     bool MustWait(Kind kind) const noexcept;
     void Execute(const std::function<void()>& command);
+    bool RunFirstDeferred(); // false: there is none that may run
     void FinishOutermost();
     void UnloadOnce();
 

@@ -195,6 +195,7 @@ void GamesTree::TogglePingFilter(TreeNode& node) {
 }
 
 void GamesTree::RelistServers() {
+    const CommandGate::ListActivity activity(form_.gate);
     servers_.ResetServerViews();
     servers_.ListServers();
 }

@@ -43,7 +43,7 @@ ServerListView::ServerListView(const MainFormContext& form, ServerDetails& detai
     : form_(form),
       details_(details),
       countries_(countries),
-      serverSorter_(*form.program.AppLog, form.desktop),
+      serverSorter_(*form.program.AppLog, form.desktop, [this] { form_.gate.LetEventsRun(); }),
       playerSorter_(*form.program.AppLog, form.desktop) {
     serverSorter_.SetTargetList(form_.controls.lvwServers);
     playerSorter_.SetTargetList(form_.controls.lvwPlayers);
@@ -65,13 +65,17 @@ bool ServerListView::PassesFilters(const ServerRecord& server) const {
     return !IsPingLimit(form_.program.FilterPing) || server.Ping <= form_.program.FilterPing;
 }
 
+// Thousands of rows take their time, so events run in between; what would change the list or its records
+// waits.
 void ServerListView::ListServers(bool lookUpCountry) {
+    const CommandGate::ListActivity activity(form_.gate);
     Trapped(*form_.program.AppLog, MainFormName, "ListServers", OnError::Log, [&] {
         const std::int32_t last = form_.program.LastServerIndex();
         for (std::int32_t index = form_.program.PreviousServerCount + 1; index <= last; ++index) {
             const bool isHole = form_.program.Servers[index].Address.empty();
             if (!isHole && ValidateFilter(index))
                 AddServerListItem(index, lookUpCountry);
+            form_.gate.LetEventsRun();
         }
         form_.controls.SetStatus(CountPanel, std::to_string(form_.program.ServerCount) + " servers");
     });
@@ -90,8 +94,8 @@ void ServerListView::AddServerListItem(std::int32_t index, bool lookUpCountry) {
         location.text = server.Country;
         location.reportIcon = server.Country == UnknownCountry ? "" : server.Country;
         FillRow(row, server);
-        if (server.LastVisit.IsZero())
-            list.Cell(row, 1 + LastVisitColumn).text.clear();
+        if (!server.LastVisit.IsZero())
+            list.Cell(row, 1 + LastVisitColumn).text = form_.desktop.locale.FromDate(server.LastVisit);
     });
 }
 
@@ -104,26 +108,32 @@ void ServerListView::FillRow(std::int32_t row, const ServerRecord& server) {
     list.Cell(row, 1 + PingColumn).text = std::to_string(server.Ping);
     list.Cell(row, 1 + GameColumn).text = server.ModName;
     list.Cell(row, 1 + MapColumn).text = server.Map;
-    list.Cell(row, 1 + LastVisitColumn).text = form_.desktop.locale.FromDate(server.LastVisit);
 }
 
 void ServerListView::UpdateServerListItem(std::int32_t row) {
     Trapped(*form_.program.AppLog, MainFormName, "UpdateServerListItem", OnError::Log, [&] {
         ListView& list = form_.controls.lvwServers;
-        if (ValidateFilter(ToLong(list.Row(row).main.tag)))
-            FillRow(row, form_.program.Servers[form_.program.CurrentServer]);
-        else
+        if (!ValidateFilter(ToLong(list.Row(row).main.tag))) {
             list.Remove(row);
+            return;
+        }
+        const ServerRecord& server = form_.program.Servers[form_.program.CurrentServer];
+        FillRow(row, server);
+        list.Cell(row, 1 + LastVisitColumn).text = form_.desktop.locale.FromDate(server.LastVisit);
     });
 }
 
 void ServerListView::ResetServerViews() {
     countries_.ForgetFailure();
-    form_.controls.lvwServers.Clear();
+    ListView::Rows discarded = form_.controls.lvwServers.TakeRows();
     details_.Clear();
     form_.program.PreviousServerCount = 0;
     form_.program.ServerCount = form_.program.Servers.HighestIndex();
     form_.program.CurrentServer = 0;
+
+    const CommandGate::ListActivity activity(form_.gate);
+    for (; !discarded.empty(); discarded.pop_back())
+        form_.gate.LetEventsRun();
 }
 
 bool ServerListView::ConfirmClearServerList() {
@@ -204,6 +214,7 @@ void ServerListView::lvwServers_MouseUp() {
 
 void ServerListView::lvwServers_ColumnClick(std::int32_t column) {
     form_.gate.Run(CommandGate::Kind::Ordinary, [this, column] {
+        const CommandGate::ListActivity activity(form_.gate);
         serverSorter_.SortList(ColumnIndex(column));
         form_.program.LastSortColumn = column;
         form_.program.LastSortOrder = static_cast<std::int32_t>(form_.controls.lvwServers.sortOrder);

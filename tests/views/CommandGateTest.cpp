@@ -185,6 +185,35 @@ TEST_F(CommandGateTest, ChecksAConditionBeforeItWaitsAndAfterEachEvent) {
     EXPECT_EQ(fake.events.Pending(), 3U);
 }
 
+TEST_F(CommandGateTest, RunsWhatHadToWaitForAListInAScanWithoutWaitingForItsEnd) {
+    RunWith<ScanActivity>(Kind::Ordinary, [&] {
+        fake.events.Post([&] {
+            RunWith<ListActivity>(Kind::Ordinary, [&] {
+                gate.Run(Kind::Ordinary, Note('a'));
+                gate.Run(Kind::ReplacesList, Note('b'));
+                gate.Run(Kind::Ordinary, Note('c'));
+            });
+        });
+        fake.events.PostIn(10, Note('x'));
+        EXPECT_TRUE(gate.WaitUntil([&] { return ran.ends_with('x'); }));
+    });
+    EXPECT_EQ(ran, "(()ax)bc");
+}
+
+TEST_F(CommandGateTest, ChecksAConditionAfterEachCommandThatHadToWait) {
+    RunWith<ScanActivity>(Kind::Ordinary, [&] {
+        fake.events.Post([&] {
+            RunWith<ListActivity>(Kind::Ordinary, [&] {
+                gate.Run(Kind::Ordinary, Note('a'));
+                gate.Run(Kind::Ordinary, Note('b'));
+            });
+        });
+        EXPECT_TRUE(gate.WaitUntil([&] { return ran.ends_with('a'); }));
+        ran += '.';
+    });
+    EXPECT_EQ(ran, "(()a.)b");
+}
+
 TEST_F(CommandGateTest, EndsAWaitWhenItCloses) {
     fake.events.PostIn(10, [&] { gate.Close(Note('u')); });
     fake.events.PostIn(20, Note('x'));

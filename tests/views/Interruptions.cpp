@@ -220,6 +220,29 @@ const std::vector<Place>& Places() {
              });
              b.RefreshAll();
          }},
+        {"while the rows of a list go",
+         [](BusyBrowser& b, const std::function<void()>& meanwhile) {
+             AtYield(b, 3, meanwhile);
+             Click(b, "fltkey");
+         }},
+        {"while servers are listed",
+         [](BusyBrowser& b, const std::function<void()>& meanwhile) {
+             AtYield(b, b.RowCount() + 3, meanwhile);
+             Click(b, "fltkey");
+         }},
+        {"while a list is sorted",
+         [](BusyBrowser& b, const std::function<void()>& meanwhile) {
+             AtYield(b, 3, meanwhile);
+             b.Form().servers.lvwServers_ColumnClick(4);
+         }},
+        {"while a list is sorted in a scan",
+         [](BusyBrowser& b, const std::function<void()>& meanwhile) {
+             b.In(30, [&b, meanwhile] {
+                 AtYield(b, 3, meanwhile);
+                 b.Form().servers.lvwServers_ColumnClick(4);
+             });
+             b.RefreshAll();
+         }},
         {"when nothing is at work",
          [](BusyBrowser&, const std::function<void()>& meanwhile) { meanwhile(); }},
     };

@@ -118,6 +118,8 @@ bool EventPumpWin::RunNext() {
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
+    // Also where the windows were brought up to date in the middle of the handler: it went on after that.
+    updatePending_ = true;
     return true;
 }
 

@@ -8,6 +8,8 @@
 #include <chrono>
 #include <initializer_list>
 #include <optional>
+#include <stop_token>
+#include <thread>
 
 namespace quarn::uidrive {
 
@@ -22,6 +24,36 @@ constexpr std::chrono::milliseconds LateAnswer(20);
 // Work that a window puts off, as it does its painting, has begun by then.
 constexpr std::chrono::milliseconds QuietEnd(100);
 
+// Asks the window again and again whether it answers, beside whatever else is asked of it: a reading of many
+// messages lasts long in a window that is at work, but deaf is only one that leaves a single message waiting.
+class AnswerWatch {
+  public:
+    explicit AnswerWatch(HWND window)
+        : thread_([this, window](std::stop_token stop) { Watch(window, stop); }) {}
+
+    Clock::duration Longest() {
+        thread_.request_stop();
+        thread_.join();
+        return longest_;
+    }
+
+  private:
+    void Watch(HWND window, const std::stop_token& stop) noexcept {
+        while (!stop.stop_requested()) {
+            const auto asked = Clock::now();
+            DWORD_PTR ignored = 0;
+            SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, LongestAnswer, &ignored);
+            longest_ = std::max(longest_, Clock::now() - asked);
+            Sleep(1);
+        }
+    }
+
+    static constexpr UINT LongestAnswer = 10'000; // milliseconds
+
+    Clock::duration longest_{};
+    std::jthread thread_; // last, as it uses the rest
+};
+
 std::string Milliseconds(Clock::duration duration) {
     return std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(duration).count());
 }
@@ -29,9 +61,9 @@ std::string Milliseconds(Clock::duration duration) {
 } // namespace
 
 Interpreter::Interpreter() {
-    for (const auto group : {ProcessCommands, WindowCommands, ControlCommands, TreeViewCommands,
-                             ListViewCommands, BarCommands, InputCommands, KeyboardCommands, FileCommands,
-                             AccessibleCommands}) {
+    for (const auto group :
+         {ProcessCommands, WindowCommands, ControlCommands, TreeViewCommands, ListViewCommands, BarCommands,
+          InputCommands, KeyboardCommands, FileCommands, AccessibleCommands}) {
         const Commands offered = group();
         commands_.insert(commands_.end(), offered.begin(), offered.end());
     }
@@ -80,21 +112,20 @@ Lines Interpreter::Measure(Session& session, const Words& words) const {
     const Words polled(words.begin() + 2, words.end());
     const HWND window = session.Window();
     const auto start = Clock::now();
-    Clock::duration longest{};
+    AnswerWatch watch(window);
     Clock::time_point done = start;
     for (bool reached = false; !reached || Clock::now() < done + QuietEnd; Sleep(1)) {
         const auto asked = Clock::now();
         Send(window, WM_NULL);
         const bool reachedNow = !reached && Matches(Joined(Run(session, polled), "\n"), words[1]);
         const auto answered = Clock::now();
-        longest = std::max(longest, answered - asked);
         if (reachedNow || !reached || answered - asked > LateAnswer)
             done = answered;
         reached = reached || reachedNow;
         if (answered > start + session.timeout)
             throw Failure("measured in vain until \"" + words[1] + "\"");
     }
-    return {Milliseconds(done - start) + " " + Milliseconds(longest)};
+    return {Milliseconds(done - start) + " " + Milliseconds(watch.Longest())};
 }
 
 Lines Interpreter::Help() const {

@@ -143,6 +143,24 @@ TEST_F(EventPumpWinTest, WhatALongCommandLeavesIsShownAtOnce) {
     EXPECT_LT(shown - ended, 300'000);
 }
 
+TEST_F(EventPumpWinTest, WhatACommandDoesAfterItsLastYieldIsShown) {
+    int updates = 0;
+    bool ended = false;
+    pump.updateWindows = [&] {
+        ++updates;
+        if (ended)
+            PostQuitMessage(0);
+    };
+    onMessage = [&] {
+        const int before = updates;
+        EXPECT_TRUE(DoEventsUntil([&] { return updates > before; }));
+        ended = true;
+    };
+    Post(1);
+    pump.Run(); // no other message comes
+    EXPECT_TRUE(ended);
+}
+
 class EventPumpWinActTest : public EventPumpWinTest {
   protected:
     // Whether the message, to a window that the user sees, is run on windows brought up to date.
