@@ -1,20 +1,12 @@
 #include "win32/desktop/HelpViewerWin.h"
 
 #include "win32/FunctionAddress.h"
-
-#include <cstring>
+#include "win32/SystemLibrary.h"
 
 namespace quarn {
 
-// By its full path: nothing in another folder can pass itself off as the library.
 HelpViewerWin::HtmlHelpFunction* HelpViewerWin::Load() noexcept {
-    constexpr char Library[] = "\\hhctrl.ocx";
-    char path[MAX_PATH + sizeof Library];
-    const UINT length = GetSystemDirectoryA(path, MAX_PATH);
-    if (length == 0 || length >= MAX_PATH)
-        return nullptr;
-    std::memcpy(path + length, Library, sizeof Library);
-    const HMODULE library = LoadLibraryExA(path, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const HMODULE library = LoadSystemLibrary("hhctrl.ocx");
     return library == nullptr ? nullptr : FunctionAddress<HtmlHelpFunction>(library, "HtmlHelpA");
 }
 

