@@ -53,6 +53,8 @@ def test_honest_rows_are_right_in_a_hostile_network(browse, game, report, is_lon
         )
         assert not wrong
         assert len(struck) <= len(honest) // 4
-    assert memory[-1] < memory[0] * 1.1 + 1
+    # Half-Life rules are put behind those that a server has, up to a length, which the largest liars soon have.
+    settled = memory[len(memory) // 2] if game == "hl" else memory[0]
+    assert memory[-1] < settled * 1.1 + 1
     assert max(gaps) < 2000
     quarn.leave()
