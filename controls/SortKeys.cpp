@@ -12,10 +12,13 @@ constexpr int MostStretches = 8; // keys that are alike for longer are compared 
 
 // Bytes of a text as a number that compares as they do; a text that is shorter ends in zeros.
 std::uint64_t WordAt(std::string_view text, std::size_t position) noexcept {
+    const std::size_t start = std::min(position, text.size());
+    const std::size_t size = std::min(text.size() - start, WordSize);
+    const char* const bytes = text.data() + start;
     std::uint64_t word = 0;
-    for (std::size_t i = position; i < position + WordSize; ++i)
-        word = word << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
-    return word;
+    for (std::size_t i = 0; i < size; ++i)
+        word = word << 8 | static_cast<unsigned char>(bytes[i]);
+    return size == 0 ? 0 : word << 8 * (WordSize - size);
 }
 
 } // namespace
