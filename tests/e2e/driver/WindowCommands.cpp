@@ -74,6 +74,12 @@ Lines Rectangle(Session& session, const Words& arguments) {
             std::to_string(rect.right - rect.left) + " " + std::to_string(rect.bottom - rect.top)};
 }
 
+// By which the display knows the window; Wine keeps it there.
+Lines XWindow(Session& session, const Words&) {
+    const HANDLE window = GetPropA(session.Window(), "__wine_x11_whole_window");
+    return {std::to_string(reinterpret_cast<std::uintptr_t>(window))};
+}
+
 Lines Move(Session& session, const Words& arguments) {
     const auto pixels = [&](std::size_t n) { return static_cast<int>(ToNumber(arguments[n])); };
     if (!SetWindowPos(session.Window(), nullptr, pixels(0), pixels(1), pixels(2), pixels(3),
@@ -129,6 +135,7 @@ Commands WindowCommands() {
         {"top-most", "", "prints 1 when the window stays in front of all others, else 0", 0, TopMost},
         {"rectangle", "[CONTROL]", "prints left, top, width and height in pixels of the screen", 0,
          Rectangle},
+        {"x-window", "", "prints the window's number on the X display", 0, XWindow},
         {"move", "LEFT TOP WIDTH HEIGHT", "moves and sizes the window", 4, Move},
         {"change-dpi", "BEFORE NOW", "moves the window to a screen of another scale, in dots per inch", 2,
          ChangeDpi},

@@ -4,7 +4,7 @@ import re
 import select
 import subprocess
 
-from .places import DRIVER, windows_path
+from .places import DRIVER, wait_until, windows_path
 
 # Beyond the driver's own waits; only a driver that hangs takes this long.
 REPLY_SECONDS = 60
@@ -29,6 +29,14 @@ def escape(text):
     """The text as the driver writes it."""
     named = {"\r": "\\r", "\n": "\\n", "\t": "\\t", "\\": "\\\\"}
     return "".join(named.get(c) or (c if " " <= c <= "~" else f"\\x{ord(c):02x}") for c in str(text))
+
+
+def active_window():
+    """The number of the X window that the window manager has in front."""
+    shown = subprocess.run(
+        ["xprop", "-root", "_NET_ACTIVE_WINDOW"], stdout=subprocess.PIPE, text=True, check=True
+    ).stdout
+    return int(shown.rpartition("# ")[2].split(",")[0], 16)
 
 
 def quoted(word):
@@ -68,6 +76,8 @@ class Driver:
         """Runs a command and returns the lines of its output, still escaped."""
         if words[0] == "timeout":
             self._reply_seconds = REPLY_SECONDS + int(words[1])
+        if words[0] in ("keyboard", "type"):
+            self._wait_for_the_window_manager()
         self._process.stdin.write(b" ".join(map(quoted, words)) + b"\n")
         lines = []
         while True:
@@ -77,6 +87,12 @@ class Driver:
             if line.startswith("failed: "):
                 raise DriverError(unescape(line.removeprefix("failed: ")))
             lines.append(line[1:])
+
+    def _wait_for_the_window_manager(self):
+        """Behind a dialog that closes, the window manager gives the window the keyboard when Windows' own books
+        have long had it, and takes it away for a moment before: a menu that is open then closes."""
+        window = int(self.text("x-window"))
+        wait_until(lambda: active_window() == window, "the window manager has given the window the keyboard")
 
     def text(self, *words):
         """The one line that a command prints, as it reads on the screen."""

@@ -4,12 +4,14 @@
 
 #include "tests/win32/support_code/OwnerTestWindow.h"
 #include "tests/win32/support_code/ReplacedImport.h"
+#include "win32/FunctionAddress.h"
 
 #include <algorithm>
 #include <commdlg.h>
 #include <gtest/gtest.h>
 #include <shlobj.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quarn {
@@ -42,7 +44,17 @@ class SaveDialogRequestTest : public ::testing::Test {
     PromptsWin prompts{owner.AsOwner()};
 
   private:
-    ReplacedImport saveDialog_{&GetSaveFileNameA, &Note};
+    // The dialog's library is loaded when it is first needed, and asked for the function by name.
+    static FARPROC WINAPI FindFunction(HMODULE library, LPCSTR name) {
+        const bool isDialog = !IS_INTRESOURCE(name) && std::string_view(name) == "GetSaveFileNameA";
+        return isDialog ? reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Note))
+                        : systemsFindFunction(library, name);
+    }
+
+    // Found by name, as the compiler takes the function itself from the table that is changed.
+    inline static const auto systemsFindFunction =
+        FunctionAddress<decltype(GetProcAddress)>(GetModuleHandleA("kernel32.dll"), "GetProcAddress");
+    ReplacedImport findFunction_{&GetProcAddress, &FindFunction};
 };
 
 TEST_F(SaveDialogRequestTest, OffersTextFilesAndAsksBeforeOneIsOverwritten) {
