@@ -46,11 +46,13 @@ def show_game(quarn, game, rows):
     print_table([HEADINGS] + [tuple(vars(row).values()) for row in quarn.rows()])
 
 
-def take_picture(quarn, path):
-    """Of the window, with the details of the server that most players are on."""
+def take_picture(quarn, path, real):
+    """Of the window, with the details of the server that most players are on, or of the last of the real servers,
+    which are listed behind the others."""
     players = [int(row.players.partition(" / ")[0]) for row in quarn.rows()]
-    quarn.click_row(players.index(max(players)) + 1)
-    quarn.wait_for_players(max(players))
+    shown = len(players) - 1 if real else players.index(max(players))
+    quarn.click_row(shown + 1)
+    quarn.wait_for_players(players[shown])
     left, top, width, height = quarn.do.text("rectangle").split()
     grab = ["import", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}", "+repage", "png:-"]
 
@@ -100,7 +102,7 @@ def demonstrate(options):
         if options.watched:
             watch(quarn, options.seconds)
         else:
-            take_picture(quarn, DEMO / "quarn.png")
+            take_picture(quarn, DEMO / "quarn.png", options.real)
             time.sleep(options.seconds or 0)
             quarn.leave()
 
