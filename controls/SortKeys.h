@@ -18,6 +18,7 @@ class SortKeys {
   public:
     void Add(std::string_view key);
     std::int32_t Count() const noexcept { return static_cast<std::int32_t>(ends_.size()); }
+    std::string_view Key(std::size_t number) const noexcept; // from 0
 
     // The keys' numbers, from 0, in their order; equal keys keep theirs, in either direction.
     std::vector<std::uint32_t> Sorted(SortOrder order) const;
@@ -25,7 +26,6 @@ class SortKeys {
   private:
     struct Entry;
 
-    std::string_view Key(std::size_t number) const noexcept;
     std::size_t CommonBeginning() const noexcept;
     void TakeStretches(std::size_t position, Entry* begin, Entry* end) const noexcept;
     void SortFrom(std::size_t position, int stretches, SortOrder order, Entry* begin, Entry* end) const;

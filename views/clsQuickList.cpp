@@ -37,16 +37,17 @@ std::string FormatNumberPattern(double value) {
     return text;
 }
 
-// Keeps the window from painting the list for as long as it lives.
-class UpdateLock {
+// Does something when it goes, also when an error makes it go.
+template<class Action>
+class Finally {
   public:
-    explicit UpdateLock(ListView& list) : list_(list) { list_.updatesLocked = true; }
-    ~UpdateLock() { list_.updatesLocked = false; }
-    UpdateLock(const UpdateLock&) = delete;
-    UpdateLock& operator=(const UpdateLock&) = delete;
+    explicit Finally(Action action) : action_(std::move(action)) {}
+    ~Finally() { action_(); }
+    Finally(const Finally&) = delete;
+    Finally& operator=(const Finally&) = delete;
 
   private:
-    ListView& list_;
+    Action action_;
 };
 
 } // namespace
@@ -59,7 +60,9 @@ ListView& clsQuickList::Target() const {
 
 void clsQuickList::SortList(std::int16_t intIndex) {
     Trapped(log_, ClassName, "SortList", OnError::Log, [&] {
-        const UpdateLock lock(Target());
+        ListView& list = Target();
+        list.updatesLocked = true;
+        const Finally unlock([&] { list.updatesLocked = false; });
         SortColumn(intIndex);
     });
 }
@@ -68,31 +71,39 @@ void clsQuickList::SortColumn(std::int32_t column) {
     if (!Target().columns.Holds(column))
         throw RunTimeError(ErrorNumber::SubscriptOutOfRange);
     const std::string& sortType = Target().columns[column].tag;
-    if (sortType == "PICTURE" && column == 1)
+    if (sortType == "PICTURE" && column == 1) {
         SortByPicture();
-    else if (sortType == "STRING")
-        SetSortOrder(column, KeysOf(column, [this](const std::string& text, std::string& key) {
-                         key = desktop_.locale.SortKey(text);
-                     }));
-    else if (sortType == "NUMBER")
-        SetSortOrder(column, KeysOf(column, [this](const std::string& text, std::string& key) {
-                         MakeNumberKey(text, key);
-                     }));
-    else if (sortType == "DATE")
-        SetSortOrder(column, KeysOf(column, [dates = GeneralDates(desktop_.locale)](
-                                                const std::string& text, std::string& key) mutable {
-                         key = SortableDateText(dates.Read(text));
-                     }));
+    } else if (sortType == "STRING") {
+        const SortKeys keys = KeysOf(column, [this](const std::string& text, std::string& key) {
+            key = desktop_.locale.SortKey(text);
+        });
+        SetSortOrder(column, &keys);
+    } else if (sortType == "NUMBER") {
+        SortByKeyTexts(column,
+                       [this](const std::string& text, std::string& key) { MakeNumberKey(text, key); });
+    } else if (sortType == "DATE") {
+        SortByKeyTexts(column, [dates = GeneralDates(desktop_.locale)](const std::string& text,
+                                                                       std::string& key) mutable {
+            key = SortableDateText(dates.Read(text));
+        });
+    }
 }
 
 void clsQuickList::SortByPicture() {
     ListView& list = Target();
-    SortKeys keys;
+    const Finally clear([&] {
+        for (std::int32_t row = 1; row <= list.RowCount(); ++row)
+            list.Cell(row, 1).text.clear();
+    });
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
-        keys.Add(list.Row(row).smallIcon);
-    SetSortOrder(1, keys);
-    for (std::int32_t row = 1; row <= list.RowCount(); ++row)
-        list.Cell(row, 1).text.clear();
+        list.Cell(row, 1).text = list.Row(row).smallIcon;
+    SetSortOrder(1);
+}
+
+void clsQuickList::SortByKeyTexts(std::int32_t column, const MakeKey& makeKey) {
+    ParkCellTexts(column, KeysOf(column, makeKey));
+    const Finally restore([&] { RestoreCellTexts(column); });
+    SetSortOrder(column);
 }
 
 // All are made before anything is changed: a cell without a key ends the sort.
@@ -112,10 +123,41 @@ SortKeys clsQuickList::KeysOf(std::int32_t column, const MakeKey& makeKey) const
     return keys;
 }
 
-void clsQuickList::SetSortOrder(std::int32_t column, const SortKeys& keys) {
+// Each cell's tag becomes its text, a NUL and the tag as it was.
+void clsQuickList::ParkCellTexts(std::int32_t column, const SortKeys& keys) {
+    ListView& list = Target();
+    // The memory comes first, so that either all texts are parked or, where it runs out, none.
+    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
+        ListCell& cell = list.Cell(row, column);
+        cell.tag.reserve(cell.text.size() + 1 + cell.tag.size());
+        cell.text.reserve(keys.Key(static_cast<std::size_t>(row) - 1).size());
+    }
+    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
+        ListCell& cell = list.Cell(row, column);
+        cell.tag.insert(0, 1, '\0').insert(0, cell.text);
+        cell.text = keys.Key(static_cast<std::size_t>(row) - 1);
+    }
+}
+
+// Each tag is split at its first NUL. The cells have held these texts and tags, so no memory is needed.
+void clsQuickList::RestoreCellTexts(std::int32_t column) {
+    ListView& list = Target();
+    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
+        ListCell& cell = list.Cell(row, column);
+        const std::size_t end = cell.tag.find('\0');
+        cell.text.assign(cell.tag, 0, end);
+        cell.tag.erase(0, end + 1);
+    }
+}
+
+void clsQuickList::SetSortOrder(std::int32_t column, const SortKeys* keys) {
     ListView& list = Target();
     const bool ascending = list.sortOrder == SortOrder::Descending;
-    list.Sort(column - 1, ascending ? SortOrder::Ascending : SortOrder::Descending, keys);
+    const SortOrder order = ascending ? SortOrder::Ascending : SortOrder::Descending;
+    if (keys == nullptr)
+        list.Sort(column - 1, order);
+    else
+        list.Sort(column - 1, order, *keys);
     if (lastColumn_ != 0)
         list.columns[lastColumn_].headerIcon.clear();
     list.columns[column].headerIcon = ascending ? "ascending" : "descending";

@@ -3,9 +3,10 @@
 // Sorts one list view by a column according to the column's sort type, with an arrow in the header, and
 // writes the rows' main texts to a file.
 //
-// The list orders its rows by keys that compare as text. They are made of the column's texts, beside the
-// cells, which keep their texts and tags; only then does the order change, at one stroke. A failed sort
-// leaves order and arrow as they were, and is logged.
+// A list view orders its rows by their texts. So that numbers and dates stand in their own order, keys that
+// compare as text take the place of the column's texts while it sorts, and the texts wait in the cells' tags.
+// The keys are made first, beside the cells, while events may run; parking, sorting and restoring are one
+// stroke. A failed sort leaves texts, tags, order and arrow as they were, and is logged.
 
 #include "controls/ListView.h"
 #include "desktop/Desktop.h"
@@ -40,8 +41,11 @@ class clsQuickList {
     ListView& Target() const;
     void SortColumn(std::int32_t column);
     void SortByPicture();
+    void SortByKeyTexts(std::int32_t column, const MakeKey& makeKey);
     SortKeys KeysOf(std::int32_t column, const MakeKey& makeKey) const;
-    void SetSortOrder(std::int32_t column, const SortKeys& keys);
+    void ParkCellTexts(std::int32_t column, const SortKeys& keys);
+    void RestoreCellTexts(std::int32_t column);
+    void SetSortOrder(std::int32_t column, const SortKeys* keys = nullptr); // none: by the texts
     void MakeNumberKey(const std::string& text, std::string& key) const;
     static std::string InvertDigits(std::string text);
 

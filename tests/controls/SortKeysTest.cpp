@@ -24,6 +24,8 @@ std::vector<std::uint32_t> Sorted(const Texts& texts, SortOrder order) {
     for (const std::string& text : texts)
         keys.Add(text);
     EXPECT_EQ(keys.Count(), static_cast<std::int32_t>(texts.size()));
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(keys.Key(i), texts[i]);
     return keys.Sorted(order);
 }
 

@@ -295,6 +295,21 @@ TEST_F(QuickListTest, GivesEveryCellItsTextAndTagBack) {
     }
 }
 
+// A text's own NUL is the first one of the tag in which it waits.
+TEST_F(QuickListTest, SplitsAParkedTextAtItsFirstNul) {
+    Fill(Number, {"7", "5\0six"s, "\0"s});
+    for (std::int32_t row = 1; row <= 3; ++row)
+        list.Cell(row, Number).tag = "x";
+    list.sortOrder = SortOrder::Descending;
+    sorter.SortList(Number);
+    EXPECT_THAT(Column(Number), ElementsAre("5", "", "7"));
+    EXPECT_THAT(CellTags(Number), ElementsAre("six\0x"s, "\0x"s, "x"));
+    Fill(Text, {"b\0"s, "a\0c"s});
+    list.sortOrder = SortOrder::Descending;
+    sorter.SortList(Text); // keeps its texts where they are
+    EXPECT_THAT(Column(Text), ElementsAre("a\0c"s, "b\0"s));
+}
+
 TEST_F(QuickListTest, KeepsTheRowsTagsThoughItSortsByTheirOwnCell) {
     list.columns[Picture].tag = "NUMBER";
     Fill(Picture, {"3", "1", "2"});
