@@ -1,15 +1,12 @@
 """Files that cannot be written, are held by another program or vanish, and servers that refuse: the old file
 stays as it was, a list that cannot be saved stays in front, and the window stays usable."""
 
-import os
-import shutil
 import subprocess
-from pathlib import Path
 
 import pytest
 
 from harness.isolation import IsolatedNetwork
-from harness.places import windows_path
+from harness.places import ROOT, windows_path
 from harness.quarn import write_settings
 
 
@@ -147,12 +144,11 @@ def isolated(tmp_path, monkeypatch):
         network = IsolatedNetwork()
     except OSError as error:
         pytest.skip(f"no network can be made here: {error}")
-    original, prefix = Path(os.environ["WINEPREFIX"]), tmp_path / "wineprefix"
-    subprocess.run(["cp", "-al", original, prefix], check=True)
-    for registry in prefix.glob("*.reg"):
-        registry.unlink()
-        shutil.copy(original / registry.name, registry)
-    monkeypatch.setenv("WINEPREFIX", str(prefix))
+    prefix = str(tmp_path / "wineprefix")
+    desktops = ROOT / "tools/scripts/desktops.sh"
+    copy = ["bash", "-ec", 'source "$1"; copy_prefix "$WINEPREFIX" "$2"', "copy", desktops, prefix]
+    subprocess.run(copy, check=True)
+    monkeypatch.setenv("WINEPREFIX", prefix)
     yield network
     subprocess.run(["wineserver", "-k"], check=False)
     network.close()
