@@ -3,15 +3,7 @@
 #include "win32/SystemError.h"
 #include "win32/UncaughtErrors.h"
 
-#include <commctrl.h>
-
 namespace quarn {
-
-namespace {
-
-constexpr UINT_PTR SubclassIdentifier = 1;
-
-} // namespace
 
 Control::~Control() {
     Unbind();
@@ -22,14 +14,21 @@ void Control::Create(HWND parent, const Creation& creation) {
                               creation.style | WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0, 0, 0, 0, parent,
                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(creation.id)),
                               GetModuleHandleA(nullptr), nullptr);
-    if (handle_ == nullptr ||
-        !SetWindowSubclass(handle_, &ControlProc, SubclassIdentifier, reinterpret_cast<DWORD_PTR>(this)))
+    if (handle_ == nullptr)
         ThrowLastError();
+    SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    ownProc_ = SetProc(&ControlProc);
+}
+
+// A common control is a window of wide text, whatever interface made it, and stays one.
+WNDPROC Control::SetProc(WNDPROC procedure) const noexcept {
+    return reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
 }
 
 void Control::Unbind() noexcept {
     if (handle_ != nullptr)
-        RemoveWindowSubclass(handle_, &ControlProc, SubclassIdentifier);
+        SetProc(ownProc_);
     handle_ = nullptr;
 }
 
@@ -43,19 +42,18 @@ void Control::MoveTo(const RECT& bounds) noexcept {
 }
 
 LRESULT Control::PassOn(UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
-    return DefSubclassProc(handle_, message, wParam, lParam);
+    return CallWindowProcW(ownProc_, handle_, message, wParam, lParam);
 }
 
-LRESULT CALLBACK Control::ControlProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam,
-                                      UINT_PTR /*identifier*/, DWORD_PTR control) noexcept {
-    auto* const self = reinterpret_cast<Control*>(control);
-    if (message == WM_NCDESTROY) {
-        self->Unbind();
-        return DefSubclassProc(handle, message, wParam, lParam);
-    }
+LRESULT CALLBACK Control::ControlProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    auto* const self = reinterpret_cast<Control*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
+    const WNDPROC ownProc = self->ownProc_;
     Answer answer = NotHandled;
-    Contain("Control", "OnMessage", [&] { answer = self->OnMessage(message, wParam, lParam); });
-    return answer ? *answer : DefSubclassProc(handle, message, wParam, lParam);
+    if (message == WM_NCDESTROY)
+        self->Unbind();
+    else
+        Contain("Control", "OnMessage", [&] { answer = self->OnMessage(message, wParam, lParam); });
+    return answer ? *answer : CallWindowProcW(ownProc, handle, message, wParam, lParam);
 }
 
 } // namespace quarn

@@ -6,7 +6,8 @@
 //
 // The control's window belongs to its parent and dies with it. The wrapper watches the window's messages
 // from its creation to its end (or to the wrapper's own, whichever comes first), all of them through one
-// procedure for every kind of control.
+// procedure for every kind of control, which finds the wrapper in the window's own memory: it is asked at
+// every message, and a window's properties take far longer to look up.
 
 #include "win32/Window.h"
 
@@ -55,11 +56,12 @@ class Control {
     }
 
   private:
-    static LRESULT CALLBACK ControlProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam,
-                                        UINT_PTR identifier, DWORD_PTR control) noexcept;
+    static LRESULT CALLBACK ControlProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    WNDPROC SetProc(WNDPROC procedure) const noexcept; // returns the one before
     void Unbind() noexcept;
 
     HWND handle_ = nullptr;
+    WNDPROC ownProc_ = nullptr; // the control's
 };
 
 } // namespace quarn
