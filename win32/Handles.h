@@ -95,6 +95,18 @@ struct WindowKind {
     static void Free(Type handle) noexcept { DestroyWindow(handle); }
 };
 
+struct IconKind {
+    using Type = HICON;
+    static Type Empty() noexcept { return nullptr; }
+    static void Free(Type handle) noexcept { DestroyIcon(handle); }
+};
+
+struct BitmapKind {
+    using Type = HBITMAP;
+    static Type Empty() noexcept { return nullptr; }
+    static void Free(Type handle) noexcept { DeleteObject(handle); }
+};
+
 struct AutomationTextKind {
     using Type = BSTR;
     static Type Empty() noexcept { return nullptr; }
@@ -109,6 +121,8 @@ using RegistryKey = UniqueHandle<RegistryKeyKind>;
 using GlobalMemory = UniqueHandle<GlobalMemoryKind>;
 using SocketHandle = UniqueHandle<SocketKind>;
 using WindowHandle = UniqueHandle<WindowKind>;
+using IconHandle = UniqueHandle<IconKind>;
+using BitmapHandle = UniqueHandle<BitmapKind>;
 using AutomationText = UniqueHandle<AutomationTextKind>;
 
 } // namespace quarn

@@ -3,7 +3,7 @@
 // The program's pictures as image lists, addressed by their keys. They are made from the icon resources for
 // the pixel size that the DPI asks for, and made anew when it changes.
 
-#include "win32/Handles.h"
+#include "win32/WindowsHeaders.h"
 
 #include <commctrl.h>
 #include <initializer_list>
@@ -13,16 +13,6 @@
 #include <vector>
 
 namespace quarn {
-
-struct IconKind {
-    using Type = HICON;
-    static Type Empty() noexcept { return nullptr; }
-    static void Free(Type handle) noexcept { DestroyIcon(handle); }
-};
-using IconHandle = UniqueHandle<IconKind>;
-
-// An icon of the resources in a size; empty when there is none of this name.
-IconHandle LoadIconOfSize(const char* key, int size) noexcept;
 
 class Pixels;
 
@@ -51,7 +41,8 @@ class Images {
     int IndexOf(std::string_view key) const noexcept;
 
   private:
-    void Add(const std::string& key, const Pixels& picture);
+    // Returns the first one's index. Throws the system's error.
+    int Add(const std::vector<Pixels>& pictures);
 
     int size_ = 0;
     HIMAGELIST list_ = nullptr;

@@ -2,6 +2,7 @@
 
 #include "core/Version.h"
 #include "views/LayoutRules.h"
+#include "win32/Resources.h"
 #include "win32/Screens.h"
 #include "win32/resources/ids.h"
 

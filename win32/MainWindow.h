@@ -14,6 +14,7 @@
 #include "views/frmMain.h"
 #include "win32/Dpi.h"
 #include "win32/Fonts.h"
+#include "win32/Handles.h"
 #include "win32/Images.h"
 #include "win32/TimerWin.h"
 #include "win32/UdpSocketWin.h"

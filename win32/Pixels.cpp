@@ -1,9 +1,11 @@
 #include "win32/Pixels.h"
 
+#include "win32/Resources.h"
 #include "win32/SystemError.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace quarn {
 
@@ -38,19 +40,48 @@ std::uint8_t ToByte(double value) {
 
 } // namespace
 
-Pixels Pixels::OfIcon(HICON icon, int size) {
-    Pixels picture(size);
-    ICONINFO parts{};
-    if (!GetIconInfo(icon, &parts))
-        return picture;
-    BITMAP colour{};
-    if (parts.hbmColor != nullptr && GetObjectA(parts.hbmColor, sizeof colour, &colour) != 0 &&
-        colour.bmWidth == size && colour.bmHeight == size)
-        picture.pixels_ = BitsOf(parts.hbmColor, size, size);
-    if (parts.hbmColor != nullptr)
-        DeleteObject(parts.hbmColor);
-    DeleteObject(parts.hbmMask);
+// The larger images of an icon are PNG files, which only the system reads.
+std::optional<Pixels> Pixels::OfIcon(const char* name, int size) {
+    const std::string_view images = ResourceBytes(GroupIconType, name);
+    if (images.empty())
+        return std::nullopt;
+    BYTE* const directory = reinterpret_cast<BYTE*>(const_cast<char*>(images.data()));
+    const int image = LookupIconIdFromDirectoryEx(directory, TRUE, size, size, 0);
+    std::optional<Pixels> picture = OfIconImage(ResourceBytes(IconType, MAKEINTRESOURCEA(image)));
+    if (!picture)
+        picture = OfIconHandle(name, size);
+    return picture->Resized(size);
+}
+
+// An image of an icon, without its file's header: the description of a bitmap of twice the height, its
+// colours in rows from the bottom up, and the mask behind them, which the alpha makes superfluous.
+std::optional<Pixels> Pixels::OfIconImage(std::string_view bytes) {
+    BITMAPINFOHEADER header{};
+    if (bytes.size() < sizeof header)
+        return std::nullopt;
+    std::memcpy(&header, bytes.data(), sizeof header);
+    if (header.biSize != sizeof header || header.biBitCount != 32 || header.biHeight != header.biWidth * 2)
+        return std::nullopt;
+    const std::size_t rowSize = static_cast<std::size_t>(header.biWidth) * sizeof(Pixel);
+    bytes.remove_prefix(sizeof header);
+    if (bytes.size() / rowSize < static_cast<std::size_t>(header.biWidth))
+        return std::nullopt;
+
+    Pixels picture(header.biWidth);
+    for (int y = picture.size_ - 1; y >= 0; --y, bytes.remove_prefix(rowSize))
+        std::memcpy(&picture.At(0, y), bytes.data(), rowSize);
     return picture;
+}
+
+// Clear where there is no such icon.
+Pixels Pixels::OfIconHandle(const char* name, int size) {
+    const IconHandle icon = LoadIconOfSize(name, size);
+    ICONINFO parts{};
+    GetIconInfo(icon.Get(), &parts);
+    const BitmapHandle colour(parts.hbmColor);
+    const BitmapHandle mask(parts.hbmMask);
+    const std::vector<Pixels> cells = OfStrip(colour.Get());
+    return cells.empty() ? Pixels(size) : cells.front();
 }
 
 std::vector<Pixels> Pixels::OfStrip(HBITMAP strip) {
@@ -130,22 +161,6 @@ Pixels Pixels::Disabled() const {
         pixel = {grey, grey, grey, ToByte(pixel.alpha * 0.45)};
     }
     return pale;
-}
-
-HICON Pixels::MakeIcon() const {
-    // With alpha in the colours the mask is not looked at, but an icon has to have one.
-    const std::vector<std::uint8_t> mask(static_cast<std::size_t>((size_ + 15) / 16 * 2) * size_);
-    ICONINFO parts{};
-    parts.fIcon = TRUE;
-    parts.hbmMask = CreateBitmap(size_, size_, 1, 1, mask.data());
-    parts.hbmColor = CreateBitmap(size_, size_, 1, 32, pixels_.data());
-    const HICON icon = CreateIconIndirect(&parts);
-    const DWORD error = GetLastError();
-    DeleteObject(parts.hbmMask);
-    DeleteObject(parts.hbmColor);
-    if (icon == nullptr)
-        ThrowSystemError(error);
-    return icon;
 }
 
 } // namespace quarn

@@ -5,6 +5,8 @@
 #include "win32/WindowsHeaders.h"
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 namespace quarn {
@@ -20,8 +22,9 @@ class Pixels {
   public:
     explicit Pixels(int size) : size_(size), pixels_(static_cast<std::size_t>(size) * size) {}
 
-    // From an icon with alpha of exactly this size; clear where the icon has no such colours.
-    static Pixels OfIcon(HICON icon, int size);
+    // From the icon of the resources that has this name, in a size; nothing where there is none. Read where
+    // the resource lies: making icons and asking them for their pixels again takes a good part of a start-up.
+    static std::optional<Pixels> OfIcon(const char* name, int size);
 
     // Cuts a strip of square cells, a bitmap of 32 bits, into its pictures.
     static std::vector<Pixels> OfStrip(HBITMAP strip);
@@ -40,10 +43,9 @@ class Pixels {
     // Pale and without colour.
     Pixels Disabled() const;
 
-    // The caller destroys the icon. Throws the system's error.
-    HICON MakeIcon() const;
-
   private:
+    static std::optional<Pixels> OfIconImage(std::string_view bytes);
+    static Pixels OfIconHandle(const char* name, int size);
     Pixel MeanOf(double left, double top, double extent) const;
 
     int size_;

@@ -1,6 +1,7 @@
 #include "win32/Images.h"
 #include "win32/Handles.h"
 #include "win32/Pixels.h"
+#include "win32/Resources.h"
 
 #include <gtest/gtest.h>
 
@@ -56,8 +57,28 @@ TEST(Pixels, AreNoneInNoBitmap) {
     EXPECT_TRUE(Pixels::OfStrip(nullptr).empty());
 }
 
+// Of a bitmap and of a PNG file.
+TEST(Pixels, AreThoseThatTheSystemFindsInAnIcon) {
+    for (const int size : {16, 32, 40, 48}) {
+        const IconHandle icon = LoadIconOfSize("fldrop", size);
+        ICONINFO parts{};
+        ASSERT_TRUE(GetIconInfo(icon.Get(), &parts));
+        const BitmapHandle colour(parts.hbmColor);
+        const BitmapHandle mask(parts.hbmMask);
+        const std::vector<Pixels> expected = Pixels::OfStrip(colour.Get());
+        ASSERT_EQ(expected.size(), 1U);
+
+        const Pixels picture = Pixels::OfIcon("fldrop", size).value();
+        ASSERT_EQ(picture.Size(), size);
+        for (int y = 0; y < size; ++y)
+            for (int x = 0; x < size; ++x)
+                EXPECT_TRUE(picture.At(x, y) == expected[0].At(x, y)) << size << ": " << x << ' ' << y;
+    }
+    EXPECT_FALSE(Pixels::OfIcon("no such picture", 16));
+}
+
 TEST(Images, HoldEveryPictureOfTheWindowInEverySize) {
-    for (const int size : {16, 20, 24, 32, 40, 48}) {
+    for (const int size : {16, 20, 24, 28, 32, 40, 48, 64}) {
         const Images images(size, {"querymaster", "refreshall", "refresh", "stop", "join", "monitor",
                                    "favorites", "fldrcls", "fldrop", "checked", "unchecked", "locked",
                                    "ascending", "descending"});
@@ -68,8 +89,7 @@ TEST(Images, HoldEveryPictureOfTheWindowInEverySize) {
 
 // The share of a picture that is not clear, in percent.
 int Coverage(const char* key, int size) {
-    const IconHandle icon = LoadIconOfSize(key, size);
-    Pixels picture = Pixels::OfIcon(icon.Get(), size);
+    const Pixels picture = Pixels::OfIcon(key, size).value();
     int covered = 0;
     for (int y = 0; y < size; ++y)
         for (int x = 0; x < size; ++x)
@@ -79,7 +99,7 @@ int Coverage(const char* key, int size) {
 
 TEST(Images, ShowTheSamePictureInEverySize) {
     for (const char* key : {"querymaster", "refreshall", "stop", "join", "fldrcls", "locked", "application"})
-        for (const int size : {20, 24, 32, 40, 48})
+        for (const int size : {20, 24, 28, 32, 40, 48, 64})
             EXPECT_NEAR(Coverage(key, size), Coverage(key, 16), 12) << key << ' ' << size;
 }
 
