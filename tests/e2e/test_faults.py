@@ -1,6 +1,7 @@
 """Files that cannot be written, are held by another program or vanish, and servers that refuse: the old file
 stays as it was, a list that cannot be saved stays in front, and the window stays usable."""
 
+import os
 import subprocess
 
 import pytest
@@ -137,14 +138,15 @@ def test_servers_that_refuse_do_not_stop_a_scan(browse):
 
 
 @pytest.fixture
-def isolated(tmp_path, monkeypatch):
+def isolated(monkeypatch):
     """A network that can go away, and a Wine of its own in it: programs under Wine are in the network that
     their server is in."""
     try:
         network = IsolatedNetwork()
     except OSError as error:
         pytest.skip(f"no network can be made here: {error}")
-    prefix = str(tmp_path / "wineprefix")
+    # Beside the original: files of two file systems cannot be one and the same.
+    prefix = os.environ["WINEPREFIX"] + "-isolated"
     desktops = ROOT / "tools/scripts/desktops.sh"
     copy = ["bash", "-ec", 'source "$1"; copy_prefix "$WINEPREFIX" "$2"', "copy", desktops, prefix]
     subprocess.run(copy, check=True)
