@@ -37,12 +37,12 @@ std::string FormatNumberPattern(double value) {
     return text;
 }
 
-// Does something when it goes, also when an error makes it go.
+// Does something when it goes, also when an error makes it go; the action itself must not fail.
 template<class Action>
 class Finally {
   public:
     explicit Finally(Action action) : action_(std::move(action)) {}
-    ~Finally() { action_(); }
+    ~Finally() { action_(); } // NOLINT(bugprone-exception-escape)
     Finally(const Finally&) = delete;
     Finally& operator=(const Finally&) = delete;
 
