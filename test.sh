@@ -110,7 +110,7 @@ done
 
 take_build_folder
 mkdir -p "$RESULTS"
-rm -f "$RESULTS"/*.xml
+rm -f "$RESULTS"/*.xml "$RESULTS/figures.txt"
 if $quick; then
     ensure_packages "${PACKAGES_TO_BUILD_NATIVE[@]}"
     test_natively native
@@ -119,5 +119,6 @@ else
         "${PACKAGES_TO_PACK[@]}" "${PACKAGES_TO_RUN[@]}" "${PACKAGES_TO_TEST[@]}"
     test_everything
 fi
+[[ ! -e $RESULTS/figures.txt ]] || cat "$RESULTS/figures.txt"
 print_total
 ((failed_in_all == 0))

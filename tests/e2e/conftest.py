@@ -7,10 +7,11 @@ import zlib
 import pytest
 
 from harness.gamenet import Gamenet
-from harness.places import ROOT
+from harness.places import BUILD, ROOT
 from harness.quarn import Quarn, fresh_folder, write_settings
 
 LONG_TIMEOUT = 30000
+FIGURES = BUILD / "results/figures.txt"
 
 
 def pytest_addoption(parser):
@@ -44,13 +45,15 @@ def is_long(request):
 
 
 @pytest.fixture
-def report(capsys, is_long):
-    """Prints figures while a long test runs."""
+def report(is_long):
+    """Notes a figure of a long test in build/results/figures.txt: tests side by side have no terminal to print
+    it to."""
 
     def write(line):
         if is_long:
-            with capsys.disabled():
-                print(line, flush=True)
+            FIGURES.parent.mkdir(exist_ok=True)
+            with FIGURES.open("a") as figures:
+                figures.write(line + "\n")
 
     return write
 
