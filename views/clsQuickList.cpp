@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <string_view>
 #include <utility>
 
 namespace quarn {
@@ -101,8 +100,11 @@ void clsQuickList::SortByPicture() {
 }
 
 void clsQuickList::SortByKeyTexts(std::int32_t column, const MakeKey& makeKey) {
-    ParkCellTexts(column, KeysOf(column, makeKey));
-    const Finally restore([&] { RestoreCellTexts(column); });
+    const SortKeys keys = KeysOf(column, makeKey);
+    std::int32_t parked = 0;
+    const Finally restore([&] { RestoreCellTexts(column, parked); });
+    for (; parked < keys.Count(); ++parked)
+        ParkCellText(Target().Cell(parked + 1, column), keys.Key(static_cast<std::size_t>(parked)));
     SetSortOrder(column);
 }
 
@@ -123,27 +125,20 @@ SortKeys clsQuickList::KeysOf(std::int32_t column, const MakeKey& makeKey) const
     return keys;
 }
 
-// Each cell's tag becomes its text, a NUL and the tag as it was.
-void clsQuickList::ParkCellTexts(std::int32_t column, const SortKeys& keys) {
-    ListView& list = Target();
-    // The memory comes first, so that either all texts are parked or, where it runs out, none.
-    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
-        ListCell& cell = list.Cell(row, column);
-        cell.tag.reserve(cell.text.size() + 1 + cell.tag.size());
-        cell.text.reserve(keys.Key(static_cast<std::size_t>(row) - 1).size());
-    }
-    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
-        ListCell& cell = list.Cell(row, column);
-        cell.tag.insert(0, 1, '\0').insert(0, cell.text);
-        cell.text = keys.Key(static_cast<std::size_t>(row) - 1);
-    }
+// The tag becomes the text, a NUL and the tag as it was. Memory comes first, so that a cell is parked wholly
+// or not at all.
+void clsQuickList::ParkCellText(ListCell& cell, std::string_view key) {
+    cell.text.reserve(key.size());
+    cell.tag.reserve(cell.text.size() + 1 + cell.tag.size());
+    cell.tag.insert(0, 1, '\0').insert(0, cell.text);
+    cell.text = key;
 }
 
-// Each tag is split at its first NUL. The cells have held these texts and tags, so no memory is needed.
-void clsQuickList::RestoreCellTexts(std::int32_t column) {
-    ListView& list = Target();
-    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
-        ListCell& cell = list.Cell(row, column);
+// The tags of the first rows are split at their first NUL. The cells have held these texts and tags, so no
+// memory is needed.
+void clsQuickList::RestoreCellTexts(std::int32_t column, std::int32_t rows) {
+    for (std::int32_t row = 1; row <= rows; ++row) {
+        ListCell& cell = Target().Cell(row, column);
         const std::size_t end = cell.tag.find('\0');
         cell.text.assign(cell.tag, 0, end);
         cell.tag.erase(0, end + 1);

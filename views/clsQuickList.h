@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace quarn {
@@ -43,8 +44,8 @@ class clsQuickList {
     void SortByPicture();
     void SortByKeyTexts(std::int32_t column, const MakeKey& makeKey);
     SortKeys KeysOf(std::int32_t column, const MakeKey& makeKey) const;
-    void ParkCellTexts(std::int32_t column, const SortKeys& keys);
-    void RestoreCellTexts(std::int32_t column);
+    static void ParkCellText(ListCell& cell, std::string_view key);
+    void RestoreCellTexts(std::int32_t column, std::int32_t rows);
     void SetSortOrder(std::int32_t column, const SortKeys* keys = nullptr); // none: by the texts
     void MakeNumberKey(const std::string& text, std::string& key) const;
     static std::string InvertDigits(std::string text);
