@@ -101,10 +101,14 @@ void clsQuickList::SortByPicture() {
 
 void clsQuickList::SortByKeyTexts(std::int32_t column, const MakeKey& makeKey) {
     const SortKeys keys = KeysOf(column, makeKey);
-    std::int32_t parked = 0;
-    const Finally restore([&] { RestoreCellTexts(column, parked); });
-    for (; parked < keys.Count(); ++parked)
-        ParkCellText(Target().Cell(parked + 1, column), keys.Key(static_cast<std::size_t>(parked)));
+    std::vector<ListCell*> parked; // a sort moves rows in the list, not in memory
+    parked.reserve(static_cast<std::size_t>(keys.Count()));
+    const Finally restore([&] { RestoreCellTexts(parked); });
+    for (std::int32_t row = 1; row <= keys.Count(); ++row) {
+        ListCell& cell = Target().Cell(row, column);
+        ParkCellText(cell, keys.Key(static_cast<std::size_t>(row) - 1));
+        parked.push_back(&cell);
+    }
     SetSortOrder(column);
 }
 
@@ -134,14 +138,12 @@ void clsQuickList::ParkCellText(ListCell& cell, std::string_view key) {
     cell.text = key;
 }
 
-// The tags of the first rows are split at their first NUL. The cells have held these texts and tags, so no
-// memory is needed.
-void clsQuickList::RestoreCellTexts(std::int32_t column, std::int32_t rows) {
-    for (std::int32_t row = 1; row <= rows; ++row) {
-        ListCell& cell = Target().Cell(row, column);
-        const std::size_t end = cell.tag.find('\0');
-        cell.text.assign(cell.tag, 0, end);
-        cell.tag.erase(0, end + 1);
+// Each tag is split at its first NUL. The cells have held these texts and tags, so no memory is needed.
+void clsQuickList::RestoreCellTexts(const std::vector<ListCell*>& cells) {
+    for (ListCell* const cell : cells) {
+        const std::size_t end = cell->tag.find('\0');
+        cell->text.assign(cell->tag, 0, end);
+        cell->tag.erase(0, end + 1);
     }
 }
 

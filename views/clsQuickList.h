@@ -17,6 +17,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace quarn {
 
@@ -45,7 +46,7 @@ class clsQuickList {
     void SortByKeyTexts(std::int32_t column, const MakeKey& makeKey);
     SortKeys KeysOf(std::int32_t column, const MakeKey& makeKey) const;
     static void ParkCellText(ListCell& cell, std::string_view key);
-    void RestoreCellTexts(std::int32_t column, std::int32_t rows);
+    static void RestoreCellTexts(const std::vector<ListCell*>& cells);
     void SetSortOrder(std::int32_t column, const SortKeys* keys = nullptr); // none: by the texts
     void MakeNumberKey(const std::string& text, std::string& key) const;
     static std::string InvertDigits(std::string text);
