@@ -1,8 +1,8 @@
 // Loading and saving a list file beside the least that either must do: copying the bytes, and for loading
 // splitting every line into its fields.
 
+#include "base/LineReader.h"
 #include "bench/Workloads.h"
-#include "core/LineReader.h"
 #include "core/modStringHelper.h"
 #include "support/clsAppLog.h"
 #include "tests/support_code/FakeDesktop.h"

@@ -7,8 +7,8 @@
 // The model notes what changed since the window last took its changes, so that the window repaints once
 // before it waits instead of at every step.
 
+#include "base/OneBased.h"
 #include "controls/SortKeys.h"
-#include "core/OneBased.h"
 
 #include <cstdint>
 #include <memory>

@@ -3,8 +3,8 @@
 // The status bar's panels, numbered from 1. The window reports the geometry, in twips; the program sets the
 // texts.
 
-#include "controls/Geometry.h"
-#include "core/OneBased.h"
+#include "base/Geometry.h"
+#include "base/OneBased.h"
 
 #include <string>
 

@@ -2,7 +2,7 @@
 
 // A toolbar's buttons, numbered from 1 with the separators counted.
 
-#include "core/OneBased.h"
+#include "base/OneBased.h"
 
 #include <string>
 

@@ -4,7 +4,7 @@
 // closes the gap. Errors: 35600 no such position, 35601 no such key, 35602 a key that exists already, 5 an
 // empty key (which as a parent's stands for the root).
 
-#include "core/OneBased.h"
+#include "base/OneBased.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 #include "core/modCommonSubs.h"
 
-#include "core/Conversions.h"
-#include "core/TextCursor.h"
+#include "base/Conversions.h"
+#include "support/clsAppLog.h"
 
 namespace quarn {
 
@@ -19,11 +19,19 @@ constexpr std::uint32_t CopyDataIdentifier = 3;
 
 } // namespace
 
+void LogMissingSeparator(clsAppLog& log) noexcept {
+    constexpr ErrorNumber Missing = ErrorNumber::InvalidProcedureCall;
+    log.Log("modCommonSubs", "ExtractString", static_cast<std::int32_t>(Missing), DescriptionOf(Missing));
+}
+
 std::string ExtractString(clsAppLog& log, std::string& text, std::string_view separator) {
-    TextCursor cursor(log, text);
-    std::string field(cursor.Extract(separator));
-    if (!cursor.Failed())
-        text.erase(0, field.size() + 1);
+    const std::size_t end = FindSeparator(text, separator);
+    if (end == std::string::npos) {
+        LogMissingSeparator(log);
+        return {};
+    }
+    std::string field = text.substr(0, end);
+    text.erase(0, end + 1);
     return field;
 }
 

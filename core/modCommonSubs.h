@@ -2,9 +2,9 @@
 
 // The small routines that parsers, list files, launcher and main window share.
 
+#include "base/DateTime.h"
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
-#include "core/DateTime.h"
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
 
@@ -13,6 +13,14 @@
 #include <string_view>
 
 namespace quarn {
+
+// Position of the separator, searched from the second character on; npos if it is not found.
+inline std::size_t FindSeparator(std::string_view text, std::string_view separator) noexcept {
+    return separator.size() == 1 ? text.find(separator.front(), 1) : text.find(separator, 1);
+}
+
+// Logs, under ExtractString, that a field has no separator behind it.
+void LogMissingSeparator(clsAppLog& log) noexcept;
 
 // The text up to the first occurrence of the separator, searched from the second character on: a separator
 // at the very first position is not found there. The text keeps what follows the occurrence's first

@@ -7,8 +7,8 @@
 //
 // All text is 8-bit (codes 0..255 in the system's code page), never UTF-8: files and datagrams carry bytes.
 
-#include "core/DateTime.h"
-#include "core/OneBased.h"
+#include "base/DateTime.h"
+#include "base/OneBased.h"
 
 #include <array>
 #include <cstdint>

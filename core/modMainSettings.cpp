@@ -1,6 +1,7 @@
 #include "core/modMain.h"
 
-#include "support/Trap.h"
+#include "base/RunTimeError.h"
+#include "base/Succeeds.h"
 
 namespace quarn {
 

@@ -1,6 +1,6 @@
 #include "core/modXPCompat.h"
 
-#include "support/Trap.h"
+#include "base/Succeeds.h"
 
 namespace quarn {
 

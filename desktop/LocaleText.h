@@ -2,7 +2,7 @@
 
 // Text as the user's locale has it: numbers, dates and alphabetical order.
 
-#include "core/DateTime.h"
+#include "base/DateTime.h"
 
 #include <cstdint>
 #include <string>

@@ -3,6 +3,8 @@
 // What the program asks or tells the user in a box of its own. All calls are modal and return when the box
 // is closed; events run meanwhile. A box that closes because the program ends counts as cancelled.
 
+#include "base/Scope.h"
+
 #include <string>
 
 namespace quarn {
@@ -13,32 +15,32 @@ class Prompts {
 
     // Critical-stop icon and an OK button.
     void ShowError(const std::string& text, const std::string& title) {
-        const OpenBox box(open_);
+        const Restore open(open_, open_ + 1);
         RunErrorBox(text, title);
     }
 
     // Yes and No buttons; true on Yes.
     bool AskYesNo(const std::string& text, const std::string& title) {
-        const OpenBox box(open_);
+        const Restore open(open_, open_ + 1);
         return RunYesNoBox(text, title);
     }
 
     // A line of text; empty when cancelled.
     std::string AskText(const std::string& prompt, const std::string& title) {
-        const OpenBox box(open_);
+        const Restore open(open_, open_ + 1);
         return RunTextBox(prompt, title);
     }
 
     // A name for a file to be saved, asked with an overwrite question and without a read-only box; empty
     // when cancelled. The filter has the form "Text|*.txt|All|*.*".
     std::string AskSaveFile(const std::string& title, const std::string& filter) {
-        const OpenBox box(open_);
+        const Restore open(open_, open_ + 1);
         return RunSaveFileBox(title, filter);
     }
 
     // A folder, with one selected beforehand; empty when cancelled.
     std::string AskFolder(const std::string& title, const std::string& preselected) {
-        const OpenBox box(open_);
+        const Restore open(open_, open_ + 1);
         return RunFolderBox(title, preselected);
     }
 
@@ -46,17 +48,6 @@ class Prompts {
     bool IsOpen() const noexcept { return open_ > 0; }
 
   private:
-    class OpenBox {
-      public:
-        explicit OpenBox(int& open) noexcept : open_(open) { ++open_; }
-        ~OpenBox() { --open_; }
-        OpenBox(const OpenBox&) = delete;
-        OpenBox& operator=(const OpenBox&) = delete;
-
-      private:
-        int& open_;
-    };
-
     virtual void RunErrorBox(const std::string& text, const std::string& title) = 0;
     virtual bool RunYesNoBox(const std::string& text, const std::string& title) = 0;
     virtual std::string RunTextBox(const std::string& prompt, const std::string& title) = 0;

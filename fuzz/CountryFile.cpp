@@ -1,8 +1,8 @@
 // A country file of any content is refused with one of the errors that a file can have, or is loaded; then,
 // where its bounds are plain whole numbers, look-ups agree with a search of its lines.
 
-#include "core/LineReader.h"
-#include "core/RunTimeError.h"
+#include "base/LineReader.h"
+#include "base/RunTimeError.h"
 #include "core/modStringHelper.h"
 #include "fuzz/Require.h"
 #include "query/clsIPLocation.h"

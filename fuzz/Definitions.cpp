@@ -1,7 +1,7 @@
 // A definitions file of any content gives as many games and MODs as it counts, or an error that ends the
 // start; texts are as long as the file's at most, and no escape is left in those that are decoded.
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "core/modMain.h"
 #include "fuzz/FuzzedProgram.h"
 #include "fuzz/Require.h"

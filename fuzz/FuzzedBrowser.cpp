@@ -1,6 +1,6 @@
 #include "fuzz/FuzzedBrowser.h"
 
-#include "core/Conversions.h"
+#include "base/Conversions.h"
 #include "fuzz/BrowserActions.h"
 #include "fuzz/Require.h"
 #include "support/clsAppLog.h"

@@ -1,8 +1,8 @@
 // Text to number: every text is a number or is not, for all conversions alike, and a whole number is the
 // nearest one to what the text says, or out of range.
 
-#include "core/Conversions.h"
-#include "core/RunTimeError.h"
+#include "base/Conversions.h"
+#include "base/RunTimeError.h"
 #include "fuzz/Require.h"
 
 #include <cmath>

@@ -4,7 +4,7 @@
 //
 // The input's first byte chooses type and direction; the lines behind it are the cells.
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "core/modStringHelper.h"
 #include "fuzz/Require.h"
 #include "support/clsAppLog.h"

@@ -1,5 +1,6 @@
 #include "launch/frmOptions.h"
 
+#include "base/Succeeds.h"
 #include "controls/Keys.h"
 #include "support/Trap.h"
 

@@ -1,7 +1,7 @@
 #include "launch/modMonitor.h"
 
+#include "base/Succeeds.h"
 #include "core/modCommonSubs.h"
-#include "support/Trap.h"
 
 #include <string>
 

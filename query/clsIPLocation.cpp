@@ -1,7 +1,7 @@
 #include "query/clsIPLocation.h"
 
-#include "core/Conversions.h"
-#include "core/LineReader.h"
+#include "base/Conversions.h"
+#include "base/LineReader.h"
 #include "core/modDefinitions.h"
 #include "core/modStringHelper.h"
 

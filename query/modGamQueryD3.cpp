@@ -4,9 +4,9 @@
 
 #include "query/modGamQuery.h"
 
-#include "core/Conversions.h"
-#include "core/TextCursor.h"
+#include "base/Conversions.h"
 #include "query/StatusFields.h"
+#include "query/TextCursor.h"
 #include "support/Trap.h"
 
 #include <limits>

@@ -1,6 +1,6 @@
 #include "query/modMasterQuery.h"
 
-#include "core/Conversions.h"
+#include "base/Conversions.h"
 #include "core/modStringHelper.h"
 #include "support/Trap.h"
 

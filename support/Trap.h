@@ -4,7 +4,7 @@
 // body throws, logs it under the routine's name and returns; an error never reaches a caller. A routine with
 // a result keeps it in a variable outside the body and returns what that holds at the moment of the error.
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "support/clsAppLog.h"
 
 #include <cstdint>
@@ -33,17 +33,6 @@ bool Trapped(clsAppLog& log, std::string_view module, std::string_view routine, 
     } catch (...) {
         const CaughtError error = CurrentError();
         log.Log(module, routine, error.number, error.description, onError == OnError::LogAndShow);
-        return false;
-    }
-}
-
-// For the few failures that are expected and leave no trace: false when the body failed.
-template<class Body>
-bool Succeeds(Body&& body) noexcept {
-    try {
-        body();
-        return true;
-    } catch (...) {
         return false;
     }
 }

@@ -1,5 +1,6 @@
 #include "support/clsAppLog.h"
 
+#include "base/Succeeds.h"
 #include "core/Version.h"
 #include "support/MailLink.h"
 #include "support/Trap.h"
@@ -83,9 +84,7 @@ void clsAppLog::Log(std::string_view ModuleName, std::string_view RoutineName, s
 void clsAppLog::ErrorMessage(const std::string& ErrorText) noexcept {
     if (desktop_.prompts.IsOpen())
         return;
-    Succeeds([&] {
-        desktop_.prompts.ShowError(ErrorText, std::string(ApplicationTitle) + " - Error");
-    });
+    Succeeds([&] { desktop_.prompts.ShowError(ErrorText, std::string(ApplicationTitle) + " - Error"); });
 }
 
 void clsAppLog::HandleAppErrors() noexcept {

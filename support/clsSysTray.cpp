@@ -1,7 +1,8 @@
 #include "support/clsSysTray.h"
 
-#include "core/Conversions.h"
-#include "core/RunTimeError.h"
+#include "base/Conversions.h"
+#include "base/RunTimeError.h"
+#include "base/Scope.h"
 
 #include <algorithm>
 
@@ -20,18 +21,6 @@ constexpr std::int32_t LButtonDblClkMessage = 515;
 constexpr std::int32_t RButtonDownMessage = 516;
 constexpr std::int32_t RButtonUpMessage = 517;
 constexpr std::int32_t RButtonDblClkMessage = 518;
-
-// Set for as long as this lives, however the handler ends.
-class BusyScope {
-  public:
-    explicit BusyScope(bool& busy) : busy_(busy) { busy_ = true; }
-    ~BusyScope() { busy_ = false; }
-    BusyScope(const BusyScope&) = delete;
-    BusyScope& operator=(const BusyScope&) = delete;
-
-  private:
-    bool& busy_;
-};
 
 } // namespace
 
@@ -122,7 +111,7 @@ void clsSysTray::pichook_MouseMove(double X) {
     lastMessage_ = RoundToLong(X / area_.TwipsPerPixelX());
     if (busy_)
         return;
-    const BusyScope busy(busy_);
+    const Restore busy(busy_, true);
     const Event* event = EventOf(lastMessage_);
     if (event != nullptr && *event)
         (*event)();

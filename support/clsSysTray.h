@@ -7,8 +7,8 @@
 // The system reports the mouse to an invisible picture box on the window, as mouse moves whose position
 // carries the message that is meant.
 
+#include "desktop/FormWindow.h"
 #include "desktop/NotificationArea.h"
-#include "views/FormWindow.h"
 
 #include <cstdint>
 #include <functional>

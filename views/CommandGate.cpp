@@ -22,7 +22,7 @@ void CommandGate::Run(Kind kind, std::function<void()> command) {
 
 void CommandGate::Execute(const std::function<void()>& command) {
     {
-        const DepthScope scope(commandDepth_);
+        const Restore depth(commandDepth_, commandDepth_ + 1);
         command();
     }
     if (commandDepth_ == 0)
@@ -36,7 +36,7 @@ bool CommandGate::RunFirstDeferred() {
     deferred_.pop_front();
     if (next.kind == Kind::ReplacesList)
         --replacementsWaiting_;
-    const DepthScope scope(commandDepth_);
+    const Restore depth(commandDepth_, commandDepth_ + 1);
     next.command();
     return true;
 }

@@ -11,6 +11,7 @@
 //  - Closing ends every wait at once. When the stack has unwound to its outermost command, the window is
 //    unloaded; commands that still wait are dropped.
 
+#include "base/Scope.h"
 #include "desktop/EventPump.h"
 
 #include <deque>
@@ -45,28 +46,14 @@ class CommandGate {
     // A command waits for the running scan to end.
     bool ScanMustEnd() const noexcept { return replacementsWaiting_ > 0; }
 
-  private:
-    // Counts how deep the stack is in something.
-    class DepthScope {
-      public:
-        explicit DepthScope(int& depth) : depth_(depth) { ++depth_; }
-        ~DepthScope() { --depth_; }
-        DepthScope(const DepthScope&) = delete;
-        DepthScope& operator=(const DepthScope&) = delete;
-
-      private:
-        int& depth_;
-    };
-
-  public:
     // The list is being loaded, saved, listed, sorted or made ready for as long as this lives.
-    struct ListActivity : DepthScope {
-        explicit ListActivity(CommandGate& gate) : DepthScope(gate.listDepth_) {}
+    struct ListActivity : Restore<int> {
+        explicit ListActivity(CommandGate& gate) : Restore(gate.listDepth_, gate.listDepth_ + 1) {}
     };
 
     // A scan runs for as long as this lives.
-    struct ScanActivity : DepthScope {
-        explicit ScanActivity(CommandGate& gate) : DepthScope(gate.scanDepth_) {}
+    struct ScanActivity : Restore<int> {
+        explicit ScanActivity(CommandGate& gate) : Restore(gate.scanDepth_, gate.scanDepth_ + 1) {}
     };
 
   private:

@@ -1,6 +1,6 @@
 #include "views/CountryLookup.h"
 
-#include "core/Conversions.h"
+#include "base/Conversions.h"
 #include "query/clsIPLocation.h"
 #include "support/Trap.h"
 

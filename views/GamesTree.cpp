@@ -1,6 +1,6 @@
 #include "views/GamesTree.h"
 
-#include "core/Conversions.h"
+#include "base/Conversions.h"
 #include "support/Trap.h"
 
 #include <algorithm>

@@ -3,7 +3,8 @@
 // The main window's controls, under their names, as models. The form's parts work on these; the window shows
 // them and feeds the user's actions back through the form's handlers.
 
-#include "controls/Geometry.h"
+#include "base/Geometry.h"
+#include "base/OneBased.h"
 #include "controls/ListView.h"
 #include "controls/Menu.h"
 #include "controls/ProgressBar.h"
@@ -12,7 +13,6 @@
 #include "controls/Toolbar.h"
 #include "controls/TreeView.h"
 #include "controls/UdpSocket.h"
-#include "core/OneBased.h"
 #include "core/modDefinitions.h"
 
 namespace quarn {

@@ -4,8 +4,8 @@
 
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
+#include "desktop/FormWindow.h"
 #include "views/CommandGate.h"
-#include "views/FormWindow.h"
 #include "views/MainControls.h"
 
 namespace quarn {

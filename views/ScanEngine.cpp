@@ -1,6 +1,7 @@
 #include "views/ScanEngine.h"
 
-#include "core/Conversions.h"
+#include "base/Conversions.h"
+#include "base/Scope.h"
 #include "core/modCommonSubs.h"
 #include "query/modGamQuery.h"
 #include "support/Trap.h"
@@ -27,21 +28,6 @@ constexpr std::int32_t FallbackTimeout = 1000;
 std::int32_t Elapsed(std::int32_t from, std::int32_t to) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from));
 }
-
-// Names the server whose reply is awaited for as long as this lives. A nested query hides the outer one.
-class OpenQueryScope {
-  public:
-    OpenQueryScope(std::int32_t& openQuery, std::int32_t index) : openQuery_(openQuery), outer_(openQuery) {
-        openQuery_ = index;
-    }
-    ~OpenQueryScope() { openQuery_ = outer_; }
-    OpenQueryScope(const OpenQueryScope&) = delete;
-    OpenQueryScope& operator=(const OpenQueryScope&) = delete;
-
-  private:
-    std::int32_t& openQuery_;
-    std::int32_t outer_;
-};
 
 } // namespace
 
@@ -147,7 +133,7 @@ bool ScanEngine::QueryServer(std::int32_t index) {
     socket.RemotePort = program.Servers[index].Port;
     socket.RemoteHost = program.Servers[index].Address;
     {
-        const OpenQueryScope openQuery(openQuery_, index);
+        const Restore openQuery(openQuery_, index); // a nested query hides the outer one
         QuerySentTick = form_.desktop.clock.TickCount();
         SendServerQuery(program, socket);
 

@@ -1,10 +1,10 @@
 #include "views/ServerListFiles.h"
 
-#include "core/Conversions.h"
-#include "core/LineReader.h"
+#include "base/Conversions.h"
+#include "base/LineReader.h"
+#include "base/Succeeds.h"
 #include "core/modCommonSubs.h"
 #include "core/modStringHelper.h"
-#include "support/Trap.h"
 
 #include <string_view>
 #include <vector>

@@ -1,6 +1,7 @@
 #include "views/ServerListView.h"
 
-#include "core/Conversions.h"
+#include "base/Conversions.h"
+#include "base/Scope.h"
 #include "support/Trap.h"
 
 #include <algorithm>
@@ -246,29 +247,16 @@ void ServerListView::mnuServDelete_Click() {
     });
 }
 
-namespace {
-
-// Removes the collected rows however their collection ended.
-struct RowRemoval {
-    ListView& list;
-    std::vector<std::int32_t> rows;
-    explicit RowRemoval(ListView& from) : list(from) {}
-    ~RowRemoval() { list.RemoveRows(rows); }
-    RowRemoval(const RowRemoval&) = delete;
-    RowRemoval& operator=(const RowRemoval&) = delete;
-};
-
-} // namespace
-
 void ServerListView::DeleteSelectedRows() {
     ListView& list = form_.controls.lvwServers;
-    RowRemoval removal(list);
+    std::vector<std::int32_t> deleted;
+    const Finally removeRows([&] { list.RemoveRows(deleted); }); // also when a tag ends the loop
     for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
         if (!list.Row(row).selected)
             continue;
         const std::int32_t index = ToLong(list.Row(row).main.tag);
         form_.program.Servers[index].Address.clear();
-        removal.rows.push_back(row);
+        deleted.push_back(row);
     }
 }
 

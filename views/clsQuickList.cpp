@@ -1,5 +1,6 @@
 #include "views/clsQuickList.h"
 
+#include "base/Scope.h"
 #include "support/Trap.h"
 #include "views/GeneralDates.h"
 
@@ -35,19 +36,6 @@ std::string FormatNumberPattern(double value) {
     text.pop_back();
     return text;
 }
-
-// Does something when it goes, also when an error makes it go; the action itself must not fail.
-template<class Action>
-class Finally {
-  public:
-    explicit Finally(Action action) : action_(std::move(action)) {}
-    ~Finally() { action_(); } // NOLINT(bugprone-exception-escape)
-    Finally(const Finally&) = delete;
-    Finally& operator=(const Finally&) = delete;
-
-  private:
-    Action action_;
-};
 
 } // namespace
 

@@ -3,7 +3,7 @@
 // From twips to pixels and back. Forms and settings measure in twips, 1440 to an inch; the system draws in
 // pixels, of which a monitor has so many to an inch. This is the one place where they meet.
 
-#include "controls/Geometry.h"
+#include "base/Geometry.h"
 #include "win32/WindowsHeaders.h"
 
 #include <cstdint>

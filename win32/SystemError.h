@@ -2,7 +2,7 @@
 
 // From the system's error codes to the program's numbered run-time errors.
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "win32/WindowsHeaders.h"
 
 #include <string>

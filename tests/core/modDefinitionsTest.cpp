@@ -1,6 +1,6 @@
 #include "core/modDefinitions.h"
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
 #include "tests/support_code/Errors.h"

@@ -1,6 +1,6 @@
 #include "query/clsIPLocation.h"
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "tests/query/QueryTest.h"
 
 #include <functional>

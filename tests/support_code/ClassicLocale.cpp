@@ -1,6 +1,6 @@
 #include "tests/support_code/ClassicLocale.h"
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <array>
 #include <cmath>

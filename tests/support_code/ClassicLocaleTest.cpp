@@ -1,5 +1,5 @@
 #include "tests/support_code/ClassicLocale.h"
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <gtest/gtest.h>
 #include <string>

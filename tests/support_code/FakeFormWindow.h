@@ -2,8 +2,8 @@
 
 // A main window that only remembers what the form asked of it.
 
-#include "core/RunTimeError.h"
-#include "views/FormWindow.h"
+#include "base/RunTimeError.h"
+#include "desktop/FormWindow.h"
 
 #include <cstdint>
 #include <functional>

@@ -3,12 +3,12 @@
 // Dialogs without a window. Each is noted; what the user does in one is a function that a test sets and that
 // gets the loaded form. A dialog that nobody closed by then is closed by its close box.
 
-#include "launch/ModalForms.h"
 #include "launch/frmGamSetup.h"
 #include "launch/frmOptions.h"
 #include "launch/frmSetPassword.h"
 #include "query/frmAddServer.h"
 #include "support/frmAbout.h"
+#include "views/ModalForms.h"
 
 #include <functional>
 #include <string>

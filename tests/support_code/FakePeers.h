@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "desktop/PeerPrograms.h"
 
 #include <cstdint>

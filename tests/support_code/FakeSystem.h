@@ -2,7 +2,7 @@
 
 // System facts as a test sets them. A fact without a value throws, as one that cannot be had.
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "desktop/SystemInformation.h"
 
 #include <cstdint>

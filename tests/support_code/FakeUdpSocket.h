@@ -4,8 +4,8 @@
 // events run. A datagram waits from the moment of its arrival, whether or not its event has run yet; one
 // that nobody reads stays in front of the next. Closing drops what waits, and events of before.
 
+#include "base/RunTimeError.h"
 #include "controls/UdpSocket.h"
-#include "core/RunTimeError.h"
 #include "tests/support_code/FakeEvents.h"
 #include "tests/support_code/FakeHostNames.h"
 

@@ -3,7 +3,7 @@
 // Files in memory, with faults to order. Paths compare without case, as on Windows; folders exist where a
 // test says so, and only to be told from files.
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "desktop/Files.h"
 
 #include <cstddef>

@@ -3,7 +3,7 @@
 // A registry in memory. Names compare without case, a key can be deleted when no key is below it, and a value
 // is read back as the bytes it was written with.
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "core/modStringHelper.h"
 #include "desktop/Registry.h"
 

@@ -1,6 +1,6 @@
 #include "win32/Window.h"
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "win32/desktop/LocaleTextWin.h"
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "win32/AnsiText.h"
 #include "win32/Handles.h"
 #include "win32/SystemError.h"

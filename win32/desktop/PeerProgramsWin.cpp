@@ -1,6 +1,6 @@
 #include "win32/desktop/PeerProgramsWin.h"
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "win32/AnsiText.h"
 #include "win32/WindowsHeaders.h"
 #include "win32/desktop/FilesWin.h"

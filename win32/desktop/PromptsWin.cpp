@@ -1,6 +1,6 @@
 #include "win32/desktop/PromptsWin.h"
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "win32/FunctionAddress.h"
 #include "win32/SystemError.h"
 #include "win32/SystemLibrary.h"

@@ -1,6 +1,6 @@
 #include "win32/desktop/ShellWin.h"
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "win32/Handles.h"
 
 #include <cstring>

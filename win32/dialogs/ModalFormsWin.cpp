@@ -1,35 +1,16 @@
 #include "win32/dialogs/ModalFormsWin.h"
 
+#include "base/Scope.h"
 #include "win32/dialogs/AboutDialog.h"
 #include "win32/dialogs/AddServerDialog.h"
 #include "win32/dialogs/GameSetupDialog.h"
 #include "win32/dialogs/OptionsDialog.h"
 #include "win32/dialogs/SetPasswordDialog.h"
 
-#include <utility>
-
 namespace quarn {
 
-namespace {
-
-// Takes the place of what stands in a variable for as long as this lives.
-class Replacement {
-  public:
-    Replacement(FormDialog*& place, FormDialog& dialog)
-        : place_(place), outer_(std::exchange(place, &dialog)) {}
-    ~Replacement() { place_ = outer_; }
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
-
-  private:
-    FormDialog*& place_;
-    FormDialog* outer_;
-};
-
-} // namespace
-
 void ModalFormsWin::Show(FormDialog&& dialog, bool topMost) {
-    const Replacement innermost(open_, dialog);
+    const Restore innermost(open_, &dialog);
     dialog.ShowModal(owner_.ForBox(), topMost);
 }
 

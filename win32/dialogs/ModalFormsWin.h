@@ -1,6 +1,6 @@
 #pragma once
 
-#include "launch/ModalForms.h"
+#include "views/ModalForms.h"
 #include "win32/OwnerWindow.h"
 #include "win32/dialogs/FormDialog.h"
 

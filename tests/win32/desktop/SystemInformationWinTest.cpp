@@ -1,6 +1,6 @@
 #include "win32/desktop/SystemInformationWin.h"
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 #include "tests/win32/support_code/ReplacedImport.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "core/DateTime.h"
+#include "base/DateTime.h"
 
 #include <cstdio>
 

@@ -6,20 +6,12 @@
 // along the text instead of erasing its front: a text of many fields is read in one pass and no field is
 // copied. The text must outlive the cursor and the fields taken from it.
 
+#include "core/modCommonSubs.h"
+
 #include <algorithm>
 #include <string_view>
 
 namespace quarn {
-
-class clsAppLog;
-
-// Where the separator stands, searched from the second character on; npos if it does not.
-inline std::size_t FindSeparator(std::string_view text, std::string_view separator) noexcept {
-    return separator.size() == 1 ? text.find(separator.front(), 1) : text.find(separator, 1);
-}
-
-// The log entry of a field that no separator ends.
-void LogMissingSeparator(clsAppLog& log) noexcept;
 
 class TextCursor {
   public:

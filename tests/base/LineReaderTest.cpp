@@ -1,4 +1,4 @@
-#include "core/LineReader.h"
+#include "base/LineReader.h"
 
 #include <gtest/gtest.h>
 #include <string_view>

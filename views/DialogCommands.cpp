@@ -1,4 +1,4 @@
-#include "launch/DialogCommands.h"
+#include "views/DialogCommands.h"
 
 #include "launch/frmGamSetup.h"
 #include "launch/frmOptions.h"

@@ -2,7 +2,7 @@
 
 // The commands that do something with the selected server's game: join it, or hand the server to Velmar.
 
-#include "launch/DialogCommands.h"
+#include "views/DialogCommands.h"
 #include "views/MainFormContext.h"
 #include "views/ServerListView.h"
 

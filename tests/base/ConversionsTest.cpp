@@ -1,4 +1,4 @@
-#include "core/Conversions.h"
+#include "base/Conversions.h"
 
 #include "tests/support_code/Errors.h"
 

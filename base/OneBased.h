@@ -4,7 +4,7 @@
 // an index outside 0..N is run-time error 9, so that a parser that walks one past the last slot ends in a
 // logged error and never in foreign memory.
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <cstdint>
 #include <vector>

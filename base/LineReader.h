@@ -3,7 +3,7 @@
 // A file's text, line by line. A line ends at CR LF, at a lone LF or at a lone CR; code 26 and NUL are
 // ordinary characters. The last line needs no end. The text must outlive the reader and its lines.
 
-#include "core/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <string_view>
 

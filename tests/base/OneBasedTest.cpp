@@ -1,4 +1,4 @@
-#include "core/OneBased.h"
+#include "base/OneBased.h"
 
 #include "tests/support_code/Errors.h"
 

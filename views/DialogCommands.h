@@ -2,9 +2,9 @@
 
 // The commands that open a dialog of the program's own.
 
-#include "launch/ModalForms.h"
 #include "views/GamesTree.h"
 #include "views/MainFormContext.h"
+#include "views/ModalForms.h"
 #include "views/ServerListView.h"
 
 #include <functional>

@@ -2,7 +2,7 @@
 
 // What the main form asks of its window. Geometry is in twips of the window's own DPI.
 
-#include "controls/Geometry.h"
+#include "base/Geometry.h"
 #include "desktop/SystemReferences.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "core/TextCursor.h"
+#include "query/TextCursor.h"
 
 #include "tests/query/QueryTest.h"
 

@@ -1,4 +1,4 @@
-#include "launch/GameCommands.h"
+#include "views/GameCommands.h"
 
 #include "launch/modGameStart.h"
 #include "launch/modMonitor.h"
