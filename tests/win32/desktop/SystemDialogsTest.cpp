@@ -4,7 +4,7 @@
 
 #include "tests/win32/support_code/OwnerTestWindow.h"
 #include "tests/win32/support_code/ReplacedImport.h"
-#include "win32/FunctionAddress.h"
+#include "win32/Libraries.h"
 
 #include <algorithm>
 #include <commdlg.h>
