@@ -2,9 +2,9 @@
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/WatchedProfiles.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/WatchedProfiles.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

@@ -7,8 +7,8 @@
 #include "query/frmAddServer.h"
 #include "support/clsAppLog.h"
 #include "support/frmAbout.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/LoggedEntries.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/LoggedEntries.h"
 
 #include <gtest/gtest.h>
 #include <memory>

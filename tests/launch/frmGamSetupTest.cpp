@@ -2,8 +2,8 @@
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/LoggedEntries.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/LoggedEntries.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -5,7 +5,7 @@
 #include "core/modDefinitions.h"
 #include "core/modStringHelper.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <cstdint>
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #include "query/modGamQuery.h"
 
+#include "tests/fakes/FakeUdpSocket.h"
 #include "tests/query/QueryTest.h"
-#include "tests/support_code/FakeUdpSocket.h"
 
 namespace quarn {
 namespace {

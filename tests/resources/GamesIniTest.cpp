@@ -1,9 +1,9 @@
 // The definitions that Quarn comes with: docs/games.md names the source of each.
 
 #include "core/modStringHelper.h"
+#include "tests/fakes/HeadlessBrowser.h"
 #include "tests/resources/DefinitionsCheck.h"
 #include "tests/resources/StrictMaster.h"
-#include "tests/support_code/HeadlessBrowser.h"
 
 #include <fstream>
 #include <gmock/gmock.h>

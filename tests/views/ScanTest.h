@@ -2,7 +2,7 @@
 
 // A browser that shows a list and is about to query it. Time-out 1000 ms; a server answers after 20 ms.
 
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 #include "tools/gamenet/ServerReplies.h"
 
 #include <cstdint>

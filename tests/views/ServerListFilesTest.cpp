@@ -2,8 +2,8 @@
 
 #include "core/modStringHelper.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <cstdint>
 #include <functional>

@@ -6,8 +6,8 @@
 
 #include "base/RunTimeError.h"
 #include "controls/UdpSocket.h"
-#include "tests/support_code/FakeEvents.h"
-#include "tests/support_code/FakeHostNames.h"
+#include "tests/fakes/FakeEvents.h"
+#include "tests/fakes/FakeHostNames.h"
 
 #include <cstdint>
 #include <deque>

@@ -2,7 +2,7 @@
 
 // Game servers that answer on a fake socket as honest servers of their family do.
 
-#include "tests/support_code/FakeUdpSocket.h"
+#include "tests/fakes/FakeUdpSocket.h"
 #include "tools/gamenet/World.h"
 
 #include <cstdint>

@@ -1,11 +1,11 @@
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include "core/modMain.h"
 #include "core/modStringHelper.h"
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/IniText.h"
-#include "tests/support_code/LoggedEntries.h"
+#include "tests/fakes/IniText.h"
+#include "tests/fakes/LoggedEntries.h"
 
 #include <utility>
 

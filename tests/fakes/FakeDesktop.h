@@ -3,19 +3,19 @@
 // A whole desktop in memory: what the program asks for, and what a test arranges and looks at.
 
 #include "desktop/Desktop.h"
-#include "tests/support_code/ClassicLocale.h"
-#include "tests/support_code/FakeClock.h"
-#include "tests/support_code/FakeEvents.h"
-#include "tests/support_code/FakeHelpViewer.h"
-#include "tests/support_code/FakeHostNames.h"
-#include "tests/support_code/FakeNotificationArea.h"
-#include "tests/support_code/FakePeers.h"
-#include "tests/support_code/FakePrompts.h"
-#include "tests/support_code/FakeShell.h"
-#include "tests/support_code/FakeSystem.h"
-#include "tests/support_code/MemoryFiles.h"
-#include "tests/support_code/MemoryProfiles.h"
-#include "tests/support_code/MemoryRegistry.h"
+#include "tests/fakes/ClassicLocale.h"
+#include "tests/fakes/FakeClock.h"
+#include "tests/fakes/FakeEvents.h"
+#include "tests/fakes/FakeHelpViewer.h"
+#include "tests/fakes/FakeHostNames.h"
+#include "tests/fakes/FakeNotificationArea.h"
+#include "tests/fakes/FakePeers.h"
+#include "tests/fakes/FakePrompts.h"
+#include "tests/fakes/FakeShell.h"
+#include "tests/fakes/FakeSystem.h"
+#include "tests/fakes/MemoryFiles.h"
+#include "tests/fakes/MemoryProfiles.h"
+#include "tests/fakes/MemoryRegistry.h"
 
 namespace quarn {
 

@@ -1,5 +1,5 @@
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>

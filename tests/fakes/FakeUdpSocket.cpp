@@ -1,4 +1,4 @@
-#include "tests/support_code/FakeUdpSocket.h"
+#include "tests/fakes/FakeUdpSocket.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "tests/support_code/ClassicLocale.h"
+#include "tests/fakes/ClassicLocale.h"
 
 #include "base/RunTimeError.h"
 

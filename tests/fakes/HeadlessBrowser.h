@@ -6,12 +6,12 @@
 // and state before Start.
 
 #include "core/modDefinitions.h"
-#include "tests/support_code/EmulatedServers.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/FakeFormWindow.h"
-#include "tests/support_code/FakeModalForms.h"
-#include "tests/support_code/FakeTimerDriver.h"
-#include "tests/support_code/FakeUdpSocket.h"
+#include "tests/fakes/EmulatedServers.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/FakeFormWindow.h"
+#include "tests/fakes/FakeModalForms.h"
+#include "tests/fakes/FakeTimerDriver.h"
+#include "tests/fakes/FakeUdpSocket.h"
 #include "views/frmMain.h"
 
 #include <cstdint>

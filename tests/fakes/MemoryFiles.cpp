@@ -1,4 +1,4 @@
-#include "tests/support_code/MemoryFiles.h"
+#include "tests/fakes/MemoryFiles.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tests/support_code/FakeEvents.h"
+#include "tests/fakes/FakeEvents.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

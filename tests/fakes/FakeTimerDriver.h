@@ -4,7 +4,7 @@
 // was away for several intervals finds one tick.
 
 #include "controls/Timer.h"
-#include "tests/support_code/FakeEvents.h"
+#include "tests/fakes/FakeEvents.h"
 
 #include <cstdint>
 #include <memory>

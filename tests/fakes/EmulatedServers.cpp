@@ -1,4 +1,4 @@
-#include "tests/support_code/EmulatedServers.h"
+#include "tests/fakes/EmulatedServers.h"
 
 #include "tools/gamenet/MasterList.h"
 #include "tools/gamenet/ServerReplies.h"

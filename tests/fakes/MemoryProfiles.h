@@ -3,7 +3,7 @@
 // INI files among the files in memory, so that a test can feed them, damaged too, byte for byte.
 
 #include "desktop/ProfileFiles.h"
-#include "tests/support_code/MemoryFiles.h"
+#include "tests/fakes/MemoryFiles.h"
 
 namespace quarn {
 

@@ -1,6 +1,6 @@
-#include "tests/support_code/MemoryProfiles.h"
+#include "tests/fakes/MemoryProfiles.h"
 
-#include "tests/support_code/IniText.h"
+#include "tests/fakes/IniText.h"
 
 namespace quarn {
 

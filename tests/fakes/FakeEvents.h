@@ -5,7 +5,7 @@
 // test hangs. The failure is noted besides the throw, since the program's error traps catch everything.
 
 #include "desktop/EventPump.h"
-#include "tests/support_code/FakeClock.h"
+#include "tests/fakes/FakeClock.h"
 
 #include <cstdint>
 #include <functional>

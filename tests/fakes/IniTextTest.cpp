@@ -1,4 +1,4 @@
-#include "tests/support_code/IniText.h"
+#include "tests/fakes/IniText.h"
 
 #include <gtest/gtest.h>
 #include <string>

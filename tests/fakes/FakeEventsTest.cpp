@@ -1,6 +1,6 @@
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/FakeTimerDriver.h"
-#include "tests/support_code/FakeUdpSocket.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/FakeTimerDriver.h"
+#include "tests/fakes/FakeUdpSocket.h"
 
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>

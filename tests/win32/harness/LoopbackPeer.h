@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/win32/support_code/Pumping.h"
+#include "tests/win32/harness/Pumping.h"
 #include "win32/Handles.h"
 #include "win32/WinsockSession.h"
 
