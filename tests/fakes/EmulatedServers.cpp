@@ -1,7 +1,7 @@
 #include "tests/fakes/EmulatedServers.h"
 
-#include "tools/gamenet/MasterList.h"
-#include "tools/gamenet/ServerReplies.h"
+#include "tools/gamenet/protocol/MasterList.h"
+#include "tools/gamenet/protocol/ServerReplies.h"
 
 #include <optional>
 #include <utility>
@@ -41,7 +41,7 @@ void EmulatedServers::Answer(const SentDatagram& request) {
     const std::string address = request.address + ":" + std::to_string(request.port);
     const auto found = servers.find(address);
     const bool isServer = found != servers.end();
-    if (!isServer || gamenet::opensQuery(found->second.family, request.bytes)) {
+    if (!isServer || gamenet::OpensQuery(found->second.family, request.bytes)) {
         asked_.push_back(address);
         if (whenAsked)
             whenAsked(address);
@@ -53,7 +53,7 @@ void EmulatedServers::Answer(const SentDatagram& request) {
     if (!isServer)
         return;
     std::optional<std::string> reply =
-        gamenet::serverReply(found->second.family, found->second.status, request.bytes);
+        gamenet::ServerReply(found->second.family, found->second.status, request.bytes);
     if (reply)
         socket_.ReplyIn(found->second.latency, std::move(*reply));
 }
@@ -61,12 +61,12 @@ void EmulatedServers::Answer(const SentDatagram& request) {
 std::string MasterDatagram(Family family, const std::vector<std::string>& listed, bool endMark) {
     gamenet::MasterList list;
     list.family = family;
-    list.header = gamenet::masterHeader(family);
+    list.header = gamenet::MasterHeader(family);
     list.endMark = endMark ? gamenet::EndMark::Every : gamenet::EndMark::None;
     list.entriesPerDatagram = static_cast<int>(listed.size());
     for (const std::string& endpoint : listed)
-        list.servers.push_back(gamenet::parseLoopbackEndpoint(endpoint));
-    return gamenet::cutIntoDatagrams(list).front();
+        list.servers.push_back(gamenet::ParseLoopbackEndpoint(endpoint));
+    return gamenet::CutIntoDatagrams(list).front();
 }
 
 } // namespace quarn

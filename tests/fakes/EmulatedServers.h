@@ -3,7 +3,7 @@
 // Game servers that answer on a fake socket as honest servers of their family do.
 
 #include "tests/fakes/FakeUdpSocket.h"
-#include "tools/gamenet/World.h"
+#include "tools/gamenet/world/World.h"
 
 #include <cstdint>
 #include <functional>
