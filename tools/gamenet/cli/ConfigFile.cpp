@@ -75,7 +75,7 @@ std::vector<Entry> ParseEntries(const std::string& text, const std::string& file
     return entries;
 }
 
-// The game's short name where the section is a game's.
+// The game's short name if the section is a game's, else empty.
 std::string GameOf(const std::string& section) {
     return section.starts_with("game ") ? section.substr(5) : std::string();
 }
@@ -108,8 +108,8 @@ void ApplyEntry(NetworkSettings& network, const Entry& entry) {
 NetworkSettings ParseConfig(const std::string& text, const std::string& fileName) {
     NetworkSettings network = DemoNetwork();
     const std::vector<Entry> entries = ParseEntries(text, fileName);
-    // In passes, so that the sections may stand in any order: what games there are, what holds for all
-    // of them, what holds for each.
+    // In passes, so that the sections may come in any order: first the games, then the settings for all of
+    // them, then those for each.
     const auto pass = [&](auto&& wanted, auto&& step) {
         for (const Entry& entry : entries)
             if (wanted(entry))

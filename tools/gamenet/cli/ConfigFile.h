@@ -4,7 +4,7 @@
 //
 // Configuration: lines "key = value" in sections, ";" or "#" starts a comment line.
 //   [network]     seed, countries, masters, master-port; base = demo (default) or none: the games that
-//                 stand before the file is read
+//                 exist before the file is read
 //   [all]         settings for every game, those of the file included
 //   [game SHORT]  settings for one game; a new game needs "family = q3", "d3" or "hl"
 //

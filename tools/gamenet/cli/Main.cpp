@@ -1,4 +1,4 @@
-// The program: arguments in, files written, network run.
+// The program: parses its arguments, writes the files and runs the network.
 #include "tools/gamenet/cli/Options.h"
 #include "tools/gamenet/cli/Reports.h"
 #include "tools/gamenet/network/Emulation.h"
@@ -20,7 +20,7 @@ using namespace quarn::gamenet;
 constexpr int Failed = 1;
 constexpr int BadArguments = 2;
 
-// False where the parent has ended before it could be watched.
+// False if the parent ended before it could be watched.
 bool WatchParent() {
     const pid_t parent = getppid();
     return prctl(PR_SET_PDEATHSIG, SIGTERM) == 0 && getppid() == parent;
@@ -56,7 +56,7 @@ int RunProgram(const std::vector<std::string>& arguments) {
         std::cout << HelpText();
         return 0;
     }
-    // A timer that fires late would falsify every ping.
+    // A late timer would falsify every ping.
     prctl(PR_SET_TIMERSLACK, 1);
     return RunNetwork(options);
 }

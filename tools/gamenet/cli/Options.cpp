@@ -50,7 +50,7 @@ constexpr Option OptionTable[] = {
          for (const ListedServer& server : ReadServerList(v))
              o.network.listed.push_back(server);
      }},
-    {"duration", "S", "ends after so many seconds",
+    {"duration", "S", "ends after this many seconds",
      [](Options& o, const std::string& v) { o.duration = ParseNumber(v, 0, 1e6); }},
     {"ready-file", "PATH", "written when everything is bound",
      [](Options& o, const std::string& v) { o.readyFile = v; }},
@@ -70,7 +70,7 @@ const Option* FindOption(std::string_view name) {
     return found == std::end(OptionTable) ? nullptr : found;
 }
 
-// Calls use(name, value) for each option; the options without a value get an empty one.
+// Calls use(name, value) for each option, with an empty value for options without one.
 void EachArgument(std::span<const std::string> arguments,
                   const std::function<void(std::string_view, const std::string&)>& use) {
     for (std::size_t at = 0; at < arguments.size(); ++at) {

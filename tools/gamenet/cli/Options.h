@@ -15,7 +15,7 @@ struct Options {
     bool help = false;
     bool dieWithParent = false;
     std::optional<double> duration; // seconds
-    // Paths; empty: not wanted.
+    // Paths; empty: the file is not written.
     std::string truth;
     std::string gamesIni;
     std::string countryFile;

@@ -16,12 +16,12 @@ void PutLine(std::string& report, const std::vector<std::string>& fields) {
     report += '\n';
 }
 
-// Names as the family's browser shows them: Half-Life has no colour codes to strip.
+// A name as the family's browser shows it: Half-Life has no colour codes to remove.
 std::string ShownName(const std::string& name, Family family) {
     return family == Family::HalfLife ? name : WithoutColours(name);
 }
 
-// Each name is escaped on its own, so that the bars between them stay bars.
+// Each name is escaped separately, so that the bars between them are not.
 std::string PlayerNames(const ServerStatus& status, Family family) {
     std::string names;
     for (const Player& player : status.players)

@@ -1,8 +1,8 @@
 #pragma once
 
-// The files in which a network says what it is.
-//   Truth        one line a server, fields separated by tabs, the first line naming them.
-//   Games.ini    the definitions file of the browser, its masters on the loopback.
+// The files that describe a network.
+//   Truth        one line for each server, fields separated by tabs; the first line has their names.
+//   Games.ini    the definitions file of the browser, with masters on the loopback.
 //   Country file the number of ranges, then "from;to;country" with addresses as unsigned numbers.
 
 #include "tools/gamenet/world/World.h"
@@ -19,8 +19,8 @@ std::string GamesIni(const NetworkSettings& network, const std::vector<Endpoint>
 
 std::string CountryReport(const World& world);
 
-// Replaces the file whole: a reader never sees half of it. Throws std::runtime_error naming
-// the path.
+// Replaces the file atomically: a reader never sees an incomplete one. Throws std::runtime_error with the
+// path.
 void WriteWhole(const std::string& path, const std::string& content);
 
 } // namespace quarn::gamenet

@@ -39,7 +39,7 @@ Range ParseRange(std::string_view text, int low, int high) {
     return result;
 }
 
-// A text that goes between separators or NULs must not hold one; a line end cannot stand in any.
+// A text that is sent between separators or NULs must not contain one; no text may contain a line end.
 std::string PlainText(std::string_view text) {
     if (text.find_first_of(std::string_view("\0\r\n\\\"", 5)) != std::string_view::npos)
         throw BadSetting("holds a backslash, a quote or a line end: " + TruthEscaped(text));
@@ -113,7 +113,7 @@ constexpr Key<G> GameKeys[] = {
     {"servers", "N", "number of servers", [](G& g, Text v) { g.servers = WholeUpTo(v, MostServers); }},
     {"latency", "MS[-MS]", "answer time, drawn once a server",
      [](G& g, Text v) { g.latency = ParseRange(v, 0, LongestWait); }},
-    {"jitter", "MS", "up to so much is added to each answer",
+    {"jitter", "MS", "at most this much is added to each answer",
      [](G& g, Text v) { g.jitter = WholeUpTo(v, LongestWait); }},
     {"loss", "PERCENT", "requests that get lost", [](G& g, Text v) { g.loss = ParsePercent(v); }},
     {"silent", "PERCENT", "servers that never answer", [](G& g, Text v) { g.silent = ParsePercent(v); }},
@@ -162,7 +162,7 @@ constexpr Key<G> GameKeys[] = {
      [](G& g, Text v) { g.endMark = ParseEndMark(v); }},
     {"hl-list", "FORM", "an hl list is separated or packed",
      [](G& g, Text v) { g.halfLifeList = ParseHalfLifeList(v); }},
-    {"request", "TEXT", "MasterPacket of Games.ini, as it stands there",
+    {"request", "TEXT", "MasterPacket, as Games.ini writes it",
      [](G& g, Text v) { g.request = NeededText(v); }},
 };
 

@@ -1,7 +1,6 @@
 #pragma once
 
-// The settings by name, as the command line and the configuration file write them. One table serves both
-// and the help text.
+// The settings by name, for the command line, the configuration file and the help text.
 
 #include "tools/gamenet/world/Settings.h"
 
@@ -17,10 +16,10 @@ bool IsNetworkKey(std::string_view key);
 void SetGameKey(GameSettings& game, std::string_view key, std::string_view value);
 void SetNetworkKey(NetworkSettings& network, std::string_view key, std::string_view value);
 
-// "  --name value" and, in a column of their own, the lines of the meaning.
+// "  --name value" followed by a column with the lines of the meaning.
 std::string HelpEntry(std::string_view name, std::string_view value, std::string_view meaning);
 
-// One entry a key: name, value, meaning.
+// One entry for each key: name, value, meaning.
 std::string NetworkKeysHelp();
 std::string GameKeysHelp();
 

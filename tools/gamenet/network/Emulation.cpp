@@ -11,10 +11,10 @@ namespace {
 constexpr std::uint64_t SignalToken = ~std::uint64_t{0};
 constexpr std::uint64_t TimerToken = SignalToken - 1;
 
-// A flood of requests to slow servers must not eat the machine's memory.
+// A flood of requests to slow servers must not exhaust the memory.
 constexpr std::size_t MostPending = 100'000;
 
-// Datagrams taken from one socket before the others get their turn.
+// Datagrams read from one socket before the next one is read.
 constexpr int ReceiveBatch = 32;
 
 constexpr std::size_t OtherDescriptors = 64;

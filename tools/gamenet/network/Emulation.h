@@ -1,7 +1,7 @@
 #pragma once
 
-// The network at work: one socket for each server that is not closed and for each master, one thread,
-// answers that wait in a queue until they are due.
+// The running network: one thread, one socket for each master and each server that is not closed, and a queue
+// of replies that are not yet due.
 
 #include "tools/gamenet/network/Sockets.h"
 #include "tools/gamenet/protocol/Responder.h"
@@ -20,7 +20,7 @@ class Emulation {
     // std::system_error.
     Emulation(const NetworkSettings& network, const World& world);
 
-    // Where each game's master listens.
+    // The endpoint of each game's master.
     std::vector<Endpoint> Masters() const;
 
     // Answers until SIGINT or SIGTERM, or until the duration (seconds) is over.
@@ -34,7 +34,7 @@ class Emulation {
         Descriptor socket;
         bool isMaster = false;
         std::size_t index = 0; // of the game or the server
-        // Half-Life: replies of one frame to one peer leave together.
+        // Half-Life: replies of one frame to one peer are sent together.
         Endpoint burstPeer;
         Clock::time_point burstDue;
     };

@@ -36,7 +36,7 @@ Endpoint EndpointOf(const sockaddr_in& address) {
     return {ntohl(address.sin_addr.s_addr), ntohs(address.sin_port)};
 }
 
-// The socket calls take every kind of address behind one pointer type.
+// The socket functions take every kind of address as this pointer type.
 sockaddr* Generic(sockaddr_in& address) {
     return static_cast<sockaddr*>(static_cast<void*>(&address));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The little that is needed of the operating system's sockets, timers and signals. Every failure throws
-// std::system_error with a text that says what was tried.
+// A thin layer over the operating system's sockets, timers and signals. Every failure throws
+// std::system_error with a text that names the action.
 
 #include "tools/gamenet/world/Endpoint.h"
 
@@ -33,11 +33,11 @@ class Descriptor {
     int number_ = -1;
 };
 
-// Allows this process at least so many open descriptors.
+// Raises this process's limit of open descriptors to at least `count`.
 void AllowDescriptors(std::size_t count);
 
-// A non-blocking UDP socket on this loopback endpoint alone; port 0 lets the system choose. A port that
-// is taken is an error: two networks must never answer for each other.
+// A non-blocking UDP socket bound to this loopback endpoint; with port 0 the system chooses one. A port in
+// use is an error: two networks must never answer for each other.
 Descriptor BindUdp(const Endpoint& endpoint, std::string_view purpose);
 Endpoint BoundEndpoint(const Descriptor& socket);
 
@@ -46,28 +46,28 @@ struct Received {
     Endpoint from;
 };
 
-// Nothing where no datagram waits.
+// Nothing if no datagram is queued.
 std::optional<Received> ReceiveFrom(const Descriptor& socket, std::span<char> buffer);
 
-// False where the system did not take the datagram.
+// False if the system did not accept the datagram.
 bool SendTo(const Descriptor& socket, const Endpoint& to, std::string_view bytes);
 
-// Readable when SIGINT or SIGTERM came, which end nothing by themselves from now on.
+// Blocks SIGINT and SIGTERM, which no longer end the process; readable once one of them has arrived.
 Descriptor TerminationSignals();
 
 using Clock = std::chrono::steady_clock;
 
 Descriptor CreateTimer();
 
-// Readable from that moment on; without a moment never.
+// The timer is readable from that moment on; never if there is no moment.
 void SetTimer(const Descriptor& timer, std::optional<Clock::time_point> moment);
 
 class Poller {
   public:
     Poller();
-    // Reports this descriptor as `token` while it is readable.
+    // Wait reports `token` while this descriptor is readable.
     void Add(const Descriptor& descriptor, std::uint64_t token);
-    // Waits until something is readable and fills in tokens; the result is a part of the argument.
+    // Waits until a descriptor is readable. Returns the part of `tokens` that was filled in.
     std::span<std::uint64_t> Wait(std::span<std::uint64_t> tokens);
 
   private:

@@ -10,7 +10,7 @@
 namespace quarn::gamenet {
 namespace {
 
-// Readers ignore what is shorter than five bytes.
+// Readers ignore replies of fewer than five bytes.
 constexpr std::size_t ShortestReply = 5;
 
 std::string Truncated(const std::string& honest, Random& random) {
@@ -30,7 +30,7 @@ std::string EmptyValued(Family family, ServerStatus status, std::string_view req
     return ServerReply(family, status, request).value_or("");
 }
 
-// Everything that ends a text is gone: behind the header no line feed, quote or NUL is left.
+// Removes everything that terminates a text: no line feed, quote or NUL is left after the header.
 std::string Unterminated(Family family, const std::string& honest) {
     const char terminator = family == Family::Quake3 ? '\n' : '\0';
     const std::size_t header = std::min(honest.find(terminator) + 1, honest.size());

@@ -1,6 +1,6 @@
 #pragma once
 
-// Servers that lie: the same question, answered in a way that a careless reader trips over.
+// Servers that lie: replies that make a careless reader fail.
 
 #include "tools/gamenet/world/Random.h"
 #include "tools/gamenet/world/World.h"
@@ -12,7 +12,7 @@
 
 namespace quarn::gamenet {
 
-// A datagram and how long after the request it leaves.
+// A datagram and the delay from the request until it is sent.
 struct TimedReply {
     std::string bytes;
     std::chrono::milliseconds delay{0};

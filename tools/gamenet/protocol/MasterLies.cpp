@@ -14,8 +14,8 @@ char DelimiterOf(const MasterList& list) {
     return list.family == Family::Doom3 ? '\0' : '\\';
 }
 
-// How far apart readers take the addresses to be; those of the Half-Life family step over a separator
-// whether one is sent or not.
+// The distance at which readers expect addresses. Readers of the Half-Life family skip a separator whether or
+// not one was sent.
 std::size_t StrideOf(const MasterList& list) {
     return list.family == Family::Doom3 ? 6 : 7;
 }
@@ -36,12 +36,12 @@ std::vector<std::string> Truncated(const MasterList& list, Random& random) {
     return datagrams;
 }
 
-// Half of these carry the right header, so that readers get as far as the bytes behind it.
+// Half of these begin with the right header, so that readers parse the bytes after it.
 std::vector<std::string> RandomList(const MasterList& list, Random& random) {
     constexpr int Longest = 1400;
     const auto drawByte = [&random] {
         const auto byte = static_cast<char>(random.Below(256));
-        // No end mark may form: readers cut it out, and what follows would slip out of step.
+        // No end mark may form: readers remove it, and every address after it would be misaligned.
         return byte == 'E' ? 'e' : byte;
     };
     std::string datagram = list.header;
@@ -57,7 +57,7 @@ std::vector<std::string> RandomList(const MasterList& list, Random& random) {
     return {datagram};
 }
 
-// The servers over and over, and half an address at the end.
+// The same servers repeated, and half an address at the end.
 std::vector<std::string> Oversized(MasterList list) {
     const std::vector<Endpoint> once =
         list.servers.empty() ? std::vector<Endpoint>{{127U << 24 | 1, 9}} : list.servers;

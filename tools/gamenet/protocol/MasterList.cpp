@@ -34,7 +34,7 @@ std::string TailOf(const MasterList& list, bool last) {
         return "";
     if (list.halfLifeList == HalfLifeList::Packed)
         return Record({}, list.family, false);
-    // An empty list has no separator of its own, and readers find the header's end by one.
+    // Readers find the end of the header by a separator, and an empty list has none.
     return list.servers.empty() ? "\\" : "";
 }
 

@@ -17,8 +17,8 @@ bool IsListRequest(Family family, std::string_view request) {
     return request.starts_with(mark) && StartsWithIgnoringCase(request.substr(mark.size()), "getservers");
 }
 
-// A packed Half-Life list goes on behind the last address of the batch before; the request names it as
-// text behind the region byte.
+// A packed Half-Life list continues after the last address of the previous batch, which the request names as
+// text after the region byte.
 std::vector<Endpoint> Remaining(const std::vector<Endpoint>& servers, std::string_view request) {
     constexpr std::size_t AddressAt = 2;
     if (request.size() <= AddressAt)

@@ -12,8 +12,8 @@ using std::chrono::milliseconds;
 
 enum Purpose : std::uint64_t { LossDraw = 100, JitterDraw, LieDraw, MasterDraw };
 
-// Game servers look at their network once a frame. For the Half-Life family, which is asked three
-// questions at once, the frame is what lets the three answers leave together.
+// Game servers read their network once a frame. A Half-Life server gets three requests at once, and because
+// of the frame its three replies are sent together.
 constexpr milliseconds HalfLifeFrame{10};
 
 std::vector<std::vector<Endpoint>> MasterLists(const NetworkSettings& network, const World& world) {

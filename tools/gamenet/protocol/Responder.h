@@ -1,7 +1,7 @@
 #pragma once
 
-// Decides what is answered and how late, without sockets and clocks: servers and masters are asked by
-// number, losses and jitter follow from counters.
+// Decides what is answered and when, without sockets and clocks. Servers and masters are addressed by index;
+// losses and jitter follow from counters.
 
 #include "tools/gamenet/protocol/Liars.h"
 
@@ -30,7 +30,7 @@ class Responder {
     // Keeps references to both; they must outlive it.
     Responder(const NetworkSettings& network, const World& world);
 
-    // sinceStart is used where players come and go with the time.
+    // sinceStart is used if players come and go with the time.
     std::vector<TimedReply> AskServer(std::size_t server, std::string_view request,
                                       std::chrono::milliseconds sinceStart);
     std::vector<TimedReply> AskMaster(std::size_t game, std::string_view request);

@@ -12,7 +12,7 @@ namespace {
 constexpr std::string_view Quake3Mark = "\xFF\xFF\xFF\xFF";
 constexpr std::string_view Doom3Mark = "\xFF\xFF";
 
-// What stands behind the mark and the word; nothing where they do not match.
+// What follows the mark and the word; nothing if the request does not begin with them.
 std::optional<std::string_view> AfterWord(std::string_view request, std::string_view mark,
                                           std::string_view word) {
     if (!request.starts_with(mark))

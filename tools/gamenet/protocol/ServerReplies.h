@@ -12,7 +12,7 @@
 //            FF FF FF FF "players" -> FF*4 'D' count[1] { index[1] name 00 frags[4] seconds[4] }
 //            FF FF FF FF "rules"   -> FF*4 'E' count[2] { name 00 value 00 }
 //            FF FF FF FF "ping"    -> FF*4 'j'
-// Request words are taken in any case, with or without what may follow them.
+// Request words match in any case; what follows them is optional.
 
 #include "tools/gamenet/world/World.h"
 
@@ -22,18 +22,17 @@
 
 namespace quarn::gamenet {
 
-// Nothing where the request is none of the family's.
+// Nothing if the request is not one of the family's.
 std::optional<std::string> ServerReply(Family family, const ServerStatus& status, std::string_view request);
 
-// Whether answering this request counts as one look at the server, where one look may take several
-// requests.
+// Whether this request starts a query of the server. A query of a Half-Life server takes several requests.
 bool OpensQuery(Family family, std::string_view request);
 
-// Whether the answer to this request leaves behind the others of the look at the server, so that whoever has
-// it has them all.
+// Whether the reply to this request is sent after all others of the same query, so that a client that has it
+// has them all.
 bool ClosesQuery(Family family, std::string_view request);
 
-// The family's main reply, as if asked without a challenge.
+// The family's main reply to a request without a challenge.
 std::string MainReply(Family family, const ServerStatus& status);
 
 } // namespace quarn::gamenet

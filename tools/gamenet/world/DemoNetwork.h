@@ -1,6 +1,6 @@
 #pragma once
 
-// The network that stands without any configuration: 60 servers in eight games of the three families.
+// The network that runs without any configuration: 60 servers in eight games of the three families.
 
 #include "tools/gamenet/world/Settings.h"
 

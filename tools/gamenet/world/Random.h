@@ -1,7 +1,7 @@
 #pragma once
 
-// Chance that repeats: every draw follows from the seed and from counters, never from the time, so that
-// two runs with one seed are the same network.
+// Repeatable random numbers: every draw follows from the seed and from counters, never from the time, so that
+// two runs with the same seed are the same network.
 
 #include <cstdint>
 #include <initializer_list>

@@ -1,6 +1,6 @@
 #pragma once
 
-// What a network is made of: its games, and for each game its servers, its master and their habits.
+// The settings of a network: its games, and for each game its servers, its master and how they behave.
 
 #include "tools/gamenet/world/Endpoint.h"
 
@@ -34,7 +34,7 @@ enum class LiarKind {
     WrongFamily
 };
 
-// Both ends belong to the range.
+// Both ends are part of the range.
 struct Range {
     int low = 0;
     int high = 0;
@@ -116,10 +116,10 @@ MasterLie ParseMasterLie(std::string_view text);
 // "1.41" is 0x00010029: the major number in the upper half. Throws BadSetting.
 std::uint32_t Doom3Protocol(std::string_view text);
 
-// Null where no game has this short name.
+// Null if no game has this short name.
 GameSettings* FindGame(NetworkSettings& network, std::string_view shortName);
 
-// Throws BadSetting where the settings contradict each other.
+// Throws BadSetting if the settings contradict each other.
 void CheckSettings(const NetworkSettings& network);
 
 } // namespace quarn::gamenet

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view Blanks = " \t\r\n";
 
-// In the order in which a reader must undo them: "$10" before "$1".
+// In the order in which a reader must decode them: "$10" before "$1".
 const std::array<std::pair<std::string, std::string>, 5> IniEscapes = {{
     {"$255", std::string(1, '\xFF')},
     {"$32", " "},
@@ -34,7 +34,7 @@ bool ParsesWhole(std::string_view text, Number& number) {
     return error == std::errc() && end == text.data() + text.size();
 }
 
-// How many characters the colour code at `at` takes; 0 where none stands.
+// The length of the colour code at `at`; 0 if there is none.
 std::size_t ColourCodeLength(std::string_view text, std::size_t at) {
     if (text[at] != '^' || at + 1 == text.size())
         return 0;

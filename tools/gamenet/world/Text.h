@@ -10,13 +10,13 @@
 
 namespace quarn::gamenet {
 
-// A setting, file or argument that cannot be used; what() is a sentence for the person who wrote it.
+// A setting, file or argument that cannot be used; what() is an error message for the user.
 class BadSetting : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// Runs the step; what it complains about gets the prefix that says where.
+// Runs `step`; a BadSetting it throws is rethrown with `prefix` in front of its text.
 template<class Step>
 auto ComplainingAs(const std::string& prefix, Step step) {
     try {

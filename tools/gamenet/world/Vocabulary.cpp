@@ -90,9 +90,8 @@ Variables Quake3Variables(const GameSettings& game, const ServerStatus& status, 
     return variables;
 }
 
-// Ends with a variable that no browser gives a column of its own and that has a value: a reader that
-// takes the values of such variables for keys finds the end of the pairs only then, whether players
-// follow or not.
+// Ends with a variable that has a value but no column in any browser. A reader that takes the values of such
+// variables for keys finds the end of the pairs only in this case, with or without players.
 Variables Doom3Variables(const GameSettings& game, const ServerStatus& status, Random& random) {
     return {
         {"si_version", game.version},

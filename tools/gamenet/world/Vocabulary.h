@@ -7,13 +7,13 @@
 
 namespace quarn::gamenet {
 
-// Quake III and Doom 3 names carry colour codes now and then, Half-Life names never do. Neither is
-// empty once the colours are gone, and neither holds a double quote, a line feed or a backslash.
+// Some Quake III and Doom 3 names contain colour codes, Half-Life names never do. No name is empty without
+// its colours, and none contains a double quote, a line feed or a backslash.
 std::string ServerName(Family family, Random& random);
 std::string PlayerName(Family family, Random& random);
 
 // The variables that one server of the game sends, in the order in which real servers send them.
-// status must hold everything but its variables.
+// `status` must be complete except for its variables.
 Variables ServerVariables(const GameSettings& game, const ServerStatus& status, Random& random);
 
 } // namespace quarn::gamenet

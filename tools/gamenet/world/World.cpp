@@ -13,13 +13,13 @@
 namespace quarn::gamenet {
 namespace {
 
-// Second bytes of the servers' addresses. 127.0 to 127.9 stay free for masters, listed servers and
-// whatever else the machine runs on its loopback.
+// Second bytes of the servers' addresses. 127.0 to 127.9 stay free for masters, listed servers and other
+// programs that use the loopback.
 constexpr std::uint32_t FirstBlockByte = 10;
 constexpr std::uint32_t BlockBytes = 240;
 
-// Draws for different purposes never share a sequence, so that one more variable or one more player does
-// not move every address.
+// Draws for different purposes never share a sequence, so that one more variable or one more player does not
+// change every address.
 enum Purpose : std::uint64_t { AddressDraw, StatusDraw, ConductDraw, PlayerDraw, EpochDraw };
 
 constexpr std::uint32_t Loopback = 127U << 24;
@@ -42,7 +42,7 @@ class AddressBook {
     AddressBook(const std::vector<CountryBlock>& blocks, std::uint64_t seed)
         : blocks_(blocks), random_({seed, AddressDraw}) {}
 
-    // An address of its own, and the country it lies in.
+    // An unused address and its country.
     std::pair<Endpoint, std::string> Place(std::uint16_t port) {
         for (;;) {
             const CountryBlock& block = random_.OneOf(blocks_);
@@ -87,7 +87,7 @@ void AssignConduct(std::vector<GameServer>& servers, const GameSettings& game, R
 
 void AssignLocks(std::vector<GameServer>& servers, const GameSettings& game, Random& random) {
     if (game.family == Family::HalfLife)
-        return; // its info reply has no place for the flag
+        return; // its info reply has no field for the flag
     std::vector<std::size_t> order(servers.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     random.Shuffle(order);
@@ -152,7 +152,7 @@ std::vector<Player> PlayersOf(const GameServer& server, const GameSettings& game
                               std::uint64_t epoch) {
     const int slots = server.status.maxPlayers;
     Random crowd({seed, EpochDraw, server.id, epoch});
-    // Squared, so that empty and half-empty servers are the rule, as they are in life.
+    // Squared, so that most servers are empty or half empty, as real ones are.
     const double luck = crowd.Fraction() * crowd.Fraction();
     const double fill = game.fill.low + (game.fill.high - game.fill.low) * luck;
     const int count = std::min(slots, static_cast<int>(std::lround(slots * fill / 100)));
@@ -162,9 +162,9 @@ std::vector<Player> PlayersOf(const GameServer& server, const GameSettings& game
         Random random({seed, PlayerDraw, server.id, epoch + static_cast<std::uint64_t>(nth)});
         Player player;
         player.name = PlayerName(game.family, random);
-        // Pings below 128: the low byte of the Doom 3 field stays below 128 as well, where readers that
-        // take it for the high byte of a signed number overflow. Scores fit the byte that some read of
-        // the Half-Life field.
+        // Pings are below 128, because some readers swap the two bytes of the Doom 3 field, and a low byte
+        // of 128 or more then overflows a signed number. Scores fit into one byte, because some readers
+        // read only one byte of the Half-Life field.
         player.ping = random.Chance(10) ? 0 : random.Between(12, 127);
         player.seconds = static_cast<float>(random.Between(10, 5400)) + 0.25F;
         player.score = crowd.Between(game.family == Family::HalfLife ? 0 : -5, 60);

@@ -1,7 +1,6 @@
 #pragma once
 
-// The emulated servers: what each of them is and who plays on it. Everything here follows from the
-// settings and their seed alone.
+// The emulated servers and their players. Everything here follows from the settings and their seed alone.
 
 #include "tools/gamenet/world/Settings.h"
 
@@ -22,7 +21,7 @@ struct Player {
 // Keys and values in the order in which they are sent.
 using Variables = std::vector<std::pair<std::string, std::string>>;
 
-// What a server tells about itself at one moment.
+// What a server reports about itself at one moment.
 struct ServerStatus {
     Endpoint endpoint;
     std::string name; // with colour codes
@@ -61,10 +60,10 @@ struct World {
     std::vector<GameServer> servers; // in the order of the games
 };
 
-// Throws BadSetting where the countries do not fit into the address block.
+// Throws BadSetting if the countries do not fit into the address block.
 World CreateWorld(const NetworkSettings& network);
 
-// Who plays on the server in this epoch; epoch 0 is the start.
+// The players on the server in this epoch; epoch 0 is the start.
 std::vector<Player> PlayersOf(const GameServer& server, const GameSettings& game, std::uint64_t seed,
                               std::uint64_t epoch);
 
