@@ -1,17 +1,13 @@
 #pragma once
 
-// A program state with its log, on a desktop in memory.
+// What the tests of the parsers share.
 
-#include "core/modDefinitions.h"
-#include "core/modStringHelper.h"
-#include "support/clsAppLog.h"
-#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/ProgramTest.h"
 
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <initializer_list>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,33 +28,8 @@ inline std::string Repeated(std::string_view text, std::size_t times) {
     return result;
 }
 
-class QueryTest : public ::testing::Test {
-  protected:
-    QueryTest() {
-        program.AppPath = "C:\\Quarn\\";
-        program.AppLog = std::make_unique<clsAppLog>(fake.desktop, program.AppPath);
-    }
-
-    // "Module;Routine;ErrNumber" of every entry so far.
-    std::vector<std::string> Logged() const {
-        std::vector<std::string> entries;
-        std::string history = program.AppLog->HistoryLog();
-        ReplaceAll(history, "\r\n", "\n");
-        for (const std::string_view line : Split(history, '\n')) {
-            const std::vector<std::string_view> fields = Split(line, ';');
-            if (fields.size() >= 4)
-                entries.push_back(std::string(fields[0]) + ';' + std::string(fields[1]) + ';' +
-                                  std::string(fields[3]));
-        }
-        return entries;
-    }
-
-    FakeDesktop fake;
-    ProgramState program;
-};
-
 // One server to parse replies into, at index 1.
-class StatusTest : public QueryTest {
+class StatusTest : public ProgramTest {
   protected:
     StatusTest() {
         program.Servers.Reset(1);
