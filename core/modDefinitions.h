@@ -150,7 +150,15 @@ struct ProgramState {
     std::int32_t QuitAfterStart = 0;
 
     // Extras ("Quarn.ini", section "Extras"): off by default, and then not in the file.
-    std::int32_t Simultaneous = 1; // servers asked at once, 1 to 64
+    std::int32_t Simultaneous = 1;   // servers asked at once, 1 to 64
+    std::int32_t SaveListAtExit = 0; // the list shown is saved at the end
+    std::int32_t ListOnce = 0;       // a master's address that the list holds is not added again
+    std::int32_t NaturalSort = 0;    // Players by number, never visited before visited
+    std::int32_t KeepSorted = 0;     // rows keep to the sort order
+    std::int32_t ShowAtStart = 0;    // the window opens normal where WinState says minimized
+    std::int32_t SearchBox = 0;      // a box in the toolbar narrows the list
+    std::int32_t AskMasterFirst = 0; // "Renew" keeps the list until the master answers
+    std::int32_t AskPassword = 0;    // joining a locked server asks for a missing password
 };
 
 // Name of a favorites folder; a number outside 0..9 is error 9.

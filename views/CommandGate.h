@@ -46,8 +46,8 @@ class CommandGate {
     // Lets pending events run, for use inside a loop over many records.
     void LetEventsRun();
 
-    // A command waits for the running scan to end.
-    bool ScanMustEnd() const noexcept { return replacementsWaiting_ > 0; }
+    // A command that replaces the list waits; a running scan ends for it.
+    bool ReplacementWaits() const noexcept { return replacementsWaiting_ > 0; }
 
     // The list is being loaded, saved, listed, sorted or made ready for as long as this lives.
     struct ListActivity : Restore<int> {

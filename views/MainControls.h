@@ -54,6 +54,7 @@ struct MainControls {
     ProgressBar pbScanning;
     UdpSocket& sckMaster;
     Timer tmrTimeout;
+    Timer tmrMaster;      // gives up a silent master
     Timer tmrPorts;       // closes the ports of finished queries
     Timer tmrDeadlines;   // of queries that run at once
     QueryPorts sckServer; // a port for each query

@@ -1,5 +1,6 @@
 #include "views/MasterQuery.h"
 
+#include "base/Scope.h"
 #include "core/modCommonSubs.h"
 #include "query/modMasterQuery.h"
 #include "support/Trap.h"
@@ -8,25 +9,55 @@
 
 namespace quarn {
 
+namespace {
+
+// A master that has not answered within so many scan time-outs is given up.
+constexpr std::int32_t TimeoutsOfAMaster = 3;
+
+} // namespace
+
+MasterQuery::MasterQuery(const MainFormContext& form, ServerListView& servers)
+    : form_(form), servers_(servers) {
+    form_.controls.tmrMaster.Tick = [this] { tmrMaster_Timer(); };
+}
+
 void MasterQuery::mnuServerListGet_Click() {
     form_.Command(CommandKind::ReplacesList, "mnuServerListGet_Click", OnError::Log, [this] {
-        if (!servers_.ConfirmClearServerList())
+        const ProgramState& program = form_.program;
+        if (GameIndexOfShort(program, program.CurrentGame) == 0) {
+            program.AppLog->ErrorMessage("This list has no master server to ask!");
+            return;
+        }
+        replacesList_ = program.AskMasterFirst != 0;
+        const bool confirmed = replacesList_ ? servers_.AskToClear() : servers_.ConfirmClearServerList();
+        if (!confirmed)
             return;
         form_.controls.SetStatus(MessagePanel, "Getting new serverlist from master...");
-
-        UdpSocket& socket = form_.controls.sckMaster;
-        const auto isClosed = [&] { return socket.CurrentState() == UdpSocket::State::Closed; };
-        const CommandGate::ListActivity activity(form_.gate);
-        if (!isClosed())
-            socket.Close();
-        if (!form_.gate.WaitUntil(isClosed))
-            return;
-        const ProgramState& program = form_.program;
-        const GameDefinition& game = program.Games[GameIndexOfShort(program, program.CurrentGame)];
-        socket.RemoteHost = game.MasterAddress;
-        socket.RemotePort = game.MasterPort;
-        socket.SendData(game.MasterPacket);
+        Ask();
     });
+}
+
+void MasterQuery::Ask() {
+    UdpSocket& socket = form_.controls.sckMaster;
+    const auto isClosed = [&] { return socket.CurrentState() == UdpSocket::State::Closed; };
+    const CommandGate::ListActivity activity(form_.gate);
+    if (!isClosed())
+        socket.Close();
+    if (!form_.gate.WaitUntil(isClosed))
+        return;
+    serversOfRenewal_ = 0;
+    limitLogged_ = false;
+    const ProgramState& program = form_.program;
+    askedGame_ = program.CurrentGame;
+    const GameDefinition& game = program.Games[GameIndexOfShort(program, program.CurrentGame)];
+    socket.RemoteHost = game.MasterAddress;
+    socket.RemotePort = game.MasterPort;
+    socket.SendData(game.MasterPacket);
+
+    Timer& patience = form_.controls.tmrMaster;
+    patience.SetEnabled(false); // starts anew
+    patience.SetInterval(TimeoutsOfAMaster * form_.controls.tmrTimeout.Interval());
+    patience.SetEnabled(replacesList_);
 }
 
 void MasterQuery::sckMaster_DataArrival(std::int32_t bytesTotal) {
@@ -36,21 +67,38 @@ void MasterQuery::sckMaster_DataArrival(std::int32_t bytesTotal) {
         std::optional<std::string> datagram = form_.controls.sckMaster.GetData();
         if (bytesTotal < ShortestDatagram || !datagram)
             return;
+        const std::size_t size = datagram->size();
+        if (waitingBytes_ + size > MostWaitingBytes || serversOfRenewal_ >= MostServers) {
+            LogLimit();
+            return;
+        }
+        waitingBytes_ += size;
         // Where it has to wait for a list being read or written, the list may be another one afterwards.
         const auto list = [&program = form_.program] { return program.CurrentGame; };
-        form_.gate.Run(CommandKind::Ordinary,
-                       [this, asked = list(), list, reply = std::move(*datagram)]() mutable {
-                           if (asked != list())
-                               return;
-                           form_.Trapped(Routine, OnError::LogUncounted, [&] {
-                               ParseReply(std::move(reply));
-                               servers_.ListServers(true);
-                           });
-                       });
+        const CommandKind kind = replacesList_ ? CommandKind::ReplacesList : CommandKind::Ordinary;
+        form_.Command(kind, Routine, OnError::LogUncounted,
+                      [this, kind, asked = list(), list, size, reply = std::move(*datagram)]() mutable {
+                          waitingBytes_ -= size;
+                          // A command that replaces the list shall not wait for what it replaces.
+                          const bool isInVain =
+                              kind == CommandKind::Ordinary && form_.gate.ReplacementWaits();
+                          if (asked == list() && !isInVain)
+                              TakeReply(std::move(reply));
+                      });
     });
 }
 
-void MasterQuery::ParseReply(std::string datagram) {
+void MasterQuery::TakeReply(std::string datagram) {
+    if (replacesList_) {
+        if (!ReplaceList(datagram))
+            return;
+    } else {
+        ParseReply(datagram);
+    }
+    servers_.ListServers(true);
+}
+
+void MasterQuery::ParseReply(std::string& datagram) {
     ProgramState& program = form_.program;
     const GameDefinition& game = program.Games[GameIndexOfShort(program, program.CurrentGame)];
     // Where a datagram adds nothing, no row is listed again.
@@ -59,12 +107,53 @@ void MasterQuery::ParseReply(std::string datagram) {
     const EngineFamily* const engine = FindEngine(form_.engines, game.Engine);
     if (engine == nullptr)
         return;
-    const bool matches =
-        ExtractString(*program.AppLog, datagram, engine->masterHeaderDelimiter) == game.MasterResponse;
+    const std::string header = ExtractString(*program.AppLog, datagram, engine->masterHeaderDelimiter);
+    // A reply without the delimiter gives an empty header, which no master is expected to send.
+    const bool matches = !header.empty() && header == game.MasterResponse;
     const int passes = matches ? engine->passesOnMatch : engine->passesOnMismatch;
     for (int pass = 0; pass < passes; ++pass)
         engine->parseMaster(program, datagram);
     program.PreviousServerCount = before;
+    if (program.ListOnce != 0)
+        listed_.RemoveKnown(program, before);
+    serversOfRenewal_ += program.ServerCount - before;
+}
+
+// The list stays as it is unless the reply holds an address.
+bool MasterQuery::ReplaceList(std::string& datagram) {
+    ProgramState& program = form_.program;
+    OneBased<ServerRecord> kept = std::exchange(program.Servers, {});
+    const std::int32_t keptCount = std::exchange(program.ServerCount, 0);
+    ParseReply(datagram);
+    const bool hasAddress = program.LastServerIndex() > 0 && !program.Servers[1].Address.empty();
+    if (!hasAddress) {
+        program.Servers = std::move(kept);
+        program.ServerCount = program.PreviousServerCount = keptCount;
+        return false;
+    }
+    replacesList_ = false;
+    form_.controls.tmrMaster.SetEnabled(false);
+    form_.controls.sckServer.CloseAll();
+    const std::int32_t count = program.ServerCount; // may be one past the last slot
+    servers_.ResetServerViews();
+    program.ServerCount = count;
+    return true;
+}
+
+void MasterQuery::tmrMaster_Timer() {
+    form_.controls.tmrMaster.SetEnabled(false);
+    if (!std::exchange(replacesList_, false) || askedGame_ != form_.program.CurrentGame)
+        return;
+    form_.controls.sckMaster.Close(); // what comes now would be added to the list that stays
+    form_.controls.SetStatus(MessagePanel, "The master server did not answer.");
+}
+
+void MasterQuery::LogLimit() {
+    if (std::exchange(limitLogged_, true))
+        return;
+    form_.program.AppLog->LogUncounted(MainFormName, "sckMaster_DataArrival",
+                                       static_cast<std::int32_t>(ErrorNumber::OutOfMemory),
+                                       "Further replies of the master server are dropped");
 }
 
 } // namespace quarn

@@ -1,11 +1,16 @@
 #pragma once
 
-// "Renew": asks the current game's master server for its list. There is no timer and no retry; each datagram
-// of the reply is listed as it arrives, also while a scan runs.
+// "Renew": asks the current game's master server for its list. There is no retry; each datagram of the reply
+// is listed as it arrives, also while a scan runs. Whoever floods the master's port is held off by limits.
+//
+// Two extras: ListOnce adds no address that the list already holds. AskMasterFirst keeps the list until a
+// reply holds an address, and says so when the master stays silent.
 
+#include "views/ListedAddresses.h"
 #include "views/MainFormContext.h"
 #include "views/ServerListView.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -13,16 +18,33 @@ namespace quarn {
 
 class MasterQuery {
   public:
-    MasterQuery(const MainFormContext& form, ServerListView& servers) : form_(form), servers_(servers) {}
+    // Replies that wait while a list is being read, written or listed; what comes beyond is dropped.
+    static constexpr std::size_t MostWaitingBytes = 1U << 20;
+
+    // Servers that one "Renew" may bring; more than any game has.
+    static constexpr std::int32_t MostServers = 100'000;
+
+    MasterQuery(const MainFormContext& form, ServerListView& servers);
 
     void mnuServerListGet_Click();
     void sckMaster_DataArrival(std::int32_t bytesTotal);
+    void tmrMaster_Timer();
 
   private:
-    void ParseReply(std::string datagram);
+    void Ask();
+    void TakeReply(std::string datagram);
+    void ParseReply(std::string& datagram);
+    bool ReplaceList(std::string& datagram);
+    void LogLimit();
 
     MainFormContext form_;
     ServerListView& servers_;
+    ListedAddresses listed_;
+    std::size_t waitingBytes_ = 0;
+    std::string askedGame_; // whose master was asked last
+    std::int32_t serversOfRenewal_ = 0;
+    bool replacesList_ = false; // the next reply with an address does
+    bool limitLogged_ = false;  // for this renewal
 };
 
 } // namespace quarn

@@ -104,7 +104,7 @@ void ScanEngine::ScanRows(Rows which, ScanProgress& progress) {
         UpdateServer(row, progress);
         if (form_.gate.Closing())
             return;
-        if (form_.gate.ScanMustEnd())
+        if (form_.gate.ReplacementWaits())
             ScanAborted = true;
         if (ScanAborted)
             return;
@@ -116,7 +116,7 @@ void ScanEngine::ScanAtOnce(Rows which, ScanProgress& progress) {
     const Restore running(parallel_, &scan);
     scan.Run(ShownServers(which), std::min(form_.program.Simultaneous, MostAtOnce),
              [this] { return MustStop(); });
-    if (form_.gate.ScanMustEnd())
+    if (form_.gate.ReplacementWaits())
         ScanAborted = true;
 }
 

@@ -57,7 +57,7 @@ class ScanEngine {
     Outcome WaitForReply(const ServerQuery& query);
     void TakeReply(const ServerReply& reply);
     void EndScan(ScanProgress& progress);
-    bool MustStop() const noexcept { return ScanAborted || form_.gate.ScanMustEnd(); }
+    bool MustStop() const noexcept { return ScanAborted || form_.gate.ReplacementWaits(); }
     void LogFailure(const std::string& description);
 
     MainFormContext form_;

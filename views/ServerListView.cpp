@@ -128,10 +128,15 @@ void ServerListView::ResetServerViews() {
         form_.gate.LetEventsRun();
 }
 
+bool ServerListView::AskToClear() {
+    return form_.desktop.prompts.AskYesNo(
+        "This will delete your current server list. All servers and scanning "
+        "data in it will be lost.\r\nAre you sure you want to proceed?",
+        "Clear server list");
+}
+
 bool ServerListView::ConfirmClearServerList() {
-    if (!form_.desktop.prompts.AskYesNo("This will delete your current server list. All servers and scanning "
-                                        "data in it will be lost.\r\nAre you sure you want to proceed?",
-                                        "Clear server list"))
+    if (!AskToClear())
         return false;
     form_.controls.sckServer.CloseAll();
     form_.program.Servers.Reset();

@@ -37,6 +37,9 @@ class ServerListView {
 
     void ResetServerViews();
 
+    // Asks whether the list may be deleted.
+    bool AskToClear();
+
     // Asks, and empties the list on Yes.
     bool ConfirmClearServerList();
 

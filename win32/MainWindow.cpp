@@ -40,6 +40,7 @@ MainWindow::MainWindow(ProgramState& program, WindowsDesktop& desktop)
       forms_(desktop.Owner()),
       form_(program, desktop.Interfaces(), *this, forms_, sckMaster_, serverSockets_),
       tmrTimeout_(form_.controls.tmrTimeout),
+      tmrMaster_(form_.controls.tmrMaster),
       tmrPorts_(form_.controls.tmrPorts),
       tmrDeadlines_(form_.controls.tmrDeadlines),
       trvGames_(form_.controls.trvGames),

@@ -126,6 +126,7 @@ class MainWindow final : public Window, public FormWindow {
     ModalFormsWin forms_;
     frmMain form_;
     TimerWin tmrTimeout_;
+    TimerWin tmrMaster_;
     TimerWin tmrPorts_;
     TimerWin tmrDeadlines_;
 

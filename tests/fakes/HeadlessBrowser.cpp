@@ -63,7 +63,8 @@ bool HeadlessBrowser::Start() {
     return Main(program, fake.desktop, [this] {
         form_.emplace(program, fake.desktop, window, dialogs, sckMaster, sckServer, engines);
         MainControls& controls = form_->controls;
-        for (Timer* const timer : {&controls.tmrTimeout, &controls.tmrPorts, &controls.tmrDeadlines})
+        for (Timer* const timer :
+             {&controls.tmrTimeout, &controls.tmrMaster, &controls.tmrPorts, &controls.tmrDeadlines})
             timers_.push_back(std::make_unique<FakeTimerDriver>(fake.events, *timer));
         window.resized = [this] { form_->Form_Resize(); };
         form_->Form_Load();

@@ -74,17 +74,17 @@ TEST_F(CommandGateTest, LetsOnlyReplacementsWaitForAScan) {
 
 TEST_F(CommandGateTest, TellsAScanThatAReplacementWaits) {
     RunWith<ScanActivity>(Kind::Ordinary, [&] {
-        EXPECT_FALSE(gate.ScanMustEnd());
+        EXPECT_FALSE(gate.ReplacementWaits());
         gate.Run(Kind::Ordinary, Note('a'));
-        EXPECT_FALSE(gate.ScanMustEnd());
+        EXPECT_FALSE(gate.ReplacementWaits());
         gate.Run(Kind::ReplacesList, [&] {
-            EXPECT_FALSE(gate.ScanMustEnd());
+            EXPECT_FALSE(gate.ReplacementWaits());
             ran += 'b';
         });
-        EXPECT_TRUE(gate.ScanMustEnd());
+        EXPECT_TRUE(gate.ReplacementWaits());
     });
     EXPECT_EQ(ran, "(a)b");
-    EXPECT_FALSE(gate.ScanMustEnd());
+    EXPECT_FALSE(gate.ReplacementWaits());
 }
 
 TEST_F(CommandGateTest, KeepsTheOrderOfWhatWaitsAlsoWhenMoreComesMeanwhile) {
@@ -102,7 +102,7 @@ TEST_F(CommandGateTest, WaitsUntilTheOutermostCommandIsDone) {
     gate.Run(Kind::Ordinary, [&] {
         RunWith<ScanActivity>(Kind::Ordinary, [&] {
             RunWith<ScanActivity>(Kind::Ordinary, [&] { gate.Run(Kind::ReplacesList, Note('x')); });
-            EXPECT_TRUE(gate.ScanMustEnd()); // the outer scan must end as well
+            EXPECT_TRUE(gate.ReplacementWaits()); // the outer scan must end as well
         });
         ran += '.';
     });

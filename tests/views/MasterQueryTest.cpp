@@ -235,18 +235,6 @@ TEST_F(MasterQueryTest, ParsesNothingForAnEngineItDoesNotKnow) {
     }
 }
 
-TEST_F(MasterQueryTest, AsksNobodyForAListWithoutAMaster) {
-    StartWith("q3");
-    browser.PutList("fav1", HeadlessBrowser::Addresses(2));
-    browser.ClickNode("fav1");
-    Renew();
-    EXPECT_THAT(browser.sckMaster.sent, IsEmpty());
-    EXPECT_EQ(browser.Message(), Asking);
-    EXPECT_EQ(browser.RowCount(), 0);
-    Arrive(MasterDatagram(Family::Quake3, two));
-    EXPECT_EQ(browser.RowCount(), 0);
-}
-
 TEST_F(MasterQueryTest, LogsAMasterWhoseNameIsUnknown) {
     browser.fake.hosts.addresses.clear();
     StartWith("q3");
