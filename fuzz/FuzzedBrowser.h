@@ -5,7 +5,7 @@
 // bounds of log and memory are told in it.
 
 #include "fuzz/ByteScript.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <cstdint>
 #include <deque>

@@ -3,8 +3,8 @@
 #include "fuzz/FuzzedProgram.h"
 #include "fuzz/Require.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeFormWindow.h"
-#include "tests/support_code/FakeUdpSocket.h"
+#include "tests/fakes/FakeFormWindow.h"
+#include "tests/fakes/FakeUdpSocket.h"
 #include "views/ServerDetails.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -98,9 +98,9 @@ class GameLookUpTest : public ::testing::Test {
         program.Games.Reset(3);
         program.Games[1].GameShort = "arena";
         program.Games[1].Engine = "q3";
-        program.Games[2].GameShort = "twin";
+        program.Games[2].GameShort = "same";
         program.Games[2].Engine = "d3";
-        program.Games[3].GameShort = "twin";
+        program.Games[3].GameShort = "same";
         program.Games[3].Engine = "hl";
     }
     ProgramState program;
@@ -108,9 +108,9 @@ class GameLookUpTest : public ::testing::Test {
 
 TEST_F(GameLookUpTest, FindsTheFirstGameOfAShortName) {
     EXPECT_EQ(GameIndexOfShort(program, "arena"), 1);
-    EXPECT_EQ(GameIndexOfShort(program, "twin"), 2);
+    EXPECT_EQ(GameIndexOfShort(program, "same"), 2);
     EXPECT_EQ(EngineOfShort(program, "arena"), "q3");
-    EXPECT_EQ(EngineOfShort(program, "twin"), "d3");
+    EXPECT_EQ(EngineOfShort(program, "same"), "d3");
 }
 
 TEST_F(GameLookUpTest, FindsNothingElse) {

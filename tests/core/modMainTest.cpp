@@ -3,7 +3,7 @@
 #include "core/Version.h"
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

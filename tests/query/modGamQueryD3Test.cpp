@@ -1,6 +1,6 @@
 #include "query/modGamQuery.h"
 
-#include "tests/query/QueryTest.h"
+#include "tests/query/ParserTest.h"
 
 namespace quarn {
 namespace {

@@ -1,7 +1,7 @@
 #include "support/clsAppLog.h"
 
 #include "core/Version.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -1,7 +1,7 @@
 #include "views/MainControls.h"
 
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/FakeUdpSocket.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/FakeUdpSocket.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

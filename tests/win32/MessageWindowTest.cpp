@@ -1,6 +1,6 @@
 #include "win32/MessageWindow.h"
 
-#include "tests/win32/support_code/Pumping.h"
+#include "tests/win32/harness/Pumping.h"
 #include "win32/UncaughtErrors.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "win32/desktop/LocaleTextWin.h"
 
-#include "tests/support_code/Errors.h"
+#include "tests/fakes/Errors.h"
 #include "views/GeneralDates.h"
 #include "win32/WindowsHeaders.h"
 
