@@ -12,7 +12,8 @@ print_help() {
     cat <<'HELP'
 Usage: ./test.sh [--quick | --long] [--help]
 
-Builds Quarn, runs its tests and checks the style of its sources. Missing Debian packages are installed first, as root or through sudo.
+Builds Quarn, runs its tests and checks the style of its sources. Missing Debian packages are installed first,
+as root or through sudo.
 
   --quick   only the portable code, with GCC: no sanitizers, no Windows builds, no Wine
   --long    everything, with the long form of the tests that have one: half an hour of scans, dozens of kills
