@@ -15,7 +15,7 @@ constexpr std::int32_t ExitAfterStart = 2;
 } // namespace
 
 void GameCommands::Connect(const char* routine, bool asSpectator) {
-    form_.Command(CommandKind::Ordinary, routine, OnError::LogAndShow, [this, routine, asSpectator] {
+    form_.Command(CommandKind::Ordinary, routine, OnError::LogAndShow, [this, asSpectator] {
         if (!servers_.TakeSelectedServer())
             return;
         NoteVisit();

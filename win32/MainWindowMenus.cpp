@@ -12,6 +12,7 @@ namespace {
 // A folder's name as a menu entry: no access keys, and nothing that the system takes for a separator.
 std::string MenuText(const std::string& name) {
     std::string text;
+    // NOLINTNEXTLINE(readability-redundant-string-cstr): the copy ends at a NUL.
     for (const char character : std::string(name.c_str())) {
         text += character;
         if (character == '&')

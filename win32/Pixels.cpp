@@ -45,6 +45,7 @@ std::optional<Pixels> Pixels::OfIcon(const char* name, int size) {
     const std::string_view images = ResourceBytes(GroupIconType, name);
     if (images.empty())
         return std::nullopt;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): it is only read.
     BYTE* const directory = reinterpret_cast<BYTE*>(const_cast<char*>(images.data()));
     const int image = LookupIconIdFromDirectoryEx(directory, TRUE, size, size, 0);
     std::optional<Pixels> picture = OfIconImage(ResourceBytes(IconType, MAKEINTRESOURCEA(image)));

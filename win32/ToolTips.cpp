@@ -37,12 +37,14 @@ void ToolTips::Add(HWND parent, UINT_PTR number, UINT flags, const std::string& 
                             GetAncestor(parent, GA_ROOT), nullptr, GetModuleHandleA(nullptr), nullptr);
     TTTOOLINFOA tool = ToolOf(parent, number);
     tool.uFlags = flags;
-    tool.lpszText = const_cast<char*>(text.c_str()); // the control copies it
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the control copies it.
+    tool.lpszText = const_cast<char*>(text.c_str());
     Send(window_, TTM_ADDTOOLA, tool);
 }
 
 void ToolTips::ChangeText(HWND parent, HWND control, const std::string& text) noexcept {
     TTTOOLINFOA tool = ToolOf(parent, reinterpret_cast<UINT_PTR>(control));
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the control copies it.
     tool.lpszText = const_cast<char*>(text.c_str());
     Send(window_, TTM_UPDATETIPTEXTA, tool);
 }

@@ -155,6 +155,7 @@ void UdpSocketWin::Transmit(std::string_view datagram) {
     if (!socket_)
         return;
     const auto once = [&] {
+        // cppcheck-suppress invalidLifetime ; a datagram outlives its transmission
         const int sent = sendto(socket_.Get(), datagram.data(), static_cast<int>(datagram.size()), 0,
                                 reinterpret_cast<const sockaddr*>(&remoteAddress_), sizeof remoteAddress_);
         return sent == SOCKET_ERROR ? WSAGetLastError() : 0;

@@ -84,7 +84,7 @@ TEST_P(ShippedGame, GetsItsListFromAMasterOfItsKind) {
     EXPECT_EQ(browser.Column(AddressColumn), listed);
 }
 
-INSTANTIATE_TEST_SUITE_P(, ShippedGame, ::testing::ValuesIn(Masters),
+INSTANTIATE_TEST_SUITE_P(Every, ShippedGame, ::testing::ValuesIn(Masters),
                          [](const auto& game) { return game.param.gameShort; });
 
 TEST(StrictMaster, RefusesWhatAsksForOtherServers) {

@@ -335,11 +335,13 @@ TEST_F(ServerListFilesTest, GivesAnEmptyListForAFileThatCannotBeHad) {
         const char* name;
         std::function<void(MemoryFiles&)> arrange;
     };
-    for (const Case& c :
-         {Case{"missing", [](MemoryFiles&) {}},
-          Case{"a folder", [](MemoryFiles& f) { f.PutFolder(ListPath); }},
-          Case{"locked", [](MemoryFiles& f) { f.FailReads(ListPath, ErrorNumber::PermissionDenied); }},
-          Case{"broken disk", [](MemoryFiles& f) { f.FailReads(ListPath, ErrorNumber::DeviceIOError); }}}) {
+    const Case cases[] = {
+        {"missing", [](MemoryFiles&) {}},
+        {"a folder", [](MemoryFiles& f) { f.PutFolder(ListPath); }},
+        {"locked", [](MemoryFiles& f) { f.FailReads(ListPath, ErrorNumber::PermissionDenied); }},
+        {"broken disk", [](MemoryFiles& f) { f.FailReads(ListPath, ErrorNumber::DeviceIOError); }},
+    };
+    for (const Case& c : cases) {
         program.Servers.Reset(2);
         program.ServerCount = 2;
         c.arrange(fake.files);

@@ -10,7 +10,7 @@ namespace quarn {
 namespace {
 
 // One line an entry: its level as blanks, its number, its caption; "-" for a separator.
-void Describe(HMENU menu, std::string level, std::vector<std::string>& lines) {
+void Describe(HMENU menu, const std::string& level, std::vector<std::string>& lines) {
     for (int position = 0; position < GetMenuItemCount(menu); ++position) {
         char caption[100] = "";
         MENUITEMINFOA item{};

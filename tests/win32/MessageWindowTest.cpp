@@ -35,7 +35,7 @@ TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {
     std::string reported;
     SetUncaughtErrorReporter([&](std::string_view, std::string_view) {
         try {
-            throw;
+            throw; // cppcheck-suppress rethrowNoCurrentException ; the reporter is called for one
         } catch (const std::exception& error) {
             reported = error.what();
         }

@@ -113,7 +113,7 @@ POINT TreeViewControl::MenuPosition() const noexcept {
     const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
     RECT bounds{};
     // The item's handle goes in where the rectangle comes out.
-    std::memcpy(&bounds, &item, sizeof item);
+    std::memcpy(&bounds, &item, sizeof item); // NOLINT(bugprone-sizeof-expression): the handle itself
     if (item != nullptr && Send(TVM_GETITEMRECT, TRUE, &bounds) != 0)
         position = {bounds.left, bounds.bottom};
     ClientToScreen(Handle(), &position);

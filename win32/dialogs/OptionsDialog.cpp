@@ -44,10 +44,10 @@ void OptionsDialog::AddPages() {
     GetWindowRect(tabs, &room);
     MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&room), 2);
     SendMessageA(tabs, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&room));
-    const char* const* caption = TabCaptions;
-    for (OptionsPage& page : pages_) {
+    for (std::size_t tab = 0; tab < TabCount; ++tab) {
+        OptionsPage& page = pages_[tab];
         page.CreateAsPage(Handle());
-        SetWindowTextA(page.Handle(), *caption++);
+        SetWindowTextA(page.Handle(), TabCaptions[tab]);
         SetWindowPos(page.Handle(), tabs, room.left, room.top, room.right - room.left, room.bottom - room.top,
                      SWP_NOACTIVATE);
     }

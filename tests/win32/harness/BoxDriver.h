@@ -27,7 +27,6 @@ class BoxDriver {
 
     BoxDriver(HWND owner, std::deque<Step> steps) : owner_(owner), steps_(std::move(steps)) {
         current_ = this;
-        timer_ = SetTimer(nullptr, 0, 10, &OnTimer);
     }
     BoxDriver(const BoxDriver&) = delete;
     BoxDriver& operator=(const BoxDriver&) = delete;
@@ -99,7 +98,7 @@ class BoxDriver {
     inline static BoxDriver* current_ = nullptr;
     HWND owner_;
     std::deque<Step> steps_;
-    UINT_PTR timer_ = 0;
+    UINT_PTR timer_ = SetTimer(nullptr, 0, 10, &OnTimer);
     HWND answered_ = nullptr;
     int looks_ = 0;
 };
