@@ -89,7 +89,7 @@ TEST_F(QueryResultsTest, ALateReplyChangesNeitherTheOrderNorTheTimesOfTheRequest
         other.PutServers(servers);
         other.network.servers.erase(servers[0]); // the timer comes
         if (late)
-            other.network.scripts[servers[0]] = [&other](const SentDatagram& request) {
+            other.network.scripts[servers[0]] = [](const SentDatagram& request) {
                 request.socket->ReplyIn(1000, "\xFF\xFF\xFF\xFFstatusResponse\n\\sv_hostname\\Late\n");
             };
         ASSERT_TRUE(other.Start());
