@@ -29,7 +29,7 @@ void SkipSign(std::string_view& text) noexcept {
 // Takes the digits at the front off the text and tells how many they were.
 std::size_t SkipDigits(std::string_view& text) noexcept {
     std::size_t count = 0;
-    while (count < text.size() && text[count] >= '0' && text[count] <= '9')
+    while (count < text.size() && IsDigit(text[count]))
         ++count;
     text.remove_prefix(count);
     return count;

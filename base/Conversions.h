@@ -12,6 +12,10 @@
 
 namespace quarn {
 
+constexpr bool IsDigit(char character) noexcept {
+    return character >= '0' && character <= '9';
+}
+
 bool IsNumber(std::string_view text) noexcept;
 double ToDouble(std::string_view text);
 

@@ -18,9 +18,13 @@
 
 namespace quarn {
 
+enum class Alignment { Left, Right };
+
 struct ListColumn {
     std::string text;
     std::string tag;        // the sort type: "PICTURE", "STRING", "NUMBER", "DATE" or empty
+    std::int32_t width = 0; // at first, in twips
+    Alignment alignment = Alignment::Left;
     std::string headerIcon; // "ascending", "descending" or empty
 };
 

@@ -7,6 +7,10 @@
 
 namespace quarn {
 
+std::string AddressText(const ServerRecord& server) {
+    return server.Address + ":" + std::to_string(server.Port);
+}
+
 ProgramState::ProgramState() = default;
 ProgramState::~ProgramState() = default;
 

@@ -72,6 +72,9 @@ struct ServerRecord {
     DateTime LastVisit;    // zero: never
 };
 
+// "address:port".
+std::string AddressText(const ServerRecord& server);
+
 // One pair out of ServerRecord::Variables, made for display.
 struct ServerVariable {
     std::string Name;

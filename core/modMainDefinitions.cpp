@@ -6,8 +6,6 @@ namespace quarn {
 
 namespace {
 
-constexpr std::size_t TextBufferSize = 255;
-
 class DefinitionsFile {
   public:
     DefinitionsFile(const ProgramState& program, const Desktop& desktop)
@@ -17,7 +15,7 @@ class DefinitionsFile {
         return profiles_.ReadInteger(path_, section, key, missing);
     }
     std::string Text(const std::string& section, const char* key) const {
-        return profiles_.ReadText(path_, section, key, TextBufferSize);
+        return profiles_.ReadText(path_, section, key, ProfileTextSize);
     }
     std::string DecodedText(const std::string& section, const char* key) const {
         std::string text = Text(section, key);

@@ -7,8 +7,6 @@ namespace quarn {
 
 namespace {
 
-constexpr std::size_t TextBufferSize = 255;
-
 // A number of the settings file. Its default is the value that a fresh ProgramState holds.
 struct NumberSetting {
     const char* section;
@@ -71,7 +69,7 @@ struct SettingReader {
         value = profiles.ReadInteger(path, section, key, missing);
     }
     void operator()(const char* section, const std::string& key, std::string& value) const {
-        value = profiles.ReadText(path, section, key, TextBufferSize);
+        value = profiles.ReadText(path, section, key, ProfileTextSize);
     }
 };
 

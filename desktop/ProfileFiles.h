@@ -10,6 +10,9 @@
 
 namespace quarn {
 
+// Size of the buffer for every text of the definitions and settings: 254 characters and a NUL.
+inline constexpr std::size_t ProfileTextSize = 255;
+
 class ProfileFiles {
   public:
     virtual ~ProfileFiles() = default;

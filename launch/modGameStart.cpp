@@ -11,10 +11,6 @@ namespace {
 
 constexpr const char* ServerFile = "server.txt";
 
-std::string AddressText(const ServerRecord& server) {
-    return server.Address + ":" + std::to_string(server.Port);
-}
-
 // Whoever reads the file takes its first line: a line end inside the name must not hide the address.
 void WriteServerFile(Files& files, const ServerRecord& server) {
     std::string name = server.Name;

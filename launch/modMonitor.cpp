@@ -30,7 +30,7 @@ void MonitorWithVelmar(const ProgramState& program, Desktop& desktop) {
 
     const std::string title = WindowTitleOfVelmar(desktop, executable);
     const ServerRecord& server = program.Servers[program.CurrentServer];
-    SendCopyData(desktop, title, "ConGam:" + server.Address + ":" + std::to_string(server.Port));
+    SendCopyData(desktop, title, "ConGam:" + AddressText(server));
 }
 
 } // namespace quarn

@@ -1,34 +1,11 @@
 #include "query/modGamQuery.h"
 
-#include "core/modCommonSubs.h"
+#include "base/Conversions.h"
 #include "support/Trap.h"
-
-#include <span>
 
 namespace quarn {
 
 namespace {
-
-using namespace std::string_view_literals;
-
-constexpr std::string_view Q3Requests[] = {"\xFF\xFF\xFF\xFFgetstatus"sv};
-constexpr std::string_view D3Requests[] = {"\xFF\xFFgetinfo\0\0\0\0"sv};
-constexpr std::string_view HLRequests[] = {"\xFF\xFF\xFF\xFFinfo"sv, "\xFF\xFF\xFF\xFFplayers"sv,
-                                           "\xFF\xFF\xFF\xFFrules"sv};
-
-std::span<const std::string_view> RequestsOf(std::string_view engine) noexcept {
-    if (engine == "q3")
-        return Q3Requests;
-    if (engine == "d3")
-        return D3Requests;
-    if (engine == "hl")
-        return HLRequests;
-    return {};
-}
-
-bool IsDigit(char character) noexcept {
-    return character >= '0' && character <= '9';
-}
 
 constexpr std::size_t CodeLength = 2;    // "^1", "^N", "^B"
 constexpr std::size_t RgbCodeLength = 8; // "^X" and six digits
@@ -67,9 +44,11 @@ std::string WithoutCodes(std::string_view text) {
 
 } // namespace
 
-void SendServerQuery(const ProgramState& program, UdpSocket& sckServer) {
-    Trapped(*program.AppLog, "modGamQuery", "SendServerQuery", OnError::Log, [&] {
-        for (const std::string_view request : RequestsOf(EngineOfShort(program, program.CurrentGame)))
+void SendServerQuery(clsAppLog& log, const EngineFamily* engine, UdpSocket& sckServer) {
+    if (engine == nullptr)
+        return;
+    Trapped(log, "modGamQuery", "SendServerQuery", OnError::Log, [&] {
+        for (const std::string_view request : engine->statusRequests)
             sckServer.SendData(request);
     });
 }

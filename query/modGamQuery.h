@@ -6,6 +6,7 @@
 
 #include "controls/UdpSocket.h"
 #include "core/modDefinitions.h"
+#include "query/Engines.h"
 
 #include <cstdint>
 #include <string>
@@ -16,9 +17,8 @@ namespace quarn {
 // Beyond this length a Variables text no longer grows by further rules replies.
 inline constexpr std::size_t MaxVariablesLength = 262'144;
 
-// Sends the requests of the current game's engine to the host set on the socket: one datagram, for "hl"
-// three. Any other engine sends nothing.
-void SendServerQuery(const ProgramState& program, UdpSocket& sckServer);
+// Sends the requests of the engine family to the host set on the socket; none where there is no family.
+void SendServerQuery(clsAppLog& log, const EngineFamily* engine, UdpSocket& sckServer);
 
 // Each parses one datagram into Servers(index).
 void ParseQ3EngineStatus(ProgramState& program, std::string_view data, std::int32_t index);

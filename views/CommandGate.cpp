@@ -4,17 +4,17 @@
 
 namespace quarn {
 
-bool CommandGate::MustWait(Kind kind) const noexcept {
-    return listDepth_ > 0 || (kind == Kind::ReplacesList && scanDepth_ > 0);
+bool CommandGate::MustWait(CommandKind kind) const noexcept {
+    return listDepth_ > 0 || (kind == CommandKind::ReplacesList && scanDepth_ > 0);
 }
 
-void CommandGate::Run(Kind kind, std::function<void()> command) {
+void CommandGate::Run(CommandKind kind, std::function<void()> command) {
     if (closing_)
         return;
     if (MustWait(kind)) {
-        if (kind == Kind::ReplacesList)
+        if (kind == CommandKind::ReplacesList)
             ++replacementsWaiting_;
-        deferred_.push_back({kind, std::move(command)});
+        waiting_.push_back({kind, std::move(command)});
         return;
     }
     Execute(command);
@@ -29,12 +29,12 @@ void CommandGate::Execute(const std::function<void()>& command) {
         FinishOutermost();
 }
 
-bool CommandGate::RunFirstDeferred() {
-    if (deferred_.empty() || MustWait(deferred_.front().kind))
+bool CommandGate::RunFirstWaiting() {
+    if (waiting_.empty() || MustWait(waiting_.front().kind))
         return false;
-    const Deferred next = std::move(deferred_.front());
-    deferred_.pop_front();
-    if (next.kind == Kind::ReplacesList)
+    const Waiting next = std::move(waiting_.front());
+    waiting_.pop_front();
+    if (next.kind == CommandKind::ReplacesList)
         --replacementsWaiting_;
     const Restore depth(commandDepth_, commandDepth_ + 1);
     next.command();
@@ -42,7 +42,7 @@ bool CommandGate::RunFirstDeferred() {
 }
 
 void CommandGate::FinishOutermost() {
-    while (!closing_ && RunFirstDeferred()) {
+    while (!closing_ && RunFirstWaiting()) {
     }
     if (closing_)
         UnloadOnce();
@@ -52,7 +52,7 @@ void CommandGate::UnloadOnce() {
     if (unloaded_)
         return;
     unloaded_ = true;
-    deferred_.clear();
+    waiting_.clear();
     std::exchange(unload_, nullptr)();
 }
 
@@ -73,7 +73,7 @@ void CommandGate::CloseAtOnce(std::function<void()> unload) {
 
 bool CommandGate::WaitUntil(const std::function<bool()>& condition) {
     while (!closing_ && !condition())
-        if (!RunFirstDeferred())
+        if (!RunFirstWaiting())
             events_.WaitForEvent();
     return !closing_;
 }

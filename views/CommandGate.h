@@ -19,14 +19,14 @@
 
 namespace quarn {
 
+enum class CommandKind { Ordinary, ReplacesList };
+
 class CommandGate {
   public:
-    enum class Kind { Ordinary, ReplacesList };
-
     explicit CommandGate(EventPump& events) : events_(events) {}
 
     // Runs the command, now or when its time has come. Commands trap their own errors.
-    void Run(Kind kind, std::function<void()> command);
+    void Run(CommandKind kind, std::function<void()> command);
 
     // Runs `unload` when nothing is at work any more, which may be now. Only the first call counts.
     void Close(std::function<void()> unload);
@@ -57,19 +57,19 @@ class CommandGate {
     };
 
   private:
-    struct Deferred {
-        Kind kind;
+    struct Waiting {
+        CommandKind kind;
         std::function<void()> command;
     };
 
-    bool MustWait(Kind kind) const noexcept;
+    bool MustWait(CommandKind kind) const noexcept;
     void Execute(const std::function<void()>& command);
-    bool RunFirstDeferred(); // false: there is none that may run
+    bool RunFirstWaiting(); // false: there is none that may run
     void FinishOutermost();
     void UnloadOnce();
 
     EventPump& events_;
-    std::deque<Deferred> deferred_;
+    std::deque<Waiting> waiting_;
     std::function<void()> unload_;
     int commandDepth_ = 0;
     int listDepth_ = 0;

@@ -14,8 +14,7 @@ void CountryLookup::EnsureIPDatabase() {
     panel.tag = panel.text;
     panel.text = "Initializing IP Database...";
     form_.window.ShowChanges();
-    loadFailed_ = !Trapped(*form_.program.AppLog, MainFormName, "EnsureIPDatabase", OnError::Log,
-                           [&] { database.InitDatabase(); });
+    loadFailed_ = !form_.Trapped("EnsureIPDatabase", OnError::Log, [&] { database.InitDatabase(); });
     panel.text = panel.tag;
 }
 
@@ -27,17 +26,15 @@ std::string CountryLookup::CountryOf(const std::string& address) {
 }
 
 void CountryLookup::mnuRecheckCountries_Click() {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
-        Trapped(*form_.program.AppLog, MainFormName, "mnuRecheckCountries_Click", OnError::LogAndShow, [&] {
-            EnsureIPDatabase();
-            if (!form_.program.IPLocation->Initialized())
-                return;
-            const ListView& list = form_.controls.lvwServers;
-            for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
-                ServerRecord& server = form_.program.Servers[ToLong(list.Row(row).main.tag)];
-                server.Country = CountryOf(server.Address);
-            }
-        });
+    form_.Command(CommandKind::Ordinary, "mnuRecheckCountries_Click", OnError::LogAndShow, [this] {
+        EnsureIPDatabase();
+        if (!form_.program.IPLocation->Initialized())
+            return;
+        const ListView& list = form_.controls.lvwServers;
+        for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
+            ServerRecord& server = form_.program.Servers[ToLong(list.Row(row).main.tag)];
+            server.Country = CountryOf(server.Address);
+        }
     });
 }
 

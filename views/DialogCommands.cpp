@@ -11,13 +11,6 @@
 
 namespace quarn {
 
-template<class Body>
-void DialogCommands::Run(const char* routine, Body body) {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this, routine, body] {
-        Trapped(*form_.program.AppLog, MainFormName, routine, OnError::LogAndShow, body);
-    });
-}
-
 // The box before it may have been closed because the program ends.
 template<class Form>
 void DialogCommands::Show(Form& form) {
@@ -26,7 +19,7 @@ void DialogCommands::Show(Form& form) {
 }
 
 void DialogCommands::mnuServSetPass_Click() {
-    Run("mnuServSetPass_Click", [this] {
+    form_.Command(CommandKind::Ordinary, "mnuServSetPass_Click", OnError::LogAndShow, [this] {
         if (!servers_.TakeSelectedServer())
             return;
         frmSetPassword form(form_.program, CloseDialog());
@@ -35,7 +28,7 @@ void DialogCommands::mnuServSetPass_Click() {
 }
 
 void DialogCommands::mnuServAdd_Click() {
-    Run("mnuServAdd_Click", [this] {
+    form_.Command(CommandKind::Ordinary, "mnuServAdd_Click", OnError::LogAndShow, [this] {
         frmAddServer form(
             form_.program, form_.desktop,
             [this](const std::string& IP, const std::string& strPort) { servers_.AddServer(IP, strPort); },
@@ -45,7 +38,8 @@ void DialogCommands::mnuServAdd_Click() {
 }
 
 void DialogCommands::mnuExtrasGameSetup_Click() {
-    Run("mnuExtrasGameSetup_Click", [this] { ShowGameSetup(); });
+    form_.Command(CommandKind::Ordinary, "mnuExtrasGameSetup_Click", OnError::LogAndShow,
+                  [this] { ShowGameSetup(); });
 }
 
 void DialogCommands::ShowGameSetup() {
@@ -55,7 +49,7 @@ void DialogCommands::ShowGameSetup() {
 }
 
 void DialogCommands::mnuExtrasOptions_Click() {
-    Run("mnuExtrasOptions_Click", [this] {
+    form_.Command(CommandKind::Ordinary, "mnuExtrasOptions_Click", OnError::LogAndShow, [this] {
         frmOptions form(
             form_.program, form_.desktop,
             {refreshInterface_, [this] { tree_.RefreshTreeView(); }, [this] { tree_.RefreshFavMenu(); }},
@@ -65,7 +59,7 @@ void DialogCommands::mnuExtrasOptions_Click() {
 }
 
 void DialogCommands::mnuInfoAbout_Click() {
-    Run("mnuInfoAbout_Click", [this] {
+    form_.Command(CommandKind::Ordinary, "mnuInfoAbout_Click", OnError::LogAndShow, [this] {
         frmAbout form(form_.program, form_.desktop, CloseDialog());
         Show(form);
     });

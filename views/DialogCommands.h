@@ -36,8 +36,6 @@ class DialogCommands {
   private:
     template<class Form>
     void Show(Form& form);
-    template<class Body>
-    void Run(const char* routine, Body body);
     std::function<void()> CloseDialog() {
         return [this] { forms_.Unload(); };
     }

@@ -15,16 +15,14 @@ constexpr std::int32_t ExitAfterStart = 2;
 } // namespace
 
 void GameCommands::Connect(const char* routine, bool asSpectator) {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this, routine, asSpectator] {
-        Trapped(*form_.program.AppLog, MainFormName, routine, OnError::LogAndShow, [&] {
-            if (!servers_.TakeSelectedServer())
-                return;
-            NoteVisit();
-            if (StartGame(form_.program, form_.desktop, asSpectator))
-                ActAfterLaunch();
-            else
-                dialogs_.ShowGameSetup();
-        });
+    form_.Command(CommandKind::Ordinary, routine, OnError::LogAndShow, [this, routine, asSpectator] {
+        if (!servers_.TakeSelectedServer())
+            return;
+        NoteVisit();
+        if (StartGame(form_.program, form_.desktop, asSpectator))
+            ActAfterLaunch();
+        else
+            dialogs_.ShowGameSetup();
     });
 }
 
@@ -43,11 +41,9 @@ void GameCommands::ActAfterLaunch() {
 }
 
 void GameCommands::mnuServMonitor_Click() {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
-        Trapped(*form_.program.AppLog, MainFormName, "mnuServMonitor_Click", OnError::Log, [&] {
-            if (servers_.TakeSelectedServer())
-                MonitorWithVelmar(form_.program, form_.desktop);
-        });
+    form_.Command(CommandKind::Ordinary, "mnuServMonitor_Click", OnError::Log, [this] {
+        if (servers_.TakeSelectedServer())
+            MonitorWithVelmar(form_.program, form_.desktop);
     });
 }
 

@@ -87,7 +87,7 @@ void GamesTree::RefreshTreeView() {
     const std::string selectedParent = tree.Has(selected) ? tree.Node(selected).parent : std::string();
     const std::vector<std::string> expanded = ExpandedKeys(tree);
 
-    Trapped(*form_.program.AppLog, MainFormName, "RefreshTreeView", OnError::LogAndShow, [&] {
+    form_.Trapped("RefreshTreeView", OnError::LogAndShow, [&] {
         RemoveChildren(tree, "games");
         RemoveChildren(tree, "favorites");
         AddGameNodes();
@@ -137,8 +137,7 @@ void GamesTree::AddFavoritesNodes() {
 
 // A key that is empty or taken already costs this node and not the rest of the tree.
 void GamesTree::AddOrLog(TreeNode node) {
-    Trapped(*form_.program.AppLog, MainFormName, "RefreshTreeView", OnError::Log,
-            [&] { form_.controls.trvGames.Add(std::move(node)); });
+    form_.Trapped("RefreshTreeView", OnError::Log, [&] { form_.controls.trvGames.Add(std::move(node)); });
 }
 
 void GamesTree::RefreshFavMenu() {
@@ -153,21 +152,19 @@ void GamesTree::RefreshFavMenu() {
 void GamesTree::trvGames_NodeClick(const std::string& key) {
     // A click on the node in force only saves its list.
     const bool replaces = !IsFilterNode(key) && key != shownNode_;
-    const auto kind = replaces ? CommandGate::Kind::ReplacesList : CommandGate::Kind::Ordinary;
-    form_.gate.Run(kind, [this, key] {
-        Trapped(*form_.program.AppLog, MainFormName, "trvGames_NodeClick", OnError::LogAndShow, [&] {
-            TreeView& tree = form_.controls.trvGames;
-            if (!tree.Has(key))
-                return; // it went while the click had to wait
-            if (Prefix(key) == "flt") {
-                ToggleLockFilter(tree.Node(key));
-            } else if (Prefix(key) == "png") {
-                TogglePingFilter(tree.Node(key));
-            } else {
-                SetGameFilter(key);
-                form_.program.LastGame = tree.Find(key);
-            }
-        });
+    const auto kind = replaces ? CommandKind::ReplacesList : CommandKind::Ordinary;
+    form_.Command(kind, "trvGames_NodeClick", OnError::LogAndShow, [this, key] {
+        TreeView& tree = form_.controls.trvGames;
+        if (!tree.Has(key))
+            return; // it went while the click had to wait
+        if (Prefix(key) == "flt") {
+            ToggleLockFilter(tree.Node(key));
+        } else if (Prefix(key) == "png") {
+            TogglePingFilter(tree.Node(key));
+        } else {
+            SetGameFilter(key);
+            form_.program.LastGame = tree.Find(key);
+        }
     });
 }
 
@@ -201,7 +198,7 @@ void GamesTree::RelistServers() {
 }
 
 void GamesTree::SetGameFilter(const std::string& key) {
-    Trapped(*form_.program.AppLog, MainFormName, "SetGameFilter", OnError::LogAndShow, [&] {
+    form_.Trapped("SetGameFilter", OnError::LogAndShow, [&] {
         const bool isMod = Prefix(key) == "mod";
         const std::int32_t modFilter = isMod ? NumberOf(key) : 0;
         const std::string listName = isMod ? form_.controls.trvGames.Node(key).parent : key;
@@ -230,9 +227,9 @@ void GamesTree::SetCommandsFor(const std::string& listName) {
     controls.mnuServer.enabled = isList;
     controls.mnuServerList.enabled = isList;
     controls.mnuServerListExport.enabled = isList;
-    const std::int32_t last = controls.tbMain.buttons.HighestIndex();
-    for (std::int32_t position = 1; position <= last; ++position)
-        controls.tbMain.buttons[position].enabled = isList && !(isFavorites && position == last);
+    OneBased<ToolbarButton>& buttons = controls.tbMain.buttons;
+    for (std::int32_t position = 1; position <= buttons.HighestIndex(); ++position)
+        buttons[position].enabled = isList && !(isFavorites && buttons[position].key == FavoritesButton);
     if (isList)
         controls.mnuServAddToFavorites[1].enabled = !isFavorites;
 }
@@ -244,38 +241,33 @@ void GamesTree::RecordSelection() {
 }
 
 void GamesTree::mnuTreeRename_Click() {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
-        Trapped(*form_.program.AppLog, MainFormName, "mnuTreeRename_Click", OnError::LogAndShow, [&] {
-            const std::string key = form_.controls.trvGames.SelectedKey();
-            if (!IsFavoritesFolder(key))
-                return;
-            std::string& name = FavoriteName(form_.program, NumberOf(key));
-            name = form_.desktop.prompts.AskText("Enter a new name:", "Change name");
-            RefreshTreeView();
-            RefreshFavMenu();
-        });
+    form_.Command(CommandKind::Ordinary, "mnuTreeRename_Click", OnError::LogAndShow, [this] {
+        const std::string key = form_.controls.trvGames.SelectedKey();
+        if (!IsFavoritesFolder(key))
+            return;
+        std::string& name = FavoriteName(form_.program, NumberOf(key));
+        name = form_.desktop.prompts.AskText("Enter a new name:", "Change name");
+        RefreshTreeView();
+        RefreshFavMenu();
     });
 }
 
 void GamesTree::mnuServAddToFavorites_Click(std::int32_t Index) {
-    form_.gate.Run(CommandGate::Kind::ReplacesList, [this, Index] {
-        constexpr const char* Routine = "mnuServAddToFavorites_Click";
-        Trapped(*form_.program.AppLog, MainFormName, Routine, OnError::LogAndShow, [&] {
+    form_.Command(
+        CommandKind::ReplacesList, "mnuServAddToFavorites_Click", OnError::LogAndShow, [this, Index] {
             if (!servers_.TakeSelectedServer())
                 return;
-            AppendToList("fav" + std::to_string(Index), form_.program.Servers[form_.program.CurrentServer],
-                         Routine);
+            AppendToList("fav" + std::to_string(Index), form_.program.Servers[form_.program.CurrentServer]);
         });
-    });
 }
 
-void GamesTree::AppendToList(const std::string& listName, const ServerRecord& server, const char* routine) {
+void GamesTree::AppendToList(const std::string& listName, const ServerRecord& server) {
     ProgramState& program = form_.program;
     const ServerRecord copy = server;
     listFiles_.LoadServerList(listName);
     // The shown list comes back whatever happens: otherwise the next switch would save the folder's servers
     // over its file.
-    Trapped(*program.AppLog, MainFormName, routine, OnError::LogAndShow, [&] {
+    form_.Trapped("mnuServAddToFavorites_Click", OnError::LogAndShow, [&] {
         program.ServerCount = program.Servers.HighestIndex();
         program.AppendServer() = copy;
         listFiles_.SaveServerList(listName);

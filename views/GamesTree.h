@@ -51,7 +51,7 @@ class GamesTree {
     void AddModNodes();
     void AddFavoritesNodes();
     void AddOrLog(TreeNode node);
-    void AppendToList(const std::string& listName, const ServerRecord& server, const char* routine);
+    void AppendToList(const std::string& listName, const ServerRecord& server);
 
     MainFormContext form_;
     ServerListView& servers_;

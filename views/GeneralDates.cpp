@@ -1,5 +1,7 @@
 #include "views/GeneralDates.h"
 
+#include "base/Conversions.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -13,10 +15,6 @@ constexpr CalendarTime Afternoon = {1987, 12, 31, 23, 46, 59};
 constexpr CalendarTime Morning = {1987, 12, 31, 11, 46, 59};
 constexpr int HoursOfAHalf = 12;
 constexpr int FirstYear = 1900;
-
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 // Takes the digits, or what is no digit, off the beginning.
 std::string_view TakeRun(std::string_view& text) {

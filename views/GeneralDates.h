@@ -18,6 +18,8 @@ class GeneralDates {
   public:
     // The locale must outlive this object, and keep its layout for as long.
     explicit GeneralDates(const LocaleText& locale);
+    GeneralDates(const GeneralDates&) = delete;
+    GeneralDates& operator=(const GeneralDates&) = delete;
 
     // What the locale's ToDate gives, its errors included.
     DateTime Read(const std::string& text);

@@ -14,20 +14,9 @@
 #include "controls/TreeView.h"
 #include "controls/UdpSocket.h"
 #include "core/modDefinitions.h"
+#include "views/ServerColumns.h"
 
 namespace quarn {
-
-// Columns of lvwServers as sub item numbers; the row's main text, column 0, holds only the lock.
-enum ServerColumn {
-    AddressColumn = 1,
-    LocationColumn,
-    NameColumn,
-    PlayersColumn,
-    PingColumn,
-    GameColumn,
-    MapColumn,
-    LastVisitColumn
-};
 
 // Panels of sbMain.
 enum StatusPanelNumber {
@@ -38,6 +27,9 @@ enum StatusPanelNumber {
     NumLockPanel,
     ScrollLockPanel
 };
+
+// The button that opens the Add to Favorites menu.
+inline constexpr const char* FavoritesButton = "favorites";
 
 // Where Form_Resize put the lists; the window moves its controls there.
 struct MainLayout {

@@ -13,9 +13,6 @@ namespace quarn {
 
 namespace {
 
-// Shorter datagrams are neither read nor counted.
-constexpr std::int32_t ShortestDatagram = 5;
-
 // A server sends three at most; a flood of datagrams must not hold up the scan.
 constexpr int MostFurtherReplies = 16;
 
@@ -35,18 +32,16 @@ ScanEngine::ScanEngine(const MainFormContext& form, ServerListView& servers, Ser
     : form_(form), servers_(servers), details_(details) {}
 
 void ScanEngine::mnuServRefreshAll_Click() {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this] { Scan(Rows::All, "mnuServRefreshAll_Click"); });
+    form_.gate.Run(CommandKind::Ordinary, [this] { Scan(Rows::All, "mnuServRefreshAll_Click"); });
 }
 
 void ScanEngine::mnuServRefresh_Click() {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this] { Scan(Rows::Selected, "mnuServRefresh_Click"); });
+    form_.gate.Run(CommandKind::Ordinary, [this] { Scan(Rows::Selected, "mnuServRefresh_Click"); });
 }
 
 void ScanEngine::Scan(Rows which, const char* routine) {
     const CommandGate::ScanActivity activity(form_.gate);
-    const auto trapped = [&](auto&& step) {
-        Trapped(*form_.program.AppLog, MainFormName, routine, OnError::Log, step);
-    };
+    const auto trapped = [&](auto&& step) { form_.Trapped(routine, OnError::Log, step); };
     PrepareForScan();
     trapped([&] { ScanRows(which); });
     if (!form_.gate.Closing())
@@ -54,7 +49,7 @@ void ScanEngine::Scan(Rows which, const char* routine) {
 }
 
 void ScanEngine::PrepareForScan() {
-    Trapped(*form_.program.AppLog, MainFormName, "PrepareForScan", OnError::Log, [&] {
+    form_.Trapped("PrepareForScan", OnError::Log, [&] {
         form_.controls.pbScanning.SetMaximum(form_.program.ServerCount);
         form_.controls.tmrTimeout.SetEnabled(true);
         form_.controls.SetStatus(MessagePanel, "Retrieving server stats, please wait.");
@@ -105,7 +100,7 @@ void ScanEngine::ScanRows(Rows which) {
 }
 
 void ScanEngine::UpdateServer(std::int32_t row) {
-    Trapped(*form_.program.AppLog, MainFormName, "UpdateServer", OnError::Log, [&] {
+    form_.Trapped("UpdateServer", OnError::Log, [&] {
         const ScannedRow scanned = Remember(row);
         if (!QueryServer(ToLong(scanned.tag)))
             return;
@@ -115,6 +110,10 @@ void ScanEngine::UpdateServer(std::int32_t row) {
         if (rowNow != 0)
             servers_.UpdateServerListItem(rowNow);
     });
+}
+
+const EngineFamily* ScanEngine::CurrentEngine() const {
+    return FindEngine(form_.engines, EngineOfShort(form_.program, form_.program.CurrentGame));
 }
 
 // False when the program closes meanwhile.
@@ -135,7 +134,7 @@ bool ScanEngine::QueryServer(std::int32_t index) {
     {
         const Restore openQuery(openQuery_, index); // a nested query hides the outer one
         QuerySentTick = form_.desktop.clock.TickCount();
-        SendServerQuery(program, socket);
+        SendServerQuery(*program.AppLog, CurrentEngine(), socket);
 
         // Where a nested scan has switched the timer off, nothing but a reply or "stop" ends the wait.
         const bool waited = form_.gate.WaitUntil([&] {
@@ -171,7 +170,7 @@ void ScanEngine::ParseRepliesAlreadyReceived(std::int32_t index) {
 }
 
 void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
-    Trapped(*form_.program.AppLog, MainFormName, "sckServer_DataArrival", OnError::Log, [&] {
+    form_.Trapped("sckServer_DataArrival", OnError::Log, [&] {
         // Taken off the queue in any case, so that a short one does not stand before the reply.
         const std::optional<std::string> datagram = form_.controls.sckServer.GetData();
         const bool isAwaited = openQuery_ != 0 && datagram;
@@ -186,13 +185,8 @@ void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
 }
 
 void ScanEngine::ParseReply(std::string_view datagram, std::int32_t index) {
-    const std::string engine = EngineOfShort(form_.program, form_.program.CurrentGame);
-    if (engine == "d3")
-        ParseD3EngineStatus(form_.program, datagram, index);
-    else if (engine == "q3")
-        ParseQ3EngineStatus(form_.program, datagram, index);
-    else if (engine == "hl")
-        ParseHLCSStatus(form_.program, datagram, index);
+    if (const EngineFamily* const engine = CurrentEngine())
+        engine->parseStatus(form_.program, datagram, index);
 }
 
 void ScanEngine::tmrTimeout_Timer() {

@@ -54,6 +54,7 @@ class ScanEngine {
     void PrepareForScan();
     void ScanRows(Rows which);
     void UpdateServer(std::int32_t row);
+    const EngineFamily* CurrentEngine() const; // null: the current game has none
     bool QueryServer(std::int32_t index);
     void EndScan();
     void ParseReply(std::string_view datagram, std::int32_t index);

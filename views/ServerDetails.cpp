@@ -8,7 +8,7 @@
 namespace quarn {
 
 void ServerDetails::RefreshPlayers() {
-    Trapped(*form_.program.AppLog, MainFormName, "RefreshPlayers", OnError::Log, [&] {
+    form_.Trapped("RefreshPlayers", OnError::Log, [&] {
         ListView& list = form_.controls.lvwPlayers;
         list.Clear();
         const ServerRecord& server = form_.program.Servers[form_.program.CurrentServer];
@@ -25,7 +25,7 @@ void ServerDetails::RefreshPlayers() {
 }
 
 void ServerDetails::RefreshVariables() {
-    Trapped(*form_.program.AppLog, MainFormName, "RefreshVariables", OnError::Log, [&] {
+    form_.Trapped("RefreshVariables", OnError::Log, [&] {
         ListView& list = form_.controls.lvwServVars;
         const std::string& variables = form_.program.Servers[form_.program.CurrentServer].Variables;
         const std::vector<std::string_view> parts = Split(variables, '\\');

@@ -14,14 +14,6 @@ namespace quarn {
 
 namespace {
 
-std::string AddressText(const ServerRecord& server) {
-    return server.Address + ":" + std::to_string(server.Port);
-}
-
-const char* LockIcon(const ServerRecord& server) {
-    return server.Locked != 0 ? "locked" : "";
-}
-
 // Only the limits that the filter nodes offer filter; a settings file may hold anything else.
 bool IsPingLimit(std::int32_t value) {
     return value == 20 || value == 50 || value == 100;
@@ -52,8 +44,8 @@ ServerListView::ServerListView(const MainFormContext& form, ServerDetails& detai
 
 bool ServerListView::ValidateFilter(std::int32_t index) {
     bool passes = false;
-    Trapped(*form_.program.AppLog, MainFormName, "ValidateFilter", OnError::Log,
-            [&] { passes = PassesFilters(form_.program.Servers[index]); });
+    form_.Trapped("ValidateFilter", OnError::Log,
+                  [&] { passes = PassesFilters(form_.program.Servers[index]); });
     return passes;
 }
 
@@ -70,7 +62,7 @@ bool ServerListView::PassesFilters(const ServerRecord& server) const {
 // waits.
 void ServerListView::ListServers(bool lookUpCountry) {
     const CommandGate::ListActivity activity(form_.gate);
-    Trapped(*form_.program.AppLog, MainFormName, "ListServers", OnError::Log, [&] {
+    form_.Trapped("ListServers", OnError::Log, [&] {
         const std::int32_t last = form_.program.LastServerIndex();
         for (std::int32_t index = form_.program.PreviousServerCount + 1; index <= last; ++index) {
             const bool isHole = form_.program.Servers[index].Address.empty();
@@ -83,44 +75,26 @@ void ServerListView::ListServers(bool lookUpCountry) {
 }
 
 void ServerListView::AddServerListItem(std::int32_t index, bool lookUpCountry) {
-    Trapped(*form_.program.AppLog, MainFormName, "AddServerListItem", OnError::Log, [&] {
+    form_.Trapped("AddServerListItem", OnError::Log, [&] {
         ServerRecord& server = form_.program.Servers[index];
         ListView& list = form_.controls.lvwServers;
         const std::int32_t row = list.Add();
         list.Edit(row).main.tag = std::to_string(index);
         if (lookUpCountry)
             server.Country = countries_.CountryOf(server.Address);
-        list.Cell(row, 1 + AddressColumn).text = AddressText(server);
-        ListCell& location = list.Cell(row, 1 + LocationColumn);
-        location.text = server.Country;
-        location.reportIcon = server.Country == UnknownCountry ? "" : server.Country;
-        FillRow(row, server);
-        if (!server.LastVisit.IsZero())
-            list.Cell(row, 1 + LastVisitColumn).text = form_.desktop.locale.FromDate(server.LastVisit);
+        FillServerRow(list, row, server, form_.desktop.locale, CellsOf::NewRow);
     });
 }
 
-void ServerListView::FillRow(std::int32_t row, const ServerRecord& server) {
-    ListView& list = form_.controls.lvwServers;
-    list.Edit(row).smallIcon = LockIcon(server);
-    list.Cell(row, 1 + NameColumn).text = server.Name;
-    list.Cell(row, 1 + PlayersColumn).text =
-        std::to_string(server.Players) + " / " + std::to_string(server.MaxPlayers);
-    list.Cell(row, 1 + PingColumn).text = std::to_string(server.Ping);
-    list.Cell(row, 1 + GameColumn).text = server.ModName;
-    list.Cell(row, 1 + MapColumn).text = server.Map;
-}
-
 void ServerListView::UpdateServerListItem(std::int32_t row) {
-    Trapped(*form_.program.AppLog, MainFormName, "UpdateServerListItem", OnError::Log, [&] {
+    form_.Trapped("UpdateServerListItem", OnError::Log, [&] {
         ListView& list = form_.controls.lvwServers;
         if (!ValidateFilter(ToLong(list.Row(row).main.tag))) {
             list.Remove(row);
             return;
         }
-        const ServerRecord& server = form_.program.Servers[form_.program.CurrentServer];
-        FillRow(row, server);
-        list.Cell(row, 1 + LastVisitColumn).text = form_.desktop.locale.FromDate(server.LastVisit);
+        FillServerRow(list, row, form_.program.Servers[form_.program.CurrentServer], form_.desktop.locale,
+                      CellsOf::UpdatedRow);
     });
 }
 
@@ -148,33 +122,27 @@ bool ServerListView::ConfirmClearServerList() {
 }
 
 void ServerListView::mnuServerListClear_Click() {
-    form_.gate.Run(CommandGate::Kind::ReplacesList, [this] {
-        Trapped(*form_.program.AppLog, MainFormName, "mnuServerListClear_Click", OnError::LogAndShow,
-                [&] { ConfirmClearServerList(); });
-    });
+    form_.Command(CommandKind::ReplacesList, "mnuServerListClear_Click", OnError::LogAndShow,
+                  [this] { ConfirmClearServerList(); });
 }
 
 void ServerListView::mnuServerListExport_Click() {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
-        Trapped(*form_.program.AppLog, MainFormName, "mnuServerListExport_Click", OnError::LogAndShow, [&] {
-            const std::string fileName = form_.desktop.prompts.AskSaveFile(
-                "Save serverlist as...", "Text file (*.txt)|*.txt|All files (*.*)|*.*");
-            if (!fileName.empty())
-                serverSorter_.SaveListToFile(fileName);
-        });
+    form_.Command(CommandKind::Ordinary, "mnuServerListExport_Click", OnError::LogAndShow, [this] {
+        const std::string fileName = form_.desktop.prompts.AskSaveFile(
+            "Save serverlist as...", "Text file (*.txt)|*.txt|All files (*.*)|*.*");
+        if (!fileName.empty())
+            serverSorter_.SaveListToFile(fileName);
     });
 }
 
 void ServerListView::AddServer(const std::string& IP, const std::string& strPort) {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this, IP, strPort] {
-        Trapped(*form_.program.AppLog, MainFormName, "AddServer", OnError::LogAndShow, [&] {
-            const std::int32_t port = form_.desktop.locale.ToLong(strPort);
-            ServerRecord& server = form_.program.AppendServer();
-            server.Address = IP;
-            server.Port = port;
-            countries_.ForgetFailure();
-            AddServerListItem(form_.program.ServerCount, true);
-        });
+    form_.Command(CommandKind::Ordinary, "AddServer", OnError::LogAndShow, [this, IP, strPort] {
+        const std::int32_t port = form_.desktop.locale.ToLong(strPort);
+        ServerRecord& server = form_.program.AppendServer();
+        server.Address = IP;
+        server.Port = port;
+        countries_.ForgetFailure();
+        AddServerListItem(form_.program.ServerCount, true);
     });
 }
 
@@ -189,16 +157,14 @@ bool ServerListView::TakeSelectedServer() {
 
 void ServerListView::lvwServers_Click() {
     // Waits as well: rows and records of one list do not belong to those of another that is just in memory.
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
-        Trapped(*form_.program.AppLog, MainFormName, "lvwServers_Click", OnError::Log, [&] {
-            const ListView& list = form_.controls.lvwServers;
-            const std::int32_t row = list.SelectedRow();
-            if (row == 0)
-                return;
-            form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
-            details_.RefreshPlayers();
-            details_.RefreshVariables();
-        });
+    form_.Command(CommandKind::Ordinary, "lvwServers_Click", OnError::Log, [this] {
+        const ListView& list = form_.controls.lvwServers;
+        const std::int32_t row = list.SelectedRow();
+        if (row == 0)
+            return;
+        form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
+        details_.RefreshPlayers();
+        details_.RefreshVariables();
     });
 }
 
@@ -214,7 +180,7 @@ void ServerListView::lvwServers_MouseUp() {
 }
 
 void ServerListView::lvwServers_ColumnClick(std::int32_t column) {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this, column] {
+    form_.gate.Run(CommandKind::Ordinary, [this, column] {
         const CommandGate::ListActivity activity(form_.gate);
         serverSorter_.SortList(ColumnIndex(column));
         form_.program.LastSortColumn = column;
@@ -227,23 +193,19 @@ void ServerListView::lvwPlayers_ColumnClick(std::int32_t column) {
 }
 
 void ServerListView::mnuServCopyAddress_Click() {
-    form_.gate.Run(CommandGate::Kind::Ordinary, [this] {
-        Trapped(*form_.program.AppLog, MainFormName, "mnuServCopyAddress_Click", OnError::LogAndShow, [&] {
-            if (TakeSelectedServer())
-                form_.desktop.shell.SetClipboardText(
-                    AddressText(form_.program.Servers[form_.program.CurrentServer]));
-        });
+    form_.Command(CommandKind::Ordinary, "mnuServCopyAddress_Click", OnError::LogAndShow, [this] {
+        if (TakeSelectedServer())
+            form_.desktop.shell.SetClipboardText(
+                AddressText(form_.program.Servers[form_.program.CurrentServer]));
     });
 }
 
 void ServerListView::mnuServDelete_Click() {
-    form_.gate.Run(CommandGate::Kind::ReplacesList, [this] {
-        Trapped(*form_.program.AppLog, MainFormName, "mnuServDelete_Click", OnError::LogAndShow, [&] {
-            if (form_.controls.lvwServers.SelectedRow() == 0)
-                return;
-            DeleteSelectedRows();
-            CompactServers();
-        });
+    form_.Command(CommandKind::ReplacesList, "mnuServDelete_Click", OnError::LogAndShow, [this] {
+        if (form_.controls.lvwServers.SelectedRow() == 0)
+            return;
+        DeleteSelectedRows();
+        CompactServers();
     });
 }
 

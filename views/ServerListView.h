@@ -54,7 +54,6 @@ class ServerListView {
 
   private:
     bool PassesFilters(const ServerRecord& server) const;
-    void FillRow(std::int32_t row, const ServerRecord& server);
     void DeleteSelectedRows();
     void CompactServers();
 

@@ -69,8 +69,8 @@ void clsQuickList::SortColumn(std::int32_t column) {
         SortByKeyTexts(column,
                        [this](const std::string& text, std::string& key) { MakeNumberKey(text, key); });
     } else if (sortType == "DATE") {
-        SortByKeyTexts(column, [dates = GeneralDates(desktop_.locale)](const std::string& text,
-                                                                       std::string& key) mutable {
+        GeneralDates dates(desktop_.locale);
+        SortByKeyTexts(column, [&](const std::string& text, std::string& key) {
             key = SortableDateText(dates.Read(text));
         });
     }

@@ -6,6 +6,7 @@
 #include "query/clsIPLocation.h"
 #include "support/Trap.h"
 #include "views/LayoutRules.h"
+#include "views/ToolbarButtons.h"
 
 #include <string>
 #include <utility>
@@ -21,13 +22,13 @@ std::string TitleAndVersion() {
 } // namespace
 
 frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, ModalForms& forms,
-                 UdpSocket& sckMaster, UdpSocket& sckServer)
+                 UdpSocket& sckMaster, UdpSocket& sckServer, EngineTable engines)
     : controls(sckMaster, sckServer),
       program_(program),
       desktop_(desktop),
       window_(window),
       gate_(desktop.events),
-      context_{program, desktop, window, controls, gate_},
+      context_{program, desktop, window, controls, gate_, engines},
       SysTray(desktop.notifications),
       HTMLHelp(*program.AppLog, desktop.help),
       details(context_),
@@ -50,31 +51,29 @@ frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, Mo
 }
 
 void frmMain::Form_Load() {
-    gate_.Run(CommandGate::Kind::Ordinary, [this] {
-        Trapped(*program_.AppLog, MainFormName, "Form_Load", OnError::LogAndShow, [&] {
-            window_.SetCaption(TitleAndVersion());
-            LoadServices();
-            tree.AddFixedNodes();
-            tree.RefreshTreeView();
-            tree.RefreshFavMenu();
+    context_.Command(CommandKind::Ordinary, "Form_Load", OnError::LogAndShow, [this] {
+        window_.SetCaption(TitleAndVersion());
+        LoadServices();
+        tree.AddFixedNodes();
+        tree.RefreshTreeView();
+        tree.RefreshFavMenu();
 
-            TreeView& nodes = controls.trvGames;
-            if (program_.LastGame < 1 || program_.LastGame > nodes.Count())
-                program_.LastGame = 1;
-            const std::string selected = nodes.At(program_.LastGame).key;
-            nodes.Select(selected);
-            nodes.Node(selected).expanded = true;
-            RefreshInterface();
-            tree.trvGames_NodeClick(selected);
-            servers.lvwServers_Click();
+        TreeView& nodes = controls.trvGames;
+        if (program_.LastGame < 1 || program_.LastGame > nodes.Count())
+            program_.LastGame = 1;
+        const std::string selected = nodes.At(program_.LastGame).key;
+        nodes.Select(selected);
+        nodes.Node(selected).expanded = true;
+        RefreshInterface();
+        tree.trvGames_NodeClick(selected);
+        servers.lvwServers_Click();
 
-            RestoreSort();
-            if (program_.LastServer >= 1 && program_.LastServer <= controls.lvwServers.RowCount()) {
-                controls.lvwServers.SelectOnly(program_.LastServer);
-                controls.lvwServers.EnsureVisible(program_.LastServer);
-            }
-            program_.AppLog->Log(MainFormName, "Form_Load", 0, "Form loaded");
-        });
+        RestoreSort();
+        if (program_.LastServer >= 1 && program_.LastServer <= controls.lvwServers.RowCount()) {
+            controls.lvwServers.SelectOnly(program_.LastServer);
+            controls.lvwServers.EnsureVisible(program_.LastServer);
+        }
+        program_.AppLog->Log(MainFormName, "Form_Load", 0, "Form loaded");
     });
 }
 
@@ -96,7 +95,7 @@ void frmMain::Form_Activate() {
     if (activated_)
         return;
     activated_ = true;
-    Trapped(*program_.AppLog, MainFormName, "Form_Activate", OnError::LogAndShow, [&] {
+    context_.Trapped("Form_Activate", OnError::LogAndShow, [&] {
         if (program_.WinState == static_cast<std::int32_t>(WindowState::Minimized) ||
             program_.WinState == static_cast<std::int32_t>(WindowState::Maximized)) {
             window_.SetState(static_cast<WindowState>(program_.WinState));
@@ -116,14 +115,11 @@ void frmMain::Form_Activate() {
 }
 
 void frmMain::AskForGameSetup() {
-    gate_.Run(CommandGate::Kind::Ordinary, [this] {
-        Trapped(*program_.AppLog, MainFormName, "Form_Activate", OnError::LogAndShow, [&] {
-            program_.AppLog->ErrorMessage(
-                "Quarn has detected that no game has been set up yet.\r\n"
-                "Therefore, the game setup menu will be opened now, please set up\r\n"
-                "the games to your liking.");
-            dialogs.ShowGameSetup();
-        });
+    context_.Command(CommandKind::Ordinary, "Form_Activate", OnError::LogAndShow, [this] {
+        program_.AppLog->ErrorMessage("Quarn has detected that no game has been set up yet.\r\n"
+                                      "Therefore, the game setup menu will be opened now, please set up\r\n"
+                                      "the games to your liking.");
+        dialogs.ShowGameSetup();
     });
 }
 
@@ -156,7 +152,7 @@ void frmMain::EndSession() {
 
 void frmMain::Form_Unload(Boxes boxes) {
     const OnError onError = boxes == Boxes::Shown ? OnError::LogAndShow : OnError::Log;
-    Trapped(*program_.AppLog, MainFormName, "Form_Unload", onError, [&] {
+    context_.Trapped("Form_Unload", onError, [&] {
         // What still arrives belongs to nobody.
         controls.sckServer.Close();
         controls.sckMaster.Close();
@@ -186,13 +182,20 @@ void frmMain::StoreWindowPosition() {
     program_.WinWidth = bounds.width;
 }
 
+void frmMain::mnuSysOpen_Click() {
+    context_.Trapped("mnuSysOpen_Click", OnError::LogAndShow, [&] { SysTray.BringWindowBack(); });
+}
+
 void frmMain::mnuSysQuit_Click() {
-    SysTray.RemoveFromSysTray();
-    Unload();
+    context_.Trapped("mnuSysQuit_Click", OnError::LogAndShow, [&] {
+        SysTray.RemoveFromSysTray();
+        Unload();
+    });
 }
 
 void frmMain::mnuInfoHelp_Click() {
-    HTMLHelp.ShowTopic(window_.Reference(), "Progs\\Quarn\\Main.htm");
+    context_.Trapped("mnuInfoHelp_Click", OnError::LogAndShow,
+                     [&] { HTMLHelp.ShowTopic(window_.Reference(), "Progs\\Quarn\\Main.htm"); });
 }
 
 void frmMain::lvwServers_DblClick(std::uint32_t rowIdentity) {
@@ -204,20 +207,7 @@ void frmMain::lvwServers_DblClick(std::uint32_t rowIdentity) {
 }
 
 void frmMain::tbMain_ButtonClick(std::string_view key) {
-    if (key == "querymaster")
-        master.mnuServerListGet_Click();
-    else if (key == "refreshall")
-        scan.mnuServRefreshAll_Click();
-    else if (key == "refresh")
-        scan.mnuServRefresh_Click();
-    else if (key == "stop")
-        scan.Stop();
-    else if (key == "join")
-        game.mnuServConnectPlay_Click();
-    else if (key == "monitor")
-        game.mnuServMonitor_Click();
-    else if (key == "favorites")
-        window_.PopUp(PopupMenu::AddToFavorites);
+    RunToolbarButton(key, *this);
 }
 
 } // namespace quarn

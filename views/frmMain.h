@@ -32,7 +32,7 @@ namespace quarn {
 class frmMain {
   public:
     frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, ModalForms& forms,
-            UdpSocket& sckMaster, UdpSocket& sckServer);
+            UdpSocket& sckMaster, UdpSocket& sckServer, EngineTable engines = StandardEngines());
     frmMain(const frmMain&) = delete;
     frmMain& operator=(const frmMain&) = delete;
 
@@ -52,10 +52,12 @@ class frmMain {
     void mnuInfoHelp_Click();
     void tbMain_ButtonClick(std::string_view key);
 
+    void ShowFavoritesMenu() { window_.PopUp(PopupMenu::AddToFavorites); }
+
     // Joins the row's server. The row is known by its identity, as a scan may have moved the selection since.
     void lvwServers_DblClick(std::uint32_t rowIdentity);
 
-    void mnuSysOpen_Click() { SysTray.BringWindowBack(); }
+    void mnuSysOpen_Click();
     void mnuSysQuit_Click();
     void SysTray_LButtonDblClk() { mnuSysOpen_Click(); }
     void SysTray_RButtonUP() { window_.PopUp(PopupMenu::SysTray); }

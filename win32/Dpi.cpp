@@ -1,6 +1,7 @@
 #include "win32/Dpi.h"
 
-#include "win32/FunctionAddress.h"
+#include "win32/Canvas.h"
+#include "win32/Libraries.h"
 
 namespace quarn {
 
@@ -20,10 +21,7 @@ Dpi Dpi::OfWindow(HWND window) noexcept {
 }
 
 Dpi Dpi::OfSystem() noexcept {
-    const HDC screen = GetDC(nullptr);
-    const int dotsPerInch = screen != nullptr ? GetDeviceCaps(screen, LOGPIXELSY) : 0;
-    if (screen != nullptr)
-        ReleaseDC(nullptr, screen);
+    const int dotsPerInch = GetDeviceCaps(Canvas::OfScreen().Handle(), LOGPIXELSY);
     return Dpi(static_cast<unsigned>(dotsPerInch > 0 ? dotsPerInch : DesignDotsPerInch));
 }
 

@@ -5,7 +5,6 @@
 #include "win32/SystemError.h"
 
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace quarn {
@@ -16,14 +15,14 @@ constexpr char FlagsResource[] = "flags";
 
 } // namespace
 
-Images::Images(int size, std::initializer_list<const char*> keys, Look look) : Images() {
-    size_ = size;
-    list_ = ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, static_cast<int>(keys.size()), 16);
-    if (list_ == nullptr)
+Images::Images(int size, const std::vector<std::string>& keys, Look look)
+    : size_(size),
+      list_(ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, static_cast<int>(keys.size()), 16)) {
+    if (!list_)
         ThrowLastError();
     std::vector<Pixels> pictures;
-    for (const char* key : keys)
-        if (const std::optional<Pixels> picture = Pixels::OfIcon(key, size)) {
+    for (const std::string& key : keys)
+        if (const std::optional<Pixels> picture = Pixels::OfIcon(key.c_str(), size)) {
             indexes_[key] = static_cast<int>(pictures.size());
             pictures.push_back(look == Look::Available ? *picture : picture->Disabled());
         }
@@ -31,25 +30,10 @@ Images::Images(int size, std::initializer_list<const char*> keys, Look look) : I
         Add(pictures);
 }
 
-Images::Images(Images&& other) noexcept
-    : size_(other.size_), list_(std::exchange(other.list_, nullptr)), indexes_(std::move(other.indexes_)) {}
-
-Images& Images::operator=(Images&& other) noexcept {
-    std::swap(size_, other.size_);
-    std::swap(list_, other.list_);
-    std::swap(indexes_, other.indexes_);
-    return *this;
-}
-
-Images::~Images() {
-    if (list_ != nullptr)
-        ImageList_Destroy(list_);
-}
-
 // All at once: one by one, hundreds of pictures take the time of a start-up.
 int Images::Add(const std::vector<Pixels>& pictures) {
     const BitmapHandle strip(Pixels::MakeStrip(pictures));
-    const int index = ImageList_Add(list_, strip.Get(), nullptr);
+    const int index = ImageList_Add(list_.Get(), strip.Get(), nullptr);
     if (index < 0)
         ThrowLastError();
     return index;

@@ -3,10 +3,9 @@
 // The program's pictures as image lists, addressed by their keys. They are made from the icon resources for
 // the pixel size that the DPI asks for, and made anew when it changes.
 
-#include "win32/WindowsHeaders.h"
+#include "win32/Handles.h"
 
 #include <commctrl.h>
-#include <initializer_list>
 #include <map>
 #include <string>
 #include <string_view>
@@ -25,15 +24,12 @@ class Images {
     Images() noexcept = default;
 
     // Square pictures from the icon resources named by the keys.
-    Images(int size, std::initializer_list<const char*> keys, Look look = Look::Available);
-    Images(Images&& other) noexcept;
-    Images& operator=(Images&& other) noexcept;
-    ~Images();
+    Images(int size, const std::vector<std::string>& keys, Look look = Look::Available);
 
     // Adds the flags of the countries, under their codes.
     void AddFlags();
 
-    HIMAGELIST Handle() const noexcept { return list_; }
+    HIMAGELIST Handle() const noexcept { return list_.Get(); }
 
     std::vector<std::string> Keys() const;
 
@@ -44,8 +40,14 @@ class Images {
     // Returns the first one's index. Throws the system's error.
     int Add(const std::vector<Pixels>& pictures);
 
+    struct ListKind {
+        using Type = HIMAGELIST;
+        static Type Empty() noexcept { return nullptr; }
+        static void Free(Type handle) noexcept { ImageList_Destroy(handle); }
+    };
+
     int size_ = 0;
-    HIMAGELIST list_ = nullptr;
+    UniqueHandle<ListKind> list_;
     std::map<std::string, int, std::less<>> indexes_;
 };
 

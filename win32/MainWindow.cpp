@@ -74,7 +74,7 @@ void MainWindow::Show() {
     loaded_ = true;
     Arrange();
     ShowWindow(Handle(), SW_SHOWNORMAL);
-    RunLater("Form_Activate", [this] { form_.Form_Activate(); });
+    PostEvent([this] { form_.Form_Activate(); });
 }
 
 Answer MainWindow::OnCreate() {
@@ -89,11 +89,9 @@ void MainWindow::CreateControls() {
     const Dpi dpi = Dpi::OfWindow(Handle());
     // In the order in which Tab visits them.
     trvGames_.Create(Handle(), ID_trvGames, "Games");
-    lvwServers_.Create(Handle(), ID_lvwServers, "Servers", Selection::SeveralRows, dpi,
-                       {{28}, {146}, {88}, {176}, {78}, {64, true}, {70}, {76}, {88}});
-    lvwPlayers_.Create(Handle(), ID_lvwPlayers, "Players", Selection::OneRow, dpi,
-                       {{220}, {64, true}, {64, true}});
-    lvwServVars_.Create(Handle(), ID_lvwServVars, "Variables", Selection::OneRow, dpi, {{150}, {220}});
+    lvwServers_.Create(Handle(), ID_lvwServers, "Servers", Selection::SeveralRows, dpi);
+    lvwPlayers_.Create(Handle(), ID_lvwPlayers, "Players", Selection::OneRow, dpi);
+    lvwServVars_.Create(Handle(), ID_lvwServVars, "Variables", Selection::OneRow, dpi);
     tbMain_.Create(Handle(), ID_tbMain, ID_tbMainButton);
     sbMain_.Create(Handle(), ID_sbMain);
     pbScanning_.Create(sbMain_.Handle(), ID_pbScanning);

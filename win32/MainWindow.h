@@ -50,7 +50,7 @@ class MainWindow final : public Window, public FormWindow {
     void FlushModels() noexcept;
 
     // Runs a command of the menus, the keyboard or the toolbar, if it is available.
-    void RunCommand(int command) noexcept;
+    void RunCommand(int command);
 
   private:
     // FormWindow (MainWindowForm.cpp)
@@ -99,18 +99,13 @@ class MainWindow final : public Window, public FormWindow {
     bool PreTranslate(MSG& message) noexcept;
     bool MoveFocusByTab(const MSG& message) noexcept;
 
-    // Runs a handler when the control that tells of the event has finished its own work.
-    void RunLater(const char* handler, std::function<void()> body);
-    void RunOneDeferred();
+    // Runs a handler after the control has finished its own work on the event.
+    void PostEvent(std::function<void()> handler);
+    void RunFirstPostedEvent();
 
     // Menus (MainWindowMenus.cpp)
-    struct Command {
-        const char* handler;
-        std::function<void()> run;
-    };
     void LoadMenus();
     void AddCommands();
-    void Add(int id, const char* handler, std::function<void()> run);
     bool IsAvailable(int command) const;
     HMENU PopupOf(PopupMenu menu) const;
     POINT PopupPosition(PopupMenu menu) const;
@@ -153,12 +148,12 @@ class MainWindow final : public Window, public FormWindow {
     HMENU favoritesMenu_ = nullptr;
     HACCEL accelerators_ = nullptr;
     HACCEL serverListAccelerators_ = nullptr;
-    std::map<int, Command> commands_;
+    std::map<int, std::function<void()>> commands_;
     std::vector<MenuEntry> shownEntries_;
     POINT menuKeyPosition_{}; // where the menu belongs that the keyboard asked for
     bool askedByKeyboard_ = false;
 
-    std::deque<Command> deferred_;
+    std::deque<std::function<void()>> postedEvents_;
     // The system sends it when it has made the taskbar anew.
     const UINT taskbarCreatedMessage_ = RegisterWindowMessageA("TaskbarCreated");
 

@@ -11,7 +11,7 @@ namespace quarn {
 
 namespace {
 
-constexpr UINT RunDeferredMessage = WM_APP;
+constexpr UINT RunPostedEventMessage = WM_APP;
 
 } // namespace
 
@@ -19,27 +19,22 @@ void MainWindow::ConnectEvents() {
     ServerListView& servers = form_.servers;
     lvwServers_.Clicked = [&] { servers.lvwServers_Click(); };
     lvwServers_.MouseReleased = [&] { servers.lvwServers_MouseUp(); };
-    lvwServers_.KeyReleased = [&](std::int32_t code) {
-        Guarded("lvwServers_KeyUp", [&] { servers.lvwServers_KeyUp(code); });
-    };
+    lvwServers_.KeyReleased = [&](std::int32_t code) { servers.lvwServers_KeyUp(code); };
     lvwServers_.ColumnClicked = [&](std::int32_t column) { servers.lvwServers_ColumnClick(column); };
     lvwServers_.Activated = [this] {
         const ListView& list = form_.controls.lvwServers;
         const std::int32_t row = list.SelectedRow();
         if (row != 0)
-            RunLater("lvwServers_DblClick",
-                     [this, identity = list.Row(row).identity] { form_.lvwServers_DblClick(identity); });
+            PostEvent([this, identity = list.Row(row).identity] { form_.lvwServers_DblClick(identity); });
     };
     lvwServers_.RightPressed = [&] {
-        Guarded("lvwServers_MouseDown", [&] {
-            servers.lvwServers_Click();
-            PopUp(PopupMenu::Server);
-        });
+        servers.lvwServers_Click();
+        PopUp(PopupMenu::Server);
     };
     lvwPlayers_.ColumnClicked = [&](std::int32_t column) { servers.lvwPlayers_ColumnClick(column); };
 
     trvGames_.NodeClicked = [this](const std::string& key) {
-        RunLater("trvGames_NodeClick", [this, key] { form_.tree.trvGames_NodeClick(key); });
+        PostEvent([this, key] { form_.tree.trvGames_NodeClick(key); });
     };
     trvGames_.SelectedByKeyboard = [this](const std::string& key) {
         // Moving onto a filter must not switch it.
@@ -48,9 +43,7 @@ void MainWindow::ConnectEvents() {
     };
     trvGames_.RightReleased = [this] { PopUp(PopupMenu::TreeView); };
 
-    tbMain_.ButtonClicked = [this](const std::string& key) {
-        Guarded("tbMain_ButtonClick", [&] { form_.tbMain_ButtonClick(key); });
-    };
+    tbMain_.ButtonClicked = [this](const std::string& key) { form_.tbMain_ButtonClick(key); };
 }
 
 Answer MainWindow::OnNotify(NMHDR& notification) {
@@ -61,9 +54,9 @@ Answer MainWindow::OnNotify(NMHDR& notification) {
     return NotHandled;
 }
 
-void MainWindow::RunLater(const char* handler, std::function<void()> body) {
-    deferred_.push_back({handler, std::move(body)});
-    PostMessageA(Handle(), RunDeferredMessage, 0, 0);
+void MainWindow::PostEvent(std::function<void()> handler) {
+    postedEvents_.push_back(std::move(handler));
+    PostMessageA(Handle(), RunPostedEventMessage, 0, 0);
 }
 
 Answer MainWindow::OnOwnMessage(UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
@@ -71,18 +64,18 @@ Answer MainWindow::OnOwnMessage(UINT message, WPARAM /*wParam*/, LPARAM /*lParam
         form_.SysTray.TaskbarCreated();
         return Handled;
     }
-    if (message != RunDeferredMessage)
+    if (message != RunPostedEventMessage)
         return NotHandled;
-    RunOneDeferred();
+    RunFirstPostedEvent();
     return Handled;
 }
 
-void MainWindow::RunOneDeferred() {
-    if (deferred_.empty())
+void MainWindow::RunFirstPostedEvent() {
+    if (postedEvents_.empty())
         return;
-    const Command next = std::move(deferred_.front());
-    deferred_.pop_front();
-    Guarded(next.handler, next.run);
+    const std::function<void()> next = std::move(postedEvents_.front());
+    postedEvents_.pop_front();
+    next();
 }
 
 // The system's own loops, of menus and dialogs, do not know the pump.

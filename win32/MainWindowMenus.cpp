@@ -47,43 +47,35 @@ void MainWindow::LoadMenus() {
     AddCommands();
 }
 
-void MainWindow::Add(int id, const char* handler, std::function<void()> run) {
-    commands_[id] = {handler, std::move(run)};
-}
-
 void MainWindow::AddCommands() {
-    Add(ID_mnuFileQuit, "mnuFileQuit_Click", [this] { form_.mnuFileQuit_Click(); });
-    Add(ID_mnuServConnectPlay, "mnuServConnectPlay_Click", [this] { form_.game.mnuServConnectPlay_Click(); });
-    Add(ID_mnuServConnectSpec, "mnuServConnectSpec_Click", [this] { form_.game.mnuServConnectSpec_Click(); });
-    Add(ID_mnuServSetPass, "mnuServSetPass_Click", [this] { form_.dialogs.mnuServSetPass_Click(); });
-    Add(ID_mnuServRefresh, "mnuServRefresh_Click", [this] { form_.scan.mnuServRefresh_Click(); });
-    Add(ID_mnuServRefreshAll, "mnuServRefreshAll_Click", [this] { form_.scan.mnuServRefreshAll_Click(); });
-    Add(ID_mnuServAdd, "mnuServAdd_Click", [this] { form_.dialogs.mnuServAdd_Click(); });
-    Add(ID_mnuServDelete, "mnuServDelete_Click", [this] { form_.servers.mnuServDelete_Click(); });
-    Add(ID_mnuServMonitor, "mnuServMonitor_Click", [this] { form_.game.mnuServMonitor_Click(); });
-    Add(ID_mnuServCopyAddress, "mnuServCopyAddress_Click",
-        [this] { form_.servers.mnuServCopyAddress_Click(); });
+    commands_[ID_mnuFileQuit] = [this] { form_.mnuFileQuit_Click(); };
+    commands_[ID_mnuServConnectPlay] = [this] { form_.game.mnuServConnectPlay_Click(); };
+    commands_[ID_mnuServConnectSpec] = [this] { form_.game.mnuServConnectSpec_Click(); };
+    commands_[ID_mnuServSetPass] = [this] { form_.dialogs.mnuServSetPass_Click(); };
+    commands_[ID_mnuServRefresh] = [this] { form_.scan.mnuServRefresh_Click(); };
+    commands_[ID_mnuServRefreshAll] = [this] { form_.scan.mnuServRefreshAll_Click(); };
+    commands_[ID_mnuServAdd] = [this] { form_.dialogs.mnuServAdd_Click(); };
+    commands_[ID_mnuServDelete] = [this] { form_.servers.mnuServDelete_Click(); };
+    commands_[ID_mnuServMonitor] = [this] { form_.game.mnuServMonitor_Click(); };
+    commands_[ID_mnuServCopyAddress] = [this] { form_.servers.mnuServCopyAddress_Click(); };
     for (int folder = 1; folder <= MaxFavoritesFolders; ++folder)
-        Add(ID_mnuServAddToFavorites + folder, "mnuServAddToFavorites_Click",
-            [this, folder] { form_.tree.mnuServAddToFavorites_Click(folder); });
-    Add(ID_mnuServerListGet, "mnuServerListGet_Click", [this] { form_.master.mnuServerListGet_Click(); });
-    Add(ID_mnuServerListClear, "mnuServerListClear_Click",
-        [this] { form_.servers.mnuServerListClear_Click(); });
-    Add(ID_mnuRecheckCountries, "mnuRecheckCountries_Click",
-        [this] { form_.countries.mnuRecheckCountries_Click(); });
-    Add(ID_mnuServerListExport, "mnuServerListExport_Click",
-        [this] { form_.servers.mnuServerListExport_Click(); });
-    Add(ID_mnuExtrasGameSetup, "mnuExtrasGameSetup_Click",
-        [this] { form_.dialogs.mnuExtrasGameSetup_Click(); });
-    Add(ID_mnuExtrasOptions, "mnuExtrasOptions_Click", [this] { form_.dialogs.mnuExtrasOptions_Click(); });
-    Add(ID_mnuInfoHelp, "mnuInfoHelp_Click", [this] { form_.mnuInfoHelp_Click(); });
-    Add(ID_mnuInfoAbout, "mnuInfoAbout_Click", [this] { form_.dialogs.mnuInfoAbout_Click(); });
-    Add(ID_mnuSysOpen, "mnuSysOpen_Click", [this] { form_.mnuSysOpen_Click(); });
-    Add(ID_mnuSysQuit, "mnuSysQuit_Click", [this] { form_.mnuSysQuit_Click(); });
-    Add(ID_mnuTreeRename, "mnuTreeRename_Click", [this] { form_.tree.mnuTreeRename_Click(); });
-    Add(ID_mnuTreeAddServer, "mnuTreeAddServer_Click", [this] { form_.dialogs.mnuTreeAddServer_Click(); });
-    Add(ID_keyStop, "tbMain_ButtonClick", [this] { form_.tbMain_ButtonClick("stop"); });
-    Add(ID_keySelectAll, "lvwServers_KeyDown", [this] { lvwServers_.SelectAll(); });
+        commands_[ID_mnuServAddToFavorites + folder] = [this, folder] {
+            form_.tree.mnuServAddToFavorites_Click(folder);
+        };
+    commands_[ID_mnuServerListGet] = [this] { form_.master.mnuServerListGet_Click(); };
+    commands_[ID_mnuServerListClear] = [this] { form_.servers.mnuServerListClear_Click(); };
+    commands_[ID_mnuRecheckCountries] = [this] { form_.countries.mnuRecheckCountries_Click(); };
+    commands_[ID_mnuServerListExport] = [this] { form_.servers.mnuServerListExport_Click(); };
+    commands_[ID_mnuExtrasGameSetup] = [this] { form_.dialogs.mnuExtrasGameSetup_Click(); };
+    commands_[ID_mnuExtrasOptions] = [this] { form_.dialogs.mnuExtrasOptions_Click(); };
+    commands_[ID_mnuInfoHelp] = [this] { form_.mnuInfoHelp_Click(); };
+    commands_[ID_mnuInfoAbout] = [this] { form_.dialogs.mnuInfoAbout_Click(); };
+    commands_[ID_mnuSysOpen] = [this] { form_.mnuSysOpen_Click(); };
+    commands_[ID_mnuSysQuit] = [this] { form_.mnuSysQuit_Click(); };
+    commands_[ID_mnuTreeRename] = [this] { form_.tree.mnuTreeRename_Click(); };
+    commands_[ID_mnuTreeAddServer] = [this] { form_.dialogs.mnuTreeAddServer_Click(); };
+    commands_[ID_keyStop] = [this] { form_.tbMain_ButtonClick("stop"); };
+    commands_[ID_keySelectAll] = [this] { lvwServers_.SelectAll(); };
 }
 
 bool MainWindow::IsAvailable(int command) const {
@@ -103,13 +95,9 @@ bool MainWindow::IsAvailable(int command) const {
     return true;
 }
 
-void MainWindow::RunCommand(int command) noexcept {
-    Guarded("RunCommand", [&] {
-        if (!IsAvailable(command))
-            return;
-        const Command& found = commands_.at(command);
-        Guarded(found.handler, found.run);
-    });
+void MainWindow::RunCommand(int command) {
+    if (IsAvailable(command))
+        commands_.at(command)();
 }
 
 Answer MainWindow::OnCommand(int id, HWND /*control*/) {
@@ -170,7 +158,7 @@ HMENU MainWindow::PopupOf(PopupMenu menu) const {
 
 POINT MainWindow::PopupPosition(PopupMenu menu) const {
     if (menu == PopupMenu::AddToFavorites) {
-        const RECT button = tbMain_.ButtonBounds(form_.controls.tbMain.buttons.HighestIndex());
+        const RECT button = tbMain_.ButtonBounds(form_.controls.tbMain.PositionOf(FavoritesButton));
         return {button.left, button.bottom};
     }
     if (askedByKeyboard_)

@@ -1,5 +1,6 @@
 #include "win32/Pixels.h"
 
+#include "win32/Canvas.h"
 #include "win32/Resources.h"
 #include "win32/SystemError.h"
 
@@ -28,9 +29,8 @@ BITMAPINFO Description(int width, int height) {
 std::vector<Pixel> BitsOf(HBITMAP bitmap, int width, int height) {
     BITMAPINFO description = Description(width, height);
     std::vector<Pixel> bits(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    const HDC screen = GetDC(nullptr);
-    GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), bits.data(), &description, DIB_RGB_COLORS);
-    ReleaseDC(nullptr, screen);
+    GetDIBits(Canvas::OfScreen().Handle(), bitmap, 0, static_cast<UINT>(height), bits.data(), &description,
+              DIB_RGB_COLORS);
     return bits;
 }
 

@@ -1,6 +1,6 @@
 #include "win32/Screens.h"
 
-#include "win32/FunctionAddress.h"
+#include "win32/Libraries.h"
 
 #include <algorithm>
 
@@ -14,8 +14,8 @@ constexpr int GraspHeight = 16;
 
 // Windows 8.1 and up tell the DPI of each monitor apart.
 Dpi DpiOf(HMONITOR monitor) noexcept {
-    static const auto dpiForMonitor = FunctionAddress<HRESULT WINAPI(HMONITOR, int, UINT*, UINT*)>(
-        LoadLibraryA("shcore.dll"), "GetDpiForMonitor");
+    static const auto dpiForMonitor =
+        SystemFunction<HRESULT WINAPI(HMONITOR, int, UINT*, UINT*)>("shcore.dll", "GetDpiForMonitor");
     constexpr int EffectiveDpi = 0;
     UINT horizontal = 0;
     UINT vertical = 0;

@@ -4,19 +4,53 @@
 
 namespace quarn {
 
-void ToolTips::Add(HWND dialog, int control, std::string text) {
-    if (window_ == nullptr)
-        window_ = CreateWindowExA(
-            WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
-            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr, GetModuleHandleA(nullptr), nullptr);
-    TOOLINFOA tool{};
+namespace {
+
+TTTOOLINFOA ToolOf(HWND parent, UINT_PTR number) noexcept {
+    TTTOOLINFOA tool{};
     // The size of the first version, which every version of the library knows.
     tool.cbSize = TTTOOLINFOA_V1_SIZE;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = dialog;
-    tool.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(dialog, control));
-    tool.lpszText = text.data();
-    SendMessageA(window_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+    tool.hwnd = parent;
+    tool.uId = number;
+    return tool;
+}
+
+void Send(HWND toolTips, UINT message, const TTTOOLINFOA& tool) noexcept {
+    SendMessageA(toolTips, message, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+} // namespace
+
+void ToolTips::AddControl(HWND parent, HWND control, const std::string& text) noexcept {
+    Add(parent, reinterpret_cast<UINT_PTR>(control), TTF_IDISHWND | TTF_SUBCLASS, text);
+}
+
+void ToolTips::AddArea(HWND parent, UINT_PTR number, const std::string& text) noexcept {
+    Add(parent, number, TTF_SUBCLASS, text);
+}
+
+void ToolTips::Add(HWND parent, UINT_PTR number, UINT flags, const std::string& text) noexcept {
+    if (window_ == nullptr)
+        window_ =
+            CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                            GetAncestor(parent, GA_ROOT), nullptr, GetModuleHandleA(nullptr), nullptr);
+    TTTOOLINFOA tool = ToolOf(parent, number);
+    tool.uFlags = flags;
+    tool.lpszText = const_cast<char*>(text.c_str()); // the control copies it
+    Send(window_, TTM_ADDTOOLA, tool);
+}
+
+void ToolTips::ChangeText(HWND parent, HWND control, const std::string& text) noexcept {
+    TTTOOLINFOA tool = ToolOf(parent, reinterpret_cast<UINT_PTR>(control));
+    tool.lpszText = const_cast<char*>(text.c_str());
+    Send(window_, TTM_UPDATETIPTEXTA, tool);
+}
+
+void ToolTips::MoveArea(HWND parent, UINT_PTR number, const RECT& area) noexcept {
+    TTTOOLINFOA tool = ToolOf(parent, number);
+    tool.rect = area;
+    Send(window_, TTM_NEWTOOLRECTA, tool);
 }
 
 } // namespace quarn

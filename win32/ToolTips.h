@@ -1,6 +1,6 @@
 #pragma once
 
-// Texts that appear when the mouse rests on a control of a dialog.
+// Texts that appear when the mouse rests on a control or on an area inside one.
 
 #include "win32/WindowsHeaders.h"
 
@@ -8,12 +8,20 @@
 
 namespace quarn {
 
-// The system's tooltip window goes with the dialog it was made for.
+// The system's tooltip window is owned by the top-level window of the first tool and is destroyed with it.
 class ToolTips {
   public:
-    void Add(HWND dialog, int control, std::string text);
+    // A control that is a child of `parent`.
+    void AddControl(HWND parent, HWND control, const std::string& text) noexcept;
+    void ChangeText(HWND parent, HWND control, const std::string& text) noexcept;
+
+    // An area of `parent`, empty until it is moved. The caller numbers its areas.
+    void AddArea(HWND parent, UINT_PTR number, const std::string& text) noexcept;
+    void MoveArea(HWND parent, UINT_PTR number, const RECT& area) noexcept;
 
   private:
+    void Add(HWND parent, UINT_PTR tool, UINT flags, const std::string& text) noexcept;
+
     HWND window_ = nullptr;
 };
 

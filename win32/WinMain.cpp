@@ -7,7 +7,7 @@
 #include "core/modMain.h"
 #include "support/Trap.h"
 #include "support/clsAppLog.h"
-#include "win32/DllSearch.h"
+#include "win32/Libraries.h"
 #include "win32/MainWindow.h"
 #include "win32/UncaughtErrors.h"
 #include "win32/desktop/WindowsDesktop.h"
@@ -16,7 +16,7 @@
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     using namespace quarn;
-    RestrictDllSearch();
+    RestrictLibrarySearch();
 
     ProgramState program;
     SetUncaughtErrorReporter([&program](std::string_view module, std::string_view handler) {

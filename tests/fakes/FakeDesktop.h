@@ -38,8 +38,19 @@ struct FakeDesktop {
     FakeShell shell;
     FakeSystem system;
 
-    Desktop desktop{clock, events,   files,   help,     hosts, locale, notifications,
-                    peers, profiles, prompts, registry, shell, system};
+    Desktop desktop{.clock = clock,
+                    .events = events,
+                    .files = files,
+                    .help = help,
+                    .hosts = hosts,
+                    .locale = locale,
+                    .notifications = notifications,
+                    .peers = peers,
+                    .profiles = profiles,
+                    .prompts = prompts,
+                    .registry = registry,
+                    .shell = shell,
+                    .system = system};
 };
 
 } // namespace quarn

@@ -61,7 +61,7 @@ std::string HeadlessBrowser::Setting(const std::string& section, const std::stri
 
 bool HeadlessBrowser::Start() {
     return Main(program, fake.desktop, [this] {
-        form_.emplace(program, fake.desktop, window, dialogs, sckMaster, sckServer);
+        form_.emplace(program, fake.desktop, window, dialogs, sckMaster, sckServer, engines);
         timer_.emplace(fake.events, form_->controls.tmrTimeout);
         window.resized = [this] { form_->Form_Resize(); };
         form_->Form_Load();

@@ -89,6 +89,7 @@ class HeadlessBrowser {
 
     FakeDesktop fake;
     ProgramState program;
+    EngineTable engines = StandardEngines(); // read by Start
     FakeFormWindow window;
     FakeModalForms dialogs;
     FakeUdpSocket sckMaster{fake.clock, fake.events, fake.hosts};

@@ -13,16 +13,10 @@ using ::testing::IsEmpty;
 class ServerQuery : public ProgramTest {
   protected:
     std::vector<std::string> SentTo(const std::string& engine) {
-        program.Games.Reset(1);
-        program.GameNum = 1;
-        program.Games[1].GameShort = "game";
-        program.Games[1].Engine = engine;
-        program.CurrentGame = "game";
-
         FakeUdpSocket socket(fake.clock, fake.events, fake.hosts);
         socket.RemoteHost = "127.0.0.1";
         socket.RemotePort = 27960;
-        SendServerQuery(program, socket);
+        SendServerQuery(*program.AppLog, FindEngine(StandardEngines(), engine), socket);
         std::vector<std::string> datagrams;
         for (const SentDatagram& datagram : socket.sent)
             datagrams.push_back(datagram.bytes);
@@ -42,16 +36,6 @@ TEST_F(ServerQuery, AsksNothingOfAnEngineThatItDoesNotKnow) {
         EXPECT_THAT(SentTo(engine), IsEmpty()) << engine;
 }
 
-TEST_F(ServerQuery, AsksNothingWithoutAGame) {
-    FakeUdpSocket socket(fake.clock, fake.events, fake.hosts);
-    socket.RemoteHost = "127.0.0.1";
-    socket.RemotePort = 27960;
-    program.CurrentGame = "fav1";
-    SendServerQuery(program, socket);
-    EXPECT_THAT(socket.sent, IsEmpty());
-    EXPECT_THAT(Logged(), IsEmpty());
-}
-
 class BrokenSocket : public FakeUdpSocket {
   public:
     using FakeUdpSocket::FakeUdpSocket;
@@ -59,9 +43,8 @@ class BrokenSocket : public FakeUdpSocket {
 };
 
 TEST_F(ServerQuery, ASocketThatFailsIsLoggedAndNotShown) {
-    SentTo("q3");
     BrokenSocket socket(fake.clock, fake.events, fake.hosts);
-    SendServerQuery(program, socket);
+    SendServerQuery(*program.AppLog, &StandardEngines().front(), socket);
     EXPECT_THAT(Logged(), ElementsAre("modGamQuery;SendServerQuery;57"));
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }

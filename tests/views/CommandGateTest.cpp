@@ -10,7 +10,7 @@
 namespace quarn {
 namespace {
 
-using Kind = CommandGate::Kind;
+using Kind = CommandKind;
 
 class CommandGateTest : public ::testing::Test {
   protected:

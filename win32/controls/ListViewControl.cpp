@@ -5,8 +5,7 @@
 
 namespace quarn {
 
-void ListViewControl::Create(HWND parent, int id, const char* name, Selection selection, Dpi dpi,
-                             std::initializer_list<ColumnShape> shapes) {
+void ListViewControl::Create(HWND parent, int id, const char* name, Selection selection, Dpi dpi) {
     const DWORD several = selection == Selection::OneRow ? LVS_SINGLESEL : 0;
     Control::Create(
         parent, {WC_LISTVIEWA, name,
@@ -16,17 +15,18 @@ void ListViewControl::Create(HWND parent, int id, const char* name, Selection se
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, extended, static_cast<LPARAM>(extended));
 
     dpi_ = dpi;
-    shapes_ = shapes;
-    shownHeaderIcons_.resize(shapes_.size());
-    for (std::size_t index = 0; index < shapes_.size(); ++index) {
-        std::string text = model_.columns[static_cast<std::int32_t>(index) + 1].text;
+    const std::int32_t columns = model_.columns.HighestIndex();
+    shownHeaderIcons_.resize(static_cast<std::size_t>(columns));
+    for (std::int32_t number = 1; number <= columns; ++number) {
+        const ListColumn& shown = model_.columns[number];
+        std::string text = shown.text;
         LVCOLUMNA column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
-        column.fmt = shapes_[index].rightAligned ? LVCFMT_RIGHT : LVCFMT_LEFT;
-        column.cx = dpi_.Scaled(shapes_[index].width);
+        column.fmt = shown.alignment == Alignment::Right ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        column.cx = dpi_.ToPixels(shown.width);
         column.pszText = text.data();
-        column.iSubItem = static_cast<int>(index);
-        Send(LVM_INSERTCOLUMNA, index, &column);
+        column.iSubItem = number - 1;
+        Send(LVM_INSERTCOLUMNA, static_cast<WPARAM>(number - 1), &column);
     }
 }
 
@@ -37,12 +37,12 @@ void ListViewControl::SetImages(const Images& images, Pictures pictures) {
     if (paintsCellPictures_)
         Send(LVM_SETIMAGELIST, LVSIL_SMALL, list);
     SendMessageA(Header(), HDM_SETIMAGELIST, HDSIL_NORMAL, list);
-    for (std::size_t index = 0; index < shapes_.size(); ++index)
-        ShowHeader(static_cast<std::int32_t>(index) + 1);
+    for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column)
+        ShowHeader(column);
 }
 
 void ListViewControl::ChangeDpi(Dpi dpi) {
-    for (std::size_t index = 0; index < shapes_.size(); ++index) {
+    for (std::size_t index = 0; index < shownHeaderIcons_.size(); ++index) {
         const int width = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, index));
         Send(LVM_SETCOLUMNWIDTH, index, MulDiv(width, dpi.Value(), dpi_.Value()));
     }
@@ -107,7 +107,7 @@ void ListViewControl::Flush() {
 }
 
 void ListViewControl::FlushHeaders() {
-    for (std::size_t index = 0; index < shapes_.size(); ++index) {
+    for (std::size_t index = 0; index < shownHeaderIcons_.size(); ++index) {
         const auto column = static_cast<std::int32_t>(index) + 1;
         if (model_.columns[column].headerIcon != shownHeaderIcons_[index])
             ShowHeader(column);
@@ -117,12 +117,13 @@ void ListViewControl::FlushHeaders() {
 void ListViewControl::ShowHeader(std::int32_t column) {
     const auto index = static_cast<std::size_t>(column) - 1;
     const std::string& icon = model_.columns[column].headerIcon;
+    const bool isRight = model_.columns[column].alignment == Alignment::Right;
     HDITEMA header{};
     header.mask = HDI_FORMAT | HDI_IMAGE;
-    header.fmt = HDF_STRING | (shapes_[index].rightAligned ? HDF_RIGHT : HDF_LEFT);
+    header.fmt = HDF_STRING | (isRight ? HDF_RIGHT : HDF_LEFT);
     header.iImage = ImageOf(icon);
     if (header.iImage >= 0)
-        header.fmt |= HDF_IMAGE | (shapes_[index].rightAligned ? 0 : HDF_BITMAP_ON_RIGHT);
+        header.fmt |= HDF_IMAGE | (isRight ? 0 : HDF_BITMAP_ON_RIGHT);
     SendMessageA(Header(), HDM_SETITEMA, index, reinterpret_cast<LPARAM>(&header));
     shownHeaderIcons_[index] = icon;
 }

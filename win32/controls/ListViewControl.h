@@ -10,8 +10,6 @@
 #include "win32/controls/Control.h"
 
 #include <functional>
-#include <initializer_list>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,18 +19,11 @@ class ListViewControl final : public Control {
   public:
     enum class Selection { OneRow, SeveralRows };
 
-    struct ColumnShape {
-        int width; // in pixels of 96 to an inch
-        bool rightAligned = false;
-    };
-
     // Typing a text searches the column of this number, from 1, for a row that starts with it.
     ListViewControl(ListView& model, std::int32_t searchColumn) noexcept
         : model_(model), searchColumn_(searchColumn) {}
 
-    // One shape for each column of the model.
-    void Create(HWND parent, int id, const char* name, Selection selection, Dpi dpi,
-                std::initializer_list<ColumnShape> shapes);
+    void Create(HWND parent, int id, const char* name, Selection selection, Dpi dpi);
 
     // The pictures of rows, cells and headers. Without pictures of rows the list keeps no room for them. A
     // cell's picture stands behind its text, which has two letters: the code of a country.
@@ -87,7 +78,6 @@ class ListViewControl final : public Control {
     ListView& model_;
     std::int32_t searchColumn_;
     Dpi dpi_ = Dpi(96);
-    std::vector<ColumnShape> shapes_;
     const Images* images_ = nullptr;
     bool paintsCellPictures_ = false;
     std::vector<std::string> shownHeaderIcons_;

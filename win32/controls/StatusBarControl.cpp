@@ -9,12 +9,7 @@ namespace {
 
 // In pixels of 96 to an inch.
 constexpr int BarHeight = 28;
-constexpr int ProgressWidth = 180;
-constexpr int CountWidth = 130;
-constexpr int LockKeyWidth = 48;
 constexpr int GripWidth = 18;
-
-constexpr std::int32_t ProgressPanelNumber = 2;
 
 struct LockKey {
     int key;
@@ -30,12 +25,6 @@ LockKey LockKeyOf(StatusPanel::Kind kind) noexcept {
     default:
         return {VK_SCROLL, "SCRL"};
     }
-}
-
-int WidthOf(const StatusPanel& panel, std::int32_t number) noexcept {
-    if (panel.kind != StatusPanel::Kind::Text)
-        return LockKeyWidth;
-    return number == ProgressPanelNumber ? ProgressWidth : CountWidth;
 }
 
 } // namespace
@@ -61,32 +50,13 @@ void StatusBarControl::ReadLockKeys() noexcept {
 
 // The bar's own tooltips appear only where a text is cut.
 void StatusBarControl::AddToolTips() {
-    toolTips_ =
-        CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0,
-                        0, 0, 0, GetParent(Handle()), nullptr, GetModuleHandleA(nullptr), nullptr);
-    for (std::int32_t panel = 1; panel <= model_.panels.HighestIndex(); ++panel) {
-        std::string text = model_.panels[panel].toolTip;
-        if (text.empty())
-            continue;
-        TTTOOLINFOA tool{};
-        tool.cbSize = sizeof tool;
-        tool.uFlags = TTF_SUBCLASS;
-        tool.hwnd = Handle();
-        tool.uId = static_cast<UINT_PTR>(panel);
-        tool.lpszText = text.data();
-        SendMessageA(toolTips_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
-    }
+    for (std::int32_t panel = 1; panel <= model_.panels.HighestIndex(); ++panel)
+        if (const std::string& text = model_.panels[panel].toolTip; !text.empty())
+            toolTips_.AddArea(Handle(), static_cast<UINT_PTR>(panel), text);
 }
 
 void StatusBarControl::CoverPanel(std::int32_t panel, HWND by) {
-    std::string text = model_.panels[panel].toolTip;
-    TTTOOLINFOA tool{};
-    tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_SUBCLASS | TTF_IDISHWND;
-    tool.hwnd = Handle();
-    tool.uId = reinterpret_cast<UINT_PTR>(by);
-    tool.lpszText = text.data();
-    SendMessageA(toolTips_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+    toolTips_.AddControl(Handle(), by, model_.panels[panel].toolTip);
 }
 
 void StatusBarControl::SetLook(Dpi dpi, HFONT font) {
@@ -101,7 +71,7 @@ void StatusBarControl::Dock() {
     Report();
 }
 
-// The first panel takes what the others leave.
+// A panel without a width of its own takes what the others leave.
 void StatusBarControl::Divide() {
     RECT inner{};
     GetClientRect(Handle(), &inner);
@@ -109,7 +79,7 @@ void StatusBarControl::Divide() {
     int edge = static_cast<int>(inner.right) - dpi_.Scaled(GripWidth);
     for (std::int32_t panel = model_.panels.HighestIndex(); panel >= 1; --panel) {
         rightEdges[static_cast<std::size_t>(panel) - 1] = std::max(edge, 0);
-        edge -= dpi_.Scaled(WidthOf(model_.panels[panel], panel));
+        edge -= dpi_.ToPixels(model_.panels[panel].designWidth);
     }
     Send(SB_SETPARTS, rightEdges.size(), rightEdges.data());
 }
@@ -125,13 +95,7 @@ void StatusBarControl::Report() {
         Send(SB_GETRECT, static_cast<WPARAM>(panel - 1), &bounds);
         model_.panels[panel].left = dpi_.ToTwips(bounds.left);
         model_.panels[panel].width = dpi_.ToTwips(bounds.right - bounds.left);
-
-        TTTOOLINFOA tool{};
-        tool.cbSize = sizeof tool;
-        tool.hwnd = Handle();
-        tool.uId = static_cast<UINT_PTR>(panel);
-        tool.rect = bounds;
-        SendMessageA(toolTips_, TTM_NEWTOOLRECTA, 0, reinterpret_cast<LPARAM>(&tool));
+        toolTips_.MoveArea(Handle(), static_cast<UINT_PTR>(panel), bounds);
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "controls/StatusBar.h"
 #include "win32/Dpi.h"
+#include "win32/ToolTips.h"
 #include "win32/controls/Control.h"
 
 #include <string>
@@ -16,8 +17,9 @@ class StatusBarControl final : public Control {
   public:
     explicit StatusBarControl(StatusBar& model) noexcept : model_(model) {}
 
-    // What a control that covers a panel shows as its own tooltip is the panel's.
     void Create(HWND parent, int id);
+
+    // Gives a child control that covers a panel the panel's tooltip.
     void CoverPanel(std::int32_t panel, HWND by);
 
     void SetLook(Dpi dpi, HFONT font);
@@ -39,7 +41,7 @@ class StatusBarControl final : public Control {
 
     StatusBar& model_;
     Dpi dpi_ = Dpi(96);
-    HWND toolTips_ = nullptr; // owned by the bar's parent window
+    ToolTips toolTips_;
     std::vector<std::string> shownTexts_;
     std::vector<bool> lockKeysOn_; // by panel
 };

@@ -1,7 +1,9 @@
 #include "win32/controls/ToolbarControl.h"
 
+#include "win32/Canvas.h"
+
 #include <commctrl.h>
-#include <initializer_list>
+#include <utility>
 
 namespace quarn {
 
@@ -12,25 +14,6 @@ constexpr int PictureSize = 32;
 constexpr int ButtonWidth = 72;
 constexpr int ButtonHeight = 60;
 constexpr int BarHeight = 66; // buttons, room above and below, edge
-
-struct Label {
-    const char* key;
-    const char* text;
-};
-
-constexpr Label Labels[] = {
-    {"querymaster", "Renew"}, {"refreshall", "Refresh all"}, {"refresh", "Refresh"},    {"stop", "Stop"},
-    {"join", "Join"},         {"monitor", "Monitor"},        {"favorites", "Favorites"}};
-
-constexpr std::initializer_list<const char*> PictureKeys = {"querymaster", "refreshall", "refresh",  "stop",
-                                                            "join",        "monitor",    "favorites"};
-
-std::string LabelOf(const std::string& key) {
-    for (const Label& label : Labels)
-        if (key == label.key)
-            return label.text;
-    return key;
-}
 
 } // namespace
 
@@ -47,14 +30,13 @@ void ToolbarControl::Create(HWND parent, int id, int firstCommand) {
 void ToolbarControl::AddButtons() {
     for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position) {
         const ToolbarButton& button = model_.buttons[position];
-        const std::string label = LabelOf(button.key);
         TBBUTTON added{};
         added.idCommand = firstCommand_ + position;
         added.iBitmap = I_IMAGENONE;
         added.fsStyle = button.key.empty() ? BTNS_SEP : BTNS_BUTTON | BTNS_NOPREFIX;
         added.fsState = TBSTATE_ENABLED;
         if (!button.key.empty())
-            added.iString = reinterpret_cast<INT_PTR>(label.c_str());
+            added.iString = reinterpret_cast<INT_PTR>(button.label.c_str());
         Send(TB_ADDBUTTONSA, 1, &added);
         shownEnabled_.push_back(true);
     }
@@ -64,8 +46,12 @@ void ToolbarControl::SetLook(Dpi dpi, HFONT font) {
     dpi_ = dpi;
     SetFont(font);
     // The control keeps the lists that are set; only then may the old ones go.
-    Images pictures(dpi_.Scaled(PictureSize), PictureKeys);
-    Images disabled(dpi_.Scaled(PictureSize), PictureKeys, Images::Look::Disabled);
+    std::vector<std::string> keys;
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position)
+        if (const std::string& key = model_.buttons[position].key; !key.empty())
+            keys.push_back(key);
+    Images pictures(dpi_.Scaled(PictureSize), keys);
+    Images disabled(dpi_.Scaled(PictureSize), keys, Images::Look::Disabled);
     Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures.Handle()));
     Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabled.Handle()));
     pictures_ = std::move(pictures);
@@ -135,9 +121,8 @@ Answer ToolbarControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const LRESULT answer = PassOn(message, wParam, lParam);
     RECT inner{};
     GetClientRect(Handle(), &inner);
-    const HDC canvas = GetDC(Handle());
-    DrawEdge(canvas, &inner, EDGE_ETCHED, BF_BOTTOM);
-    ReleaseDC(Handle(), canvas);
+    const Canvas canvas(Handle());
+    DrawEdge(canvas.Handle(), &inner, EDGE_ETCHED, BF_BOTTOM);
     return answer;
 }
 

@@ -1,13 +1,11 @@
 #include "win32/desktop/HelpViewerWin.h"
 
-#include "win32/FunctionAddress.h"
-#include "win32/SystemLibrary.h"
+#include "win32/Libraries.h"
 
 namespace quarn {
 
 HelpViewerWin::HtmlHelpFunction* HelpViewerWin::Load() noexcept {
-    const HMODULE library = LoadSystemLibrary("hhctrl.ocx");
-    return library == nullptr ? nullptr : FunctionAddress<HtmlHelpFunction>(library, "HtmlHelpA");
+    return SystemFunction<HtmlHelpFunction>("hhctrl.ocx", "HtmlHelpA");
 }
 
 bool HelpViewerWin::HtmlHelp(WindowReference caller, const std::string& file, HelpCommand command,

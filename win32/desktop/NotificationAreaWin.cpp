@@ -1,5 +1,6 @@
 #include "win32/desktop/NotificationAreaWin.h"
 
+#include "win32/Canvas.h"
 #include "win32/SystemError.h"
 #include "win32/UncaughtErrors.h"
 
@@ -40,10 +41,7 @@ WindowReference NotificationAreaWin::AddPictureBox(WindowReference parent, Mouse
 }
 
 double NotificationAreaWin::TwipsPerPixelX() const {
-    const HDC screen = GetDC(nullptr);
-    const int dotsPerInch = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
-    return TwipsPerInch / dotsPerInch;
+    return TwipsPerInch / GetDeviceCaps(Canvas::OfScreen().Handle(), LOGPIXELSX);
 }
 
 LRESULT CALLBACK NotificationAreaWin::PictureBoxProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,

@@ -1,11 +1,28 @@
 #include "win32/desktop/ProfileFilesWin.h"
 
-#include "win32/FullPath.h"
 #include "win32/WindowsHeaders.h"
 
 #include <algorithm>
 
 namespace quarn {
+
+namespace {
+
+// The absolute form of a path: the profile calls look for a bare file name in the Windows folder. A path that
+// the system does not understand is returned as it is.
+std::string FullPath(const std::string& path) {
+    const DWORD needed = GetFullPathNameA(path.c_str(), 0, nullptr, nullptr);
+    if (needed == 0)
+        return path;
+    std::string full(needed, '\0');
+    const DWORD length = GetFullPathNameA(path.c_str(), needed, full.data(), nullptr);
+    if (length == 0 || length >= needed)
+        return path;
+    full.resize(length);
+    return full;
+}
+
+} // namespace
 
 std::int32_t ProfileFilesWin::ReadInteger(const std::string& path, const std::string& section,
                                           const std::string& key, std::int32_t missing) const {

@@ -1,10 +1,9 @@
 #include "win32/desktop/PromptsWin.h"
 
 #include "base/RunTimeError.h"
-#include "win32/FunctionAddress.h"
+#include "win32/Libraries.h"
 #include "win32/SystemError.h"
-#include "win32/SystemLibrary.h"
-#include "win32/desktop/InputBox.h"
+#include "win32/dialogs/InputBox.h"
 
 #include <algorithm>
 #include <commdlg.h>
@@ -79,11 +78,9 @@ std::string PromptsWin::RunSaveFileBox(const std::string& title, const std::stri
     dialog.Flags =
         OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
     // Loaded when it is first needed: it would take a twentieth of the start.
-    const HMODULE library = LoadSystemLibrary("comdlg32.dll");
-    if (library == nullptr)
-        ThrowLastError();
-    const auto ask = FunctionAddress<decltype(GetSaveFileNameA)>(library, "GetSaveFileNameA");
-    const auto lastError = FunctionAddress<decltype(CommDlgExtendedError)>(library, "CommDlgExtendedError");
+    const auto ask = SystemFunction<decltype(GetSaveFileNameA)>("comdlg32.dll", "GetSaveFileNameA");
+    const auto lastError =
+        SystemFunction<decltype(CommDlgExtendedError)>("comdlg32.dll", "CommDlgExtendedError");
     if (ask == nullptr || lastError == nullptr)
         ThrowLastError();
     if (ask(&dialog))

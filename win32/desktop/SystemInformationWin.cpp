@@ -1,6 +1,6 @@
 #include "win32/desktop/SystemInformationWin.h"
 
-#include "win32/FunctionAddress.h"
+#include "win32/Libraries.h"
 #include "win32/SystemError.h"
 
 #include <commctrl.h>
@@ -19,11 +19,8 @@ OsVersion SystemInformationWin::WindowsVersion() const {
 }
 
 DllVersion SystemInformationWin::ShellLightWeightVersion() const {
-    const ModuleHandle library(LoadLibraryExA("shlwapi.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
-    if (!library)
-        ThrowLastError();
     const auto dllGetVersion =
-        FunctionAddress<std::remove_pointer_t<DLLGETVERSIONPROC>>(library.Get(), "DllGetVersion");
+        SystemFunction<std::remove_pointer_t<DLLGETVERSIONPROC>>("shlwapi.dll", "DllGetVersion");
     DLLVERSIONINFO version{};
     version.cbSize = sizeof version;
     if (dllGetVersion == nullptr || FAILED(dllGetVersion(&version)))

@@ -3,10 +3,21 @@
 namespace quarn {
 
 WindowsDesktop::WindowsDesktop()
-    : peers_(owner_), prompts_(owner_), shell_(owner_), interfaces_{clock_,         events_,   files_,
-                                                                    help_,          hosts_,    locale_,
-                                                                    notifications_, peers_,    profiles_,
-                                                                    prompts_,       registry_, shell_,
-                                                                    system_} {}
+    : peers_(owner_),
+      prompts_(owner_),
+      shell_(owner_),
+      interfaces_{.clock = clock_,
+                  .events = events_,
+                  .files = files_,
+                  .help = help_,
+                  .hosts = hosts_,
+                  .locale = locale_,
+                  .notifications = notifications_,
+                  .peers = peers_,
+                  .profiles = profiles_,
+                  .prompts = prompts_,
+                  .registry = registry_,
+                  .shell = shell_,
+                  .system = system_} {}
 
 } // namespace quarn

@@ -54,10 +54,11 @@ void GameSetupDialog::SelectGame(int index) noexcept {
 }
 
 void GameSetupDialog::AddToolTips() {
-    toolTips_.Add(Handle(), ID_txtPath, "Path to local game executable");
-    toolTips_.Add(Handle(), ID_txtConfig, "Specific config file to be used for the game");
-    toolTips_.Add(Handle(), ID_txtName, "Player name to be used for the game");
-    toolTips_.Add(Handle(), ID_chkVisible, "Show in game list, even if no executable was found");
+    const auto add = [this](int id, const char* text) { toolTips_.AddControl(Handle(), Item(id), text); };
+    add(ID_txtPath, "Path to local game executable");
+    add(ID_txtConfig, "Specific config file to be used for the game");
+    add(ID_txtName, "Player name to be used for the game");
+    add(ID_chkVisible, "Show in game list, even if no executable was found");
 }
 
 void GameSetupDialog::ShowFields() {

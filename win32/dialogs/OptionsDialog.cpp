@@ -19,7 +19,8 @@ void OptionsDialog::OnInit() {
     AddTabs();
     AddPages();
     FillNumFavorites();
-    toolTips_.Add(scanning_.Handle(), ID_txtScanPingTimeout, "Maximum waiting time for a server reply");
+    toolTips_.AddControl(scanning_.Handle(), scanning_.Item(ID_txtScanPingTimeout),
+                         "Maximum waiting time for a server reply");
     ShowFields();
     ShowTab(General);
 }

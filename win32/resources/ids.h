@@ -115,6 +115,10 @@
 #define ID_LayoutLine1 3316
 #define ID_LayoutLine2 3317
 
+/* The input box */
+#define ID_lblInputPrompt 3501
+#define ID_txtInput 3502
+
 #define ID_sstOptions 3401
 #define ID_fraGenWindow 3402
 #define ID_chkMinToTray 3403

@@ -15,9 +15,9 @@ class ToolbarControlTest : public testing::Test {
   protected:
     ToolbarControlTest() {
         model.buttons.Reset(4);
-        model.buttons[1] = {"refresh", "Refresh selected server(s)", true};
-        model.buttons[3] = {"stop", "Stop current operation", false};
-        model.buttons[4] = {"join", "Join server as player", true};
+        model.buttons[1] = {.key = "refresh", .label = "Refresh", .toolTip = "Refresh selected server(s)", .enabled = true};
+        model.buttons[3] = {.key = "stop", .label = "Stop", .toolTip = "Stop current operation", .enabled = false};
+        model.buttons[4] = {.key = "join", .label = "Join", .toolTip = "Join server as player", .enabled = true};
         control.Create(host.Handle(), 1, FirstCommand);
         control.SetLook(Dpi(96), nullptr);
         control.Dock();

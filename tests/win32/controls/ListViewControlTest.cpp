@@ -14,11 +14,10 @@ class ListViewControlTest : public testing::Test {
   protected:
     ListViewControlTest() {
         model.columns.Reset(3);
-        model.columns[1].text = "";
-        model.columns[2].text = "Address";
-        model.columns[3].text = "Name";
-        control.Create(host.Handle(), 1, "Servers", ListViewControl::Selection::SeveralRows, Dpi(96),
-                       {{30}, {100}, {200}});
+        model.columns[1] = {.width = 450};
+        model.columns[2] = {.text = "Address", .width = 1500};
+        model.columns[3] = {.text = "Name", .width = 3000};
+        control.Create(host.Handle(), 1, "Servers", ListViewControl::Selection::SeveralRows, Dpi(96));
         control.MoveTo({0, 0, 600, 400});
         host.Watch(control);
     }

@@ -4,7 +4,7 @@
 #include "tests/win32/harness/OwnerTestWindow.h"
 #include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/desktop/FilesWin.h"
-#include "win32/resources/inputbox.h"
+#include "win32/resources/ids.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
@@ -118,10 +118,10 @@ TEST_F(PromptsWinTest, AsksForAText) {
     std::string prompt, title, before;
     const auto typed = Answered({[&](HWND box) {
                                     title = BoxDriver::TextOf(box);
-                                    prompt = BoxDriver::TextOf(box, IDC_INPUTBOX_PROMPT);
-                                    before = BoxDriver::TextOf(box, IDC_INPUTBOX_TEXT);
-                                    EXPECT_EQ(GetFocus(), GetDlgItem(box, IDC_INPUTBOX_TEXT));
-                                    SetDlgItemTextA(box, IDC_INPUTBOX_TEXT, " My & \xE4 folder ");
+                                    prompt = BoxDriver::TextOf(box, ID_lblInputPrompt);
+                                    before = BoxDriver::TextOf(box, ID_txtInput);
+                                    EXPECT_EQ(GetFocus(), GetDlgItem(box, ID_txtInput));
+                                    SetDlgItemTextA(box, ID_txtInput, " My & \xE4 folder ");
                                     BoxDriver::Press(box, IDOK);
                                 }},
                                 [&] { return prompts.AskText("Enter a new && name:", "Change name"); });
@@ -135,8 +135,8 @@ TEST_F(PromptsWinTest, EnterIsOkAndEscapeIsCancel) {
     const auto ask = [&] { return prompts.AskText("Name:", "Title"); };
     const auto typeAndPress = [](WPARAM key) {
         return [key](HWND box) {
-            SetDlgItemTextA(box, IDC_INPUTBOX_TEXT, "typed");
-            BoxDriver::PressKey(GetDlgItem(box, IDC_INPUTBOX_TEXT), key);
+            SetDlgItemTextA(box, ID_txtInput, "typed");
+            BoxDriver::PressKey(GetDlgItem(box, ID_txtInput), key);
         };
     };
     EXPECT_EQ(Answered({typeAndPress(VK_RETURN)}, ask), "typed");

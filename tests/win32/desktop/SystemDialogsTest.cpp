@@ -4,7 +4,7 @@
 
 #include "tests/win32/harness/OwnerTestWindow.h"
 #include "tests/win32/harness/ReplacedImport.h"
-#include "win32/FunctionAddress.h"
+#include "win32/Libraries.h"
 
 #include <algorithm>
 #include <commdlg.h>

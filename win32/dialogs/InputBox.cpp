@@ -1,7 +1,7 @@
-#include "win32/desktop/InputBox.h"
+#include "win32/dialogs/InputBox.h"
 
 #include "win32/Dialog.h"
-#include "win32/resources/inputbox.h"
+#include "win32/resources/ids.h"
 
 namespace quarn {
 
@@ -17,10 +17,10 @@ class InputBox final : public Dialog {
   private:
     void OnInit() override {
         SetWindowTextA(Handle(), title_.c_str());
-        SetItemText(IDC_INPUTBOX_PROMPT, prompt_);
+        SetItemText(ID_lblInputPrompt, prompt_);
     }
     void OnOK() override {
-        text_ = ItemText(IDC_INPUTBOX_TEXT);
+        text_ = ItemText(ID_txtInput);
         Close(IDOK);
     }
 

@@ -1,8 +1,17 @@
-#include "win32/SystemLibrary.h"
+#include "win32/Libraries.h"
 
 #include <cstdio>
 
 namespace quarn {
+
+void RestrictLibrarySearch() noexcept {
+    // Looked up at run time: Windows 7 has it only since one of its updates.
+    const auto setDirectories =
+        FunctionAddress<BOOL WINAPI(DWORD)>(GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories");
+    if (setDirectories != nullptr)
+        setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    SetDllDirectoryA("");
+}
 
 HMODULE LoadSystemLibrary(const char* fileName) noexcept {
     char folder[MAX_PATH];

@@ -1,4 +1,4 @@
-#include "win32/DllSearch.h"
+#include "win32/Libraries.h"
 
 #include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/Handles.h"
@@ -9,7 +9,7 @@
 namespace quarn {
 namespace {
 
-TEST(DllSearchTest, LibrariesOfTheCurrentFolderAreNotLoadedAnyMore) {
+TEST(LibrariesTest, LibrariesOfTheCurrentFolderAreNotLoadedAnyMore) {
     // Any program image can be loaded as a library; this one is at hand.
     char own[1024];
     GetModuleFileNameA(nullptr, own, sizeof own);
@@ -20,7 +20,7 @@ TEST(DllSearchTest, LibrariesOfTheCurrentFolderAreNotLoadedAnyMore) {
     SetCurrentDirectoryA(folder.Path().c_str());
 
     EXPECT_TRUE(ModuleHandle(LoadLibraryA("planted.dll")));
-    RestrictDllSearch();
+    RestrictLibrarySearch();
     EXPECT_FALSE(ModuleHandle(LoadLibraryA("planted.dll")));
     EXPECT_TRUE(ModuleHandle(LoadLibraryA("winmm.dll"))); // the system's are found
 
