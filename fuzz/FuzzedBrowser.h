@@ -26,10 +26,6 @@ class FuzzedBrowser : public HeadlessBrowser {
     // A box or dialog takes the mouse and the keyboard away from the window.
     bool UserCanAct() const;
 
-    // One of the rows, the tree's nodes; 0 and "" where there is none.
-    std::int32_t AnyRow(std::int32_t number);
-    std::string AnyNode(std::int32_t number);
-
     // From now on rows may show what is not in the list any more, until another list is shown.
     void NoteStaleRows();
 
@@ -40,20 +36,17 @@ class FuzzedBrowser : public HeadlessBrowser {
     // A file that comes from elsewhere.
     void PutFile(const std::string& path, std::string content);
 
-    bool answer = true;          // to every question
-    std::string text = "Name";   // into every box that asks for one
-    std::int32_t boxOpenFor = 0; // milliseconds that a box stays open
+    bool answer = true;        // to every question
+    std::string text = "Name"; // the answer to every prompt for a text
+    std::int32_t openFor = 0;  // milliseconds that prompts and dialogs stay open
 
   private:
     void Step(ByteScript& script);
-    void BeforeBoxEnds();
+    void BeforePromptEnds();
     void StopWhenItTakesTooLong();
     void RequireSound();
-    void RequireRowsOfTheList();
     void RequireBounds();
-    void RequireAtRest();
     void RequireEnd();
-    void RequireWholeFiles();
 
     std::deque<std::string> nextReplies_;
     std::map<std::string, std::string> foreignFiles_; // content by path

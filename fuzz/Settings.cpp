@@ -18,7 +18,6 @@ constexpr std::int32_t Games = 2;
 constexpr std::size_t LongestText = 254;
 
 void PrepareGames(ProgramState& program) {
-    program.AppPath = "C:\\Quarn\\";
     program.GameNum = Games;
     program.GamePath.Reset(Games);
     program.GameConfig.Reset(Games);
@@ -70,6 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     SaveSettings(program, fuzzed.fake.desktop);
     Require(!fuzzed.fake.files.Has(path + ".new"), "the copy has become the file");
     ProgramState again;
+    again.AppPath = program.AppPath;
     PrepareGames(again);
     LoadSettings(again, fuzzed.fake.desktop);
     Require(Numbers(again) == Numbers(program), "the numbers written are the numbers read");

@@ -68,6 +68,9 @@ class HeadlessBrowser {
         return "C:\\Quarn\\servers-" + listName + ".dat";
     }
 
+    // `count` addresses "127.0.block.n:27960".
+    static std::vector<std::string> Block(int block, int count);
+
     // "127.0.1.n:27960" for n from 1; with a server that answers under the name "Live n" when asked for.
     static std::vector<std::string> Addresses(std::int32_t count);
     void PutServers(const std::vector<std::string>& addresses,
@@ -78,6 +81,8 @@ class HeadlessBrowser {
     std::string Message() { return Status(MessagePanel); }
     std::string Count() { return Status(CountPanel); }
     std::int32_t RowCount() { return Controls().lvwServers.RowCount(); }
+    // The row after this many, counted around; negative numbers count from the last row. 0 if there are none.
+    std::int32_t AnyRow(std::int32_t number);
     std::string Cell(std::int32_t row, std::int32_t subItem);
     std::vector<std::string> Column(std::int32_t subItem);
     std::vector<std::string> Tags();

@@ -1,6 +1,7 @@
 #pragma once
 
-// A program state with its log, on a desktop in memory: what one routine or form needs, without the main form.
+// A program state with its log, on a desktop in memory: what one routine or form needs, without the main
+// form.
 
 #include "core/modDefinitions.h"
 #include "support/clsAppLog.h"
@@ -27,6 +28,15 @@ class HeadlessProgram {
 
     FakeDesktop fake;
     ProgramState program;
+};
+
+// With one server in its list, at index 1, to parse replies into.
+class OneServerProgram : public HeadlessProgram {
+  public:
+    OneServerProgram() {
+        program.Servers.Reset(1);
+        program.ServerCount = 1;
+    }
 };
 
 } // namespace quarn
