@@ -5,7 +5,7 @@
 namespace quarn {
 namespace {
 
-TEST(DateTime, CountsSecondsFromTheZeroDay) {
+TEST(DateTimeTest, CountsSecondsFromTheZeroDay) {
     const struct {
         CalendarTime calendar;
         std::int64_t seconds;
@@ -27,7 +27,7 @@ TEST(DateTime, CountsSecondsFromTheZeroDay) {
         EXPECT_EQ(DateTime::From(c.calendar).seconds, c.seconds) << c.calendar.year;
 }
 
-TEST(DateTime, GivesBackTheCalendarOfEveryDay) {
+TEST(DateTimeTest, GivesBackTheCalendarOfEveryDay) {
     CalendarTime previous = DateTime{-800LL * 365 * 86400}.Calendar();
     for (std::int64_t day = -800 * 365 + 1; day < 500 * 365; ++day) {
         const CalendarTime c = DateTime{day * 86400 + 3661}.Calendar();
@@ -44,7 +44,7 @@ TEST(DateTime, GivesBackTheCalendarOfEveryDay) {
 }
 
 // A damaged file may hold any number of seconds.
-TEST(DateTime, GivesBackTheCalendarAlsoFarFromOurTime) {
+TEST(DateTimeTest, GivesBackTheCalendarAlsoFarFromOurTime) {
     for (const int years : {-300000, -20000, -4000, -1900, 8000, 300000}) {
         const DateTime time{years * 31556952LL + 7};
         const CalendarTime c = time.Calendar();
@@ -53,7 +53,7 @@ TEST(DateTime, GivesBackTheCalendarAlsoFarFromOurTime) {
     }
 }
 
-TEST(DateTime, OrdersAsTimeDoes) {
+TEST(DateTimeTest, OrdersAsTimeDoes) {
     const DateTime earlier = DateTime::From({2025, 12, 31, 23, 59, 59});
     const DateTime later = DateTime::From({2026, 1, 1, 0, 0, 0});
     EXPECT_LT(earlier, later);
@@ -62,14 +62,14 @@ TEST(DateTime, OrdersAsTimeDoes) {
     EXPECT_FALSE(later.IsZero());
 }
 
-TEST(DateTime, WritesLogDatesWithAllTheirDigits) {
+TEST(DateTimeTest, WritesLogDatesWithAllTheirDigits) {
     EXPECT_EQ(LogDateText(DateTime::From({2005, 6, 21, 14, 3, 7})), "06/21/05 14:03:07");
     EXPECT_EQ(LogDateText(DateTime::From({2000, 1, 2, 0, 0, 0})), "01/02/00 00:00:00");
     EXPECT_EQ(LogDateText(DateTime::From({1999, 12, 31, 23, 59, 59})), "12/31/99 23:59:59");
     EXPECT_EQ(LogDateText(DateTime{}), "12/30/99 00:00:00");
 }
 
-TEST(DateTime, WritesSortableDatesOfEqualLength) {
+TEST(DateTimeTest, WritesSortableDatesOfEqualLength) {
     EXPECT_EQ(SortableDateText(DateTime::From({2005, 6, 21, 14, 3, 7})), "20050621140307");
     EXPECT_EQ(SortableDateText(DateTime::From({9999, 12, 31, 23, 59, 59})), "99991231235959");
     EXPECT_EQ(SortableDateText(DateTime{}), "18991230000000");

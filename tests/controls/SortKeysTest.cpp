@@ -44,17 +44,17 @@ void ExpectOrdered(const Texts& texts) {
         EXPECT_EQ(Sorted(texts, order), Expected(texts, order));
 }
 
-TEST(SortKeys, KeepTheOrderOfEqualKeysInBothDirections) {
+TEST(SortKeysTest, KeepTheOrderOfEqualKeysInBothDirections) {
     EXPECT_THAT(Sorted({"b", "a", "b", "a"}, SortOrder::Ascending), ElementsAre(1, 3, 0, 2));
     EXPECT_THAT(Sorted({"b", "a", "b", "a"}, SortOrder::Descending), ElementsAre(0, 2, 1, 3));
 }
 
-TEST(SortKeys, AreNoneAndOne) {
+TEST(SortKeysTest, AreNoneAndOne) {
     EXPECT_THAT(Sorted({}, SortOrder::Ascending), IsEmpty());
     EXPECT_THAT(Sorted({""}, SortOrder::Descending), ElementsAre(0));
 }
 
-TEST(SortKeys, CompareAsUnsignedBytesToTheirLastOne) {
+TEST(SortKeysTest, CompareAsUnsignedBytesToTheirLastOne) {
     const std::string stretch(16, 'x');
     const std::string zeros(16, '\0');
     const std::string alike(16 * 9, 'y');
@@ -68,7 +68,7 @@ TEST(SortKeys, CompareAsUnsignedBytesToTheirLastOne) {
 }
 
 // Letters of two kinds make many keys alike up to the edges of what is compared at once.
-TEST(SortKeys, AreOrderedAsAPlainSortOrdersThem) {
+TEST(SortKeysTest, AreOrderedAsAPlainSortOrdersThem) {
     std::mt19937 random(20261121);
     for (int round = 0; round < 300; ++round) {
         Texts texts(random() % 60);

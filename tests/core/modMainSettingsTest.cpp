@@ -43,7 +43,7 @@ constexpr NumberSettingCase Numbers[] = {
     {"Launcher", "QuitAfterStart", &ProgramState::QuitAfterStart, 0},
 };
 
-class SettingsTest : public ProgramTest {
+class modMainSettingsTest : public ProgramTest {
   protected:
     void SizeGames(std::int32_t count) {
         program.GameNum = count;
@@ -85,14 +85,14 @@ constexpr const char* FirstSave =
     "Name6=\r\nName7=\r\nName8=\r\nName9=\r\n"
     "[Launcher]\r\nQuitAfterStart=0\r\n";
 
-TEST_F(SettingsTest, AFirstRunHasTheDefaults) {
+TEST_F(modMainSettingsTest, AFirstRunHasTheDefaults) {
     SizeGames(2);
     LoadSettings(program, fake.desktop);
     ExpectDefaults();
     EXPECT_EQ(fake.files.TotalWrites(), 0);
 }
 
-TEST_F(SettingsTest, AMissingFileOverridesWhatWasSetBefore) {
+TEST_F(modMainSettingsTest, AMissingFileOverridesWhatWasSetBefore) {
     SizeGames(1);
     for (const auto& number : Numbers)
         program.*number.value = 77;
@@ -103,7 +103,7 @@ TEST_F(SettingsTest, AMissingFileOverridesWhatWasSetBefore) {
     ExpectDefaults();
 }
 
-TEST_F(SettingsTest, DamagedOrUnreadableFilesGiveTheDefaults) {
+TEST_F(modMainSettingsTest, DamagedOrUnreadableFilesGiveTheDefaults) {
     SizeGames(1);
     for (const char* text : {"", "\r\n", "[General]\r\n", "MinToTray=7\r\n", "[General\r\nMinToTray=7\r\n",
                              ";[General]\r\nMinToTray=7\r\n", "[Generals]\r\nMinToTray=7\r\n",
@@ -117,7 +117,7 @@ TEST_F(SettingsTest, DamagedOrUnreadableFilesGiveTheDefaults) {
     ExpectDefaults();
 }
 
-TEST_F(SettingsTest, ReadsEachNumberFromItsOwnKey) {
+TEST_F(modMainSettingsTest, ReadsEachNumberFromItsOwnKey) {
     for (const auto& number : Numbers) {
         Load(std::string("[") + number.section + "]\r\n" + number.key + "=123\r\n");
         for (const auto& other : Numbers)
@@ -126,7 +126,7 @@ TEST_F(SettingsTest, ReadsEachNumberFromItsOwnKey) {
     }
 }
 
-TEST_F(SettingsTest, ChecksNoValue) {
+TEST_F(modMainSettingsTest, ChecksNoValue) {
     for (const auto& number : Numbers) {
         for (const std::int32_t value : {0, -1, 10, 70000, 2147483647, -2147483647 - 1}) {
             Load(std::string("[") + number.section + "]\r\n" + number.key + "=" + std::to_string(value));
@@ -139,7 +139,7 @@ TEST_F(SettingsTest, ChecksNoValue) {
     }
 }
 
-TEST_F(SettingsTest, ReadsAllNineFolderNamesWhateverTheirNumber) {
+TEST_F(modMainSettingsTest, ReadsAllNineFolderNamesWhateverTheirNumber) {
     Load("[Favorites]\r\nNumber=1\r\nName1=Clan\r\nName2=Friends\r\nName9=Last\r\n");
     EXPECT_EQ(program.FavoritesNumber, 1);
     EXPECT_EQ(FavoriteName(program, 1), "Clan");
@@ -148,7 +148,7 @@ TEST_F(SettingsTest, ReadsAllNineFolderNamesWhateverTheirNumber) {
     EXPECT_EQ(FavoriteName(program, 0), "");
 }
 
-TEST_F(SettingsTest, ReadsTheSetupOfEachGameByItsPosition) {
+TEST_F(modMainSettingsTest, ReadsTheSetupOfEachGameByItsPosition) {
     SizeGames(12);
     Load("[Games]\r\nPath1=C:\\Arena\r\nConfig1=mine.cfg\r\nName1=Me\r\nVisible1=1\r\n"
          "Path12=D:\\Twelve\r\nVisible12=2\r\nPath13=beyond\r\n[Favorites]\r\nName1=Clan\r\n");
@@ -162,7 +162,7 @@ TEST_F(SettingsTest, ReadsTheSetupOfEachGameByItsPosition) {
     EXPECT_EQ(FavoriteName(program, 1), "Clan");
 }
 
-TEST_F(SettingsTest, CutsTextsTo254Characters) {
+TEST_F(modMainSettingsTest, CutsTextsTo254Characters) {
     SizeGames(1);
     const std::string longText(300, 'x');
     Load("[Games]\r\nPath1=" + longText + "\r\nConfig1=" + longText + "\r\nName1=" + longText +
@@ -172,11 +172,11 @@ TEST_F(SettingsTest, CutsTextsTo254Characters) {
         EXPECT_EQ(text, std::string(254, 'x'));
 }
 
-TEST_F(SettingsTest, TheFirstSaveWritesEveryKeyInItsOrder) {
+TEST_F(modMainSettingsTest, TheFirstSaveWritesEveryKeyInItsOrder) {
     EXPECT_EQ(Saved(), FirstSave);
 }
 
-TEST_F(SettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
+TEST_F(modMainSettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
     SizeGames(2);
     std::vector<std::string> written;
     std::istringstream lines(Saved());
@@ -192,7 +192,7 @@ TEST_F(SettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
     EXPECT_EQ(watched.keysRead, written);
 }
 
-TEST_F(SettingsTest, WritesTheSetupOfEveryGameAfterAllElse) {
+TEST_F(modMainSettingsTest, WritesTheSetupOfEveryGameAfterAllElse) {
     SizeGames(2);
     program.GamePath[1] = "C:\\Arena";
     program.GameConfig[1] = "mine.cfg";
@@ -204,7 +204,7 @@ TEST_F(SettingsTest, WritesTheSetupOfEveryGameAfterAllElse) {
                   "Path2=\r\nConfig2=\r\nName2=\r\nVisible2=0\r\n");
 }
 
-TEST_F(SettingsTest, WritesNumbersAsPlainDecimalText) {
+TEST_F(modMainSettingsTest, WritesNumbersAsPlainDecimalText) {
     program.WinTop = -2147483647 - 1;
     program.WinLeft = 2147483647;
     program.FavoritesNumber = 0;
@@ -213,7 +213,7 @@ TEST_F(SettingsTest, WritesNumbersAsPlainDecimalText) {
         EXPECT_NE(saved.find(line), std::string::npos) << line;
 }
 
-TEST_F(SettingsTest, ChangesValuesInPlaceAndLeavesWhatIsNotItsOwn) {
+TEST_F(modMainSettingsTest, ChangesValuesInPlaceAndLeavesWhatIsNotItsOwn) {
     SizeGames(3);
     fake.files.Put(SettingsFile, "; a remark\r\n[Launcher]\r\nQuitAfterStart=2\r\n[Mine]\r\nx=1\r\n"
                                  "[games]\r\nPath4=D:\\Four\r\npath1=old\r\n");
@@ -226,7 +226,7 @@ TEST_F(SettingsTest, ChangesValuesInPlaceAndLeavesWhatIsNotItsOwn) {
     EXPECT_EQ(saved.find("[Games]"), std::string::npos);
 }
 
-TEST_F(SettingsTest, WhatIsSavedComesBack) {
+TEST_F(modMainSettingsTest, WhatIsSavedComesBack) {
     SizeGames(2);
     std::int32_t next = 10;
     for (const auto& number : Numbers)
@@ -259,20 +259,20 @@ TEST_F(SettingsTest, WhatIsSavedComesBack) {
     }
 }
 
-TEST_F(SettingsTest, ReplaceTheFileInOneStep) {
+TEST_F(modMainSettingsTest, ReplaceTheFileInOneStep) {
     fake.files.Put(SettingsFile, "[General]\r\nWinTop=1\r\n");
     SaveSettings(program, fake.desktop);
     EXPECT_EQ(fake.files.Writes(SettingsFile), 1);
     EXPECT_EQ(fake.files.Paths(), std::vector<std::string>{SettingsFile});
 }
 
-TEST_F(SettingsTest, AFirstSaveForgetsTheLeftoverOfACrash) {
+TEST_F(modMainSettingsTest, AFirstSaveForgetsTheLeftoverOfACrash) {
     fake.files.Put(CopyFile, "[Left]\r\nover=1\r\n");
     EXPECT_EQ(Saved(), FirstSave);
     EXPECT_FALSE(fake.files.Has(CopyFile));
 }
 
-TEST_F(SettingsTest, AFailedSaveLeavesTheOldFileAndTellsNobody) {
+TEST_F(modMainSettingsTest, AFailedSaveLeavesTheOldFileAndTellsNobody) {
     const std::string before = "[General]\r\nWinTop=1\r\n";
     const std::string log = "C:\\Quarn\\Quarn.log";
     const auto expectUnchanged = [&] {

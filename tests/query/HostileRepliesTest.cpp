@@ -126,14 +126,14 @@ void ExpectBoundedParse(const NamedParser& parser, const Reply& reply) {
     EXPECT_THAT(ViolationsAfterDatagram(headless, reply.bytes.size()), IsEmpty());
 }
 
-TEST(HostileReply, IsParsedToItsEndByEveryParser) {
+TEST(HostileRepliesTest, IsParsedToItsEndByEveryParser) {
     for (const Reply& reply : HostileReplies()) {
         for (const NamedParser& parser : Parsers)
             ExpectBoundedParse(parser, reply);
     }
 }
 
-TEST(HostileReply, CutAtAnyByteIsParsedToItsEnd) {
+TEST(HostileRepliesTest, CutAtAnyByteIsParsedToItsEnd) {
     for (const Reply& reply : OrdinaryReplies()) {
         for (std::size_t length = 0; length <= reply.bytes.size(); ++length) {
             for (const NamedParser& parser : Parsers)
@@ -142,7 +142,7 @@ TEST(HostileReply, CutAtAnyByteIsParsedToItsEnd) {
     }
 }
 
-TEST(HostileReply, WithAnyByteChangedIsParsedToItsEnd) {
+TEST(HostileRepliesTest, WithAnyByteChangedIsParsedToItsEnd) {
     for (const Reply& reply : OrdinaryReplies()) {
         for (std::size_t position = 0; position < reply.bytes.size(); ++position) {
             for (const char byte : {'\0', '\n', ' ', '\\', '\xFF'}) {

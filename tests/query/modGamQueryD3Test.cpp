@@ -22,12 +22,12 @@ std::string Player(int client, int firstPingByte, int secondPingByte, const std:
     return Bytes({client, firstPingByte, secondPingByte, 0x40, 0x1F, 0, 0}) + name + '\0';
 }
 
-class Doom3Status : public StatusTest {
+class modGamQueryD3Test : public StatusTest {
   protected:
     void Parse(const std::string& datagram) { ParseD3EngineStatus(program, datagram, 1); }
 };
 
-TEST_F(Doom3Status, FillsTheRecordFromAnOrdinaryReply) {
+TEST_F(modGamQueryD3Test, FillsTheRecordFromAnOrdinaryReply) {
     Parse(Header + Pair("si_name", "^1Srv \"x\"") + Pair("si_version", "DOOM 1.3.1") +
           Pair("si_maxPlayers", "8") + Pair("gamename", "baseDOOM-1") + Pair("si_usePass", "1") +
           Pair("si_map", "game/mp/d3dm3") + End + Player(0, 0, 50, "^2Big\"Boss\"") +
@@ -43,13 +43,13 @@ TEST_F(Doom3Status, FillsTheRecordFromAnOrdinaryReply) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, ClearsOnlyTheName) {
+TEST_F(modGamQueryD3Test, ClearsOnlyTheName) {
     Parse(Header + Pair("si_map", "^1\"Map\"") + Pair("gamename", "^2\"Mod\"") + End + Tail);
     EXPECT_EQ(Server().Map, "^1\"Map\"");
     EXPECT_EQ(Server().ModName, "^2\"Mod\"");
 }
 
-TEST_F(Doom3Status, ResetsWhatTheLastReplyLeft) {
+TEST_F(modGamQueryD3Test, ResetsWhatTheLastReplyLeft) {
     Server().Name = "old";
     Server().Variables = "\\old\\1";
     Server().Players = 3;
@@ -64,7 +64,7 @@ TEST_F(Doom3Status, ResetsWhatTheLastReplyLeft) {
     EXPECT_EQ(Server().Ping, 77);
 }
 
-TEST_F(Doom3Status, ADisconnectChangesNothing) {
+TEST_F(modGamQueryD3Test, ADisconnectChangesNothing) {
     Server().Name = "old";
     Server().Variables = "\\old\\1";
     Parse("\xFF\xFF"
@@ -83,12 +83,12 @@ TEST_F(Doom3Status, ADisconnectChangesNothing) {
     }
 }
 
-TEST_F(Doom3Status, PairsBeginBehindTheFirstNulOneNul) {
+TEST_F(modGamQueryD3Test, PairsBeginBehindTheFirstNulOneNul) {
     Parse("\xFF\xFF\0\x01\0"s + Pair("si_map", "m\0\x01\0"s) + End);
     EXPECT_EQ(Server().Map, "m");
 }
 
-TEST_F(Doom3Status, WithoutThatMarkNothingIsRead) {
+TEST_F(modGamQueryD3Test, WithoutThatMarkNothingIsRead) {
     for (const std::string& datagram :
          {"\xFF\xFFinfoResponse\0"s, "\xFF\xFFinfoResponse\0\xA1\xB2\xC3\xD4\x29\0\x01"s, "si_map\0m\0\0\0"s,
           std::string(5, '\0'), "\0\x01\x01\0"s}) {
@@ -101,7 +101,7 @@ TEST_F(Doom3Status, WithoutThatMarkNothingIsRead) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, CollectsPairsAsSeen) {
+TEST_F(modGamQueryD3Test, CollectsPairsAsSeen) {
     const struct {
         std::string pairs;
         std::string variables;
@@ -126,7 +126,7 @@ TEST_F(Doom3Status, CollectsPairsAsSeen) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, PlayersFollowTheLastPairWhateverItIs) {
+TEST_F(modGamQueryD3Test, PlayersFollowTheLastPairWhateverItIs) {
     const std::string players = Player(1, 0, 50, "One") + Player(7, 0, 60, "Two") + Tail;
     const std::string playersFromZero = Player(0, 0, 50, "One") + Player(1, 0, 60, "Two") + Tail;
     for (const std::string& pairs :
@@ -141,7 +141,7 @@ TEST_F(Doom3Status, PlayersFollowTheLastPairWhateverItIs) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, AnEmptyValueThatVariablesEndWithShiftsThePlayersByOne) {
+TEST_F(modGamQueryD3Test, AnEmptyValueThatVariablesEndWithShiftsThePlayersByOne) {
     for (const std::string& pairs : {Pair("fs_game", ""), Pair("fs_game", "") + Pair("si_map", "m")}) {
         Parse(Header + pairs + End + Player(0, 0, 50, "One") + Tail);
         EXPECT_EQ(Server().Variables, "\\fs_game");
@@ -149,7 +149,7 @@ TEST_F(Doom3Status, AnEmptyValueThatVariablesEndWithShiftsThePlayersByOne) {
     }
 }
 
-TEST_F(Doom3Status, TheEndMarkRightBehindThePairsMeansNoPlayers) {
+TEST_F(modGamQueryD3Test, TheEndMarkRightBehindThePairsMeansNoPlayers) {
     // With the last value read as a key, and with a pair cut short.
     for (const std::string& pairs : {Pair("si_version", "DOOM") + End, "si_map\0m\0\0"s}) {
         Parse(Header + pairs + " " + Player(1, 0, 50, "One"));
@@ -159,14 +159,14 @@ TEST_F(Doom3Status, TheEndMarkRightBehindThePairsMeansNoPlayers) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, TheTrailingBackslashGoesAlsoWithoutPlayers) {
+TEST_F(modGamQueryD3Test, TheTrailingBackslashGoesAlsoWithoutPlayers) {
     Parse(Header + Pair("si_version", "DOOM") + End + Tail);
     EXPECT_EQ(Server().Variables, "\\si_version\\doom");
     Parse(Header + Pair("si_version", ""));
     EXPECT_EQ(Server().Variables, "\\si_version");
 }
 
-TEST_F(Doom3Status, ADictionaryThatNeverEndsHasNoPlayers) {
+TEST_F(modGamQueryD3Test, ADictionaryThatNeverEndsHasNoPlayers) {
     const struct {
         std::string pairs;
         const char* variables;
@@ -197,13 +197,13 @@ TEST_F(Doom3Status, ADictionaryThatNeverEndsHasNoPlayers) {
     }
 }
 
-TEST_F(Doom3Status, ALongUnendedDictionaryEndsInOneEntry) {
+TEST_F(modGamQueryD3Test, ALongUnendedDictionaryEndsInOneEntry) {
     Parse(Header + Repeated("key\0"s, 16000) + "x");
     EXPECT_EQ(Server().Variables.size(), 64000U);
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(Doom3Status, NumbersThatAreNoBytesEndTheParse) {
+TEST_F(modGamQueryD3Test, NumbersThatAreNoBytesEndTheParse) {
     const std::string mismatch = "modGamQuery;ParseD3EngineStatus;13";
     const std::string overflow = "modGamQuery;ParseD3EngineStatus;6";
     const struct {
@@ -230,20 +230,20 @@ TEST_F(Doom3Status, NumbersThatAreNoBytesEndTheParse) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(Doom3Status, BytesGoUpToTheirLimits) {
+TEST_F(modGamQueryD3Test, BytesGoUpToTheirLimits) {
     Parse(Header + Pair("si_maxplayers", "255") + Pair("si_usepass", "0") + End + Tail);
     EXPECT_EQ(Server().MaxPlayers, 255);
     EXPECT_EQ(Server().Locked, 0);
 }
 
-TEST_F(Doom3Status, PingsAreReadHighByteFirst) {
+TEST_F(modGamQueryD3Test, PingsAreReadHighByteFirst) {
     const std::string start = Header + Pair("si_map", "m") + End;
     Parse(start + Player(0, 0x7F, 0xFF, "Slow") + Player(31, 0, 0xFF, "Fast") + Tail);
     EXPECT_THAT(PlayerList(), ElementsAre("0/32767/Slow", "0/255/Fast"));
     EXPECT_EQ(Server().Players, 2);
 }
 
-TEST_F(Doom3Status, APingOutOfRangeEndsTheParse) {
+TEST_F(modGamQueryD3Test, APingOutOfRangeEndsTheParse) {
     Parse(Header + Pair("si_map", "m") + End + Player(0, 0, 50, "One") + Player(1, 0x80, 0, "Two") +
           Player(2, 0, 60, "Three") + Tail);
     EXPECT_EQ(Server().Map, "m");
@@ -253,7 +253,7 @@ TEST_F(Doom3Status, APingOutOfRangeEndsTheParse) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(Doom3Status, ClientNumbersAreNotLookedAt) {
+TEST_F(modGamQueryD3Test, ClientNumbersAreNotLookedAt) {
     std::string players;
     for (const int client : {2, 33, 100, 255})
         players += Player(client, 0, client, "n");
@@ -262,7 +262,7 @@ TEST_F(Doom3Status, ClientNumbersAreNotLookedAt) {
     EXPECT_EQ(Server().Players, 4);
 }
 
-TEST_F(Doom3Status, ReadsPlayersAsFarAsTheBytesGo) {
+TEST_F(modGamQueryD3Test, ReadsPlayersAsFarAsTheBytesGo) {
     const std::string whole = Player(0, 0, 1, "whole");
     const struct {
         std::string rest;
@@ -292,7 +292,7 @@ TEST_F(Doom3Status, ReadsPlayersAsFarAsTheBytesGo) {
     }
 }
 
-TEST_F(Doom3Status, AnEndlessNameIsReadOnAsPlayersButLoggedOnce) {
+TEST_F(modGamQueryD3Test, AnEndlessNameIsReadOnAsPlayersButLoggedOnce) {
     Parse(Header + Pair("si_map", "m") + End + std::string(63000, '\x01'));
     EXPECT_EQ(Server().Players, 9000);
     EXPECT_EQ(Server().PlayerList[9000].Ping, 257);
@@ -300,7 +300,7 @@ TEST_F(Doom3Status, AnEndlessNameIsReadOnAsPlayersButLoggedOnce) {
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(Doom3Status, AnIndexOutsideTheListIsItsRoutinesError) {
+TEST_F(modGamQueryD3Test, AnIndexOutsideTheListIsItsRoutinesError) {
     ParseD3EngineStatus(program, Header + End, 2);
     EXPECT_THAT(Logged(), ElementsAre("modGamQuery;ParseD3EngineStatus;9"));
 }

@@ -46,7 +46,7 @@ DateTime AnyDate(std::mt19937& random) {
                            static_cast<int>(random() % 60), static_cast<int>(1 + random() % 59)});
 }
 
-TEST(GeneralDates, ReadWhatTheLocaleWritesWithoutAskingIt) {
+TEST(GeneralDatesTest, ReadWhatTheLocaleWritesWithoutAskingIt) {
     for (const bool german : {false, true}) {
         CountingLocale locale;
         locale.german = german;
@@ -61,7 +61,7 @@ TEST(GeneralDates, ReadWhatTheLocaleWritesWithoutAskingIt) {
     }
 }
 
-TEST(GeneralDates, ReadEveryTextAsTheLocaleDoes) {
+TEST(GeneralDatesTest, ReadEveryTextAsTheLocaleDoes) {
     const std::array<const char*, 40> texts = {"11/21/2026 8:05:00 AM",
                                                "21.11.2026 08:05:00",
                                                "11/21/2026",
@@ -116,7 +116,7 @@ TEST(GeneralDates, ReadEveryTextAsTheLocaleDoes) {
     }
 }
 
-TEST(GeneralDates, AskForATextThatComesAgainOnlyOnce) {
+TEST(GeneralDatesTest, AskForATextThatComesAgainOnlyOnce) {
     CountingLocale locale;
     GeneralDates dates(locale);
     const std::int32_t before = locale.reads;
@@ -128,7 +128,7 @@ TEST(GeneralDates, AskForATextThatComesAgainOnlyOnce) {
     EXPECT_EQ(locale.reads, before + 3);
 }
 
-TEST(GeneralDates, LeaveWhatTheyDoNotUnderstandToTheLocale) {
+TEST(GeneralDatesTest, LeaveWhatTheyDoNotUnderstandToTheLocale) {
     const auto day = [](int first, int second, int year) {
         return std::to_string(first) + "/" + std::to_string(second) + "/" + std::to_string(year);
     };

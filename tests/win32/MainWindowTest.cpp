@@ -246,14 +246,14 @@ TEST_F(MainWindowTest, FlushesNothingAfterItsEnd) {
 }
 
 // Menus that pop up are noted instead of opened, and the mouse is where the test says.
-class PopUpTest : public MainWindowTest {
+class MainWindowMenusTest : public MainWindowTest {
   protected:
     struct PopUp {
         int firstCommand;
         POINT at;
     };
 
-    PopUpTest() {
+    MainWindowMenusTest() {
         popUps.clear();
         mouse = {321, 234};
         Models().lvwServers.Add();
@@ -295,17 +295,17 @@ class PopUpTest : public MainWindowTest {
     ReplacedImport getCursorPos_{&GetCursorPos, &TellMouse};
 };
 
-TEST_F(PopUpTest, OpensTheServerMenuAtTheMouseWhenTheRightButtonGoesDown) {
+TEST_F(MainWindowMenusTest, OpensTheServerMenuAtTheMouseWhenTheRightButtonGoesDown) {
     Press(Control(ID_lvwServers), WM_RBUTTONDOWN, 0, OnTheFirstRow);
     ExpectOnePopUp(ID_mnuServConnectPlay, mouse);
 }
 
-TEST_F(PopUpTest, OpensTheTreesMenuAtTheMouseWhenTheRightButtonComesUp) {
+TEST_F(MainWindowMenusTest, OpensTheTreesMenuAtTheMouseWhenTheRightButtonComesUp) {
     Press(Control(ID_trvGames), WM_RBUTTONDOWN, WM_RBUTTONUP, OnTheFirstLine);
     ExpectOnePopUp(ID_mnuTreeRename, mouse);
 }
 
-TEST_F(PopUpTest, OpensNoMenuForTheOtherButtons) {
+TEST_F(MainWindowMenusTest, OpensNoMenuForTheOtherButtons) {
     for (const auto& [press, release] : {std::pair{WM_LBUTTONDOWN, WM_LBUTTONUP},
                                          {WM_MBUTTONDOWN, WM_MBUTTONUP},
                                          {WM_XBUTTONDOWN, WM_XBUTTONUP}}) {
@@ -318,7 +318,7 @@ TEST_F(PopUpTest, OpensNoMenuForTheOtherButtons) {
     EXPECT_TRUE(popUps.empty());
 }
 
-TEST_F(PopUpTest, OpensTheFoldersBelowTheirButton) {
+TEST_F(MainWindowMenusTest, OpensTheFoldersBelowTheirButton) {
     window->Form().tbMain_ButtonClick("favorites");
     RECT button{};
     SendMessageA(Control(ID_tbMain), TB_GETITEMRECT, 9, reinterpret_cast<LPARAM>(&button));

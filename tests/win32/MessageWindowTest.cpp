@@ -31,7 +31,7 @@ TEST(MessageWindowTest, IsNotAmongTheWindowsOfTheDesktop) {
     EXPECT_TRUE(EnumWindows(&IsAnother, reinterpret_cast<LPARAM>(window.Handle())));
 }
 
-TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {
+TEST(UncaughtErrorsTest, AnErrorIsReportedAndDoesNotLeaveTheWindow) {
     std::string reported;
     SetUncaughtErrorReporter([&](std::string_view, std::string_view) {
         try {

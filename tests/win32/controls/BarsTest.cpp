@@ -15,9 +15,12 @@ class ToolbarControlTest : public testing::Test {
   protected:
     ToolbarControlTest() {
         model.buttons.Reset(4);
-        model.buttons[1] = {.key = "refresh", .label = "Refresh", .toolTip = "Refresh selected server(s)", .enabled = true};
-        model.buttons[3] = {.key = "stop", .label = "Stop", .toolTip = "Stop current operation", .enabled = false};
-        model.buttons[4] = {.key = "join", .label = "Join", .toolTip = "Join server as player", .enabled = true};
+        model.buttons[1] = {
+            .key = "refresh", .label = "Refresh", .toolTip = "Refresh selected server(s)", .enabled = true};
+        model.buttons[3] = {
+            .key = "stop", .label = "Stop", .toolTip = "Stop current operation", .enabled = false};
+        model.buttons[4] = {
+            .key = "join", .label = "Join", .toolTip = "Join server as player", .enabled = true};
         control.Create(host.Handle(), 1, FirstCommand);
         control.SetLook(Dpi(96), nullptr);
         control.Dock();
@@ -152,7 +155,9 @@ TEST_F(StatusBarControlTest, DocksAgainWhenAsked) {
     EXPECT_FALSE(model.redraw);
 }
 
-TEST_F(StatusBarControlTest, CarriesTheProgressBarWhereTheModelPutsIt) {
+class ProgressBarControlTest : public StatusBarControlTest {};
+
+TEST_F(ProgressBarControlTest, LiesOnTheStatusBarWhereTheModelPutsIt) {
     ProgressBar progress;
     ProgressBarControl bar(progress);
     bar.Create(control.Handle(), 2);

@@ -114,7 +114,9 @@ TEST_F(PromptsWinTest, ABoxWithoutAMainWindowHasNoOwner) {
     EXPECT_FALSE(PromptsWin(none).CancelOpenBox());
 }
 
-TEST_F(PromptsWinTest, AsksForAText) {
+class InputBoxTest : public PromptsWinTest {};
+
+TEST_F(InputBoxTest, AsksForAText) {
     std::string prompt, title, before;
     const auto typed = Answered({[&](HWND box) {
                                     title = BoxDriver::TextOf(box);
@@ -131,7 +133,7 @@ TEST_F(PromptsWinTest, AsksForAText) {
     EXPECT_EQ(typed, " My & \xE4 folder ");
 }
 
-TEST_F(PromptsWinTest, EnterIsOkAndEscapeIsCancel) {
+TEST_F(InputBoxTest, EnterIsOkAndEscapeIsCancel) {
     const auto ask = [&] { return prompts.AskText("Name:", "Title"); };
     const auto typeAndPress = [](WPARAM key) {
         return [key](HWND box) {
@@ -145,7 +147,7 @@ TEST_F(PromptsWinTest, EnterIsOkAndEscapeIsCancel) {
     EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, ask), "");
 }
 
-TEST_F(PromptsWinTest, TheInputBoxStandsInTheMiddleOfItsOwner) {
+TEST_F(InputBoxTest, IsCentredOnItsOwner) {
     RECT inner{}, outer{};
     GetWindowRect(owner.Handle(), &outer);
     Answered({[&](HWND box) {
@@ -157,7 +159,7 @@ TEST_F(PromptsWinTest, TheInputBoxStandsInTheMiddleOfItsOwner) {
     EXPECT_NEAR(inner.top + inner.bottom, outer.top + outer.bottom, 4);
 }
 
-class SaveDialogTest : public PromptsWinTest {
+class PromptsWinSaveDialogTest : public PromptsWinTest {
   protected:
     std::string Ask() {
         return prompts.AskSaveFile("Save serverlist as...", "Text file (*.txt)|*.txt|All files (*.*)|*.*");
@@ -172,7 +174,7 @@ class SaveDialogTest : public PromptsWinTest {
     FilesWin files;
 };
 
-TEST_F(SaveDialogTest, ReturnsTheChosenPath) {
+TEST_F(PromptsWinSaveDialogTest, ReturnsTheChosenPath) {
     std::string title, name;
     const auto chosen = Answered({[&](HWND box) {
                                      title = BoxDriver::TextOf(box);
@@ -186,12 +188,12 @@ TEST_F(SaveDialogTest, ReturnsTheChosenPath) {
     EXPECT_FALSE(files.IsFile(chosen));
 }
 
-TEST_F(SaveDialogTest, AddsTheExtensionOfTheFilter) {
+TEST_F(PromptsWinSaveDialogTest, AddsTheExtensionOfTheFilter) {
     EXPECT_EQ(Answered({Save(folder / "list")}, [&] { return Ask(); }), folder / "list.txt");
     EXPECT_EQ(Answered({Save(folder / "list.csv")}, [&] { return Ask(); }), folder / "list.csv");
 }
 
-TEST_F(SaveDialogTest, AsksBeforeAFileIsOverwritten) {
+TEST_F(PromptsWinSaveDialogTest, AsksBeforeAFileIsOverwritten) {
     files.Write(folder / "list.txt", "old");
     EXPECT_EQ(Answered({Save(folder / "list.txt"), [](HWND box) { BoxDriver::Press(box, IDYES); }},
                        [&] { return Ask(); }),
@@ -203,12 +205,12 @@ TEST_F(SaveDialogTest, AsksBeforeAFileIsOverwritten) {
     EXPECT_EQ(files.Read(folder / "list.txt"), "old");
 }
 
-TEST_F(SaveDialogTest, ACancelledOneReturnsNothing) {
+TEST_F(PromptsWinSaveDialogTest, ACancelledOneReturnsNothing) {
     EXPECT_EQ(Answered({[](HWND box) { BoxDriver::Press(box, IDCANCEL); }}, [&] { return Ask(); }), "");
     EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, [&] { return Ask(); }), "");
 }
 
-TEST_F(SaveDialogTest, LeavesTheCurrentFolderAlone) {
+TEST_F(PromptsWinSaveDialogTest, LeavesTheCurrentFolderAlone) {
     char before[1024], after[1024];
     GetCurrentDirectoryA(sizeof before, before);
     Answered({Save(folder / "list.txt")}, [&] { return Ask(); });
@@ -216,11 +218,11 @@ TEST_F(SaveDialogTest, LeavesTheCurrentFolderAlone) {
     EXPECT_STREQ(after, before);
 }
 
-class FolderDialogTest : public PromptsWinTest {
+class PromptsWinFolderDialogTest : public PromptsWinTest {
   protected:
     // A folder that has been there for long: the dialog of Wine sometimes overlooks one that was only just
     // made.
-    FolderDialogTest() {
+    PromptsWinFolderDialogTest() {
         char path[MAX_PATH] = "";
         GetSystemDirectoryA(path, sizeof path);
         folder = path;
@@ -256,14 +258,14 @@ std::string SelectedFolder(HWND box) {
     return text;
 }
 
-TEST_F(FolderDialogTest, ReturnsTheFolderSelectedBeforehand) {
+TEST_F(PromptsWinFolderDialogTest, ReturnsTheFolderSelectedBeforehand) {
     const std::string name = folder.substr(folder.rfind('\\') + 1);
     const BoxDriver::Step confirm([&](HWND box) { return SelectedFolder(box) == name; },
                                   [](HWND box) { BoxDriver::Press(box, IDOK); });
     EXPECT_EQ(Answered({confirm}, [&] { return Ask(folder); }), folder);
 }
 
-TEST_F(FolderDialogTest, ACancelledOneReturnsNothing) {
+TEST_F(PromptsWinFolderDialogTest, ACancelledOneReturnsNothing) {
     EXPECT_EQ(Answered({[](HWND box) { BoxDriver::Press(box, IDCANCEL); }}, [&] { return Ask(folder); }), "");
     EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, [&] { return Ask(""); }), "");
 }

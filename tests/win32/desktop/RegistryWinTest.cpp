@@ -95,9 +95,9 @@ TEST_F(RegistryWinTest, KnowsThePredefinedRoots) {
     EXPECT_FALSE(registry.KeyExists(User, "SOFTWARE\\Microsoft\\No such key of any program"));
 }
 
-class RegistryAccessTest : public RegistryWinTest {
+class RegistryWinAccessTest : public RegistryWinTest {
   protected:
-    RegistryAccessTest() { accesses.clear(); }
+    RegistryWinAccessTest() { accesses.clear(); }
 
     static LSTATUS WINAPI Refuse(HKEY, LPCSTR, DWORD, REGSAM access, PHKEY) {
         accesses.push_back(access);
@@ -110,7 +110,7 @@ class RegistryAccessTest : public RegistryWinTest {
     ReplacedImport openKey_{&RegOpenKeyExA, &Refuse};
 };
 
-TEST_F(RegistryAccessTest, AsksForNoMoreThanItNeeds) {
+TEST_F(RegistryWinAccessTest, AsksForNoMoreThanItNeeds) {
     EXPECT_EQ(Read(), std::nullopt);
     EXPECT_FALSE(registry.KeyExists(User, key));
     EXPECT_EQ(registry.SubKeys(User, key), std::nullopt);

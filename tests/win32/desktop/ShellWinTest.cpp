@@ -74,7 +74,7 @@ TEST_F(ShellWinTest, WhatCannotBeOpenedIsNoError) {
     }
 }
 
-class ShellRequestTest : public ShellWinTest {
+class ShellWinRequestTest : public ShellWinTest {
   protected:
     struct Asked {
         HWND owner;
@@ -82,7 +82,7 @@ class ShellRequestTest : public ShellWinTest {
         int show;
     };
 
-    ShellRequestTest() { asked.clear(); }
+    ShellWinRequestTest() { asked.clear(); }
 
     static HINSTANCE WINAPI Note(HWND owner, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR folder,
                                  INT show) {
@@ -97,7 +97,7 @@ class ShellRequestTest : public ShellWinTest {
     ReplacedImport shellExecute_{&ShellExecuteA, &Note};
 };
 
-TEST_F(ShellRequestTest, AsksForExactlyWhatIsWanted) {
+TEST_F(ShellWinRequestTest, AsksForExactlyWhatIsWanted) {
     Shell::Request game;
     game.verb = "open";
     game.file = "C:\\Arena\\arena.exe";

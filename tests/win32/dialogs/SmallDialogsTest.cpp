@@ -10,7 +10,7 @@
 namespace quarn {
 namespace {
 
-class SmallDialogsTest : public FormsTest {
+class SetPasswordDialogTest : public FormsTest {
   protected:
     static bool IsLine(HWND control) {
         RECT bounds{};
@@ -21,7 +21,10 @@ class SmallDialogsTest : public FormsTest {
     }
 };
 
-TEST_F(SmallDialogsTest, PasswordIsShownAndTakenByteForByte) {
+class AddServerDialogTest : public FormsTest {};
+class AboutDialogTest : public FormsTest {};
+
+TEST_F(SetPasswordDialogTest, ShowsAndTakesThePasswordByteForByte) {
     for (const std::string& password : {std::string("p\xe4ss w\xf6rd; \"x\" & \\"), std::string(" "),
                                         std::string(10'000, 'p'), std::string()}) {
         program.Servers[1].Password = "before";
@@ -39,7 +42,7 @@ TEST_F(SmallDialogsTest, PasswordIsShownAndTakenByteForByte) {
     }
 }
 
-TEST_F(SmallDialogsTest, PasswordTakesEnterAndLeavesEscape) {
+TEST_F(SetPasswordDialogTest, EnterIsOkAndEscapeIsCancel) {
     program.Servers[1].Password = "before";
     Show(Password(), {[&](HWND dialog) {
              EXPECT_EQ(GetFocus(), Item(dialog, ID_txtPass));
@@ -54,7 +57,7 @@ TEST_F(SmallDialogsTest, PasswordTakesEnterAndLeavesEscape) {
     EXPECT_EQ(program.Servers[1].Password, "this");
 }
 
-TEST_F(SmallDialogsTest, PasswordIsReplacedByTypingOverIt) {
+TEST_F(SetPasswordDialogTest, TypingReplacesThePassword) {
     program.Servers[1].Password = "before";
     Show(Password(), {[&](HWND dialog) {
              SendMessageA(GetFocus(), WM_CHAR, 'n', 1);
@@ -63,7 +66,7 @@ TEST_F(SmallDialogsTest, PasswordIsReplacedByTypingOverIt) {
     EXPECT_EQ(program.Servers[1].Password, "n");
 }
 
-TEST_F(SmallDialogsTest, AddServerStaysOpenForTheNextOne) {
+TEST_F(AddServerDialogTest, StaysOpenForTheNextServer) {
     Show(AddServer(), {[&](HWND dialog) {
              EXPECT_EQ(BoxDriver::TextOf(dialog), "Add Server");
              EXPECT_EQ(TabOrder(dialog), (std::vector<int>{ID_txtIP, ID_txtPort, IDOK, IDCANCEL}));
@@ -79,7 +82,7 @@ TEST_F(SmallDialogsTest, AddServerStaysOpenForTheNextOne) {
     EXPECT_EQ(added, (std::vector<std::string>{"127.0.0.1:1", "127.0.0.1:2"}));
 }
 
-TEST_F(SmallDialogsTest, AddServerTellsWhatIsMissing) {
+TEST_F(AddServerDialogTest, ShowsAnErrorForAMissingAddress) {
     Show(AddServer(), {[&](HWND dialog) { BoxDriver::Press(dialog, IDOK); },
                        [&](HWND box) {
                            EXPECT_EQ(BoxDriver::TextOf(box), "Quarn - Error");
@@ -89,7 +92,7 @@ TEST_F(SmallDialogsTest, AddServerTellsWhatIsMissing) {
     EXPECT_TRUE(added.empty());
 }
 
-TEST_F(SmallDialogsTest, AboutShowsTheVersionAndClosesOnEnterAndEscape) {
+TEST_F(AboutDialogTest, ShowsTheVersionAndClosesOnEnterAndEscape) {
     for (const WPARAM key : {VK_RETURN, VK_ESCAPE})
         Show(About(), {[&](HWND dialog) {
                  EXPECT_EQ(BoxDriver::TextOf(dialog), "About Quarn");

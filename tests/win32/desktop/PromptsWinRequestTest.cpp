@@ -17,7 +17,7 @@
 namespace quarn {
 namespace {
 
-class SaveDialogRequestTest : public ::testing::Test {
+class PromptsWinSaveRequestTest : public ::testing::Test {
   protected:
     struct Request {
         HWND owner;
@@ -28,7 +28,7 @@ class SaveDialogRequestTest : public ::testing::Test {
         DWORD flags;
     };
 
-    SaveDialogRequestTest() { requests.clear(); }
+    PromptsWinSaveRequestTest() { requests.clear(); }
 
     static BOOL WINAPI Note(OPENFILENAMEA* dialog) {
         const char* end = dialog->lpstrFilter;
@@ -57,7 +57,7 @@ class SaveDialogRequestTest : public ::testing::Test {
     ReplacedImport findFunction_{&GetProcAddress, &FindFunction};
 };
 
-TEST_F(SaveDialogRequestTest, OffersTextFilesAndAsksBeforeOneIsOverwritten) {
+TEST_F(PromptsWinSaveRequestTest, OffersTextFilesAndAsksBeforeOneIsOverwritten) {
     EXPECT_EQ(prompts.AskSaveFile("Save serverlist as...", "Text file (*.txt)|*.txt|All files (*.*)|*.*"),
               "");
     ASSERT_EQ(requests.size(), 1U);
@@ -74,11 +74,11 @@ TEST_F(SaveDialogRequestTest, OffersTextFilesAndAsksBeforeOneIsOverwritten) {
     EXPECT_NE(request.flags & OFN_NOCHANGEDIR, 0U);
 }
 
-class FolderDialogRequestTest : public ::testing::Test {
+class PromptsWinFolderRequestTest : public ::testing::Test {
   protected:
     using Lists = std::vector<const void*>;
 
-    FolderDialogRequestTest() {
+    PromptsWinFolderRequestTest() {
         chosen = nullptr;
         path.clear();
         hasPath = true;
@@ -114,7 +114,7 @@ class FolderDialogRequestTest : public ::testing::Test {
     ReplacedImport free_{&CoTaskMemFree, &Free};
 };
 
-TEST_F(FolderDialogRequestTest, OffersEveryFolderOfTheDesktop) {
+TEST_F(PromptsWinFolderRequestTest, OffersEveryFolderOfTheDesktop) {
     EXPECT_EQ(prompts.AskFolder("Where is the game?", "C:\\Games"), "");
     EXPECT_EQ(request.hwndOwner, owner.Handle());
     EXPECT_EQ(request.pidlRoot, nullptr);
@@ -123,14 +123,14 @@ TEST_F(FolderDialogRequestTest, OffersEveryFolderOfTheDesktop) {
     EXPECT_TRUE(freed.empty()) << "nothing was chosen";
 }
 
-TEST_F(FolderDialogRequestTest, ReturnsThePathAndFreesTheList) {
+TEST_F(PromptsWinFolderRequestTest, ReturnsThePathAndFreesTheList) {
     chosen = &someList;
     path = "C:\\Games\\Arena";
     EXPECT_EQ(prompts.AskFolder("Where is the game?", ""), "C:\\Games\\Arena");
     EXPECT_EQ(freed, Lists{&someList});
 }
 
-TEST_F(FolderDialogRequestTest, FreesAlsoAListThatHasNoPath) {
+TEST_F(PromptsWinFolderRequestTest, FreesAlsoAListThatHasNoPath) {
     chosen = &someList;
     path = "left over";
     hasPath = false;
@@ -148,7 +148,7 @@ LRESULT CALLBACK NoteSelection(HWND window, UINT message, WPARAM wParam, LPARAM 
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
-TEST_F(FolderDialogRequestTest, PreselectsTheFolderWhenTheDialogIsMadeAndNeverAgain) {
+TEST_F(PromptsWinFolderRequestTest, PreselectsTheFolderWhenTheDialogIsMadeAndNeverAgain) {
     std::vector<std::string> told;
     static std::vector<std::string>* toldWithinTheCall;
     toldWithinTheCall = &told;

@@ -15,14 +15,14 @@ using ::testing::IsEmpty;
 constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
 
-class ScanRepliesTest : public ScanTest {
+class ScanEngineRepliesTest : public ScanTest {
   protected:
     void ReplyIn(std::int32_t milliseconds, std::string datagram) {
         browser.sckServer.ReplyIn(milliseconds, std::move(datagram));
     }
 };
 
-TEST_F(ScanRepliesTest, MeasuresTheTimeToTheReply) {
+TEST_F(ScanEngineRepliesTest, MeasuresTheTimeToTheReply) {
     StartWith(4);
     const std::int32_t latencies[] = {1, 999, 0, 250};
     for (std::int32_t n = 1; n <= 4; ++n)
@@ -35,7 +35,7 @@ TEST_F(ScanRepliesTest, MeasuresTheTimeToTheReply) {
     EXPECT_THAT(browser.Column(PingColumn), ElementsAre("1", "999", "0", "250"));
 }
 
-TEST_F(ScanRepliesTest, GivesASilentServerTheTimeOutAndNoPlayers) {
+TEST_F(ScanEngineRepliesTest, GivesASilentServerTheTimeOutAndNoPlayers) {
     StartWith(1);
     Server(1).Players = 7;
     Server(1).Variables = "\\old\\1";
@@ -52,7 +52,7 @@ TEST_F(ScanRepliesTest, GivesASilentServerTheTimeOutAndNoPlayers) {
     ExpectIdle();
 }
 
-TEST_F(ScanRepliesTest, WaitsOnlyAsLongAsTheTimerHasLeft) {
+TEST_F(ScanEngineRepliesTest, WaitsOnlyAsLongAsTheTimerHasLeft) {
     StartWith(3);
     browser.network.servers.at(Address(1)).latency = 600;
     Silence(2);
@@ -62,7 +62,7 @@ TEST_F(ScanRepliesTest, WaitsOnlyAsLongAsTheTimerHasLeft) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 2000); // the second server had 400 ms only
 }
 
-TEST_F(ScanRepliesTest, TakesAReplyForAnAnswerThatComesBeforeTheTick) {
+TEST_F(ScanEngineRepliesTest, TakesAReplyForAnAnswerThatComesBeforeTheTick) {
     StartWith(1);
     Script(1, [&] { ReplyIn(999, HonestReply(1)); });
     browser.RefreshAll();
@@ -70,7 +70,7 @@ TEST_F(ScanRepliesTest, TakesAReplyForAnAnswerThatComesBeforeTheTick) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "999");
 }
 
-TEST_F(ScanRepliesTest, TakesNoAnswerFromAReplyThatComesWithTheTick) {
+TEST_F(ScanEngineRepliesTest, TakesNoAnswerFromAReplyThatComesWithTheTick) {
     StartWith(1);
     Server(1).Players = 5;
     Script(1, [&] { ReplyIn(1000, HonestReply(1)); }); // the tick was queued before
@@ -79,7 +79,7 @@ TEST_F(ScanRepliesTest, TakesNoAnswerFromAReplyThatComesWithTheTick) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 1000);
 }
 
-TEST_F(ScanRepliesTest, NeverLetsAReplyLandInTheNextServer) {
+TEST_F(ScanEngineRepliesTest, NeverLetsAReplyLandInTheNextServer) {
     StartWith(3);
     Script(1, [&] { ReplyIn(1001, HonestReply(1)); });
     Script(2, [&] {
@@ -94,7 +94,7 @@ TEST_F(ScanRepliesTest, NeverLetsAReplyLandInTheNextServer) {
     ExpectIdle();
 }
 
-TEST_F(ScanRepliesTest, TakesATickBetweenTwoServersForTheSecondsAnswer) {
+TEST_F(ScanEngineRepliesTest, TakesATickBetweenTwoServersForTheSecondsAnswer) {
     StartWith(3);
     browser.network.servers.at(Address(1)).latency = 995;
     browser.sckServer.closeMilliseconds = 10; // the tick comes while the old socket closes
@@ -103,7 +103,7 @@ TEST_F(ScanRepliesTest, TakesATickBetweenTwoServersForTheSecondsAnswer) {
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Server 2", "Live 3"));
 }
 
-TEST_F(ScanRepliesTest, ForgetsNoTickThatCameBeforeTheRequest) {
+TEST_F(ScanEngineRepliesTest, ForgetsNoTickThatCameBeforeTheRequest) {
     StartWith(1);
     browser.Form().scan.tmrTimeout_Timer();
     EXPECT_EQ(browser.Form().scan.ReplyState, 2);
@@ -116,7 +116,7 @@ TEST_F(ScanRepliesTest, ForgetsNoTickThatCameBeforeTheRequest) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "20");
 }
 
-TEST_F(ScanRepliesTest, DoesNotTakeTwoRepliesAtOnceForATimeOut) {
+TEST_F(ScanEngineRepliesTest, DoesNotTakeTwoRepliesAtOnceForATimeOut) {
     StartWith(2);
     Script(1, [&] {
         for (int i = 0; i < 3; ++i)
@@ -128,7 +128,7 @@ TEST_F(ScanRepliesTest, DoesNotTakeTwoRepliesAtOnceForATimeOut) {
     ExpectIdle();
 }
 
-TEST_F(ScanRepliesTest, ReadsExactlyTwoAsNoAnswer) {
+TEST_F(ScanEngineRepliesTest, ReadsExactlyTwoAsNoAnswer) {
     StartWith(1);
     // A reply and a tick while something else kept the wait from looking.
     struct Case {
@@ -151,7 +151,7 @@ TEST_F(ScanRepliesTest, ReadsExactlyTwoAsNoAnswer) {
     }
 }
 
-TEST_F(ScanRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
+TEST_F(ScanEngineRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
     StartWith(2);
     Script(1, [&] {
         for (const char* tiny : {"", "a", "abc", "\xFF\xFF\xFF\xFF"})
@@ -165,7 +165,7 @@ TEST_F(ScanRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ScanRepliesTest, IgnoresThemAlsoBehindAReply) {
+TEST_F(ScanEngineRepliesTest, IgnoresThemAlsoBehindAReply) {
     StartWith(1, Family::HalfLife);
     const std::string mark = "\xFF\xFF\xFF\xFF";
     Script(1, [&] {
@@ -182,7 +182,7 @@ TEST_F(ScanRepliesTest, IgnoresThemAlsoBehindAReply) {
 }
 
 // A game whose engine is none of the three is asked nothing; what comes all the same is no status.
-TEST_F(ScanRepliesTest, ReadsNoStatusForAnEngineItDoesNotKnow) {
+TEST_F(ScanEngineRepliesTest, ReadsNoStatusForAnEngineItDoesNotKnow) {
     browser.fake.files.Put("C:\\Quarn\\Games.ini",
                            "[General]\nGameNum=1\n[Game1]\nGameShort=q3\nEngine=q4\n");
     StartWith(1);
@@ -192,7 +192,7 @@ TEST_F(ScanRepliesTest, ReadsNoStatusForAnEngineItDoesNotKnow) {
     EXPECT_EQ(browser.Cell(1, NameColumn), "Server 1");
 }
 
-TEST_F(ScanRepliesTest, CountsAReplyOfFiveBytesWhateverItHolds) {
+TEST_F(ScanEngineRepliesTest, CountsAReplyOfFiveBytesWhateverItHolds) {
     StartWith(1);
     Script(1, [&] { ReplyIn(10, "abcde"); });
     browser.RefreshAll();
@@ -200,7 +200,7 @@ TEST_F(ScanRepliesTest, CountsAReplyOfFiveBytesWhateverItHolds) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanRepliesTest, LeavesTheRecordToADisconnectingServer) {
+TEST_F(ScanEngineRepliesTest, LeavesTheRecordToADisconnectingServer) {
     StartWith(1);
     Script(1, [&] {
         ReplyIn(10, "\xFF\xFF\xFF\xFF"
@@ -211,7 +211,7 @@ TEST_F(ScanRepliesTest, LeavesTheRecordToADisconnectingServer) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "10");
 }
 
-TEST_F(ScanRepliesTest, TakesAHalfLifeServersThreeRepliesWhenTheyComeTogether) {
+TEST_F(ScanEngineRepliesTest, TakesAHalfLifeServersThreeRepliesWhenTheyComeTogether) {
     StartWith(2, Family::HalfLife);
     browser.network.servers.at(Address(1)).status.players = {{"Gordon", 5, 0, 60}};
     browser.RefreshAll();
@@ -223,7 +223,7 @@ TEST_F(ScanRepliesTest, TakesAHalfLifeServersThreeRepliesWhenTheyComeTogether) {
     EXPECT_EQ(Server(2).Players, 0);
 }
 
-TEST_F(ScanRepliesTest, TakesWhatAHalfLifeServerHasSentSoFarAndDropsTheRest) {
+TEST_F(ScanEngineRepliesTest, TakesWhatAHalfLifeServerHasSentSoFarAndDropsTheRest) {
     StartWith(2, Family::HalfLife);
     browser.network.servers.at(Address(1)).status.players = {{"Gordon", 5, 0, 60}};
     std::int32_t requests = 0;
@@ -244,7 +244,7 @@ TEST_F(ScanRepliesTest, TakesWhatAHalfLifeServerHasSentSoFarAndDropsTheRest) {
     EXPECT_EQ(Server(2).Ping, 20);
 }
 
-TEST_F(ScanRepliesTest, IsNotHeldUpByAFloodOfReplies) {
+TEST_F(ScanEngineRepliesTest, IsNotHeldUpByAFloodOfReplies) {
     StartWith(2, Family::HalfLife);
     Script(1, [&] {
         for (int i = 0; i < 1000; ++i)
@@ -257,7 +257,7 @@ TEST_F(ScanRepliesTest, IsNotHeldUpByAFloodOfReplies) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanRepliesTest, ParsesWhatCameWithTheTickIntoTheSameServerAndKeepsItsPing) {
+TEST_F(ScanEngineRepliesTest, ParsesWhatCameWithTheTickIntoTheSameServerAndKeepsItsPing) {
     StartWith(2);
     browser.network.servers.at(Address(1)).status.players = {{"Anna", 1, 2, 0}};
     Script(1, [&] { ReplyIn(1000, HonestReply(1)); });
@@ -266,7 +266,7 @@ TEST_F(ScanRepliesTest, ParsesWhatCameWithTheTickIntoTheSameServerAndKeepsItsPin
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Live 2"));
 }
 
-TEST_F(ScanRepliesTest, MeasuresAcrossAnyReadingOfTheTickCounter) {
+TEST_F(ScanEngineRepliesTest, MeasuresAcrossAnyReadingOfTheTickCounter) {
     for (const std::int32_t start : {0, 1, -1, -20, Highest, Highest - 10, Lowest, Lowest + 5, -1000}) {
         HeadlessBrowser other;
         const std::vector<std::string> server = {"127.0.1.1:27960"};
@@ -281,7 +281,7 @@ TEST_F(ScanRepliesTest, MeasuresAcrossAnyReadingOfTheTickCounter) {
     }
 }
 
-TEST_F(ScanRepliesTest, CountsNoEventWithoutADatagram) {
+TEST_F(ScanEngineRepliesTest, CountsNoEventWithoutADatagram) {
     StartWith(1);
     Script(1, [&] {
         browser.In(5, [&] { browser.Form().scan.sckServer_DataArrival(100); });
@@ -292,7 +292,7 @@ TEST_F(ScanRepliesTest, CountsNoEventWithoutADatagram) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "30");
 }
 
-TEST_F(ScanRepliesTest, LogsADatagramThatItCannotRead) {
+TEST_F(ScanEngineRepliesTest, LogsADatagramThatItCannotRead) {
     StartWith(2);
     browser.sckServer.readFault = ErrorNumber::DeviceIOError;
     browser.RefreshAll();
@@ -304,7 +304,7 @@ TEST_F(ScanRepliesTest, LogsADatagramThatItCannotRead) {
     ExpectIdle();
 }
 
-TEST_F(ScanRepliesTest, GoesOnWhileTheNetworkIsAwayAndWhenItIsBack) {
+TEST_F(ScanEngineRepliesTest, GoesOnWhileTheNetworkIsAwayAndWhenItIsBack) {
     StartWith(4);
     for (std::int32_t n = 1; n <= 4; ++n)
         browser.network.servers.at(Address(n)).latency = 20;
@@ -319,7 +319,7 @@ TEST_F(ScanRepliesTest, GoesOnWhileTheNetworkIsAwayAndWhenItIsBack) {
     ExpectIdle();
 }
 
-TEST_F(ScanRepliesTest, DropsADatagramThatNobodyAskedFor) {
+TEST_F(ScanEngineRepliesTest, DropsADatagramThatNobodyAskedFor) {
     StartWith(2);
     browser.ClickRow(2);
     ReplyIn(0, HonestReply(1));
@@ -333,7 +333,7 @@ TEST_F(ScanRepliesTest, DropsADatagramThatNobodyAskedFor) {
     EXPECT_EQ(browser.program.Servers[0].Name, "");
 }
 
-TEST_F(ScanRepliesTest, FollowsANewTimeOutInTheMiddleOfAScan) {
+TEST_F(ScanEngineRepliesTest, FollowsANewTimeOutInTheMiddleOfAScan) {
     StartWith(2);
     Silence(1);
     Silence(2);
@@ -346,7 +346,7 @@ TEST_F(ScanRepliesTest, FollowsANewTimeOutInTheMiddleOfAScan) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 700);
 }
 
-TEST_F(ScanRepliesTest, EndsAlsoWithoutAUsableTimeOut) {
+TEST_F(ScanEngineRepliesTest, EndsAlsoWithoutAUsableTimeOut) {
     for (const std::int32_t timeout : {0, -1, Lowest}) {
         HeadlessBrowser other;
         other.PutList("q3", {"127.0.1.1:27960"});
