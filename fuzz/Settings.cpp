@@ -4,6 +4,7 @@
 #include "core/modMain.h"
 #include "fuzz/FuzzedProgram.h"
 #include "fuzz/Require.h"
+#include "tests/fakes/Samples.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,14 +17,6 @@ namespace {
 
 constexpr std::int32_t Games = 2;
 constexpr std::size_t LongestText = 254;
-
-void PrepareGames(ProgramState& program) {
-    program.GameNum = Games;
-    program.GamePath.Reset(Games);
-    program.GameConfig.Reset(Games);
-    program.GamePlayerName.Reset(Games);
-    program.GameVisible.Reset(Games);
-}
 
 std::vector<std::int32_t> Numbers(const ProgramState& program) {
     std::vector<std::int32_t> numbers = {
@@ -61,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ProgramState& program = fuzzed.program;
     const std::string path = "C:\\Quarn\\Quarn.ini";
     fuzzed.fake.files.Put(path, std::string(reinterpret_cast<const char*>(data), size));
-    PrepareGames(program);
+    ResetGames(program, Games);
     LoadSettings(program, fuzzed.fake.desktop);
     for (const std::string& text : Texts(program))
         Require(text.size() <= LongestText, "a text fits its buffer");
@@ -70,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(!fuzzed.fake.files.Has(path + ".new"), "the copy has become the file");
     ProgramState again;
     again.AppPath = program.AppPath;
-    PrepareGames(again);
+    ResetGames(again, Games);
     LoadSettings(again, fuzzed.fake.desktop);
     Require(Numbers(again) == Numbers(program), "the numbers written are the numbers read");
     const std::vector<std::string> written = Texts(program);

@@ -3,6 +3,7 @@
 #include "query/clsIPLocation.h"
 #include "tests/fakes/Errors.h"
 #include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/Samples.h"
 #include "tests/fakes/WatchedProfiles.h"
 
 #include <gtest/gtest.h>
@@ -45,13 +46,6 @@ constexpr NumberSettingCase Numbers[] = {
 
 class modMainSettingsTest : public ProgramTest {
   protected:
-    void SizeGames(std::int32_t count) {
-        program.GameNum = count;
-        program.GamePath.Reset(count);
-        program.GameConfig.Reset(count);
-        program.GamePlayerName.Reset(count);
-        program.GameVisible.Reset(count);
-    }
     void Load(const std::string& settings) {
         fake.files.Put(SettingsFile, settings);
         LoadSettings(program, fake.desktop);
@@ -86,14 +80,14 @@ constexpr const char* FirstSave =
     "[Launcher]\r\nQuitAfterStart=0\r\n";
 
 TEST_F(modMainSettingsTest, AFirstRunHasTheDefaults) {
-    SizeGames(2);
+    ResetGames(program, 2);
     LoadSettings(program, fake.desktop);
     ExpectDefaults();
     EXPECT_EQ(fake.files.TotalWrites(), 0);
 }
 
 TEST_F(modMainSettingsTest, AMissingFileOverridesWhatWasSetBefore) {
-    SizeGames(1);
+    ResetGames(program, 1);
     for (const auto& number : Numbers)
         program.*number.value = 77;
     FavoriteName(program, 9) = "old";
@@ -104,7 +98,7 @@ TEST_F(modMainSettingsTest, AMissingFileOverridesWhatWasSetBefore) {
 }
 
 TEST_F(modMainSettingsTest, DamagedOrUnreadableFilesGiveTheDefaults) {
-    SizeGames(1);
+    ResetGames(program, 1);
     for (const char* text : {"", "\r\n", "[General]\r\n", "MinToTray=7\r\n", "[General\r\nMinToTray=7\r\n",
                              ";[General]\r\nMinToTray=7\r\n", "[Generals]\r\nMinToTray=7\r\n",
                              "[Games]\r\nPath0=x\r\nPath01=x\r\nPath=x\r\nPath 1=x\r\n",
@@ -149,7 +143,7 @@ TEST_F(modMainSettingsTest, ReadsAllNineFolderNamesWhateverTheirNumber) {
 }
 
 TEST_F(modMainSettingsTest, ReadsTheSetupOfEachGameByItsPosition) {
-    SizeGames(12);
+    ResetGames(program, 12);
     Load("[Games]\r\nPath1=C:\\Arena\r\nConfig1=mine.cfg\r\nName1=Me\r\nVisible1=1\r\n"
          "Path12=D:\\Twelve\r\nVisible12=2\r\nPath13=beyond\r\n[Favorites]\r\nName1=Clan\r\n");
     EXPECT_EQ(program.GamePath[1], "C:\\Arena");
@@ -163,7 +157,7 @@ TEST_F(modMainSettingsTest, ReadsTheSetupOfEachGameByItsPosition) {
 }
 
 TEST_F(modMainSettingsTest, CutsTextsTo254Characters) {
-    SizeGames(1);
+    ResetGames(program, 1);
     const std::string longText(300, 'x');
     Load("[Games]\r\nPath1=" + longText + "\r\nConfig1=" + longText + "\r\nName1=" + longText +
          "\r\n[Favorites]\r\nName1=" + longText + "\r\n");
@@ -177,7 +171,7 @@ TEST_F(modMainSettingsTest, TheFirstSaveWritesEveryKeyInItsOrder) {
 }
 
 TEST_F(modMainSettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
-    SizeGames(2);
+    ResetGames(program, 2);
     std::vector<std::string> written;
     std::istringstream lines(Saved());
     std::string section;
@@ -193,7 +187,7 @@ TEST_F(modMainSettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
 }
 
 TEST_F(modMainSettingsTest, WritesTheSetupOfEveryGameAfterAllElse) {
-    SizeGames(2);
+    ResetGames(program, 2);
     program.GamePath[1] = "C:\\Arena";
     program.GameConfig[1] = "mine.cfg";
     program.GamePlayerName[1] = "Me; myself";
@@ -214,7 +208,7 @@ TEST_F(modMainSettingsTest, WritesNumbersAsPlainDecimalText) {
 }
 
 TEST_F(modMainSettingsTest, ChangesValuesInPlaceAndLeavesWhatIsNotItsOwn) {
-    SizeGames(3);
+    ResetGames(program, 3);
     fake.files.Put(SettingsFile, "; a remark\r\n[Launcher]\r\nQuitAfterStart=2\r\n[Mine]\r\nx=1\r\n"
                                  "[games]\r\nPath4=D:\\Four\r\npath1=old\r\n");
     program.GamePath[1] = "C:\\New";
@@ -227,7 +221,7 @@ TEST_F(modMainSettingsTest, ChangesValuesInPlaceAndLeavesWhatIsNotItsOwn) {
 }
 
 TEST_F(modMainSettingsTest, WhatIsSavedComesBack) {
-    SizeGames(2);
+    ResetGames(program, 2);
     std::int32_t next = 10;
     for (const auto& number : Numbers)
         program.*number.value = ++next;

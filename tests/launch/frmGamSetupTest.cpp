@@ -2,6 +2,7 @@
 
 #include "query/clsIPLocation.h"
 #include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/Samples.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -36,12 +37,7 @@ class frmGamSetupTest : public ProgramTest {
         const char* gameShort;
     };
     void DefineGames(const std::vector<Definition>& definitions) {
-        program.GameNum = static_cast<std::int32_t>(definitions.size());
-        program.Games.Reset(program.GameNum);
-        program.GamePath.Reset(program.GameNum);
-        program.GameConfig.Reset(program.GameNum);
-        program.GamePlayerName.Reset(program.GameNum);
-        program.GameVisible.Reset(program.GameNum);
+        ResetGames(program, static_cast<std::int32_t>(definitions.size()));
         std::int32_t i = 0;
         for (const Definition& definition : definitions) {
             GameDefinition& game = program.Games[++i];

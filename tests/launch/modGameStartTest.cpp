@@ -3,6 +3,7 @@
 #include "query/clsIPLocation.h"
 #include "tests/fakes/Errors.h"
 #include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/Samples.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -19,13 +20,9 @@ constexpr const char* ServerFile = "server.txt";
 class modGameStartTest : public ProgramTest {
   protected:
     modGameStartTest() {
-        program.GameNum = 2;
-        program.Games.Reset(2);
+        ResetGames(program, 2);
         program.Games[1] = {"Other", "other.exe", "", 0, "", "", "other", "q3"};
         program.Games[2] = {"Arena", "arena.exe", "", 0, "", "", "ar", "q3"};
-        program.GamePath.Reset(2);
-        program.GameConfig.Reset(2);
-        program.GamePlayerName.Reset(2);
         program.GamePath[2] = "C:\\Games\\Arena";
         program.CurrentGame = "ar";
         program.Servers.Reset(2);

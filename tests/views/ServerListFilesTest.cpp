@@ -3,6 +3,7 @@
 #include "core/modStringHelper.h"
 #include "tests/fakes/Errors.h"
 #include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/Samples.h"
 
 #include <cstdint>
 #include <functional>
@@ -66,17 +67,7 @@ class ServerListFilesTest : public ProgramTest {
 };
 
 ServerRecord FullRecord() {
-    ServerRecord server;
-    server.Address = "192.0.2.7";
-    server.Port = 27960;
-    server.Country = "DE";
-    server.Name = "My server";
-    server.Ping = 50;
-    server.Players = 3;
-    server.MaxPlayers = 16;
-    server.ModName = "baseq3";
-    server.Map = "q3dm17";
-    server.Locked = 0;
+    ServerRecord server = SampleServer();
     server.Password = "abc";
     server.Variables = "\\sv_hostname\\x";
     server.LastVisit = DateTime::From({2000, 1, 1, 0, 0, 0});

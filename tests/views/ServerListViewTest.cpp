@@ -4,6 +4,7 @@
 
 #include "query/clsIPLocation.h"
 #include "tests/fakes/HeadlessBrowser.h"
+#include "tests/fakes/Samples.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -42,16 +43,9 @@ class ServerListViewTest : public ::testing::Test {
     }
 
     static ServerRecord Record() {
-        ServerRecord server;
-        server.Address = "192.0.2.7";
-        server.Port = 27960;
-        server.Country = "DE";
-        server.Name = "My server";
+        ServerRecord server = SampleServer();
         server.Ping = 48;
-        server.Players = 3;
-        server.MaxPlayers = 16;
         server.ModName = "osp";
-        server.Map = "q3dm17";
         return server;
     }
     static ServerRecord With(void (*change)(ServerRecord&)) {

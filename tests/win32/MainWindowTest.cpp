@@ -2,7 +2,9 @@
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
+#include "tests/fakes/Samples.h"
 #include "tests/win32/harness/ReplacedImport.h"
+#include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/resources/ids.h"
 
 #include <gtest/gtest.h>
@@ -18,26 +20,15 @@ namespace {
 class MainWindowTest : public testing::Test {
   protected:
     MainWindowTest() {
-        char temporary[MAX_PATH] = "";
-        char name[MAX_PATH] = "";
-        GetTempPathA(sizeof temporary, temporary);
-        GetTempFileNameA(temporary, "qrn", 0, name);
-        DeleteFileA(name);
-        CreateDirectoryA(name, nullptr);
-        program.AppPath = std::string(name) + "\\";
+        program.AppPath = folder.Path() + "\\";
         program.AppLog = std::make_unique<clsAppLog>(desktop.Interfaces(), program.AppPath);
         program.IPLocation =
             std::make_unique<clsIPLocation>(desktop.Interfaces().files, program.AppPath + "countryip.dat");
 
-        program.GameNum = 1;
-        program.Games.Reset(1);
+        ResetGames(program, 1);
         program.Games[1].GameShort = "q3";
         program.Games[1].Description = "Quake III Arena";
         program.Games[1].Engine = "q3";
-        program.GamePath.Reset(1);
-        program.GameConfig.Reset(1);
-        program.GamePlayerName.Reset(1);
-        program.GameVisible.Reset(1);
         program.GameVisible[1] = 1;
         program.LastGame = 9; // the game's node
         program.MinToTray = 0;
@@ -47,13 +38,6 @@ class MainWindowTest : public testing::Test {
         window = std::make_unique<MainWindow>(program, desktop);
         window->Show();
         RunPendingEvents();
-    }
-
-    ~MainWindowTest() override {
-        window.reset();
-        for (const char* file : {"Quarn.exe.log", "Quarn.log", "Quarn.ini", "servers-q3.dat"})
-            DeleteFileA((program.AppPath + file).c_str());
-        RemoveDirectoryA(program.AppPath.c_str());
     }
 
     void RunPendingEvents() {
@@ -86,6 +70,7 @@ class MainWindowTest : public testing::Test {
         return (GetMenuState(GetMenu(window->Handle()), id, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED)) == 0;
     }
 
+    TemporaryFolder folder;
     ProgramState program;
     WindowsDesktop desktop;
     std::unique_ptr<MainWindow> window;

@@ -10,6 +10,7 @@
 #include "query/frmAddServer.h"
 #include "support/clsAppLog.h"
 #include "support/frmAbout.h"
+#include "tests/fakes/Samples.h"
 #include "tests/win32/harness/BoxDriver.h"
 #include "tests/win32/harness/OwnerTestWindow.h"
 #include "tests/win32/harness/TemporaryFolder.h"
@@ -39,12 +40,7 @@ class FormsTest : public ::testing::Test {
     }
 
     void DefineGames(const std::vector<std::pair<std::string, std::string>>& games) {
-        program.GameNum = static_cast<std::int32_t>(games.size());
-        program.Games.Reset(program.GameNum);
-        program.GamePath.Reset(program.GameNum);
-        program.GameConfig.Reset(program.GameNum);
-        program.GamePlayerName.Reset(program.GameNum);
-        program.GameVisible.Reset(program.GameNum);
+        ResetGames(program, static_cast<std::int32_t>(games.size()));
         std::int32_t i = 0;
         for (const auto& [gameShort, description] : games) {
             program.Games[++i].GameShort = gameShort;
