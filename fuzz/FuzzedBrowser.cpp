@@ -17,13 +17,13 @@ namespace {
 
 constexpr std::int32_t ServersAtStart = 5;
 
-// A step ends after so many events, or it never would.
+// A step that runs more events than this is endless.
 constexpr std::int32_t EventsOfAStep = 200'000;
 
-// Nobody waits longer for a scan.
+// A user who has waited this long for a scan stops it.
 constexpr std::int32_t Patience = 20'000; // milliseconds
 
-// Entries that one thing may write to the log, and what an entry may hold beside what came from outside.
+// The most log entries for one thing that happens, and the length of an entry without text from outside.
 constexpr std::int64_t EntriesOfAThing = 8;
 constexpr std::int64_t LengthOfAnEntry = 400;
 
@@ -73,7 +73,7 @@ void FuzzedBrowser::NoteStaleRows() {
 
 void FuzzedBrowser::Deliver(FakeUdpSocket& socket, std::string datagram) {
     if (socket.CurrentState() == UdpSocket::State::Closed)
-        return; // nothing arrives there
+        return; // nothing arrives at a closed socket
     ++things_;
     bytes_ += static_cast<std::int64_t>(datagram.size());
     socket.ReplyIn(0, std::move(datagram));
@@ -93,7 +93,7 @@ void FuzzedBrowser::BeforePromptEnds() {
     fake.events.RunFor(std::exchange(openFor, 0));
 }
 
-// A scan whose timer another one has switched off inside it waits for that.
+// A scan whose timer was disabled by a nested scan waits for "stop".
 void FuzzedBrowser::StopWhenItTakesTooLong() {
     In(Patience, [this, step = step_] {
         if (Ended() || step != step_)
@@ -114,7 +114,7 @@ void FuzzedBrowser::Run(ByteScript& script) {
     RequireEnd();
 }
 
-// "@" and a number in front of an action put it off, so that it comes in the middle of what follows.
+// "@" and a number before an action delay it, so that it runs in the middle of the following ones.
 void FuzzedBrowser::Step(ByteScript& script) {
     const bool later = script.Takes('@');
     const std::int32_t delay = later ? script.Number() * 10 : 0;

@@ -1,5 +1,5 @@
-// Text to number: every text is a number or is not, for all conversions alike, and a whole number is the
-// nearest one to what the text says, or out of range.
+// Text to number: all conversions agree on which texts are numbers, and a whole number is the nearest one to
+// the text's value, or out of range.
 
 #include "base/Conversions.h"
 #include "fuzz/Require.h"

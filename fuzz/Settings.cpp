@@ -1,5 +1,4 @@
-// A settings file of any content gives every setting a value, and these values are what is written and read
-// again.
+// A settings file of any content gives every setting a value, and the same values are written and read again.
 
 #include "core/modMain.h"
 #include "fuzz/FuzzedProgram.h"
@@ -36,7 +35,7 @@ std::vector<std::string> Texts(const ProgramState& program) {
     return texts;
 }
 
-// The profile calls take blanks and a pair of quotes off a value, which no writer can prevent.
+// The profile functions remove blanks and a pair of quotes around a value, which no writer can prevent.
 bool IsKeptByProfileCalls(const std::string& text) {
     constexpr const char* Taken = " \t\r\n\v\f\"'";
     return text.empty() || (std::string(Taken).find(text.front()) == std::string::npos &&

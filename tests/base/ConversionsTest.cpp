@@ -17,7 +17,7 @@ constexpr const char* NoNumbers[] = {
     "abc",  "12a",  "a12",    "1\\n", "\"1\"", "1;",   "1d5", "true", "\xFF", "1\x01", "12:30",
 };
 
-TEST(ConversionsTest, TakeTheNumberOutOfItsBlanks) {
+TEST(ConversionsTest, IgnoreBlanksAroundTheNumber) {
     const struct {
         const char* text;
         double value;
@@ -35,7 +35,7 @@ TEST(ConversionsTest, TakeTheNumberOutOfItsBlanks) {
     }
 }
 
-TEST(ConversionsTest, RefuseTextThatIsNoNumber) {
+TEST(ConversionsTest, RefuseTextThatIsNotANumber) {
     for (const char* text : NoNumbers) {
         EXPECT_FALSE(IsNumber(text)) << text;
         EXPECT_EQ(ErrorOf([&] { ToDouble(text); }), ErrorNumber::TypeMismatch) << text;
@@ -62,7 +62,7 @@ TEST(ConversionsTest, RoundHalvesToEven) {
     }
 }
 
-TEST(ConversionsTest, HoldTheRangeOfTheirTarget) {
+TEST(ConversionsTest, CheckTheRangeOfTheirTarget) {
     EXPECT_EQ(ToLong("2147483647"), std::numeric_limits<std::int32_t>::max());
     EXPECT_EQ(ToLong("2147483647.49"), std::numeric_limits<std::int32_t>::max());
     EXPECT_EQ(ToLong("-2147483648.5"), std::numeric_limits<std::int32_t>::min());

@@ -16,7 +16,7 @@ TEST(DateTimeTest, CountsSecondsFromTheZeroDay) {
         {{1899, 12, 29, 23, 59, 59}, -1},
         {{1900, 1, 1, 0, 0, 0}, 2 * 86400},
         {{1900, 2, 28, 0, 0, 0}, 60LL * 86400},
-        {{1900, 3, 1, 0, 0, 0}, 61LL * 86400}, // 1900 was no leap year
+        {{1900, 3, 1, 0, 0, 0}, 61LL * 86400}, // 1900 was not a leap year
         {{1970, 1, 1, 0, 0, 0}, 25569LL * 86400},
         {{1990, 1, 1, 0, 0, 0}, 32874LL * 86400},
         {{2000, 2, 29, 12, 0, 0}, 36585LL * 86400 + 43200},
@@ -27,7 +27,7 @@ TEST(DateTimeTest, CountsSecondsFromTheZeroDay) {
         EXPECT_EQ(DateTime::From(c.calendar).seconds, c.seconds) << c.calendar.year;
 }
 
-TEST(DateTimeTest, GivesBackTheCalendarOfEveryDay) {
+TEST(DateTimeTest, ConvertsEveryDayToTheCalendarAndBack) {
     CalendarTime previous = DateTime{-800LL * 365 * 86400}.Calendar();
     for (std::int64_t day = -800 * 365 + 1; day < 500 * 365; ++day) {
         const CalendarTime c = DateTime{day * 86400 + 3661}.Calendar();
@@ -43,8 +43,8 @@ TEST(DateTimeTest, GivesBackTheCalendarOfEveryDay) {
     }
 }
 
-// A damaged file may hold any number of seconds.
-TEST(DateTimeTest, GivesBackTheCalendarAlsoFarFromOurTime) {
+// A damaged file may contain any number of seconds.
+TEST(DateTimeTest, ConvertsDatesFarFromThePresent) {
     for (const int years : {-300000, -20000, -4000, -1900, 8000, 300000}) {
         const DateTime time{years * 31556952LL + 7};
         const CalendarTime c = time.Calendar();
@@ -62,7 +62,7 @@ TEST(DateTimeTest, OrdersAsTimeDoes) {
     EXPECT_FALSE(later.IsZero());
 }
 
-TEST(DateTimeTest, WritesLogDatesWithAllTheirDigits) {
+TEST(DateTimeTest, WritesLogDatesWithLeadingZeros) {
     EXPECT_EQ(LogDateText(DateTime::From({2005, 6, 21, 14, 3, 7})), "06/21/05 14:03:07");
     EXPECT_EQ(LogDateText(DateTime::From({2000, 1, 2, 0, 0, 0})), "01/02/00 00:00:00");
     EXPECT_EQ(LogDateText(DateTime::From({1999, 12, 31, 23, 59, 59})), "12/31/99 23:59:59");

@@ -49,7 +49,7 @@ TEST(LineReaderTest, ReadingPastTheLastLineIsAnError) {
     }
 }
 
-TEST(LineReaderTest, TellsWhatIsLeft) {
+TEST(LineReaderTest, ReturnsTheRest) {
     LineReader reader("a\r\nb;c\n");
     reader.ReadLine();
     EXPECT_EQ(reader.Rest(), "b;c\n");

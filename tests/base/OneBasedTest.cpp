@@ -30,7 +30,7 @@ TEST(OneBasedTest, HasSlotsUpToItsHighestIndex) {
     EXPECT_EQ(list[3], 30);
 }
 
-TEST(OneBasedTest, HoldsTheIndexesItIsUsedWith) {
+TEST(OneBasedTest, HoldsExactlyItsIndexes) {
     const OneBased<int> list(3);
     for (const std::int32_t index : {1, 2, 3})
         EXPECT_TRUE(list.Holds(index)) << index;

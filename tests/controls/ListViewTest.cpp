@@ -62,7 +62,7 @@ TEST(ListViewTest, HasOnlyTheMainTextWithoutColumns) {
     EXPECT_EQ(ErrorOf([&] { list.Cell(row, 2); }), ErrorNumber::IndexOutOfBounds);
 }
 
-TEST(ListViewTest, TellsAPositionThatDoesNotExist) {
+TEST(ListViewTest, ThrowsForAPositionThatDoesNotExist) {
     ListView list = ListOf({"a", "b"});
     for (const std::int32_t row : {0, -1, 3, Lowest, Highest}) {
         EXPECT_EQ(ErrorOf([&] { list.Row(row); }), ErrorNumber::IndexOutOfBounds) << row;
@@ -143,11 +143,11 @@ TEST(ListViewTest, SelectingOneRowDeselectsAllOthers) {
     EXPECT_EQ(list.FocusedRow(), 4);
     list.SelectOnly(1);
     EXPECT_THAT(SelectedRows(list), ElementsAre(1));
-    // The user moved the focus off the only selected row.
+    // The user moved the focus away from the only selected row.
     list.NoteFocused(3);
     list.SelectOnly(2);
     EXPECT_THAT(SelectedRows(list), ElementsAre(2));
-    // The control tells of a row that has gone meanwhile, or of none.
+    // The control reports a row that no longer exists, or none.
     for (const std::int32_t nowhere : {Lowest, -1, 0, 5, Highest}) {
         list.NoteFocused(nowhere);
         list.SelectOnly(nowhere == 0 ? 3 : 4);
@@ -155,7 +155,7 @@ TEST(ListViewTest, SelectingOneRowDeselectsAllOthers) {
     }
 }
 
-TEST(ListViewTest, TakesTheUsersSelectionWithinItsRows) {
+TEST(ListViewTest, LimitsTheUsersSelectionToItsRows) {
     ListView list = ListOf({"a", "b", "c"});
     list.NoteSelected(Lowest, Highest, true);
     EXPECT_THAT(SelectedRows(list), ElementsAre(1, 2, 3));
@@ -203,7 +203,7 @@ TEST(ListViewTest, NeverUsesAnIdentityAgain) {
     EXPECT_EQ(list.RowOf(first, 1), 0);
 }
 
-TEST(ListViewTest, HandsOverItsRowsAndIsEmptyThen) {
+TEST(ListViewTest, ReturnsItsRowsAndIsEmptyAfterwards) {
     ListView list = ListOf({"a", "b"});
     list.SelectOnly(2);
     list.TakeChanges();
@@ -266,14 +266,14 @@ TEST(ListViewTest, IsUnchangedByASortThatFails) {
     EXPECT_EQ(list.sortOrder, SortOrder::Descending);
 }
 
-TEST(ListViewTest, AddsAtTheEndAlsoWhileItIsSorted) {
+TEST(ListViewTest, AddsAtTheEndEvenIfItIsSorted) {
     ListView list = ListOf({"b", "c"});
     list.Sort(0, SortOrder::Ascending);
     list.Cell(list.Add(), 1).text = "a";
     EXPECT_THAT(Texts(list), ElementsAre("b", "c", "a"));
 }
 
-TEST(ListViewTest, NotesWhatTheWindowHasToRepaint) {
+TEST(ListViewTest, RecordsWhatTheWindowHasToRepaint) {
     ListView list = ListOf({"a", "b", "c", "d"});
     ListView::Changes changes = list.TakeChanges();
     EXPECT_TRUE(changes.rows);
@@ -300,7 +300,7 @@ TEST(ListViewTest, NotesWhatTheWindowHasToRepaint) {
     EXPECT_EQ(list.TakeChanges().lastDirty, 4);
 }
 
-TEST(ListViewTest, NamesNoRowToTheWindowThatHasGoneMeanwhile) {
+TEST(ListViewTest, ReportsNoRemovedRowToTheWindow) {
     ListView list = ListOf({"a", "b", "c", "d"});
     list.TakeChanges();
     list.Edit(4);
@@ -329,8 +329,8 @@ TEST(ListViewTest, RepaintsNothingForAnEmptyList) {
     EXPECT_EQ(changes.firstDirty, 0);
 }
 
-// The count of selected rows is kept beside the rows; whatever happens, it must not drift.
-TEST(ListViewTest, NeverLosesCountOfItsSelectedRows) {
+// The count of selected rows is stored separately from the rows and must always agree with them.
+TEST(ListViewTest, KeepsTheCountOfItsSelectedRowsCorrect) {
     std::mt19937 random(20261121);
     const auto below = [&](std::int32_t limit) { return static_cast<std::int32_t>(random() % limit); };
     ListView list;

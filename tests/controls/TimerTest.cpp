@@ -5,7 +5,7 @@
 namespace quarn {
 namespace {
 
-TEST(TimerTest, TellsItsDriverOnlyOfRealChanges) {
+TEST(TimerTest, NotifiesItsDriverOnlyOfRealChanges) {
     Timer timer;
     int changes = 0;
     timer.Changed = [&] { ++changes; };

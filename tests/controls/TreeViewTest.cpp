@@ -44,7 +44,7 @@ TEST(TreeViewTest, CountsPositionsInTheOrderOfInsertion) {
     EXPECT_THAT(tree.Children(""), ElementsAre("a", "b"));
 }
 
-TEST(TreeViewTest, ClosesTheGapAndTakesChildrenAlong) {
+TEST(TreeViewTest, RemovesChildrenWithTheirParentAndClosesTheGap) {
     struct Case {
         const char* removed;
         std::vector<std::string> left;
@@ -57,7 +57,7 @@ TEST(TreeViewTest, ClosesTheGapAndTakesChildrenAlong) {
     }
 }
 
-TEST(TreeViewTest, TellsWhatDoesNotExist) {
+TEST(TreeViewTest, ThrowsForNodesThatDoNotExist) {
     TreeView tree = Family();
     for (const std::int32_t position :
          {0, -1, 7, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()})
@@ -73,7 +73,7 @@ TEST(TreeViewTest, TellsWhatDoesNotExist) {
     EXPECT_EQ(tree.Count(), 6);
 }
 
-TEST(TreeViewTest, RefusesNodesThatItCouldNotTellApartOrPlace) {
+TEST(TreeViewTest, RefusesDuplicateKeysAndUnknownParents) {
     struct Case {
         TreeNode node;
         ErrorNumber error;
@@ -106,7 +106,7 @@ TEST(TreeViewTest, LosesTheSelectionWithItsNode) {
     }
 }
 
-TEST(TreeViewTest, SelectsNothingWhenTold) {
+TEST(TreeViewTest, CanSelectNothing) {
     TreeView tree = Family();
     EXPECT_EQ(tree.SelectedKey(), "");
     tree.Select("b1");

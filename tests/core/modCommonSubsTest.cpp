@@ -19,7 +19,7 @@ class modCommonSubsExtractStringTest : public ::testing::Test {
     clsAppLog log{fake.desktop, "C:\\Quarn\\"};
 };
 
-TEST_F(modCommonSubsExtractStringTest, TakesTheFieldInFrontOfTheSeparator) {
+TEST_F(modCommonSubsExtractStringTest, ReturnsTheFieldBeforeTheSeparator) {
     const struct {
         std::string text;
         std::string separator;
@@ -27,7 +27,7 @@ TEST_F(modCommonSubsExtractStringTest, TakesTheFieldInFrontOfTheSeparator) {
         std::string rest;
     } cases[] = {
         {"a\\b", "\\", "a", "b"},
-        {"\\a\\b", "\\", "\\a", "b"}, // one in front is not found
+        {"\\a\\b", "\\", "\\a", "b"}, // one at the beginning is not found
         {"\\\\a", "\\", "\\", "a"},
         {"a\\\\b", "\\", "a", "\\b"},
         {"a\\", "\\", "a", ""},
@@ -140,7 +140,7 @@ TEST(modCommonSubsListFileDatesTest, AreSecondsSince1900) {
     EXPECT_EQ(DateToSeconds(DateTime{}), "");
 }
 
-TEST(modCommonSubsListFileDatesTest, ComeBackAsTheyWere) {
+TEST(modCommonSubsListFileDatesTest, SurviveARoundTrip) {
     for (const CalendarTime& calendar :
          {CalendarTime{1990, 1, 1, 0, 0, 0}, CalendarTime{2026, 11, 21, 8, 5, 0},
           CalendarTime{2024, 2, 29, 23, 59, 59}, CalendarTime{1922, 1, 1, 0, 0, 0},
@@ -184,7 +184,7 @@ TEST(modCommonSubsVersionTest, JoinsTheDigitsOfItsParts) {
     }
 }
 
-TEST(modCommonSubsVersionTest, LeavesFailuresToItsCaller) {
+TEST(modCommonSubsVersionTest, PropagatesErrors) {
     FakeDesktop fake;
     fake.peers.versions["C:\\big.exe"] = {65535, 65535, 65535};
     fake.peers.versions["C:\\one-more.exe"] = {21, 4748, 3648};
@@ -203,7 +203,7 @@ TEST(modCommonSubsVersionTest, LeavesFailuresToItsCaller) {
         EXPECT_EQ(ErrorOf([&] { GetFileVersionNumber(fake.desktop, c.path); }), c.error) << c.path;
 }
 
-TEST(modCommonSubsSendCopyDataTest, HandsTheTextWithItsEndToTheWindow) {
+TEST(modCommonSubsSendCopyDataTest, SendsTheTextWithItsNulToTheWindow) {
     FakeDesktop fake;
     fake.peers.openWindows = {"Monitor"};
     SendCopyData(fake.desktop, "Monitor", "Text");
@@ -251,7 +251,7 @@ TEST_F(modCommonSubsPlaceInStatusPanelTest, PutsTheBarInsideThePanelsFrame) {
     EXPECT_TRUE(statusBar.redraw);
 }
 
-TEST_F(modCommonSubsPlaceInStatusPanelTest, RefusesAPanelThatIsNotThere) {
+TEST_F(modCommonSubsPlaceInStatusPanelTest, RefusesAPanelThatDoesNotExist) {
     for (const std::int32_t panel : {-1, 3, 2147483647})
         EXPECT_EQ(ErrorOf([&] { PlaceInStatusPanel(bar, statusBar, panel); }),
                   ErrorNumber::SubscriptOutOfRange);

@@ -29,7 +29,7 @@ TEST_F(modFileHelperTest, FindsAnyFileOfAPattern) {
     EXPECT_TRUE(FileExists(files, "C:\\Games\\maps\\*"));
 }
 
-TEST_F(modFileHelperTest, FindsNeitherFoldersNorWhatIsNotThere) {
+TEST_F(modFileHelperTest, FindsNeitherFoldersNorMissingFiles) {
     for (const char* path :
          {"", "C:\\Games", "C:\\Games\\", "C:\\Games\\maps", "C:\\Games\\arena", "C:\\Games\\arena.exe.bak",
           "arena.exe", "C:\\Games\\*.txt", "C:\\Games\\map?", "C:\\Games\\arena?.exe", "D:\\Games\\*", "*"})

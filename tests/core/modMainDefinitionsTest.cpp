@@ -42,7 +42,7 @@ TEST(modMainDefinitionsEscapesTest, ReplacesItsEscapes) {
     }
 }
 
-TEST(modMainDefinitionsEscapesTest, LeavesEverythingElse) {
+TEST(modMainDefinitionsEscapesTest, KeepsAllOtherText) {
     for (const std::string original : {"", "$", "$$", "$2", "$25", "$256", "$3", "$33", "$4", "$9", "$-1",
                                        "$ 1", "$x", "255", "32$", "\\$", "%20", "\\n", "$\xFF"}) {
         std::string text = original;
@@ -51,7 +51,7 @@ TEST(modMainDefinitionsEscapesTest, LeavesEverythingElse) {
     }
 }
 
-TEST(modMainDefinitionsEscapesTest, DecodesAfterALoneSign) {
+TEST(modMainDefinitionsEscapesTest, DecodesAfterALoneDollarSign) {
     std::string text = "$$32$$1$2$0";
     EXPECT_EQ(DecodeIniEscapes(text), "$ $\1$2\0"s);
 }
@@ -116,7 +116,7 @@ TEST_F(modMainDefinitionsTest, ReadsItsKeysInTheOrderOfTheFile) {
                             "MOD1/GameVersion"));
 }
 
-TEST_F(modMainDefinitionsTest, TakesNamesInAnyCase) {
+TEST_F(modMainDefinitionsTest, IgnoresTheCaseOfNames) {
     Load("[GENERAL]\r\ngamenum=1\r\nmodNUM=1\r\n[gAME1]\r\ngameSHORT=ar\r\n[mod1]\r\nbasedgame=ar\r\n");
     ASSERT_EQ(program.GameNum, 1);
     EXPECT_EQ(program.Games[1].GameShort, "ar");
@@ -124,7 +124,7 @@ TEST_F(modMainDefinitionsTest, TakesNamesInAnyCase) {
     EXPECT_EQ(program.Mods[1].BasedGame, "ar");
 }
 
-TEST_F(modMainDefinitionsTest, DecodesNoTextThatIsOnlyShownOrCompared) {
+TEST_F(modMainDefinitionsTest, DoesNotDecodeTextsThatAreOnlyShownOrCompared) {
     Load("[General]\r\nIniDesc=a$32b\r\nGameNum=1\r\nMODNum=1\r\n"
          "[Game1]\r\nDescription=a$32b\r\nExeName=a$32b\r\nGameShort=a$32b\r\nEngine=a$32b\r\n"
          "MasterAddress=a$32b\r\nMasterPacket=a$32b\r\nMasterResponse=a$32b\r\n"
@@ -148,7 +148,7 @@ TEST_F(modMainDefinitionsTest, WithoutAFileHasNoGames) {
     EXPECT_EQ(program.Mods.HighestIndex(), 0);
 }
 
-TEST_F(modMainDefinitionsTest, HasNoGamesInAFileThatIsNoneOrCannotBeRead) {
+TEST_F(modMainDefinitionsTest, HasNoGamesIfTheFileIsUnreadableOrNoDefinitionsFile) {
     for (const char* text : {"", "\r\n", "[General]", "[General]\r\nGameNum=\r\n",
                              "[General]\r\nGameNum=many\r\n", "GameNum=3\r\n", "[Other]\r\nGameNum=3\r\n",
                              ";[General]\r\nGameNum=3\r\n", "\xFF\xFE[\1G", "[General]\r\nGameNum 3\r\n"}) {
@@ -234,7 +234,7 @@ TEST_F(modMainDefinitionsTest, KeepsGamesOfEqualShortNames) {
     EXPECT_EQ(program.Games[2].Engine, "hl");
 }
 
-TEST_F(modMainDefinitionsTest, RefusesCountsThatNoListCanHave) {
+TEST_F(modMainDefinitionsTest, RefusesImpossibleCounts) {
     const struct {
         const char* count;
         ErrorNumber error;

@@ -120,7 +120,7 @@ TEST_F(modMainSettingsTest, ReadsEachNumberFromItsOwnKey) {
     }
 }
 
-TEST_F(modMainSettingsTest, ChecksNoValue) {
+TEST_F(modMainSettingsTest, DoesNotCheckValues) {
     for (const auto& number : Numbers) {
         for (const std::int32_t value : {0, -1, 10, 70000, 2147483647, -2147483647 - 1}) {
             Load(std::string("[") + number.section + "]\r\n" + number.key + "=" + std::to_string(value));
@@ -133,7 +133,7 @@ TEST_F(modMainSettingsTest, ChecksNoValue) {
     }
 }
 
-TEST_F(modMainSettingsTest, ReadsAllNineFolderNamesWhateverTheirNumber) {
+TEST_F(modMainSettingsTest, ReadsAllNineFolderNamesWhateverTheFolderCount) {
     Load("[Favorites]\r\nNumber=1\r\nName1=Clan\r\nName2=Friends\r\nName9=Last\r\n");
     EXPECT_EQ(program.FavoritesNumber, 1);
     EXPECT_EQ(FavoriteName(program, 1), "Clan");
@@ -186,7 +186,7 @@ TEST_F(modMainSettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
     EXPECT_EQ(watched.keysRead, written);
 }
 
-TEST_F(modMainSettingsTest, WritesTheSetupOfEveryGameAfterAllElse) {
+TEST_F(modMainSettingsTest, WritesTheGamesLast) {
     ResetGames(program, 2);
     program.GamePath[1] = "C:\\Arena";
     program.GameConfig[1] = "mine.cfg";
@@ -207,7 +207,7 @@ TEST_F(modMainSettingsTest, WritesNumbersAsPlainDecimalText) {
         EXPECT_NE(saved.find(line), std::string::npos) << line;
 }
 
-TEST_F(modMainSettingsTest, ChangesValuesInPlaceAndLeavesWhatIsNotItsOwn) {
+TEST_F(modMainSettingsTest, ChangesValuesInPlaceAndKeepsAllOtherLines) {
     ResetGames(program, 3);
     fake.files.Put(SettingsFile, "; a remark\r\n[Launcher]\r\nQuitAfterStart=2\r\n[Mine]\r\nx=1\r\n"
                                  "[games]\r\nPath4=D:\\Four\r\npath1=old\r\n");
@@ -220,7 +220,7 @@ TEST_F(modMainSettingsTest, ChangesValuesInPlaceAndLeavesWhatIsNotItsOwn) {
     EXPECT_EQ(saved.find("[Games]"), std::string::npos);
 }
 
-TEST_F(modMainSettingsTest, WhatIsSavedComesBack) {
+TEST_F(modMainSettingsTest, SavedSettingsAreReadBack) {
     ResetGames(program, 2);
     std::int32_t next = 10;
     for (const auto& number : Numbers)
@@ -260,13 +260,13 @@ TEST_F(modMainSettingsTest, ReplaceTheFileInOneStep) {
     EXPECT_EQ(fake.files.Paths(), std::vector<std::string>{SettingsFile});
 }
 
-TEST_F(modMainSettingsTest, AFirstSaveForgetsTheLeftoverOfACrash) {
+TEST_F(modMainSettingsTest, AFirstSaveOverwritesTheTemporaryFileOfACrash) {
     fake.files.Put(CopyFile, "[Left]\r\nover=1\r\n");
     EXPECT_EQ(Saved(), FirstSave);
     EXPECT_FALSE(fake.files.Has(CopyFile));
 }
 
-TEST_F(modMainSettingsTest, AFailedSaveLeavesTheOldFileAndTellsNobody) {
+TEST_F(modMainSettingsTest, AFailedSaveKeepsTheOldFileWithoutAMessage) {
     const std::string before = "[General]\r\nWinTop=1\r\n";
     const std::string log = "C:\\Quarn\\Quarn.log";
     const auto expectUnchanged = [&] {

@@ -34,7 +34,7 @@ class modMainTest : public ::testing::Test {
     std::function<void()> whenShown;
 };
 
-TEST_F(modMainTest, ShowsTheWindowWhenAllIsPrepared) {
+TEST_F(modMainTest, ShowsTheWindowAfterLoadingEverything) {
     fake.files.Put(DefinitionsFile, "[General]\r\nGameNum=1\r\nMODNum=1\r\n[Game1]\r\nGameShort=ar\r\n"
                                     "[MOD1]\r\nBasedGame=ar\r\n");
     fake.files.Put(SettingsFile, "[Games]\r\nPath1=C:\\Arena\r\n[Scanning]\r\nPingTimeout=300\r\n");
@@ -74,7 +74,7 @@ TEST_F(modMainTest, KeepsItsFilesInTheProgramsFolder) {
     }
 }
 
-TEST_F(modMainTest, BeginsAFreshLog) {
+TEST_F(modMainTest, StartsANewLog) {
     fake.files.Put(LogFile, "from the last run\r\n");
     EXPECT_TRUE(Run());
     EXPECT_EQ(fake.files.Get(LogFile), StartEntry);
@@ -110,13 +110,13 @@ TEST_F(modMainTest, ASecondInstanceLogsThatAndEnds) {
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
-TEST_F(modMainTest, GoesOnWithoutTheNewerControls) {
+TEST_F(modMainTest, StartsWithoutTheNewerControls) {
     fake.system.controlsFault = ErrorNumber::InternalError;
     EXPECT_TRUE(Run());
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
-TEST_F(modMainTest, GoesOnWithALogThatCannotBeWritten) {
+TEST_F(modMainTest, StartsWithALogThatCannotBeWritten) {
     fake.files.FailWrites(LogFile, ErrorNumber::PermissionDenied);
     EXPECT_TRUE(Run());
     ASSERT_EQ(fake.prompts.shown.size(), 1U);

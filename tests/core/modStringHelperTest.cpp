@@ -9,7 +9,7 @@ namespace {
 
 using Parts = std::vector<std::string_view>;
 
-TEST(modStringHelperSplitTest, GivesThePartsBetweenSeparators) {
+TEST(modStringHelperSplitTest, ReturnsThePartsBetweenSeparators) {
     EXPECT_EQ(Split("a;bc;d", ';'), (Parts{"a", "bc", "d"}));
     EXPECT_EQ(Split("abc", ';'), (Parts{"abc"}));
     EXPECT_EQ(Split(std::string_view("a\0b", 3), '\0'), (Parts{"a", "b"}));
@@ -22,7 +22,7 @@ TEST(modStringHelperSplitTest, KeepsEmptyParts) {
     EXPECT_EQ(Split("a;;b", ';'), (Parts{"a", "", "b"}));
 }
 
-TEST(modStringHelperSplitTest, GivesNoPartOfAnEmptyText) {
+TEST(modStringHelperSplitTest, ReturnsNoPartsOfAnEmptyText) {
     EXPECT_TRUE(Split("", ';').empty());
 }
 
@@ -50,7 +50,7 @@ TEST(modStringHelperReplaceAllTest, ReplacesFromLeftToRightWithoutOverlap) {
     }
 }
 
-TEST(modStringHelperReplaceAllTest, TakesAnyByte) {
+TEST(modStringHelperReplaceAllTest, ReplacesAnyByte) {
     std::string text("a\0b\xFF", 4);
     ReplaceAll(text, std::string_view("\0", 1), "\xFF");
     EXPECT_EQ(text, "a\xFF"

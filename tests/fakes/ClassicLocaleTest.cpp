@@ -7,7 +7,7 @@
 namespace quarn {
 namespace {
 
-TEST(ClassicLocaleTest, TellsNumbersOfTheEnglishLocale) {
+TEST(ClassicLocaleTest, RecognisesNumbersOfTheEnglishLocale) {
     const ClassicLocale locale;
     for (const char* text : {"5", "1.2", " -3 ", "1,000", "1,2,3", ".5", "5.", "1e3", "1.5E-2"})
         EXPECT_TRUE(locale.IsNumeric(text)) << text;
@@ -62,7 +62,7 @@ TEST(ClassicLocaleTest, WritesAndReadsGeneralDates) {
     }
 }
 
-TEST(ClassicLocaleTest, RefusesWhatIsNoDate) {
+TEST(ClassicLocaleTest, RefusesTextThatIsNotADate) {
     for (const char* text :
          {"", " ", "abc", "13/1/2026", "2/30/2026", "1/0/2026", "1/2/2026x", "1/2/2026 25:00",
           "1/2/2026 8:60:00 AM", "13:00:00 PM", "8:05:00 XM", "8:", "8:05:", "21.11.2026"})

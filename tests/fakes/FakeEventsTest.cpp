@@ -38,7 +38,7 @@ TEST(FakeEventsTest, WaitingRunsOneEventAndMovesTheClockToIt) {
     EXPECT_EQ(fake.clock.Elapsed(), 30);
 }
 
-TEST(FakeEventsTest, YieldingRunsWhatIsDueAndLeavesTheClock) {
+TEST(FakeEventsTest, YieldingRunsDueEventsWithoutMovingTheClock) {
     FakeDesktop fake;
     std::string ran;
     fake.events.Post([&] {
@@ -160,7 +160,7 @@ TEST_F(FakeUdpSocketTest, LooksUpANameWhileEventsRun) {
     EXPECT_EQ(socket.sent[0].address, "127.0.0.9");
 }
 
-TEST_F(FakeUdpSocketTest, TellsOfANameThatDoesNotResolve) {
+TEST_F(FakeUdpSocketTest, ReportsANameThatDoesNotResolve) {
     std::string failure;
     socket.SendFailed = [&](const std::string& description) { failure = description; };
     Send("nowhere.example", 27950);

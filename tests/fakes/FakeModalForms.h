@@ -1,7 +1,7 @@
 #pragma once
 
 // Dialogs without a window. Each is recorded; what the user does in one is a function that a test sets and
-// that gets the loaded form. A dialog that this function leaves open is closed by its close box.
+// that gets the loaded form. A dialog that this function leaves open is closed by its close button.
 
 #include "launch/frmGamSetup.h"
 #include "launch/frmOptions.h"
@@ -77,14 +77,14 @@ class FakeModalForms : public ModalForms {
         closed_ = outerClosed;
         open.pop_back();
     }
-    template<class Form, class CloseBox>
-    void Use(const std::function<void(Form&)>& user, Form& form, CloseBox&& closeBox) {
+    template<class Form, class CloseButton>
+    void Use(const std::function<void(Form&)>& user, Form& form, CloseButton&& close) {
         if (whileOpen)
             whileOpen();
         if (user)
             user(form);
         if (!closed_)
-            closeBox();
+            close();
     }
 
     bool closed_ = false;

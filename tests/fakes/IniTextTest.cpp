@@ -71,7 +71,7 @@ TEST(IniTextTest, ChangesAValueInItsPlace) {
               "; mine\r\n[A]\r\nX=9\r\ny=2\r\n[B]\r\nx=3\r\n");
 }
 
-TEST(IniTextTest, AddsAKeyBehindTheLastLineOfItsSection) {
+TEST(IniTextTest, AddsAKeyAfterTheLastLineOfItsSection) {
     EXPECT_EQ(WithIniValue("[A]\r\nx=1\r\n\r\n[B]\r\n", "A", "y", "2"), "[A]\r\nx=1\r\ny=2\r\n\r\n[B]\r\n");
     EXPECT_EQ(WithIniValue("[A]", "A", "y", "2"), "[A]\r\ny=2\r\n");
 }
@@ -86,7 +86,7 @@ TEST(IniTextTest, KeepsTheLineEndOfAChangedLine) {
     EXPECT_EQ(WithIniValue("[A]\nx=1\ny=2", "A", "y", "5"), "[A]\nx=1\ny=5");
 }
 
-TEST(IniTextTest, ReadsTheNumberInFrontOfAValue) {
+TEST(IniTextTest, ReadsTheNumberAtTheBeginningOfAValue) {
     const struct {
         const char* value;
         std::int32_t number;

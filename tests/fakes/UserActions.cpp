@@ -178,13 +178,13 @@ const std::vector<UserAction>& UserActions() {
          'P',
          UseOptions,
          "nt",
-         {{"options", {.number = 33, .text = "700"}}, {"options, canceled", {.accept = false}}}},
+         {{"options", {.number = 33, .text = "700"}}, {"options, cancelled", {.accept = false}}}},
         {"game setup",
          'g',
          UseGameSetup,
          "nt",
          {{"game setup", {.number = 4, .text = "C:\\Arena"}},
-          {"game setup, canceled", {.number = 1, .accept = false}}}},
+          {"game setup, cancelled", {.number = 1, .accept = false}}}},
     };
     return actions;
 }

@@ -82,12 +82,12 @@ class frmGamSetupTest : public ProgramTest {
         fake.prompts.folderAnswers.push_back(folder);
         form->cmdBrowse_Click();
     }
-    // The boxes since the last call, without the folder browser.
+    // The message boxes since the last call, without the folder dialog.
     Texts Messages() {
         Texts texts;
-        for (const FakePrompts::Box& box : fake.prompts.shown)
-            if (box.kind == FakePrompts::Kind::Error)
-                texts.push_back(box.text);
+        for (const FakePrompts::Prompt& prompt : fake.prompts.shown)
+            if (prompt.kind == FakePrompts::Kind::Error)
+                texts.push_back(prompt.text);
         fake.prompts.shown.clear();
         return texts;
     }
@@ -159,7 +159,7 @@ TEST_F(frmGamSetupTest, ListsEachKeyOnce) {
     EXPECT_EQ(form->SelectedGame(), "a");
 }
 
-TEST_F(frmGamSetupTest, TellsWhatGoesWrongWhenItOpens) {
+TEST_F(frmGamSetupTest, ShowsAnErrorThatOccursWhileItOpens) {
     program.GamePath.Reset(2); // one game has no setup
     Open();
     EXPECT_EQ(LoggedErrors(*program.AppLog), (Texts{"frmGamSetup;Form_Load;9"}));
@@ -185,7 +185,7 @@ TEST_F(frmGamSetupTest, AnyVisibleGameIsChecked) {
     }
 }
 
-TEST_F(frmGamSetupTest, KeepsWhatIsTypedForEachGameApart) {
+TEST_F(frmGamSetupTest, KeepsTheInputForEachGame) {
     Open();
     TypePath("C:\\a");
     TypeConfig("a.cfg");
@@ -243,7 +243,7 @@ TEST_F(frmGamSetupTest, BrowsesFromTheProgramsFolder) {
     EXPECT_EQ(fake.prompts.shown[0].text, "C:\\Quarn\\");
 }
 
-TEST_F(frmGamSetupTest, TakesAFolderThatHoldsTheGame) {
+TEST_F(frmGamSetupTest, AcceptsAFolderThatContainsTheGame) {
     Open();
     Select("cb");
     for (const char* folder : {"E:\\Crowbar", "E:\\Crowbar\\"}) {
@@ -326,7 +326,7 @@ TEST_F(frmGamSetupTest, CancelAndEscapeChangeNothing) {
     EXPECT_EQ(done, Texts{});
 }
 
-TEST_F(frmGamSetupTest, ClosingRefreshesTheTreeWhenTheSettingsAreInForce) {
+TEST_F(frmGamSetupTest, ClosingRefreshesTheTreeAfterTheSettingsWereStored) {
     Open();
     Check(0);
     form->cmdOK_Click();

@@ -67,7 +67,7 @@ TEST_F(frmOptionsTest, BindsEachControlToItsOwnSetting) {
     EXPECT_EQ(program.KeepOnTop, 0);
 }
 
-TEST_F(frmOptionsTest, ShowsWhatSettingsOutOfRangeDo) {
+TEST_F(frmOptionsTest, ShowsSettingsOutOfRange) {
     const struct {
         std::int32_t setting;
         std::int32_t minToTray;
@@ -247,7 +247,7 @@ TEST_F(frmOptionsTest, OtherKeysCloseNothing) {
     EXPECT_TRUE(done.empty());
 }
 
-TEST_F(frmOptionsTest, HasTheMainWindowApplyTheSettingsHoweverItCloses) {
+TEST_F(frmOptionsTest, AppliesTheSettingsHoweverItCloses) {
     Open().cmdOK_Click();
     form->Form_Unload();
     EXPECT_EQ(done, (std::vector<std::string>{"close", "interface", "tree", "menu"}));

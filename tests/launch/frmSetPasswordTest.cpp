@@ -27,7 +27,7 @@ class frmSetPasswordTest : public ProgramTest {
     int closed = 0;
 };
 
-TEST_F(frmSetPasswordTest, ShowsThePasswordInForce) {
+TEST_F(frmSetPasswordTest, ShowsTheCurrentPassword) {
     frmSetPassword form = Form();
     form.Form_Load();
     EXPECT_EQ(form.txtPass, "second");
@@ -61,7 +61,7 @@ TEST_F(frmSetPasswordTest, ChangesNothingWhenItIsCancelled) {
     EXPECT_EQ(Password(), "second");
 }
 
-TEST_F(frmSetPasswordTest, TakesEnterForOkAndLetsOtherKeysThrough) {
+TEST_F(frmSetPasswordTest, EnterIsOkAndOtherKeysAreNotHandled) {
     frmSetPassword form = Form();
     form.Form_Load();
     form.txtPass = "new";
@@ -82,7 +82,7 @@ TEST_F(frmSetPasswordTest, TakesEnterForOkAndLetsOtherKeysThrough) {
     EXPECT_EQ(Password(), "new");
 }
 
-TEST_F(frmSetPasswordTest, KeepsToItsServerWhateverBecomesTheCurrentOne) {
+TEST_F(frmSetPasswordTest, StoresIntoItsServerWhateverServerIsCurrent) {
     frmSetPassword form = Form();
     program.CurrentServer = 3;
     form.Form_Load();
@@ -95,7 +95,7 @@ TEST_F(frmSetPasswordTest, KeepsToItsServerWhateverBecomesTheCurrentOne) {
     EXPECT_EQ(Password(3), "third");
 }
 
-TEST_F(frmSetPasswordTest, LogsAServerThatIsGone) {
+TEST_F(frmSetPasswordTest, LogsAServerThatDoesNotExist) {
     frmSetPassword form = Form();
     program.Servers.Reset(1);
     form.Form_Load();

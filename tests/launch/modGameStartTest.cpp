@@ -45,7 +45,7 @@ class modGameStartTest : public ProgramTest {
     }
 };
 
-TEST_F(modGameStartTest, AppendsTheBackslashThatAPathLacks) {
+TEST_F(modGameStartTest, AppendsAMissingBackslashToThePath) {
     const struct {
         const char* path;
         const char* after;
@@ -203,7 +203,7 @@ TEST_F(modGameStartTest, NamesTheServerInAFileOfTheCurrentDirectory) {
         {"\"quoted\"; + 100%", "\"quoted\"; + 100% 1.2.3.4:27960\r\n"},
         {"\xff\x80\x01\t", "\xff\x80\x01\t 1.2.3.4:27960\r\n"},
         {std::string("a\0b", 3), std::string("a\0b 1.2.3.4:27960\r\n", 19)},
-        {"line\r\nline", "line  line 1.2.3.4:27960\r\n"}, // it is one line whatever the name holds
+        {"line\r\nline", "line  line 1.2.3.4:27960\r\n"}, // it is one line whatever the name contains
         {"\n\r\r", "    1.2.3.4:27960\r\n"},
     };
     for (const auto& c : cases) {
@@ -227,7 +227,7 @@ TEST_F(modGameStartTest, WritesTheFileForEveryEngineAndBeforeItAsksTheShell) {
     EXPECT_EQ(fake.files.Get(ServerFile), "The server 1.2.3.4:27960\r\n");
 }
 
-TEST_F(modGameStartTest, DoesNothingButTellWithoutAnExecutable) {
+TEST_F(modGameStartTest, WithoutAnExecutableItOnlyShowsAnError) {
     const struct {
         const char* path;
         const char* exeName;
@@ -265,7 +265,7 @@ TEST_F(modGameStartTest, AListThatBelongsToNoGameHasNoExecutable) {
     EXPECT_EQ(fake.prompts.shown.size(), 3U);
 }
 
-TEST_F(modGameStartTest, LeavesErrorsToItsCaller) {
+TEST_F(modGameStartTest, PropagatesErrors) {
     fake.files.FailWrites(ServerFile, ErrorNumber::PermissionDenied);
     EXPECT_EQ(ErrorOf([&] { Start(); }), ErrorNumber::PermissionDenied);
     EXPECT_TRUE(fake.shell.opened.empty());

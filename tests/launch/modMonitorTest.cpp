@@ -28,7 +28,7 @@ class modMonitorTest : public ProgramTest {
     void Monitor() { MonitorWithVelmar(program, fake.desktop); }
 };
 
-TEST_F(modMonitorTest, StartsVelmarFromTheFolderBeside) {
+TEST_F(modMonitorTest, StartsVelmarFromTheNeighbouringFolder) {
     Monitor();
     Monitor(); // also when it runs already
     ASSERT_EQ(fake.shell.opened.size(), 2U);
@@ -42,7 +42,7 @@ TEST_F(modMonitorTest, StartsVelmarFromTheFolderBeside) {
     }
 }
 
-TEST_F(modMonitorTest, TellsVelmarsWindowWhichServerToWatch) {
+TEST_F(modMonitorTest, SendsTheServerToVelmarsWindow) {
     Monitor();
     ASSERT_EQ(fake.peers.received.size(), 1U);
     EXPECT_EQ(fake.peers.received[0].windowTitle, "Velmar 215");
@@ -89,7 +89,7 @@ TEST_F(modMonitorTest, LooksForTheWindowOfExactlyThisVersion) {
     EXPECT_EQ(fake.peers.received.size(), 1U) << "only 2.1.5 has a window";
 }
 
-TEST_F(modMonitorTest, TellsNobodyElse) {
+TEST_F(modMonitorTest, SendsNothingToOtherWindows) {
     fake.peers.openWindows = {"Velmar",     "Velmar 21",   "Velmar 2155",
                               "velmar 215", "Velmar 215 ", "My Velmar 215"};
     Monitor();
@@ -124,7 +124,7 @@ TEST_F(modMonitorTest, LooksForTheWindowOnce) {
     EXPECT_TRUE(fake.peers.received.empty());
 }
 
-TEST_F(modMonitorTest, LeavesOtherErrorsToItsCaller) {
+TEST_F(modMonitorTest, PropagatesOtherErrors) {
     program.CurrentServer = 2;
     EXPECT_EQ(ErrorOf([&] { Monitor(); }), ErrorNumber::SubscriptOutOfRange);
     EXPECT_TRUE(fake.peers.received.empty());

@@ -1,5 +1,5 @@
-// Whatever bytes come, every parser ends, logs a handful of lines at most, shows nothing, and grows the lists
-// by no more than the bytes can hold.
+// Whatever bytes arrive, every parser ends, logs a handful of lines at most, shows no message, and adds no
+// more to the lists than the bytes account for.
 
 #include "query/modGamQuery.h"
 #include "query/modMasterQuery.h"
@@ -27,7 +27,7 @@ std::string Filled(std::string start, std::string_view pattern) {
     return start;
 }
 
-// Replies as servers send them; every cut of them is tried.
+// Replies as servers send them; they are truncated at every byte.
 std::vector<Reply> OrdinaryReplies() {
     return {
         {"Quake 3 status",
@@ -126,14 +126,14 @@ void ExpectBoundedParse(const NamedParser& parser, const Reply& reply) {
     EXPECT_THAT(ViolationsAfterDatagram(headless, reply.bytes.size()), IsEmpty());
 }
 
-TEST(HostileRepliesTest, IsParsedToItsEndByEveryParser) {
+TEST(HostileRepliesTest, IsParsedToTheEndByEveryParser) {
     for (const Reply& reply : HostileReplies()) {
         for (const NamedParser& parser : Parsers)
             ExpectBoundedParse(parser, reply);
     }
 }
 
-TEST(HostileRepliesTest, CutAtAnyByteIsParsedToItsEnd) {
+TEST(HostileRepliesTest, TruncatedAtAnyByteIsParsedToTheEnd) {
     for (const Reply& reply : OrdinaryReplies()) {
         for (std::size_t length = 0; length <= reply.bytes.size(); ++length) {
             for (const NamedParser& parser : Parsers)
@@ -142,7 +142,7 @@ TEST(HostileRepliesTest, CutAtAnyByteIsParsedToItsEnd) {
     }
 }
 
-TEST(HostileRepliesTest, WithAnyByteChangedIsParsedToItsEnd) {
+TEST(HostileRepliesTest, WithAnyByteChangedIsParsedToTheEnd) {
     for (const Reply& reply : OrdinaryReplies()) {
         for (std::size_t position = 0; position < reply.bytes.size(); ++position) {
             for (const char byte : {'\0', '\n', ' ', '\\', '\xFF'}) {

@@ -19,7 +19,7 @@ TEST_F(TextCursorTest, ExtractsUpToASeparatorSearchedFromTheSecondCharacterOn) {
     } cases[] = {
         {"a\\b", "\\", "a", "b"},      {"\\a\\b", "\\", "\\a", "b"}, {"\\\\", "\\", "\\", ""},
         {"a\\", "\\", "a", ""},        {"a\\\\b", "\\", "a", "\\b"}, {"a\0b"sv, "\0"sv, "a", "b"},
-        {"a--b", "--", "a", "-b"}, // the tail of a longer separator stays
+        {"a--b", "--", "a", "-b"}, // the rest of a longer separator stays
         {"--a--b", "--", "--a", "-b"}, {"---", "--", "-", "-"},      {"abc", "bc", "a", "c"},
     };
     for (const auto& c : cases) {
@@ -31,7 +31,7 @@ TEST_F(TextCursorTest, ExtractsUpToASeparatorSearchedFromTheSecondCharacterOn) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(TextCursorTest, WithoutASeparatorItFailsAndStaysWhereItIs) {
+TEST_F(TextCursorTest, WithoutASeparatorItFailsAndDoesNotMove) {
     const struct {
         std::string_view text;
         std::string_view separator;
@@ -50,7 +50,7 @@ TEST_F(TextCursorTest, WithoutASeparatorItFailsAndStaysWhereItIs) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(TextCursorTest, FailedTellsOfTheLastFieldOnly) {
+TEST_F(TextCursorTest, FailedRefersToTheLastFieldOnly) {
     TextCursor cursor(*program.AppLog, "a b");
     cursor.Extract("\n");
     EXPECT_TRUE(cursor.Failed());
@@ -70,7 +70,7 @@ TEST_F(TextCursorTest, AMissingEndOfItemsIsLoggedOnce) {
     EXPECT_EQ(Logged().size(), 1U);
 }
 
-TEST_F(TextCursorTest, TakesAFixedNumberButLeavesATextThatHasNoMore) {
+TEST_F(TextCursorTest, TakesAFixedNumberButDoesNotMovePastTheEnd) {
     const struct {
         std::string_view text;
         std::size_t count;

@@ -60,7 +60,7 @@ TEST_F(clsIPLocationTest, TheEarlierOfTwoOverlappingLinesWins) {
     EXPECT_EQ(database.GetIPCountry("0.0.0.99"), "C");
 }
 
-TEST_F(clsIPLocationTest, FileOrderCountsAndNotTheOrderOfNumbers) {
+TEST_F(clsIPLocationTest, RangesAreSearchedInFileOrder) {
     Load("3\n300;400;C\n1;2;A\n100;200;B\n");
     EXPECT_EQ(database.GetIPCountry("0.0.0.1"), "A");
     EXPECT_EQ(database.GetIPCountry("0.0.0.100"), "B");
@@ -90,7 +90,7 @@ TEST_F(clsIPLocationTest, LinesBeyondTheAnnouncedCountAreNotRead) {
     EXPECT_EQ(database.GetIPCountry("0.0.0.4"), "--");
 }
 
-TEST_F(clsIPLocationTest, AnyKindOfLineEndWillDo) {
+TEST_F(clsIPLocationTest, AcceptsEveryKindOfLineEnd) {
     for (const char* content : {"2\r\n1;1;A\r\n2;2;B\r\n", "2\n1;1;A\n2;2;B\n", "2\r1;1;A\r2;2;B\r",
                                 "2\r\n1;1;A\n2;2;B", "2\r1;1;A\n2;2;B\r"}) {
         Load(content);
@@ -125,8 +125,8 @@ TEST_F(clsIPLocationTest, NumbersMayBeWrittenInAnyWay) {
 TEST_F(clsIPLocationTest, BoundsAreComparedAsTheyAreWritten) {
     const struct {
         const char* bounds;
-        const char* inside;  // "" when no address is
-        const char* outside; // "" when every address is inside
+        const char* inside;  // "": no address is inside
+        const char* outside; // "": every address is inside
     } cases[] = {
         {"9.5;20", "0.0.0.10", "0.0.0.9"},
         {"9;10.9999", "0.0.0.10", "0.0.0.11"},
@@ -195,7 +195,7 @@ TEST_F(clsIPLocationTest, ADamagedFileIsRefusedWithItsCause) {
         {"1\n1;1e999;A\n", Overflow},
         {"\xEF\xBB\xBF"
          "1\n1;1;A\n",
-         TypeMismatch}, // a mark of another encoding is no part of a number
+         TypeMismatch}, // a byte order mark is not part of a number
         {"1\x1A\n1;1;A\n", TypeMismatch},
     };
     for (const auto& c : cases) {
@@ -211,7 +211,7 @@ TEST_F(clsIPLocationTest, AFileThatCannotBeReadIsRefusedWithItsCause) {
     EXPECT_FALSE(database.Initialized());
 }
 
-TEST_F(clsIPLocationTest, AFailedLoadLeavesNothingOfTheLastOne) {
+TEST_F(clsIPLocationTest, AFailedLoadDiscardsTheOldDatabase) {
     Load("1\n1;1;A\n");
     EXPECT_EQ(ErrorOfLoading("2\n1;1;B\n2;2\n0;0;C"), SubscriptOutOfRange);
     EXPECT_FALSE(database.Initialized());
@@ -240,7 +240,7 @@ TEST_F(clsIPLocationTest, KnowsNoCountryBeforeItIsLoaded) {
     EXPECT_EQ(database.GetIPCountry("10.0.0.1"), "--");
 }
 
-TEST_F(clsIPLocationTest, AddressesThatAreNoneAreRefused) {
+TEST_F(clsIPLocationTest, MalformedAddressesAreRefused) {
     Load("1\n0;4294967295;A\n");
     const struct {
         const char* address;
@@ -258,17 +258,17 @@ TEST_F(clsIPLocationTest, AddressesThatAreNoneAreRefused) {
         EXPECT_EQ(ErrorOfLookUp(c.address), c.error) << c.address;
 }
 
-TEST_F(clsIPLocationTest, UnusualPartsCountByTheirHexadecimalDigits) {
+TEST_F(clsIPLocationTest, UnusualPartsAreReadByTheirHexadecimalDigits) {
     Load("4\n16909060;16909060;PLAIN\n2684431361;2684431361;WIDE\n4294967295;4294967295;ALL\n"
          "4294902274;4294902274;NEG\n");
     const struct {
         const char* address;
         const char* country;
     } cases[] = {
-        {"1.2.3.4", "PLAIN"},   {"1.2.3.4.5", "PLAIN"}, // a fifth part is not looked at
+        {"1.2.3.4", "PLAIN"},   {"1.2.3.4.5", "PLAIN"}, // a fifth part is ignored
         {"1.2.3.4.x", "PLAIN"}, {" 1 .02. 3.4 ", "PLAIN"},
         {"10.0.300.1", "WIDE"}, // 0A 00 12C 01: the last eight digits are A0012C01
-        {"1.2.3.-1", "ALL"},    // FFFFFFFF has eight digits alone
+        {"1.2.3.-1", "ALL"},    // FFFFFFFF has eight digits by itself
         {"9.-1.1.2", "--"},     // FFFF0102 is left of FFFFFFFF 01 02
         {"256.1.2.3", "--"},
     };

@@ -31,7 +31,7 @@ TEST_F(frmAddServerTest, OkAddsTheResolvedAddressWithThePortAsTypedAndStaysOpen)
     EXPECT_EQ(closed, 0);
 }
 
-TEST_F(frmAddServerTest, SeveralServersCanBeAddedInARowAlsoTheSameTwice) {
+TEST_F(frmAddServerTest, SeveralServersCanBeAddedInARowEvenTheSameTwice) {
     form.cmdOK_Click();
     form.cmdOK_Click();
     form.txtPort = "27961";
@@ -57,7 +57,7 @@ TEST_F(frmAddServerTest, CancelClosesWithoutAdding) {
     EXPECT_THAT(added, IsEmpty());
 }
 
-TEST_F(frmAddServerTest, EnterInEitherBoxIsSwallowedAndActsAsOk) {
+TEST_F(frmAddServerTest, EnterInEitherFieldActsAsOk) {
     int key = '\r';
     form.txtIP_KeyPress(key);
     EXPECT_EQ(key, 0);
@@ -67,7 +67,7 @@ TEST_F(frmAddServerTest, EnterInEitherBoxIsSwallowedAndActsAsOk) {
     EXPECT_THAT(added, ElementsAre("10.1.2.3:27960", "10.1.2.3:27960"));
 }
 
-TEST_F(frmAddServerTest, EveryOtherKeyIsLeftAlone) {
+TEST_F(frmAddServerTest, OtherKeysAreNotHandled) {
     for (int code = 0; code < 256; ++code) {
         if (code == '\r')
             continue;

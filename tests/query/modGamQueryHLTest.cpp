@@ -37,7 +37,7 @@ TEST_F(modGamQueryHLTest, PlayerSlotsAreOneByteWithoutASign) {
     EXPECT_EQ(Server().MaxPlayers, 255);
 }
 
-TEST_F(modGamQueryHLTest, TheKindCountsInAnyCase) {
+TEST_F(modGamQueryHLTest, TheKindIsReadInAnyCase) {
     Parse(Lead + "ca\0n\0m\0g\0x\x08"s);
     EXPECT_EQ(Server().MaxPlayers, 8);
     Parse(Lead + "d" + Bytes({1, 1}) + Player("One", 5));
@@ -78,7 +78,7 @@ TEST_F(modGamQueryHLTest, NoReplyResetsTheRecordOrItsPasswordFlag) {
     EXPECT_EQ(Server().Ping, 77);
 }
 
-TEST_F(modGamQueryHLTest, AnInfoReplyCutOffFillsWhatItHas) {
+TEST_F(modGamQueryHLTest, ATruncatedInfoReplyFillsTheFieldsItHas) {
     const std::string outOfText = "modGamQuery;ParseHLCSInfo;5";
     const struct {
         std::string reply;
@@ -93,7 +93,7 @@ TEST_F(modGamQueryHLTest, AnInfoReplyCutOffFillsWhatItHas) {
         {"Ca\0n\0m\0g"s, "n", "m", "", 1, {Missing, outOfText}},
         {"Ca\0n\0m\0"s, "n", "m", "", 1, {Missing, outOfText}},
         {"Ca\0n\0m"s, "n", "", "", 1, {Missing, Missing, outOfText}},
-        {"Ca\0n\0map"s, "n", "", "", 'a', {Missing, Missing}}, // the text stands where it stood
+        {"Ca\0n\0map"s, "n", "", "", 'a', {Missing, Missing}}, // the position has not moved
         {"Ca\0n"s, "", "", "", 1, {Missing, Missing, Missing, outOfText}},
         {"Ca\0"s, "", "", "", 1, {Missing, Missing, Missing, outOfText}},
         {"C"s, "", "", "", 0xFF, {Missing, Missing, Missing, Missing}},
@@ -112,7 +112,7 @@ TEST_F(modGamQueryHLTest, AnInfoReplyCutOffFillsWhatItHas) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(modGamQueryHLTest, AnEmptyTextTakesTheNextOneWithIt) {
+TEST_F(modGamQueryHLTest, AnEmptyTextIsReadTogetherWithTheNextOne) {
     Parse(Lead + "Ca\0\0de_dust\0cstrike\0game\0x\x08"s);
     EXPECT_EQ(Server().Name, "\0de_dust"s);
     EXPECT_EQ(Server().Map, "cstrike");
@@ -134,21 +134,21 @@ TEST_F(modGamQueryHLTest, OnlyTheFirstByteOfAScoreCounts) {
     EXPECT_THAT(PlayerList(), ElementsAre("255/0/One"));
 }
 
-TEST_F(modGamQueryHLTest, TimesAreNotLookedAt) {
+TEST_F(modGamQueryHLTest, TimesAreIgnored) {
     ParsePlayers(Player("One", 1, Bytes({0, 0, 0xC0, 0x7F})) + "\x02" +
                  Player("Two", 2, Bytes({0, 0, 0x80, 0x7F})));
     EXPECT_THAT(PlayerList(), ElementsAre("1/0/One", "2/0/Two"));
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(modGamQueryHLTest, TheAnnouncedPlayerCountIsNotLookedAt) {
+TEST_F(modGamQueryHLTest, TheAnnouncedPlayerCountIsIgnored) {
     Parse(Lead + "D" + Bytes({255, 1}) + Player("One", 1));
     EXPECT_EQ(Server().Players, 1);
     Parse(Lead + "D" + Bytes({0, 1}) + Player("One", 1));
     EXPECT_EQ(Server().Players, 1);
 }
 
-TEST_F(modGamQueryHLTest, ReadsPlayersAsFarAsTheBytesGo) {
+TEST_F(modGamQueryHLTest, ReadsPlayersUpToTheLastByte) {
     const std::string outOfText = "modGamQuery;ParseHLCSPlayers;5";
     const std::string whole = Player("whole", 7) + "\x02";
     const struct {
@@ -158,13 +158,13 @@ TEST_F(modGamQueryHLTest, ReadsPlayersAsFarAsTheBytesGo) {
         std::vector<std::string> errors;
     } cases[] = {
         {"", {}, 1, {}},
-        {"abcd", {}, 1, {}},                                 // four bytes are no player
+        {"abcd", {}, 1, {}},                                 // four bytes are not a player
         {"abcd\0"s, {"0/0/abcd"}, 9, {outOfText}},           // no score
         {"abcd\0\x05"s, {"5/0/abcd"}, 2, {}},                // a score of one byte
         {"abcd\0\x05\0\0\0time"s, {"5/0/abcd"}, 2, {}},      // no next index
         {"abcd\0\x05\0\0\0timeiabcd"s, {"5/0/abcd"}, 2, {}}, //
-        {"abcde", {"97/0/"}, 2, {Missing}},                  // endless name
-        {"\0abcd"s, {"0/0/"}, 2, {Missing}},                 // an empty name is not seen as such
+        {"abcde", {"97/0/"}, 2, {Missing}},                  // unterminated name
+        {"\0abcd"s, {"0/0/"}, 2, {Missing}},                 // an empty name is not recognised
     };
     std::vector<std::string> errors;
     for (const auto& c : cases) {
@@ -191,14 +191,14 @@ TEST_F(modGamQueryHLTest, AReplyWithoutPlayersEmptiesTheList) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(modGamQueryHLTest, AnEndlessNameIsReadOnAsPlayersButLoggedOnce) {
+TEST_F(modGamQueryHLTest, AnUnterminatedNameIsReadAsPlayersAndLoggedOnce) {
     ParsePlayers(std::string(63000, 'x'));
     EXPECT_EQ(Server().Players, 7000);
     EXPECT_EQ(Server().PlayerList[7000].Score, 'x');
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(modGamQueryHLTest, RulesAreKeptWithTheirHeaderAndAddUp) {
+TEST_F(modGamQueryHLTest, RulesAreAppendedWithTheirHeader) {
     Parse(Lead + "E\x01\0mp_friendlyfire\0001\0"s);
     const std::string once = Lead + "E\x01\\mp_friendlyfire\\1";
     EXPECT_EQ(Server().Variables, once);
@@ -207,7 +207,7 @@ TEST_F(modGamQueryHLTest, RulesAreKeptWithTheirHeaderAndAddUp) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(modGamQueryHLTest, OnlyOneBackslashBehindTheRulesIsRemoved) {
+TEST_F(modGamQueryHLTest, OnlyOneBackslashAfterTheRulesIsRemoved) {
     const struct {
         std::string rules;
         const char* variables;
@@ -236,7 +236,7 @@ TEST_F(modGamQueryHLTest, RulesDoNotGrowBeyondTheirLimit) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(modGamQueryHLTest, AnIndexOutsideTheListIsTheErrorOfTheRoutineThatMetIt) {
+TEST_F(modGamQueryHLTest, AnIndexOutsideTheListIsLoggedByTheRoutineThatUsesIt) {
     ParseHLCSStatus(program, Lead + "Ca", 2);
     ParseHLCSStatus(program, Lead + "Da", 2);
     ParseHLCSStatus(program, Lead + "Ea", 2);

@@ -53,7 +53,7 @@ TEST_F(modGamQueryQ3Test, ClearsOnlyTheName) {
     EXPECT_EQ(Server().ModName, "^2\"Mod\"");
 }
 
-TEST_F(modGamQueryQ3Test, ResetsWhatTheLastReplyLeft) {
+TEST_F(modGamQueryQ3Test, ResetsTheFieldsOfTheLastReply) {
     Server().Name = "old";
     Server().Variables = "\\old\\1";
     Server().Players = 3;
@@ -111,10 +111,10 @@ TEST_F(modGamQueryQ3Test, CollectsPairsAsSeenInTheInfoText) {
         {"\\a\\1\\b\\", "\\a\\1\\b\\"},
         {"\\a", "\\a"}, // odd number of fields
         {"\\a\\1\\b", "\\a\\1\\b"},
-        {"\\mapname\\q3dm17\\", "\\"}, // an empty field behind a known pair
+        {"\\mapname\\q3dm17\\", "\\"}, // an empty field after a known pair
         {"\\ Administrator\\X\\.site\\y", "\\ administrator\\x\\.site\\y"},
         {"\\a\\1 %n%s\r\t", "\\a\\1 %n%s\r\t"},
-        {"xa\\1", "\\a\\1"}, // the first character goes unseen
+        {"xa\\1", "\\a\\1"}, // the first character is skipped
         {"x", ""},
         {"\\", ""},
         {"\\\\", "\\\\"},
@@ -136,7 +136,7 @@ TEST_F(modGamQueryQ3Test, AValueThatIsAKnownKeyIsTakenAsThatKey) {
     EXPECT_EQ(Server().Variables, "\\vote\\fraglimit\\20");
 }
 
-TEST_F(modGamQueryQ3Test, AnEmptyValueOfAKnownKeyTakesTheNextKeyForIt) {
+TEST_F(modGamQueryQ3Test, AnEmptyValueOfAKnownKeyIsReplacedByTheNextKey) {
     ParseInfo("\\mapname\\\\gamename\\osp");
     EXPECT_EQ(Server().Map, "\\gamename");
     EXPECT_EQ(Server().ModName, "0");
@@ -165,13 +165,13 @@ TEST_F(modGamQueryQ3Test, AnInfoTextWithoutAnyPairAppendsNothing) {
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(modGamQueryQ3Test, AnEmptyInfoLineRunsIntoTheNextLine) {
+TEST_F(modGamQueryQ3Test, AnEmptyInfoLineIsJoinedWithTheNextLine) {
     Parse(Header + "\n3 4 \"Player\"\n5 6 \"Other\"\n");
     EXPECT_EQ(Server().Variables, "\\3 4 \"player\"");
     EXPECT_THAT(PlayerList(), ElementsAre("5/6/Other"));
 }
 
-TEST_F(modGamQueryQ3Test, NumbersThatAreNoneEndTheParse) {
+TEST_F(modGamQueryQ3Test, MalformedNumbersEndTheParse) {
     const struct {
         const char* info;
         const std::string& error;
@@ -203,13 +203,13 @@ TEST_F(modGamQueryQ3Test, AnEmptyNumberAtTheEndEndsTheParse) {
     EXPECT_THAT(Logged(), ElementsAre(Missing, Mismatch));
 }
 
-TEST_F(modGamQueryQ3Test, WholeNumbersNeedNotBeWrittenAsSuch) {
+TEST_F(modGamQueryQ3Test, NumbersMayHaveBlanksFractionsAndSigns) {
     ParseInfo("\\sv_maxclients\\ 16.5 \\g_needpass\\-1");
     EXPECT_EQ(Server().MaxPlayers, 16);
     EXPECT_EQ(Server().Locked, -1);
 }
 
-TEST_F(modGamQueryQ3Test, NoPlayerLinesAreNoPlayers) {
+TEST_F(modGamQueryQ3Test, WithoutPlayerLinesThereAreNoPlayers) {
     ParsePlayers("");
     EXPECT_EQ(Server().Players, 0);
     EXPECT_EQ(Server().PlayerList.HighestIndex(), 0);
@@ -229,7 +229,7 @@ TEST_F(modGamQueryQ3Test, ReadsEachPlayerLineAsScorePingAndName) {
         {"1 2 3 \"team\"\n", {"1/2/3 team"}},
         {"1 2000000000 \"slow\"\n", {"1/2000000000/slow"}},
         {"1.5 2.5 \"half\"\n", {"2/2/half"}},
-        {"1 2 \n\"x\"\n", {"1/2/\nx"}}, // a line end in front of a name is not seen
+        {"1 2 \n\"x\"\n", {"1/2/\nx"}}, // a line end before a name is not found
         {"1 2 ^1c^\n", {"1/2/c^"}},
     };
     for (const auto& c : cases) {
@@ -254,8 +254,8 @@ TEST_F(modGamQueryQ3Test, ADamagedPlayerEndsTheParseAndIsNotCounted) {
         {"5", {"0/0/"}, 0, {Missing, Mismatch}},
         {"5 ", {"5/0/"}, 0, {Missing, Mismatch}},
         {"5 6", {"5/0/"}, 0, {Missing, Mismatch}},
-        {" 5 6 \"n\"\n", {"5/6/n"}, 2, {}}, // a blank in front of the score is not seen
-        {"5  6 \"n\"\n", {"5/6/n"}, 2, {}}, // nor one in front of the ping
+        {" 5 6 \"n\"\n", {"5/6/n"}, 2, {}}, // a blank before the score is not found
+        {"5  6 \"n\"\n", {"5/6/n"}, 2, {}}, // nor one before the ping
         {"5 x \"n\"\n", {"5/0/"}, 0, {Mismatch}},
         {"5 \"n\"\n", {"5/0/"}, 0, {Missing, Mismatch}},
         {"5 \"n m\"\n", {"5/0/"}, 0, {Mismatch}},
@@ -278,7 +278,7 @@ TEST_F(modGamQueryQ3Test, ADamagedPlayerEndsTheParseAndIsNotCounted) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(modGamQueryQ3Test, ANameWithoutALineEndIsReadOnAsPlayers) {
+TEST_F(modGamQueryQ3Test, ANameWithoutALineEndIsReadAsPlayers) {
     ParsePlayers("5 6 \"cut off\"");
     EXPECT_THAT(PlayerList(), ElementsAre("5/6/", "0/0/"));
     EXPECT_EQ(Server().Players, 0);
@@ -312,20 +312,20 @@ TEST_F(modGamQueryQ3Test, AnInfoTextWithoutALineEndIsReadAsPlayers) {
     EXPECT_THAT(Logged(), ElementsAre(Missing, Missing, Missing, Mismatch));
 }
 
-TEST_F(modGamQueryQ3Test, RepliesOfAnotherKindGoThroughTheSameSteps) {
+TEST_F(modGamQueryQ3Test, RepliesOfAnotherKindAreParsedInTheSameWay) {
     Parse("\xFF\xFF\xFF\xFFprint\nServer is full\n");
     EXPECT_EQ(Server().Variables, "\\erver is full");
     EXPECT_EQ(Server().Players, 0);
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(modGamQueryQ3Test, AHeaderOfOneLineEndIsNotSeen) {
+TEST_F(modGamQueryQ3Test, AHeaderOfOneLineEndIsNotFound) {
     Parse("\n\\a\\1\n\\mapname\\q3dm17\n");
     EXPECT_EQ(Server().Map, "q3dm17");
     EXPECT_EQ(Server().Variables, "");
 }
 
-TEST_F(modGamQueryQ3Test, AnIndexOutsideTheListIsItsRoutinesError) {
+TEST_F(modGamQueryQ3Test, AnIndexOutsideTheListIsLoggedByItsRoutine) {
     for (const std::int32_t index : {-1, 2, 1'000'000})
         ParseQ3EngineStatus(program, Header + "\\mapname\\q3dm17\n", index);
     EXPECT_THAT(Logged(),

@@ -24,14 +24,14 @@ class modGamQueryTest : public ProgramTest {
     }
 };
 
-TEST_F(modGamQueryTest, AsksEachEngineInItsOwnWords) {
+TEST_F(modGamQueryTest, SendsTheRequestsOfEachEngine) {
     EXPECT_THAT(SentTo("q3"), ElementsAre("\xFF\xFF\xFF\xFFgetstatus"s));
     EXPECT_THAT(SentTo("d3"), ElementsAre("\xFF\xFFgetinfo\0\0\0\0"s));
     EXPECT_THAT(SentTo("hl"),
                 ElementsAre("\xFF\xFF\xFF\xFFinfo"s, "\xFF\xFF\xFF\xFFplayers"s, "\xFF\xFF\xFF\xFFrules"s));
 }
 
-TEST_F(modGamQueryTest, AsksNothingOfAnEngineThatItDoesNotKnow) {
+TEST_F(modGamQueryTest, SendsNothingForAnUnknownEngine) {
     for (const char* engine : {"", "Q3", "q3 ", "d", "hl2"})
         EXPECT_THAT(SentTo(engine), IsEmpty()) << engine;
 }
@@ -99,8 +99,8 @@ TEST_F(modGamQueryNamesTest, LoseTheirColourCodesAndQuotes) {
         {"^n^b^Bx", "x"},
         {"^xFF00FFPink", "Pink"},
         {"^XFF00FFPink", "Pink"},
-        {"^x\"\"^^^^Pink", "Pink"}, // the seven characters go whatever they are
-        {"^xFF00F", ""},            // also when fewer are left
+        {"^x\"\"^^^^Pink", "Pink"}, // any seven characters are removed
+        {"^xFF00F", ""},            // even if fewer are left
         {"^x", ""},
         {"^", "^"},
         {"name^", "name^"},

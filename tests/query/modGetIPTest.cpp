@@ -17,11 +17,11 @@ class modGetIPTest : public ProgramTest {
     std::string Validate(const std::string& address, const std::string& port) {
         return ValidateAddress(program, fake.desktop, address, port);
     }
-    // The texts of the boxes shown since the last call.
+    // The texts of the message boxes shown since the last call.
     std::vector<std::string> Shown() {
         std::vector<std::string> texts;
-        for (const FakePrompts::Box& box : fake.prompts.shown)
-            texts.push_back(box.text);
+        for (const FakePrompts::Prompt& prompt : fake.prompts.shown)
+            texts.push_back(prompt.text);
         fake.prompts.shown.clear();
         return texts;
     }
@@ -34,7 +34,7 @@ TEST_F(modGetIPTest, AHostNameBecomesItsDottedAddress) {
     EXPECT_THAT(Shown(), IsEmpty());
 }
 
-TEST_F(modGetIPTest, AHostNameThatDoesNotResolveGivesNothingAndSaysNothing) {
+TEST_F(modGetIPTest, AnUnknownHostNameGivesAnEmptyAddressWithoutAMessage) {
     EXPECT_EQ(AddrByName(*program.AppLog, fake.hosts, "nowhere.example"), "");
     EXPECT_EQ(Validate("nowhere.example", "27960"), "");
     EXPECT_THAT(Shown(), IsEmpty());
@@ -67,7 +67,7 @@ TEST_F(modGetIPTest, EachRefusalNamesItsReason) {
         {"10.0.0.1", "27a", PortNotNumerical},
         {"10.0.0.1", " ", PortNotNumerical},
         {"10.0.0.1", "0x10", PortNotNumerical},
-        {"1.2.3", "27a", PortNotNumerical}, // the port comes first
+        {"1.2.3", "27a", PortNotNumerical}, // the port is checked first
         {"games.example", "port", PortNotNumerical},
         {"5", "27960", NotFourSets},
         {"1.2.3", "27960", NotFourSets},

@@ -26,7 +26,7 @@ class modMasterQueryTest : public ProgramTest {
     const std::string server2 = Bytes({192, 168, 255, 254, 0xFF, 0xFE});
 };
 
-TEST_F(modMasterQueryTest, Quake3EntriesHaveTheHighByteOfThePortFirstAndASeparatorBehind) {
+TEST_F(modMasterQueryTest, Quake3EntriesHaveTheHighByteOfThePortFirstAndASeparatorAtTheEnd) {
     ParseQ3(server1 + "\\" + server2 + "\\");
     EXPECT_THAT(Slots(), ElementsAre("10.0.0.1:27960", "192.168.255.254:65534"));
     EXPECT_EQ(program.ServerCount, 2);
@@ -43,7 +43,7 @@ TEST_F(modMasterQueryTest, BackslashesInsideAnEntryArePartOfIt) {
     EXPECT_THAT(Slots(), ElementsAre("92.92.92.92:23644"));
 }
 
-TEST_F(modMasterQueryTest, Quake3EndMarksAreDeletedFromTheTextWhereverTheyStand) {
+TEST_F(modMasterQueryTest, Quake3EndMarksAreDeletedWhereverTheyAre) {
     std::string body = "EOF" + server1 + "\\EOT" + server2 + "EOTEOF\\";
     ParseQ3EngineServers(program, body);
     EXPECT_EQ(body, server1 + "\\" + server2 + "\\");
@@ -101,7 +101,7 @@ TEST_F(modMasterQueryTest, ANewEntryHasOnlyAddressAndPort) {
     EXPECT_TRUE(server.LastVisit.IsZero());
 }
 
-TEST_F(modMasterQueryTest, ASlotThatALongerCountLeftOverIsFilledAndItsPlayersGo) {
+TEST_F(modMasterQueryTest, ASlotLeftByALongerCountIsFilledAndItsPlayersAreCleared) {
     ParseHL(server1 + "x" + server1 + "y" + server1 + "z");
     ASSERT_EQ(program.Servers.HighestIndex(), 4);
     program.Servers[4].PlayerList.Reset(2);
@@ -122,7 +122,7 @@ TEST_F(modMasterQueryTest, EntriesAreAppendedWithoutLookingForDuplicates) {
     EXPECT_EQ(program.Servers[1].Name, "kept");
 }
 
-TEST_F(modMasterQueryTest, TheNextListBeginsBehindACountThatIsOnePastTheEnd) {
+TEST_F(modMasterQueryTest, TheNextListBeginsAfterACountThatIsOnePastTheEnd) {
     const std::string list = server1 + "\\EOT" + Bytes({'\\', 0, 0});
     ParseQ3(list);
     ASSERT_EQ(program.ServerCount, 2);
@@ -145,15 +145,15 @@ TEST_F(modMasterQueryTest, AnEmptyBodyAddsNothing) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-// One whole entry and so many bytes of the next.
+// One complete entry and this many bytes of the next.
 struct CutEntry {
     std::size_t bytes;
     std::int32_t slots;
-    const char* last; // what the last slot holds
+    const char* last; // the content of the last slot
     const char* error;
 };
 
-TEST_F(modMasterQueryTest, AQuake3EntryCutOffIsStoredAsFarAsItsSlotAndBytesGo) {
+TEST_F(modMasterQueryTest, ATruncatedQuake3EntryIsStoredAsFarAsPossible) {
     const CutEntry cases[] = {
         {1, 1, "10.0.0.1:27960", "9"},    {2, 1, "10.0.0.1:27960", "9"},
         {3, 1, "10.0.0.1:27960", "9"},    {4, 2, "192.168.255.254:0", "5"},
@@ -173,7 +173,7 @@ TEST_F(modMasterQueryTest, AQuake3EntryCutOffIsStoredAsFarAsItsSlotAndBytesGo) {
     }
 }
 
-TEST_F(modMasterQueryTest, ADoom3EntryCutOffIsStoredAsFarAsItsSlotAndBytesGo) {
+TEST_F(modMasterQueryTest, ATruncatedDoom3EntryIsStoredAsFarAsPossible) {
     const CutEntry cases[] = {
         {1, 1, "10.0.0.1:14445", "9"},    {2, 1, "10.0.0.1:14445", "9"},    {3, 2, ":0", "5"},
         {4, 2, "192.168.255.254:0", "5"}, {5, 2, "192.168.255.254:0", "5"},
@@ -201,7 +201,7 @@ TEST_F(modMasterQueryTest, HalfASlotIsRoundedToTheEvenNumber) {
     }
 }
 
-TEST_F(modMasterQueryTest, AHalfLifeEntryCutOffEndsInItsOwnRoutinesError) {
+TEST_F(modMasterQueryTest, ATruncatedHalfLifeEntryIsLoggedByItsOwnRoutine) {
     ParseHL(server1 + "x" + server2.substr(0, 1));
     EXPECT_EQ(program.ServerCount, 2);
     EXPECT_EQ(program.Servers.HighestIndex(), 1);
@@ -230,7 +230,7 @@ TEST_F(modMasterQueryTest, NineThousandTimesTheSameAddressIsNineThousandServers)
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(modMasterQueryTest, ZeroAddressesAreListedAsTheyCome) {
+TEST_F(modMasterQueryTest, ZeroAddressesAreListedToo) {
     ParseQ3(std::string(14, '\0'));
     EXPECT_THAT(Slots(), ElementsAre("0.0.0.0:0", "0.0.0.0:0"));
 }

@@ -1,4 +1,4 @@
-// The definitions that Quarn comes with: docs/games.md names the source of each.
+// The definitions that come with Quarn; docs/games.md names the source of each.
 
 #include "core/modStringHelper.h"
 #include "tests/fakes/HeadlessBrowser.h"
@@ -27,7 +27,7 @@ std::string ShippedDefinitions() {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// What each game's own sources say about its master.
+// The masters according to each game's own sources.
 const StrictMaster Masters[] = {
     {"q3", Family::Quake3, 68, ""},
     {"oa", Family::Quake3, 71, ""},
@@ -87,7 +87,7 @@ TEST_P(GamesIniGameTest, GetsItsListFromAMasterOfItsKind) {
 INSTANTIATE_TEST_SUITE_P(, GamesIniGameTest, ::testing::ValuesIn(Masters),
                          [](const auto& game) { return game.param.gameShort; });
 
-TEST(GamesIniStrictMasterTest, RefusesWhatAsksForOtherServers) {
+TEST(GamesIniStrictMasterTest, RefusesRequestsForOtherServers) {
     const StrictMaster quake = {"q3", Family::Quake3, 68, ""};
     const StrictMaster named = {"wop", Family::Quake3, 71, "WorldofPadman"};
     const StrictMaster doom = {"doom3", Family::Doom3, 1 << 16 | 41, ""};
@@ -126,7 +126,7 @@ const std::string Good =
     "MasterPacket=$255getservers 68\r\nMasterResponse=$255getserversResponse\r\n"
     "[MOD1]\r\nBasedGame=game1\r\nDescription=A$32MOD\r\nGameName=mod\r\nGameVersion=\r\n";
 
-TEST(GamesIniFaultsTest, FindsNoneInAGoodFile) {
+TEST(GamesIniFaultsTest, FindsNoFaultInAGoodFile) {
     EXPECT_THAT(DefinitionFaults(Good), IsEmpty());
 }
 
@@ -180,7 +180,7 @@ TEST(GamesIniFaultsTest, FindsEachFault) {
     }
 }
 
-TEST(GamesIniFaultsTest, FindsTwoOfTheSame) {
+TEST(GamesIniFaultsTest, FindsDuplicates) {
     std::string text = Good +
                        "[Game2]\r\nDescription=Another\r\nExeName=a.exe\r\nGameShort=game1\r\nEngine=d3\r\n"
                        "MasterAddress=m.example.org\r\nMasterPort=1\r\nMasterPacket=x\r\nMasterResponse=y\r\n"

@@ -17,11 +17,11 @@ class clsAppLogTest : public ::testing::Test {
     FakeDesktop fake;
     clsAppLog log{fake.desktop, "C:\\Quarn\\"};
 
-    const FakePrompts::Box& Shown(std::size_t index = 0) { return fake.prompts.shown.at(index); }
+    const FakePrompts::Prompt& Shown(std::size_t index = 0) { return fake.prompts.shown.at(index); }
     std::size_t ShownCount() const { return fake.prompts.shown.size(); }
 };
 
-TEST_F(clsAppLogTest, KeepsItsFileBesideTheProgram) {
+TEST_F(clsAppLogTest, KeepsItsFileNextToTheProgram) {
     EXPECT_EQ(log.DefaultLogFilename(), LogPath);
     EXPECT_EQ(fake.files.TotalWrites(), 0);
 }
@@ -33,7 +33,7 @@ TEST_F(clsAppLogTest, WritesALineOfFiveFields) {
               "frmMain;mnuExtrasGameSetup_Click;06/21/05 14:03:07.250;91;Object variable not set\r\n");
 }
 
-TEST_F(clsAppLogTest, WritesTimesWithAllTheirDigits) {
+TEST_F(clsAppLogTest, WritesTimesWithLeadingZeros) {
     const struct {
         CalendarTime time;
         int milliseconds;
@@ -51,14 +51,14 @@ TEST_F(clsAppLogTest, WritesTimesWithAllTheirDigits) {
     }
 }
 
-TEST_F(clsAppLogTest, LeavesOutWhatIsNotGiven) {
+TEST_F(clsAppLogTest, LeavesMissingFieldsEmpty) {
     log.Log("frmMain", "Form_Load");
     EXPECT_EQ(fake.files.Get(LogPath), "frmMain;Form_Load;11/21/26 08:05:00.000;0;\r\n");
     EXPECT_EQ(ShownCount(), 0U);
     EXPECT_TRUE(fake.shell.opened.empty());
 }
 
-TEST_F(clsAppLogTest, WritesFieldsAsTheyStand) {
+TEST_F(clsAppLogTest, WritesFieldsUnchanged) {
     const std::string description = std::string("a;b\"c\r\nd\xFF") + '\0';
     log.Log("m;1", "r", -5, description);
     EXPECT_EQ(fake.files.Get(LogPath), "m;1;r;11/21/26 08:05:00.000;-5;" + description + "\r\n");
@@ -176,7 +176,7 @@ class clsAppLogReportTest : public clsAppLogTest {
     }
 };
 
-TEST_F(clsAppLogReportTest, HandsTheWholeReportToTheMailProgram) {
+TEST_F(clsAppLogReportTest, PassesTheWholeReportToTheMailProgram) {
     log.Log("m", "first", 13, "a&b");
     const std::string subject = std::string("Error log from Quarn ") + VersionText;
     EXPECT_EQ(MailOpened(), "MailTo:help@quarn.example&Subject=" + subject +
@@ -202,7 +202,7 @@ TEST_F(clsAppLogReportTest, OpensTheLinkOnItsOwn) {
     EXPECT_EQ(request.show, ShowState::Normal);
 }
 
-TEST_F(clsAppLogReportTest, ShowsTheMessageBeforeItAsksTheMailProgram) {
+TEST_F(clsAppLogReportTest, ShowsTheMessageBeforeItStartsTheMailProgram) {
     std::size_t openedByThen = 1;
     fake.prompts.whileOpen = [&] { openedByThen = fake.shell.opened.size(); };
     log.Log("m", "r", 9, "text", true, true);
@@ -211,7 +211,7 @@ TEST_F(clsAppLogReportTest, ShowsTheMessageBeforeItAsksTheMailProgram) {
     EXPECT_EQ(fake.shell.opened.size(), 1U);
 }
 
-TEST_F(clsAppLogReportTest, LeavesEmptyWhatCannotBeHad) {
+TEST_F(clsAppLogReportTest, LeavesUnavailableFactsEmpty) {
     fake.system.windows.reset();
     fake.system.shellLightWeight.reset();
     fake.system.directX.reset();
@@ -227,7 +227,7 @@ TEST_F(clsAppLogReportTest, LeavesEmptyWhatCannotBeHad) {
     EXPECT_EQ(log.ErrorCount(), 0);
 }
 
-TEST_F(clsAppLogReportTest, ShowsThatTheMailProgramCouldNotBeAsked) {
+TEST_F(clsAppLogReportTest, ShowsThatTheMailProgramCouldNotBeStarted) {
     fake.shell.openFault = ErrorNumber::InvalidProcedureCall;
     log.Log("m", "r", 0, "text", false, true);
     ASSERT_EQ(ShownCount(), 1U);
@@ -268,7 +268,7 @@ TEST_F(clsAppLogReportTest, OffersAReportAtTheEndOfARunWithErrors) {
     EXPECT_EQ(log.ErrorCount(), 2);
 }
 
-TEST_F(clsAppLogReportTest, SendsNothingWithoutTheUsersYes) {
+TEST_F(clsAppLogReportTest, SendsNothingWithoutTheUsersConsent) {
     log.Log("m", "r", 13);
     const std::string before = fake.files.Get(LogPath);
     fake.prompts.yesNoAnswers = {false};
@@ -277,7 +277,7 @@ TEST_F(clsAppLogReportTest, SendsNothingWithoutTheUsersYes) {
     EXPECT_EQ(fake.files.Get(LogPath), before);
 }
 
-TEST_F(clsAppLogReportTest, ShowsNoMessageBesideTheQuestion) {
+TEST_F(clsAppLogReportTest, ShowsNoMessageInAdditionToTheQuestion) {
     log.Log("m", "r", 13);
     fake.prompts.yesNoAnswers = {false};
     fake.prompts.whileOpen = [&] { log.Log("m", "inner", 6, "Overflow", true); };
@@ -286,7 +286,7 @@ TEST_F(clsAppLogReportTest, ShowsNoMessageBesideTheQuestion) {
     EXPECT_EQ(log.ErrorCount(), 2);
 }
 
-// Whatever box of the program is open: an error that comes up meanwhile is logged, and puts no box on top.
+// While any message box of the program is open, an error is logged and shows no second message box.
 TEST_F(clsAppLogTest, ShowsNoErrorOnTopOfAQuestion) {
     fake.prompts.textAnswers = {"Friends"};
     fake.prompts.whileOpen = [&] { log.Log("m", "meanwhile", 6, "Overflow", true); };

@@ -32,7 +32,7 @@ TEST_F(clsHTMLHelpTest, ShowsATopicInItsWindow) {
     EXPECT_EQ(Calls()[0].topic, "Progs\\Quarn\\Main.htm");
 }
 
-TEST_F(clsHTMLHelpTest, LeavesAWindowThatCameToTheUser) {
+TEST_F(clsHTMLHelpTest, LeavesAShownWindowOpen) {
     help.CloseFile();
     EXPECT_TRUE(Calls().empty());
     help.ShowTopic(1, "topic");
@@ -53,7 +53,7 @@ TEST_F(clsHTMLHelpTest, ClosesAfterATopicThatCouldNotBeShown) {
     EXPECT_EQ(Calls()[2].topic, std::nullopt);
 }
 
-TEST_F(clsHTMLHelpTest, TakesAnyFileWindowAndTopic) {
+TEST_F(clsHTMLHelpTest, AcceptsAnyFileWindowAndTopic) {
     for (const std::string& text : {std::string(), std::string(" "), std::string("a>b"),
                                     std::string("\xff\""), std::string(10'000, 'x')}) {
         help.CHMFile = help.HelpWindow = text;

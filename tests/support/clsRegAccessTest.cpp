@@ -116,7 +116,7 @@ TEST_F(clsRegAccessTest, ShapesNumbers) {
     EXPECT_EQ(Query("", clsRegAccess::NumberResult), Variant(0));
 }
 
-TEST_F(clsRegAccessTest, OtherResultTypesLeaveTheTextAlone) {
+TEST_F(clsRegAccessTest, OtherResultTypesKeepTheText) {
     fake.registry.Put(Root, Key, "Value", "no number");
     for (const std::int32_t type : {0, 3, -1, 255})
         EXPECT_EQ(Query("", type), Variant("no number"));
@@ -147,7 +147,7 @@ TEST_F(clsRegAccessTest, WritesEachTypeAsItsBytes) {
     }
 }
 
-TEST_F(clsRegAccessTest, ATextThatIsNoNumberIsNotWrittenAsOne) {
+TEST_F(clsRegAccessTest, ATextThatIsNotANumberIsNotWrittenAsOne) {
     access.SetKey(Root, Key);
     for (const char* text : {"", "x", "99999999999"})
         EXPECT_FALSE(access.SetValue(Root, Key, "Value", std::string(text), clsRegAccess::NumberType));

@@ -51,7 +51,7 @@ TEST_F(clsSysTrayTest, DeclaresItsEventsInOrder) {
     EXPECT_TRUE(std::is_sorted(std::begin(events), std::end(events), std::less<>()));
 }
 
-TEST_F(clsSysTrayTest, DescribesTheIconAsThePlatformWantsIt) {
+TEST_F(clsSysTrayTest, DescribesTheIconInThePlatformsForm) {
     tray.IconInSysTray();
     ASSERT_EQ(area.calls.size(), 1U);
     EXPECT_EQ(LastCall().command, NotifyCommand::Add);
@@ -105,7 +105,7 @@ TEST_F(clsSysTrayTest, CutsTooltipsToTheirField) {
         {std::string(10'000, 'd'), std::string(63, 'd')},
         {"\xff\x80&%n", "\xff\x80&%n"},
         {std::string("a\0b", 3), "a"},
-        {"short", "short"}, // nothing of the longer one is left behind it
+        {"short", "short"}, // nothing of the longer one is left after it
     };
     for (const auto& c : cases) {
         tray.ChangeToolTip(c.text);
@@ -116,7 +116,7 @@ TEST_F(clsSysTrayTest, CutsTooltipsToTheirField) {
     }
 }
 
-TEST_F(clsSysTrayTest, TakesTheTooltipOfAnIconToCome) {
+TEST_F(clsSysTrayTest, KeepsATooltipForALaterIcon) {
     window.state = WindowState::Minimized;
     window.caption = "caption";
     tray.SetToolTip("tip");
@@ -150,7 +150,7 @@ TEST_F(clsSysTrayTest, GoesIntoTheTrayAndBackAnyNumberOfTimes) {
     }
 }
 
-// What a window and a notification area are asked to do, in one line.
+// The calls of a window and a notification area, in one line.
 struct Steps {
     std::string line;
     void Note(const char* step) { line += line.empty() ? step : std::string(", ") + step; }
@@ -191,7 +191,7 @@ TEST(clsSysTrayStepsTest, LeaveNoMomentWithoutWindowAndIcon) {
     EXPECT_EQ(steps.line, "state, visible, taskbar, icon");
 }
 
-TEST_F(clsSysTrayTest, KeepsAWindowInSightThatCouldNotComeBack) {
+TEST_F(clsSysTrayTest, KeepsAWindowVisibleThatCouldNotComeBack) {
     area.absent = true;
     window.state = WindowState::Minimized;
     tray.MinToSysTray();
@@ -250,7 +250,7 @@ TEST_F(clsSysTrayTest, RoundsThePositionToAWholeNumber) {
     }
 }
 
-TEST_F(clsSysTrayTest, DropsWhatArrivesWhileAHandlerRuns) {
+TEST_F(clsSysTrayTest, DropsMessagesWhileAHandlerRuns) {
     whileRaised = [this] {
         area.Mouse(517);
         EXPECT_EQ(tray.LastMessage(), 517);
@@ -270,7 +270,7 @@ TEST_F(clsSysTrayTest, AFailingHandlerLeavesItReadyForTheNextEvent) {
     EXPECT_EQ(raised, (Texts{"LButtonDown", "LButtonUp"}));
 }
 
-TEST_F(clsSysTrayTest, EventsWithoutAHandlerGoNowhere) {
+TEST_F(clsSysTrayTest, EventsWithoutAHandlerAreIgnored) {
     tray.LButtonUp = nullptr;
     area.Mouse(514);
     EXPECT_EQ(raised, Texts{});

@@ -21,7 +21,7 @@ class frmAboutTest : public ProgramTest {
         fake.files.Put("C:\\Other\\msinfo.exe", "");
     }
 
-    // The file that System Info runs; empty when it runs none.
+    // The file that System Info runs; empty if it runs none.
     std::string Run() {
         fake.shell.opened.clear();
         form.cmdSystemInfo_Click();
@@ -49,7 +49,7 @@ TEST_F(frmAboutTest, RunsTheSystemsInformationTool) {
     EXPECT_EQ(static_cast<int>(request.show), 1);
 }
 
-TEST_F(frmAboutTest, LooksAtTheSecondPlaceOnlyWhenTheFirstIsEmpty) {
+TEST_F(frmAboutTest, UsesTheSecondKeyOnlyIfTheFirstIsEmpty) {
     fake.registry.Put(Machine, ToolKey, "Path", "C:\\Other\\msinfo.exe");
     EXPECT_EQ(Run(), "C:\\Other\\msinfo.exe");
     fake.registry.Put(Machine, LocationKey, "MSInfo", "");
@@ -58,7 +58,7 @@ TEST_F(frmAboutTest, LooksAtTheSecondPlaceOnlyWhenTheFirstIsEmpty) {
     EXPECT_EQ(Run(), "");
 }
 
-TEST_F(frmAboutTest, RunsNothingThatIsNoFile) {
+TEST_F(frmAboutTest, RunsOnlyFilesThatExist) {
     EXPECT_EQ(Run(), "") << "no value at all";
     fake.files.PutFolder("C:\\Tools");
     for (const char* value :

@@ -30,20 +30,20 @@ class GamesTreeFavoritesTest : public ::testing::Test {
     HeadlessBrowser browser;
 };
 
-TEST_F(GamesTreeFavoritesTest, MakesTheFolderWithItsFirstServer) {
+TEST_F(GamesTreeFavoritesTest, CreatesTheFolderWithItsFirstServer) {
     AddTo(2);
     EXPECT_EQ(File("fav2"), " 1\r\n" + entry);
     EXPECT_FALSE(browser.fake.files.Has(HeadlessBrowser::PathOf("fav1")));
 }
 
-TEST_F(GamesTreeFavoritesTest, AppendsAlsoWhatIsThereAlready) {
+TEST_F(GamesTreeFavoritesTest, AppendsAServerThatIsAlreadyThere) {
     browser.PutList("fav1", {"10.0.0.1:1"});
     AddTo(1);
     AddTo(1);
     EXPECT_EQ(File("fav1"), " 3\r\n10.0.0.1;1;--;Server 1;1;0;16;baseq3;q3dm1;0;;;\r\n" + entry + entry);
 }
 
-TEST_F(GamesTreeFavoritesTest, BringsTheShownListBackFromItsFile) {
+TEST_F(GamesTreeFavoritesTest, RestoresTheShownListFromItsFile) {
     browser.program.Servers[1].Name = "Unsaved";
     browser.Form().servers.AddServer("192.0.2.9", "1");
     AddTo(2);
@@ -78,7 +78,7 @@ TEST_F(GamesTreeFavoritesTest, NeedsASelectedServer) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(GamesTreeFavoritesTest, TellsOfARowThatNamesNoServer) {
+TEST_F(GamesTreeFavoritesTest, ShowsAnErrorForARowWithoutAServer) {
     browser.Controls().lvwServers.Edit(2).main.tag = "x";
     AddTo(1);
     EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServAddToFavorites_Click;13"));
@@ -119,14 +119,14 @@ TEST_F(GamesTreeFavoritesTest, AddsFromOneFolderToAnother) {
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 2);
 }
 
-TEST_F(GamesTreeFavoritesTest, StartsAFolderAnewWhoseFileItCannotReadAndKeepsTheOld) {
+TEST_F(GamesTreeFavoritesTest, ReplacesAnUnreadableFolderFileAndKeepsACopy) {
     browser.fake.files.Put(HeadlessBrowser::PathOf("fav1"), "5\r\ndamaged\r\n");
     AddTo(1);
     EXPECT_EQ(File("fav1"), " 1\r\n" + entry);
     EXPECT_EQ(browser.fake.files.Get("C:\\Quarn\\servers-fav1.bak"), "5\r\ndamaged\r\n");
 }
 
-TEST_F(GamesTreeFavoritesTest, TellsWhenItCannotSaveTheFolderAndShowsTheListAgain) {
+TEST_F(GamesTreeFavoritesTest, ShowsAnErrorIfItCannotSaveTheFolderAndRestoresTheList) {
     browser.PutList("fav1", {"10.0.0.1:1"});
     browser.fake.files.FailWrites(HeadlessBrowser::PathOf("fav1"), ErrorNumber::DiskFull);
     AddTo(1);
@@ -139,17 +139,17 @@ TEST_F(GamesTreeFavoritesTest, TellsWhenItCannotSaveTheFolderAndShowsTheListAgai
     EXPECT_EQ(File("fav1"), HeadlessBrowser::ListFile({"10.0.0.1:1"}));
 }
 
-TEST_F(GamesTreeFavoritesTest, KeepsTheListInForceEmptyWhenItsFileHasGone) {
+TEST_F(GamesTreeFavoritesTest, LeavesTheListEmptyIfItsFileIsMissing) {
     browser.fake.files.Remove(HeadlessBrowser::PathOf("q3"));
     AddTo(1);
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 0);
     EXPECT_EQ(browser.program.ServerCount, 0);
     EXPECT_EQ(browser.RowCount(), 3);
-    browser.ClickRow(3); // its record is gone
+    browser.ClickRow(3); // its record does not exist
     EXPECT_EQ(browser.Errors().front(), "frmMain;RefreshPlayers;9");
 }
 
-TEST_F(GamesTreeFavoritesTest, ShowsDetailsOfTheShownListOnlyThoughARowIsClickedMeanwhile) {
+TEST_F(GamesTreeFavoritesTest, ShowsDetailsOfTheShownListOnly) {
     browser.PutList("fav1", {"10.0.0.1:1", "10.0.0.2:2"});
     std::string favorites = browser.fake.files.Get(HeadlessBrowser::PathOf("fav1"));
     for (std::size_t at = 0; (at = favorites.find(";;;", at)) != std::string::npos; at += 10)

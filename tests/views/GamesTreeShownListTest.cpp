@@ -1,4 +1,4 @@
-// Which list is shown after a click in the tree, and what happens to the one that was.
+// Which list is shown after a click in the tree, and what happens to the previous one.
 
 #include "tests/fakes/HeadlessBrowser.h"
 #include "views/GamesTree.h"
@@ -56,7 +56,7 @@ TEST_F(GamesTreeShownListTest, SavesThenSetsTheCommandsThenLoadsThenShows) {
     browser.PutList("q3", HeadlessBrowser::Addresses(1));
     browser.PutList("fav1", HeadlessBrowser::Addresses(4));
     ASSERT_TRUE(browser.Start());
-    std::vector<std::string> steps; // what the events of each step find
+    std::vector<std::string> steps; // what events see during each step
     browser.fake.events.whenYielding = [&](std::int32_t) {
         const bool forFolder = !browser.Controls().tbMain.buttons[10].enabled;
         steps.push_back((forFolder ? "folder " : "game ") + Form().ShownList() + " " +
@@ -96,7 +96,7 @@ TEST_F(GamesTreeShownListTest, SavesAndReloadsBetweenAGameAndItsMods) {
         EXPECT_EQ(browser.program.CurrentGame, "q3");
         EXPECT_EQ(browser.Count(), "3 servers");
     }
-    // Left under a MOD filter: what was found out there is lost.
+    // Left with a MOD filter: the results of the scan are lost.
     browser.program.Servers[1].Name = "Lost";
     browser.ClickNode("d3");
     EXPECT_EQ(Saves("q3"), 3);
@@ -145,7 +145,7 @@ TEST_F(GamesTreeShownListTest, EnablesTheCommandsThatSuitTheList) {
     }
 }
 
-TEST_F(GamesTreeShownListTest, SwitchesNotWhenTheListCannotBeSaved) {
+TEST_F(GamesTreeShownListTest, DoesNotSwitchIfTheListCannotBeSaved) {
     browser.PutList("q3", HeadlessBrowser::Addresses(2));
     browser.PutList("d3", HeadlessBrowser::Addresses(4));
     ASSERT_TRUE(browser.Start());
@@ -167,7 +167,7 @@ TEST_F(GamesTreeShownListTest, SwitchesNotWhenTheListCannotBeSaved) {
     EXPECT_EQ(browser.RowCount(), 4);
 }
 
-TEST_F(GamesTreeShownListTest, LosesNothingOfAFileThatItCouldNotRead) {
+TEST_F(GamesTreeShownListTest, KeepsAFileThatItCouldNotRead) {
     browser.fake.files.Put(HeadlessBrowser::PathOf("q3"), "damaged");
     ASSERT_TRUE(browser.Start());
     EXPECT_EQ(browser.Count(), "0 servers");
@@ -178,7 +178,7 @@ TEST_F(GamesTreeShownListTest, LosesNothingOfAFileThatItCouldNotRead) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(GamesTreeShownListTest, IgnoresANodeThatIsGone) {
+TEST_F(GamesTreeShownListTest, IgnoresANodeThatDoesNotExist) {
     ASSERT_TRUE(browser.Start());
     for (const char* key : {"", "mod99", "fav3", "nothing"})
         Form().trvGames_NodeClick(key);
@@ -186,7 +186,7 @@ TEST_F(GamesTreeShownListTest, IgnoresANodeThatIsGone) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(GamesTreeShownListTest, TellsOfAKeyThatOnlyLooksLikeAMods) {
+TEST_F(GamesTreeShownListTest, ShowsAnErrorForAKeyThatOnlyLooksLikeAMods) {
     Definitions("[General]\nGameNum=1\n[Game1]\nGameShort=modern\nEngine=q3\n");
     browser.Set("Selection", "LastGame", 1);
     ASSERT_TRUE(browser.Start());

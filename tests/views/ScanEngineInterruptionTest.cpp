@@ -1,4 +1,4 @@
-// A scan in which the user does something else, stops it or goes.
+// A scan during which the user does something else, stops it or closes the program.
 
 #include "tests/views/ScanTest.h"
 #include "views/ScanEngine.h"
@@ -14,7 +14,7 @@ constexpr const char* Aborted = "Scanning aborted by user.";
 
 class ScanEngineInterruptionTest : public ScanTest {
   protected:
-    // Something that happens while this server is being queried, before its answer.
+    // Runs an action while this server is queried, before its answer.
     void During(std::int32_t number, std::function<void()> action) {
         browser.network.whenAsked = [this, number, action = std::move(action)](const std::string& address) {
             if (address == Address(number))
@@ -23,7 +23,7 @@ class ScanEngineInterruptionTest : public ScanTest {
     }
 };
 
-TEST_F(ScanEngineInterruptionTest, StopsAfterTheServerInHand) {
+TEST_F(ScanEngineInterruptionTest, StopsAfterTheCurrentServer) {
     StartWith(5);
     During(2, [&] {
         browser.Stop();
@@ -40,7 +40,7 @@ TEST_F(ScanEngineInterruptionTest, StopsAfterTheServerInHand) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanEngineInterruptionTest, StopsAScanOfSelectedRowsAsWell) {
+TEST_F(ScanEngineInterruptionTest, StopsAScanOfSelectedRowsToo) {
     StartWith(5);
     browser.SelectRows({1, 3, 5});
     During(3, [&] { browser.Stop(); });
@@ -60,7 +60,7 @@ TEST_F(ScanEngineInterruptionTest, WaitsForASilentServersTickBeforeItStops) {
     EXPECT_EQ(browser.Message(), Aborted);
 }
 
-TEST_F(ScanEngineInterruptionTest, RemembersAStopThatCameTooEarly) {
+TEST_F(ScanEngineInterruptionTest, RemembersAnEarlyStop) {
     StartWith(3);
     browser.Stop();
     EXPECT_EQ(browser.Message(), "Ready.");
@@ -73,7 +73,7 @@ TEST_F(ScanEngineInterruptionTest, RemembersAStopThatCameTooEarly) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanEngineInterruptionTest, ClearsAnEarlyStopAlsoWhenThereIsNothingToQuery) {
+TEST_F(ScanEngineInterruptionTest, ClearsAnEarlyStopIfThereIsNothingToQuery) {
     StartWith(0);
     browser.Stop();
     browser.RefreshAll();
@@ -82,10 +82,10 @@ TEST_F(ScanEngineInterruptionTest, ClearsAnEarlyStopAlsoWhenThereIsNothingToQuer
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanEngineInterruptionTest, PassesOverRowsThatTheFilterHasTaken) {
+TEST_F(ScanEngineInterruptionTest, SkipsRowsThatAFilterRemoved) {
     StartWith(4);
     browser.ClickNode("png100");
-    browser.network.servers.at(Address(2)).latency = 150; // beyond the limit: its row goes
+    browser.network.servers.at(Address(2)).latency = 150; // above the limit: its row is removed
     std::vector<std::string> counts;
     std::vector<std::int32_t> progress;
     browser.network.whenAsked = [&](const std::string&) {
@@ -100,7 +100,7 @@ TEST_F(ScanEngineInterruptionTest, PassesOverRowsThatTheFilterHasTaken) {
     EXPECT_EQ(Server(2).Name, "Live 2");
 }
 
-TEST_F(ScanEngineInterruptionTest, QueriesEachRowOnceThoughAllOfThemGo) {
+TEST_F(ScanEngineInterruptionTest, QueriesEachRowOnceThoughAllAreRemoved) {
     StartWith(6);
     browser.ClickNode("png20");
     for (auto& [address, server] : browser.network.servers)
@@ -122,7 +122,7 @@ TEST_F(ScanEngineInterruptionTest, QueriesEachRowOnceThoughASortMovesThem) {
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 5", "Live 4", "Live 3", "Live 2", "Live 1"));
 }
 
-TEST_F(ScanEngineInterruptionTest, GoesOnWithTheRowsThatAFilterListsAnew) {
+TEST_F(ScanEngineInterruptionTest, ContinuesWithTheRowsThatAFilterListsAgain) {
     StartWith(5);
     Server(4).Locked = 1;
     During(2, [&] { browser.ClickNode("fltkey"); });
@@ -171,7 +171,7 @@ TEST_F(ScanEngineInterruptionTest, KeepsAReplyWithItsServerWhateverRowIsClicked)
     EXPECT_EQ(Server(1).Name, "Live 1");
     EXPECT_EQ(Server(1).Ping, 20);
     EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1");
-    // Then row 3 is reached, and it is selected now.
+    // The scan then reaches row 3, which is selected now.
     EXPECT_THAT(Asked(), ElementsAre(1, 3));
 }
 
@@ -190,7 +190,7 @@ TEST_F(ScanEngineInterruptionTest, KeepsATimeOutWithItsServerWhateverRowIsClicke
     EXPECT_EQ(Server(3).Name, "Live 3");
 }
 
-TEST_F(ScanEngineInterruptionTest, LetsACommandReachTheServerThatTheUserSelected) {
+TEST_F(ScanEngineInterruptionTest, CommandsUseTheServerThatTheUserSelected) {
     StartWith(3);
     browser.SelectRows({1});
     During(1, [&] {
@@ -221,7 +221,7 @@ TEST_F(ScanEngineInterruptionTest, RunsASecondScanInsideTheFirst) {
         browser.In(5000, [&] { browser.Stop(); });
     });
     browser.RefreshSelected();
-    // The second scan took the socket of the first: server 2 is waited for until "stop".
+    // The second scan used the socket of the first one, which waits for server 2 until "stop".
     EXPECT_THAT(Asked(), ElementsAre(1, 2, 4));
     EXPECT_GE(browser.fake.clock.Elapsed(), 5000);
     EXPECT_EQ(Server(2).Name, "Server 2");
@@ -247,11 +247,11 @@ TEST_F(ScanEngineInterruptionTest, RunsAScanOfAllRowsInsideAnother) {
     ExpectIdle();
 }
 
-TEST_F(ScanEngineInterruptionTest, LetsTheFirstScanWaitForRepliesOnlyAfterASecond) {
+TEST_F(ScanEngineInterruptionTest, TheFirstScanHasNoTimeOutAfterASecond) {
     StartWith(3);
     Silence(3);
     bool nested = false;
-    browser.sckServer.closeMilliseconds = 10; // the second scan comes while the first has no query open
+    browser.sckServer.closeMilliseconds = 10; // the second scan starts while the first has no open query
     browser.network.whenAsked = [&](const std::string& address) {
         if (address == Address(1) && !std::exchange(nested, true))
             browser.In(Latency + 5, [&] {
@@ -271,7 +271,7 @@ TEST_F(ScanEngineInterruptionTest, LetsTheFirstScanWaitForRepliesOnlyAfterASecon
     ExpectIdle();
 }
 
-TEST_F(ScanEngineInterruptionTest, GoesOnThroughCommandsThatLeaveTheList) {
+TEST_F(ScanEngineInterruptionTest, ContinuesThroughCommandsThatKeepTheList) {
     StartWith(3);
     browser.fake.prompts.textAnswers = {"Renamed"};
     browser.fake.prompts.fileAnswers = {"C:\\out.txt"};
@@ -348,7 +348,7 @@ TEST_F(ScanEngineInterruptionTest, EndsTheScanBeforeTheListIsReplaced) {
         for (std::int32_t i = 1; i <= other.program.Servers.HighestIndex() && c.list != std::string("q3");
              ++i)
             EXPECT_EQ(other.program.Servers[i].Name.rfind("Live", 0), std::string::npos) << c.name;
-        // The list that was left holds what the scan had found out.
+        // The previous list contains the results of the scan.
         if (c.list != std::string("q3")) {
             EXPECT_NE(other.fake.files.Get(HeadlessBrowser::PathOf("q3")).find("Live 2"), std::string::npos)
                 << c.name;
@@ -356,7 +356,7 @@ TEST_F(ScanEngineInterruptionTest, EndsTheScanBeforeTheListIsReplaced) {
     }
 }
 
-TEST_F(ScanEngineInterruptionTest, GoesOnWhenTheNodeInForceIsClickedAndSavesIt) {
+TEST_F(ScanEngineInterruptionTest, ContinuesAndSavesWhenTheCurrentNodeIsClicked) {
     StartWith(4);
     During(2, [&] { browser.ClickNode("q3"); });
     browser.RefreshAll();
@@ -460,7 +460,7 @@ TEST_F(ScanEngineInterruptionTest, EndsAllScansThatAreNestedWhenTheWindowIsClose
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
-TEST_F(ScanEngineInterruptionTest, DropsWhatWaitedForItsEndWhenTheWindowIsClosed) {
+TEST_F(ScanEngineInterruptionTest, DropsWaitingCommandsWhenTheWindowIsClosed) {
     StartWith(3);
     browser.PutList("d3", {"127.0.3.1:27666"});
     During(1, [&] {
@@ -473,7 +473,7 @@ TEST_F(ScanEngineInterruptionTest, DropsWhatWaitedForItsEndWhenTheWindowIsClosed
     EXPECT_EQ(browser.window.destroyCalls, 1);
 }
 
-TEST_F(ScanEngineInterruptionTest, UnloadsInTheMiddleWhenTheSystemEnds) {
+TEST_F(ScanEngineInterruptionTest, UnloadsInTheMiddleWhenTheSessionEnds) {
     StartWith(3);
     During(1, [&] {
         browser.Form().EndSession();

@@ -1,4 +1,4 @@
-// What a scan makes of replies and of the timer: early, late, several, none.
+// How a scan handles replies and the timer: early, late, several, none.
 
 #include "tests/views/ScanTest.h"
 #include "views/ScanEngine.h"
@@ -27,7 +27,7 @@ TEST_F(ScanEngineRepliesTest, MeasuresTheTimeToTheReply) {
     const std::int32_t latencies[] = {1, 999, 0, 250};
     for (std::int32_t n = 1; n <= 4; ++n)
         browser.network.servers.at(Address(n)).latency = latencies[n - 1];
-    // One at a time, so that each begins with a fresh timer.
+    // One at a time, so that each starts with a new timer.
     for (std::int32_t n = 1; n <= 4; ++n) {
         browser.SelectRows({n});
         browser.RefreshSelected();
@@ -62,7 +62,7 @@ TEST_F(ScanEngineRepliesTest, WaitsOnlyAsLongAsTheTimerHasLeft) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 2000); // the second server had 400 ms only
 }
 
-TEST_F(ScanEngineRepliesTest, TakesAReplyForAnAnswerThatComesBeforeTheTick) {
+TEST_F(ScanEngineRepliesTest, AReplyBeforeTheTickIsAnAnswer) {
     StartWith(1);
     Script(1, [&] { ReplyIn(999, HonestReply(1)); });
     browser.RefreshAll();
@@ -70,7 +70,7 @@ TEST_F(ScanEngineRepliesTest, TakesAReplyForAnAnswerThatComesBeforeTheTick) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "999");
 }
 
-TEST_F(ScanEngineRepliesTest, TakesNoAnswerFromAReplyThatComesWithTheTick) {
+TEST_F(ScanEngineRepliesTest, AReplyAfterTheTickIsNotAnAnswer) {
     StartWith(1);
     Server(1).Players = 5;
     Script(1, [&] { ReplyIn(1000, HonestReply(1)); }); // the tick was queued before
@@ -79,7 +79,7 @@ TEST_F(ScanEngineRepliesTest, TakesNoAnswerFromAReplyThatComesWithTheTick) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 1000);
 }
 
-TEST_F(ScanEngineRepliesTest, NeverLetsAReplyLandInTheNextServer) {
+TEST_F(ScanEngineRepliesTest, NeverStoresAReplyIntoTheNextServer) {
     StartWith(3);
     Script(1, [&] { ReplyIn(1001, HonestReply(1)); });
     Script(2, [&] {
@@ -94,7 +94,7 @@ TEST_F(ScanEngineRepliesTest, NeverLetsAReplyLandInTheNextServer) {
     ExpectIdle();
 }
 
-TEST_F(ScanEngineRepliesTest, TakesATickBetweenTwoServersForTheSecondsAnswer) {
+TEST_F(ScanEngineRepliesTest, ATickBetweenTwoServersIsATimeOutOfTheSecond) {
     StartWith(3);
     browser.network.servers.at(Address(1)).latency = 995;
     browser.sckServer.closeMilliseconds = 10; // the tick comes while the old socket closes
@@ -103,7 +103,7 @@ TEST_F(ScanEngineRepliesTest, TakesATickBetweenTwoServersForTheSecondsAnswer) {
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Server 2", "Live 3"));
 }
 
-TEST_F(ScanEngineRepliesTest, ForgetsNoTickThatCameBeforeTheRequest) {
+TEST_F(ScanEngineRepliesTest, ATickBeforeTheRequestIsATimeOut) {
     StartWith(1);
     browser.Form().scan.tmrTimeout_Timer();
     EXPECT_EQ(browser.Form().scan.ReplyState, 2);
@@ -116,7 +116,7 @@ TEST_F(ScanEngineRepliesTest, ForgetsNoTickThatCameBeforeTheRequest) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "20");
 }
 
-TEST_F(ScanEngineRepliesTest, DoesNotTakeTwoRepliesAtOnceForATimeOut) {
+TEST_F(ScanEngineRepliesTest, TwoRepliesAtOnceAreNotATimeOut) {
     StartWith(2);
     Script(1, [&] {
         for (int i = 0; i < 3; ++i)
@@ -128,9 +128,9 @@ TEST_F(ScanEngineRepliesTest, DoesNotTakeTwoRepliesAtOnceForATimeOut) {
     ExpectIdle();
 }
 
-TEST_F(ScanEngineRepliesTest, ReadsExactlyTwoAsNoAnswer) {
+TEST_F(ScanEngineRepliesTest, OnlyAReplyStateOfTwoIsATimeOut) {
     StartWith(1);
-    // A reply and a tick while something else kept the wait from looking.
+    // A reply and a tick in one event, so that the wait sees both at once.
     struct Case {
         const char* name;
         bool tickFirst;
@@ -165,13 +165,13 @@ TEST_F(ScanEngineRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ScanEngineRepliesTest, IgnoresThemAlsoBehindAReply) {
+TEST_F(ScanEngineRepliesTest, IgnoresShortDatagramsAfterAReplyToo) {
     StartWith(1, Family::HalfLife);
     const std::string mark = "\xFF\xFF\xFF\xFF";
     Script(1, [&] {
         ReplyIn(10, HonestReply(1, mark + "info"));
         ReplyIn(10, mark);
-        ReplyIn(10, mark + "E"); // is long enough
+        ReplyIn(10, mark + "E"); // long enough
         ReplyIn(10, HonestReply(1, mark + "rules"));
     });
     browser.RefreshAll();
@@ -181,8 +181,8 @@ TEST_F(ScanEngineRepliesTest, IgnoresThemAlsoBehindAReply) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-// A game whose engine is none of the three is asked nothing; what comes all the same is no status.
-TEST_F(ScanEngineRepliesTest, ReadsNoStatusForAnEngineItDoesNotKnow) {
+// No request is sent for a game of an unknown engine, and a datagram that arrives anyway is not parsed.
+TEST_F(ScanEngineRepliesTest, ParsesNoStatusForAnUnknownEngine) {
     browser.fake.files.Put("C:\\Quarn\\Games.ini",
                            "[General]\nGameNum=1\n[Game1]\nGameShort=q3\nEngine=q4\n");
     StartWith(1);
@@ -192,7 +192,7 @@ TEST_F(ScanEngineRepliesTest, ReadsNoStatusForAnEngineItDoesNotKnow) {
     EXPECT_EQ(browser.Cell(1, NameColumn), "Server 1");
 }
 
-TEST_F(ScanEngineRepliesTest, CountsAReplyOfFiveBytesWhateverItHolds) {
+TEST_F(ScanEngineRepliesTest, CountsAnyReplyOfFiveBytes) {
     StartWith(1);
     Script(1, [&] { ReplyIn(10, "abcde"); });
     browser.RefreshAll();
@@ -200,7 +200,7 @@ TEST_F(ScanEngineRepliesTest, CountsAReplyOfFiveBytesWhateverItHolds) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanEngineRepliesTest, LeavesTheRecordToADisconnectingServer) {
+TEST_F(ScanEngineRepliesTest, ADisconnectKeepsTheRecord) {
     StartWith(1);
     Script(1, [&] {
         ReplyIn(10, "\xFF\xFF\xFF\xFF"
@@ -211,7 +211,7 @@ TEST_F(ScanEngineRepliesTest, LeavesTheRecordToADisconnectingServer) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "10");
 }
 
-TEST_F(ScanEngineRepliesTest, TakesAHalfLifeServersThreeRepliesWhenTheyComeTogether) {
+TEST_F(ScanEngineRepliesTest, ReadsThreeHalfLifeRepliesThatArriveTogether) {
     StartWith(2, Family::HalfLife);
     browser.network.servers.at(Address(1)).status.players = {{"Gordon", 5, 0, 60}};
     browser.RefreshAll();
@@ -223,7 +223,7 @@ TEST_F(ScanEngineRepliesTest, TakesAHalfLifeServersThreeRepliesWhenTheyComeToget
     EXPECT_EQ(Server(2).Players, 0);
 }
 
-TEST_F(ScanEngineRepliesTest, TakesWhatAHalfLifeServerHasSentSoFarAndDropsTheRest) {
+TEST_F(ScanEngineRepliesTest, ReadsTheHalfLifeRepliesSoFarAndDropsTheRest) {
     StartWith(2, Family::HalfLife);
     browser.network.servers.at(Address(1)).status.players = {{"Gordon", 5, 0, 60}};
     std::int32_t requests = 0;
@@ -234,7 +234,7 @@ TEST_F(ScanEngineRepliesTest, TakesWhatAHalfLifeServerHasSentSoFarAndDropsTheRes
         ++requests;
     });
     browser.RefreshAll();
-    // The players came first; name and rules came after the query's end and went with its socket.
+    // The players arrived first; name and rules arrived after the query and were dropped with its socket.
     EXPECT_EQ(Server(1).Players, 1);
     EXPECT_EQ(Server(1).Ping, 10);
     EXPECT_EQ(Server(1).Name, "Server 1");
@@ -257,7 +257,7 @@ TEST_F(ScanEngineRepliesTest, IsNotHeldUpByAFloodOfReplies) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanEngineRepliesTest, ParsesWhatCameWithTheTickIntoTheSameServerAndKeepsItsPing) {
+TEST_F(ScanEngineRepliesTest, ParsesAReplyAfterTheTickIntoTheSameServerAndKeepsItsPing) {
     StartWith(2);
     browser.network.servers.at(Address(1)).status.players = {{"Anna", 1, 2, 0}};
     Script(1, [&] { ReplyIn(1000, HonestReply(1)); });
@@ -304,7 +304,7 @@ TEST_F(ScanEngineRepliesTest, LogsADatagramThatItCannotRead) {
     ExpectIdle();
 }
 
-TEST_F(ScanEngineRepliesTest, GoesOnWhileTheNetworkIsAwayAndWhenItIsBack) {
+TEST_F(ScanEngineRepliesTest, ContinuesWhileTheNetworkIsDownAndUpAgain) {
     StartWith(4);
     for (std::int32_t n = 1; n <= 4; ++n)
         browser.network.servers.at(Address(n)).latency = 20;
@@ -319,7 +319,7 @@ TEST_F(ScanEngineRepliesTest, GoesOnWhileTheNetworkIsAwayAndWhenItIsBack) {
     ExpectIdle();
 }
 
-TEST_F(ScanEngineRepliesTest, DropsADatagramThatNobodyAskedFor) {
+TEST_F(ScanEngineRepliesTest, DropsAnUnexpectedDatagram) {
     StartWith(2);
     browser.ClickRow(2);
     ReplyIn(0, HonestReply(1));
@@ -346,7 +346,7 @@ TEST_F(ScanEngineRepliesTest, FollowsANewTimeOutInTheMiddleOfAScan) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 700);
 }
 
-TEST_F(ScanEngineRepliesTest, EndsAlsoWithoutAUsableTimeOut) {
+TEST_F(ScanEngineRepliesTest, EndsEvenWithoutAUsableTimeOut) {
     for (const std::int32_t timeout : {0, -1, Lowest}) {
         HeadlessBrowser other;
         other.PutList("q3", {"127.0.1.1:27960"});

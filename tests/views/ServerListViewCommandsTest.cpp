@@ -1,4 +1,4 @@
-// What the user does to the server list: select, sort, copy, add, delete, clear, export.
+// The user's commands on the server list: select, sort, copy, add, delete, clear, export.
 
 #include "support/clsAppLog.h"
 #include "tests/fakes/HeadlessBrowser.h"
@@ -61,7 +61,7 @@ TEST_F(ServerListViewCommandsTest, TakesTheFocusedRowAmongSeveral) {
     EXPECT_EQ(browser.program.CurrentServer, 1);
 }
 
-TEST_F(ServerListViewCommandsTest, IgnoresAClickBesideTheRows) {
+TEST_F(ServerListViewCommandsTest, IgnoresAClickNextToTheRows) {
     StartWith(2);
     browser.ClickRow(2);
     browser.SelectRows({});
@@ -108,7 +108,7 @@ TEST_F(ServerListViewCommandsTest, RecordsTheRowOnReleaseOfTheMouseOnly) {
     EXPECT_EQ(browser.program.LastServer, 3);
 }
 
-TEST_F(ServerListViewCommandsTest, LogsARowWhoseRecordIsGone) {
+TEST_F(ServerListViewCommandsTest, LogsARowWithoutARecord) {
     StartWith(2);
     browser.Controls().lvwServers.Edit(2).main.tag = "9";
     browser.ClickRow(2);
@@ -145,7 +145,7 @@ TEST_F(ServerListViewCommandsTest, LeavesTheRecordsInTheirOrderWhenItSorts) {
 
 TEST_F(ServerListViewCommandsTest, StaysUsableWhenItCannotSort) {
     StartWith(3);
-    View().lvwServers_ColumnClick(9); // nobody was ever visited
+    View().lvwServers_ColumnClick(9); // no server was ever visited
     EXPECT_THAT(browser.Errors(), ElementsAre("clsQuickList;SortList;13"));
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
     EXPECT_THAT(browser.Column(LastVisitColumn), ElementsAre("", "", ""));
@@ -191,7 +191,7 @@ TEST_F(ServerListViewCommandsTest, CopiesNothingWithoutASelection) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ServerListViewCommandsTest, TellsWhenTheClipboardIsTaken) {
+TEST_F(ServerListViewCommandsTest, ShowsAnErrorIfTheClipboardIsInUse) {
     StartWith(1);
     browser.SelectRows({1});
     browser.fake.shell.clipboardBlocked = true;
@@ -217,7 +217,7 @@ TEST_F(ServerListViewCommandsTest, AddsAServerAtTheEndOfListAndView) {
     EXPECT_THAT(browser.sckServer.sent, IsEmpty());
 }
 
-TEST_F(ServerListViewCommandsTest, AddsNothingWithAPortThatIsNone) {
+TEST_F(ServerListViewCommandsTest, AddsNothingWithAMalformedPort) {
     StartWith(2);
     struct Case {
         const char* port;
@@ -247,7 +247,7 @@ TEST_F(ServerListViewCommandsTest, AddsNoMoreThanAListMayHold) {
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 0);
 }
 
-TEST_F(ServerListViewCommandsTest, AddsBehindTheGapThatAMasterLeft) {
+TEST_F(ServerListViewCommandsTest, AddsAfterTheGapThatAMasterLeft) {
     StartWith(2);
     browser.program.ServerCount = 3;
     View().AddServer("192.0.2.9", "1");
@@ -305,17 +305,17 @@ TEST_F(ServerListViewCommandsTest, DeletesInASortedViewWhatTheRowsShow) {
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Server 3", "Server 2", "Server 1"));
 }
 
-TEST_F(ServerListViewCommandsTest, DeletesHolesAlong) {
+TEST_F(ServerListViewCommandsTest, DeletesEmptySlotsToo) {
     StartWith(4);
     browser.program.Servers[3].Address.clear();
-    browser.program.ServerCount = 5; // one beyond the list
+    browser.program.ServerCount = 5; // one past the end of the list
     browser.SelectRows({1});
     View().mnuServDelete_Click();
     EXPECT_THAT(Names(), ElementsAre("Server 2", "Server 4"));
     EXPECT_EQ(browser.program.ServerCount, 2);
 }
 
-TEST_F(ServerListViewCommandsTest, GivesFreshTagsAtTheNextListing) {
+TEST_F(ServerListViewCommandsTest, AssignsNewTagsAtTheNextListing) {
     StartWith(5);
     browser.SelectRows({2, 3});
     View().mnuServDelete_Click();
@@ -325,7 +325,7 @@ TEST_F(ServerListViewCommandsTest, GivesFreshTagsAtTheNextListing) {
     EXPECT_EQ(browser.Count(), "3 servers");
 }
 
-TEST_F(ServerListViewCommandsTest, StopsADeletionAtARowWhoseRecordIsGone) {
+TEST_F(ServerListViewCommandsTest, StopsADeletionAtARowWithoutARecord) {
     StartWith(5);
     browser.SelectRows({2, 3});
     View().mnuServDelete_Click(); // rows tagged 1, 4, 5; records 1 to 3
@@ -334,7 +334,7 @@ TEST_F(ServerListViewCommandsTest, StopsADeletionAtARowWhoseRecordIsGone) {
     EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServDelete_Click;9"));
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
     EXPECT_THAT(browser.Tags(), ElementsAre("4", "5"));
-    EXPECT_EQ(browser.program.Servers[1].Address, ""); // a hole, which the next deletion takes along
+    EXPECT_EQ(browser.program.Servers[1].Address, ""); // an empty slot, which the next deletion removes
     browser.ClickNode("fltping");
     EXPECT_THAT(browser.Tags(), ElementsAre("2", "3"));
 }
@@ -353,7 +353,7 @@ TEST_F(ServerListViewCommandsTest, ClearsTheDetailsOnlyOfADeletedServer) {
     EXPECT_THAT(browser.Texts(browser.Controls().lvwServVars), IsEmpty());
 }
 
-TEST_F(ServerListViewCommandsTest, ClearsTheListOnlyWhenTheUserMeansIt) {
+TEST_F(ServerListViewCommandsTest, ClearsTheListOnlyAfterConfirmation) {
     StartWith(3);
     browser.ClickRow(1);
     browser.fake.prompts.yesNoAnswers = {false, true};
@@ -374,7 +374,7 @@ TEST_F(ServerListViewCommandsTest, ClearsTheListOnlyWhenTheUserMeansIt) {
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 0);
     EXPECT_EQ(browser.program.CurrentServer, 0);
     EXPECT_EQ(browser.Controls().lvwServVars.RowCount(), 0);
-    // The file follows when the list is left.
+    // The file is written when another list is shown.
     EXPECT_EQ(browser.fake.files.Writes(HeadlessBrowser::PathOf("q3")), 0);
     browser.ClickNode("d3");
     EXPECT_EQ(browser.fake.files.Get(HeadlessBrowser::PathOf("q3")), " 0\r\n");
@@ -416,7 +416,7 @@ TEST_F(ServerListViewCommandsTest, ExportsNothingWhenCancelled) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ServerListViewCommandsTest, TellsWhenItCannotExport) {
+TEST_F(ServerListViewCommandsTest, ShowsAnErrorIfItCannotExport) {
     StartWith(3);
     browser.fake.files.Put("C:\\out.txt", "old");
     browser.fake.files.FailWrites("C:\\out.txt", ErrorNumber::PermissionDenied);

@@ -22,7 +22,7 @@ using ::testing::IsEmpty;
 
 using Texts = std::vector<std::string>;
 
-// A locale that a test can watch and make fail.
+// A locale that counts its calls and fails on demand.
 class WatchedLocale : public ClassicLocale {
   public:
     std::function<void()> whenAsked;
@@ -41,7 +41,7 @@ class WatchedLocale : public ClassicLocale {
     }
 };
 
-// Columns 1 to 4 are a picture, a text, a number and a date, column 5 has no sort type.
+// Columns 1 to 4 are an icon, a text, a number and a date; column 5 has no sort type.
 enum Column : std::int16_t { Picture = 1, Text, Number, Date, Plain };
 
 class clsQuickListTest : public ::testing::Test {
@@ -128,7 +128,7 @@ TEST_F(clsQuickListTest, OrdersNumbersByTheirValue) {
         {{"1e3", "999", "1001"}, {"999", "1e3", "1001"}},
         {{"2147483647", "-2147483648", "0"}, {"-2147483648", "0", "2147483647"}},
         {{"0.0000000002", "0.0000000001"}, {"0.0000000001", "0.0000000002"}},
-        {{"0.00000000002", "0.00000000001"}, {"0.00000000002", "0.00000000001"}}, // alike to ten decimals
+        {{"0.00000000002", "0.00000000001"}, {"0.00000000002", "0.00000000001"}}, // equal to ten decimals
         {{"0", "-0.00000000001", "-1"}, {"-1", "-0.00000000001", "0"}},
         {{"99999999999999999999", "9"}, {"9", "99999999999999999999"}},
         {{"5", "abc", "-1"}, {"abc", "-1", "5"}},
@@ -141,12 +141,12 @@ TEST_F(clsQuickListTest, OrdersNumbersByTheirValue) {
     }
 }
 
-TEST_F(clsQuickListTest, TurnsTheOrderOfNumbersAround) {
+TEST_F(clsQuickListTest, SortsNumbersInTheOtherDirection) {
     EXPECT_THAT(SortedDescending(Number, {"-2", "x", "-10", "3", "0", "y"}),
                 ElementsAre("3", "0", "-2", "-10", "x", "y"));
 }
 
-TEST_F(clsQuickListTest, DoesNotTakePlayersOfMaximumForANumber) {
+TEST_F(clsQuickListTest, PlayersAndMaximumAreNotANumber) {
     EXPECT_THAT(SortedAscending(Number, {"9 / 16", "3 / 16", "12 / 16"}),
                 ElementsAre("9 / 16", "3 / 16", "12 / 16"));
 }
@@ -170,7 +170,7 @@ TEST_F(clsQuickListTest, OrdersDatesByTime) {
                             "11/21/2026 8:05:00 AM", "1/2/2027"));
 }
 
-TEST_F(clsQuickListTest, LeavesTheListAsItWasWhenACellHoldsNoDate) {
+TEST_F(clsQuickListTest, KeepsTheListIfACellIsNotADate) {
     for (const char* damaged :
          {"", " ", "never", "13/45/2026", "11/21", "11/21/2026 25:00:00", "2026-11-21", "0", "x11/21/2026"}) {
         Fill(Date, {"11/21/2026", "1/2/2025", damaged});
@@ -196,7 +196,7 @@ TEST_F(clsQuickListTest, OrdersTextsWithoutCaseAndKeepsEqualOnesInPlace) {
                 ElementsAre("beta", "BETA", "Alpha", "alpha", "9", "10"));
 }
 
-TEST_F(clsQuickListTest, OrdersPicturesAndShowsNoTextAfterwards) {
+TEST_F(clsQuickListTest, OrdersIconsAndShowsNoTextAfterwards) {
     Fill(Picture, {"", "", "", ""});
     for (const std::int32_t row : {1, 3})
         list.Edit(row).smallIcon = "locked";
@@ -209,7 +209,7 @@ TEST_F(clsQuickListTest, OrdersPicturesAndShowsNoTextAfterwards) {
     EXPECT_THAT(Column(Picture), Each(""));
 }
 
-TEST_F(clsQuickListTest, SortsByPicturesInTheFirstColumnOnly) {
+TEST_F(clsQuickListTest, SortsByIconsInTheFirstColumnOnly) {
     list.columns[Text].tag = "PICTURE";
     Fill(Text, {"b", "a"});
     sorter.SortList(Text);
@@ -246,7 +246,7 @@ TEST_F(clsQuickListTest, FlipsTheOrderAtEverySortWhateverTheColumn) {
     EXPECT_EQ(list.sortKey, 0);
 }
 
-TEST_F(clsQuickListTest, SortsAnEmptyListAndNotesTheOrder) {
+TEST_F(clsQuickListTest, SortsAnEmptyListAndStoresTheOrder) {
     for (const std::int16_t column : {Picture, Text, Number, Date})
         sorter.SortList(column);
     EXPECT_THAT(Arrows(), ElementsAre("", "", "", "ascending", ""));
@@ -273,7 +273,7 @@ TEST_F(clsQuickListTest, LogsThatItHasNoList) {
     EXPECT_EQ(ErrorOf([&] { unbound.SaveListToFile("C:\\list.txt"); }), ErrorNumber::ObjectVariableNotSet);
 }
 
-TEST_F(clsQuickListTest, GivesEveryCellItsTextAndTagBack) {
+TEST_F(clsQuickListTest, RestoresTheTextAndTagOfEveryCell) {
     const Texts tags = {"x", "", "a\0b"s, "\0"s, "99"};
     for (const std::int32_t column : {+Number, +Date}) {
         const Texts texts = column == Number
@@ -295,7 +295,7 @@ TEST_F(clsQuickListTest, GivesEveryCellItsTextAndTagBack) {
     }
 }
 
-// A text's own NUL is the first one of the tag in which it waits.
+// A NUL in a text is the first NUL of the tag in which the text is parked.
 TEST_F(clsQuickListTest, SplitsAParkedTextAtItsFirstNul) {
     Fill(Number, {"7", "5\0six"s, "\0"s});
     for (std::int32_t row = 1; row <= 3; ++row)
@@ -306,7 +306,7 @@ TEST_F(clsQuickListTest, SplitsAParkedTextAtItsFirstNul) {
     EXPECT_THAT(CellTags(Number), ElementsAre("six\0x"s, "\0x"s, "x"));
     Fill(Text, {"b\0"s, "a\0c"s});
     list.sortOrder = SortOrder::Descending;
-    sorter.SortList(Text); // keeps its texts where they are
+    sorter.SortList(Text); // does not park its texts
     EXPECT_THAT(Column(Text), ElementsAre("a\0c"s, "b\0"s));
 }
 
@@ -319,7 +319,7 @@ TEST_F(clsQuickListTest, KeepsTheRowsTagsThoughItSortsByTheirOwnCell) {
     EXPECT_THAT(RowTags(), ElementsAre("2", "3", "1"));
 }
 
-TEST_F(clsQuickListTest, LocksTheWindowsUpdatesAsLongAsItSorts) {
+TEST_F(clsQuickListTest, LocksTheWindowsUpdatesWhileItSorts) {
     std::vector<bool> locked;
     locale.whenAsked = [&] { locked.push_back(list.updatesLocked); };
     SortedAscending(Number, {"2.5", "1.5"});
@@ -328,7 +328,7 @@ TEST_F(clsQuickListTest, LocksTheWindowsUpdatesAsLongAsItSorts) {
     EXPECT_FALSE(list.updatesLocked);
 }
 
-TEST_F(clsQuickListTest, LetsEventsRunWhileNoCellHoldsAKey) {
+TEST_F(clsQuickListTest, EventsRunWhileNoCellHoldsAKey) {
     for (const std::int32_t column : {+Text, +Number, +Date}) {
         const Texts texts = {"2/2/2020", "1/1/2020", "3/3/2020"};
         std::vector<Texts> shown;
@@ -347,7 +347,7 @@ TEST_F(clsQuickListTest, LetsEventsRunWhileNoCellHoldsAKey) {
     EXPECT_THAT(Errors(), IsEmpty());
 }
 
-TEST_F(clsQuickListTest, LeavesTheListAsItWasWhenTheSystemFails) {
+TEST_F(clsQuickListTest, KeepsTheListIfTheSystemFails) {
     Fill(Text, {"b", "a"});
     sorter.SortList(Text);
     std::int32_t calls = 0;
@@ -380,7 +380,7 @@ TEST_F(clsQuickListTest, SavesTheMainTextsInDisplayOrder) {
     EXPECT_EQ(fake.files.Get("C:\\list.txt"), "");
 }
 
-TEST_F(clsQuickListTest, LeavesAFailureToSaveToItsCaller) {
+TEST_F(clsQuickListTest, PropagatesAnErrorOfSaving) {
     Fill(Picture, {"b"});
     fake.files.FailWrites("C:\\list.txt", ErrorNumber::PermissionDenied);
     EXPECT_EQ(ErrorOf([&] { sorter.SaveListToFile("C:\\list.txt"); }), ErrorNumber::PermissionDenied);

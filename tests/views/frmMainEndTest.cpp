@@ -1,4 +1,4 @@
-// How the main form ends, and what it leaves behind.
+// How the main form ends, and what remains.
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
@@ -117,7 +117,7 @@ TEST_F(frmMainEndTest, OffersAReportAtTheEndOnlyAfterErrors) {
     EXPECT_EQ(browser.window.destroyCalls, 1);
 }
 
-TEST_F(frmMainEndTest, AsksNothingWhenTheSystemEnds) {
+TEST_F(frmMainEndTest, AsksNothingAtTheEndOfTheSession) {
     ASSERT_TRUE(browser.Start());
     browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
     browser.Form().EndSession();
@@ -158,7 +158,7 @@ TEST_F(frmMainEndTest, RunsNoCommandOnceItIsUnloaded) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(frmMainEndTest, EndsAlsoWhenTheSettingsCannotBeWritten) {
+TEST_F(frmMainEndTest, EndsEvenIfTheSettingsCannotBeWritten) {
     ASSERT_TRUE(browser.Start());
     browser.fake.files.FailWrites("C:\\Quarn\\Quarn.ini", ErrorNumber::PermissionDenied);
     browser.Form().Unload();
@@ -196,7 +196,7 @@ TEST_F(frmMainEndTest, StartsAgainWhereItEnded) {
     EXPECT_THAT(next.Errors(), IsEmpty());
 }
 
-TEST_F(frmMainEndTest, EndsAlsoWhenItFailsToUnload) {
+TEST_F(frmMainEndTest, EndsEvenIfItFailsToUnload) {
     ASSERT_TRUE(browser.Start());
     browser.fake.help.windowComes = false;
     browser.Form().mnuInfoHelp_Click();
@@ -207,7 +207,7 @@ TEST_F(frmMainEndTest, EndsAlsoWhenItFailsToUnload) {
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
 }
 
-TEST_F(frmMainEndTest, ShowsNoBoxWhenItFailsBecauseTheSystemEnds) {
+TEST_F(frmMainEndTest, ShowsNoMessageBoxIfItFailsAtTheEndOfTheSession) {
     ASSERT_TRUE(browser.Start());
     browser.fake.help.windowComes = false;
     browser.Form().mnuInfoHelp_Click();
@@ -218,7 +218,7 @@ TEST_F(frmMainEndTest, ShowsNoBoxWhenItFailsBecauseTheSystemEnds) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(frmMainEndTest, HasWrittenNoListBesidesTheOnesThatWereLeft) {
+TEST_F(frmMainEndTest, HasSavedOnlyTheListsThatWereLeft) {
     const std::vector<std::string> servers = HeadlessBrowser::Addresses(4);
     browser.PutList("q3", servers);
     browser.PutServers(servers);

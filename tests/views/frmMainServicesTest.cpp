@@ -80,7 +80,7 @@ TEST_F(frmMainServicesTest, ComesBackOnADoubleClickOrFromItsMenu) {
     }
 }
 
-TEST_F(frmMainServicesTest, StaysInTheTrayWhenTheSystemTellsItsStateTwice) {
+TEST_F(frmMainServicesTest, StaysInTheTrayIfTheSystemReportsItsStateTwice) {
     Start();
     Minimize();
     browser.Form().Form_Resize();
@@ -112,7 +112,7 @@ TEST_F(frmMainServicesTest, QuitsFromTheTrayWithoutLeavingItsIcon) {
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
-TEST_F(frmMainServicesTest, TakesItsIconAwayBeforeItAsksAnythingOnTheWayOut) {
+TEST_F(frmMainServicesTest, RemovesItsIconBeforeItsLastQuestion) {
     Start();
     browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
     Minimize();
@@ -229,7 +229,7 @@ TEST_F(frmMainServicesTest, OffersTheGameSetupWhenNoGameIsShown) {
     EXPECT_THAT(browser.dialogs.shown, SizeIs(1)) << "on the first activation only";
 }
 
-TEST_F(frmMainServicesTest, TellsOfAGameSetupThatFails) {
+TEST_F(frmMainServicesTest, ShowsTheErrorOfTheGameSetup) {
     for (int game = 1; game <= 3; ++game)
         browser.Set("Games", "Visible" + std::to_string(game), 0);
     browser.dialogs.inGamSetup = [](frmGamSetup&) { throw RunTimeError(ErrorNumber::OutOfMemory); };

@@ -150,7 +150,7 @@ TEST_F(frmMainTest, SortsAsInTheLastRun) {
     }
 }
 
-TEST_F(frmMainTest, LoadsAllTheSameWhenItCannotSortAsInTheLastRun) {
+TEST_F(frmMainTest, LoadsEvenIfItCannotSortAsInTheLastRun) {
     for (const std::int32_t column : {0, -1, 10, 32768, 65537, 65546, 2147483647, -2147483647}) {
         HeadlessBrowser other;
         other.PutList("q3", HeadlessBrowser::Addresses(2));
@@ -263,7 +263,7 @@ TEST_F(frmMainTest, DoesItsWorkOnTheFirstActivationOnly) {
     EXPECT_EQ(browser.window.bounds, (TwipsRect{1, 2, 3, 4}));
 }
 
-// A box that closes gives the window its activation back, in the middle of the first one.
+// A message box that closes activates the window again, in the middle of the first activation.
 TEST_F(frmMainTest, AnActivationInsideTheFirstDoesNothing) {
     for (const char* key : {"Visible1", "Visible2", "Visible3"})
         browser.Set("Games", key, 0);
@@ -273,18 +273,18 @@ TEST_F(frmMainTest, AnActivationInsideTheFirstDoesNothing) {
     EXPECT_THAT(browser.dialogs.shown, SizeIs(1));
 }
 
-TEST_F(frmMainTest, TellsOnceThatNoGameIsSetUp) {
+TEST_F(frmMainTest, ShowsOnceThatNoGameIsSetUp) {
     for (const char* key : {"Visible1", "Visible2", "Visible3"})
         browser.Set("Games", key, 0);
     ASSERT_TRUE(browser.Start());
     browser.Form().Form_Activate();
     ASSERT_THAT(browser.fake.prompts.shown, SizeIs(1));
-    const FakePrompts::Box& box = browser.fake.prompts.shown[0];
-    EXPECT_EQ(box.kind, FakePrompts::Kind::Error);
-    EXPECT_EQ(box.title, "Quarn - Error");
-    EXPECT_EQ(box.text, "Quarn has detected that no game has been set up yet.\r\n"
-                        "Therefore, the game setup menu will be opened now, please set up\r\n"
-                        "the games to your liking.");
+    const FakePrompts::Prompt& prompt = browser.fake.prompts.shown[0];
+    EXPECT_EQ(prompt.kind, FakePrompts::Kind::Error);
+    EXPECT_EQ(prompt.title, "Quarn - Error");
+    EXPECT_EQ(prompt.text, "Quarn has detected that no game has been set up yet.\r\n"
+                           "Therefore, the game setup menu will be opened now, please set up\r\n"
+                           "the games to your liking.");
 }
 
 TEST_F(frmMainTest, PlacesTheProgressBarIntoItsPanelOnActivationAndResize) {
@@ -299,7 +299,7 @@ TEST_F(frmMainTest, PlacesTheProgressBarIntoItsPanelOnActivationAndResize) {
     EXPECT_TRUE(browser.Controls().pbScanning.flat);
 
     HeadlessBrowser other;
-    other.Set("General", "WinState", 1); // minimised: nothing is laid out
+    other.Set("General", "WinState", 1); // minimised: no layout
     ASSERT_TRUE(other.Start());
     EXPECT_TRUE(other.Controls().pbScanning.inFront);
 }
@@ -323,7 +323,7 @@ TEST_F(frmMainTest, LaysNothingOutWhileItIsMinimised) {
     EXPECT_EQ(browser.Controls().layout, before);
 }
 
-TEST_F(frmMainTest, CarriesTitleAndVersionInItsCaption) {
+TEST_F(frmMainTest, ShowsTitleAndVersionInItsCaption) {
     ASSERT_TRUE(browser.Start());
     for (const std::int32_t minToTray : {1, -1, 7}) {
         browser.window.caption = "x";
@@ -342,7 +342,7 @@ TEST_F(frmMainTest, CarriesTitleAndVersionInItsCaption) {
     EXPECT_EQ(withoutTray.window.caption, Caption) << "from the start";
 }
 
-TEST_F(frmMainTest, TellsWhatFailsWhileItLoadsAndGoesOnWithoutIt) {
+TEST_F(frmMainTest, ShowsErrorsWhileItLoadsAndContinues) {
     browser.window.fault = ErrorNumber::InvalidPropertyValue;
     ASSERT_TRUE(browser.Start());
     EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;Form_Load;380", "frmMain;Form_Activate;380"));

@@ -42,7 +42,7 @@ TEST(PixelsTest, LoseTheirColourWhenDisabled) {
     EXPECT_GT(pale.alpha, 0);
 }
 
-TEST(PixelsTest, ComeOutOfAStripAsTheyWentIn) {
+TEST(PixelsTest, SurviveTheRoundTripThroughAStrip) {
     const Pixel first{1, 2, 3, 255};
     const Pixel second{4, 5, 6, 77};
     const HBITMAP strip = Pixels::MakeStrip({Filled(16, first), Filled(16, second)});
@@ -53,12 +53,12 @@ TEST(PixelsTest, ComeOutOfAStripAsTheyWentIn) {
     EXPECT_TRUE(pictures[1].At(0, 0) == second);
 }
 
-TEST(PixelsTest, AreNoneInNoBitmap) {
+TEST(PixelsTest, OfAMissingBitmapAreEmpty) {
     EXPECT_TRUE(Pixels::OfStrip(nullptr).empty());
 }
 
 // Of a bitmap and of a PNG file.
-TEST(PixelsTest, AreThoseThatTheSystemFindsInAnIcon) {
+TEST(PixelsTest, EqualThoseThatTheSystemReadsFromAnIcon) {
     for (const int size : {16, 32, 40, 48}) {
         const IconHandle icon = LoadIconOfSize("fldrop", size);
         ICONINFO parts{};
@@ -77,7 +77,7 @@ TEST(PixelsTest, AreThoseThatTheSystemFindsInAnIcon) {
     EXPECT_FALSE(Pixels::OfIcon("no such picture", 16));
 }
 
-TEST(ImagesTest, HoldEveryPictureOfTheWindowInEverySize) {
+TEST(ImagesTest, ContainEveryIconOfTheWindowInEverySize) {
     for (const int size : {16, 20, 24, 28, 32, 40, 48, 64}) {
         const Images images(size, {"querymaster", "refreshall", "refresh", "stop", "join", "monitor",
                                    "favorites", "fldrcls", "fldrop", "checked", "unchecked", "locked",
@@ -87,7 +87,7 @@ TEST(ImagesTest, HoldEveryPictureOfTheWindowInEverySize) {
     }
 }
 
-// The share of a picture that is not clear, in percent.
+// The opaque part of an icon, in percent.
 int Coverage(const char* key, int size) {
     const Pixels picture = Pixels::OfIcon(key, size).value();
     int covered = 0;
@@ -97,13 +97,13 @@ int Coverage(const char* key, int size) {
     return covered * 100 / (size * size);
 }
 
-TEST(ImagesTest, ShowTheSamePictureInEverySize) {
+TEST(ImagesTest, ShowTheSameIconInEverySize) {
     for (const char* key : {"querymaster", "refreshall", "stop", "join", "fldrcls", "locked", "application"})
         for (const int size : {20, 24, 28, 32, 40, 48, 64})
             EXPECT_NEAR(Coverage(key, size), Coverage(key, 16), 12) << key << ' ' << size;
 }
 
-TEST(ImagesTest, HaveNoPictureForAnUnknownKey) {
+TEST(ImagesTest, HaveNoImageForAnUnknownKey) {
     const Images images(16, {"locked", "no such picture"});
     EXPECT_GE(images.IndexOf("locked"), 0);
     EXPECT_EQ(images.IndexOf("no such picture"), I_IMAGENONE);
@@ -111,7 +111,7 @@ TEST(ImagesTest, HaveNoPictureForAnUnknownKey) {
     EXPECT_EQ(Images().IndexOf("locked"), I_IMAGENONE);
 }
 
-TEST(ImagesTest, HoldAFlagForEachCode) {
+TEST(ImagesTest, ContainAFlagForEachCode) {
     Images images(20, {"locked"});
     images.AddFlags();
     EXPECT_GT(images.IndexOf("DE"), 0);

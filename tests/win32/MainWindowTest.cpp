@@ -16,7 +16,7 @@
 namespace quarn {
 namespace {
 
-// The real window in a folder of its own, with one game.
+// The real window with its own folder and one game.
 class MainWindowTest : public testing::Test {
   protected:
     MainWindowTest() {
@@ -163,7 +163,7 @@ TEST_F(MainWindowTest, KeepsAnEntryForAFolderWithoutAName) {
     EXPECT_NE(CaptionOf(ID_mnuServAddToFavorites1), "Friends && Foes");
 }
 
-TEST_F(MainWindowTest, GraysWhatTheModelsDisable) {
+TEST_F(MainWindowTest, GraysCommandsThatTheModelsDisable) {
     EXPECT_TRUE(IsEnabled(ID_mnuServerListExport));
     Models().mnuServerListExport.enabled = false;
     Models().mnuServAddToFavorites[1].enabled = false;
@@ -189,7 +189,7 @@ TEST_F(MainWindowTest, EndsTheProgramWhenItIsClosed) {
     EXPECT_TRUE(quit);
 }
 
-TEST_F(MainWindowTest, ClosesABoxThatIsOpenBeforeItself) {
+TEST_F(MainWindowTest, ClosesAnOpenMessageBoxFirst) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     const bool answer = desktop.Prompts().AskYesNo("Are you sure you want to proceed?", "Clear server list");
     EXPECT_FALSE(answer);
@@ -198,7 +198,7 @@ TEST_F(MainWindowTest, ClosesABoxThatIsOpenBeforeItself) {
     EXPECT_TRUE(quit);
 }
 
-TEST_F(MainWindowTest, EndsWithWindowsWithoutAQuestion) {
+TEST_F(MainWindowTest, EndsWithoutAQuestionWhenWindowsEnds) {
     program.AppLog->Log("test", "test", 5, "an error that a report could be about");
     EXPECT_EQ(SendMessageA(window->Handle(), WM_QUERYENDSESSION, 0, 0), TRUE);
     SendMessageA(window->Handle(), WM_ENDSESSION, TRUE, 0);
@@ -210,13 +210,13 @@ TEST_F(MainWindowTest, StaysWhenWindowsDoesNotEndAfterAll) {
     EXPECT_NE(window->Handle(), nullptr);
 }
 
-TEST_F(MainWindowTest, PutsItsIconIntoATaskbarThatComesAnew) {
+TEST_F(MainWindowTest, AddsItsIconToANewTaskbar) {
     window->Form().SysTray.MinToSysTray();
     NOTIFYICONDATAA icon{};
     icon.cbSize = NOTIFYICONDATAA_V1_SIZE;
     icon.hWnd = FindWindowExA(window->Handle(), nullptr, "Static", nullptr);
     icon.uID = 1;
-    // The old taskbar takes the icon along.
+    // The icon is lost with the old taskbar.
     ASSERT_TRUE(Shell_NotifyIconA(NIM_DELETE, &icon));
     SendMessageA(window->Handle(), RegisterWindowMessageA("TaskbarCreated"), 0, 0);
     EXPECT_TRUE(Shell_NotifyIconA(NIM_DELETE, &icon));
@@ -230,7 +230,7 @@ TEST_F(MainWindowTest, FlushesNothingAfterItsEnd) {
     EXPECT_EQ(desktop.Events().updateWindows, nullptr);
 }
 
-// Menus that pop up are noted instead of opened, and the mouse is where the test says.
+// Pop-up menus are recorded instead of opened, and the test sets the position of the mouse.
 class MainWindowMenusTest : public MainWindowTest {
   protected:
     struct PopUp {
@@ -255,7 +255,7 @@ class MainWindowMenusTest : public MainWindowTest {
         return TRUE;
     }
 
-    // The release is posted first, as controls wait for it inside the press.
+    // The release is posted first, because controls wait for it inside the press.
     void Press(HWND control, UINT press, UINT release, LPARAM position) {
         PostMessageA(control, press, 0, position);
         if (release != 0)

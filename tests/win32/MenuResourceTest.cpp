@@ -9,7 +9,7 @@
 namespace quarn {
 namespace {
 
-// One line an entry: its level as blanks, its number, its caption; "-" for a separator.
+// One line for each entry: its level as blanks, its number, its caption; "-" for a separator.
 void Describe(HMENU menu, std::string level, std::vector<std::string>& lines) {
     for (int position = 0; position < GetMenuItemCount(menu); ++position) {
         char caption[100] = "";
@@ -38,7 +38,7 @@ std::string Entry(const char* level, int id, const char* caption) {
     return level + std::to_string(id) + " " + caption;
 }
 
-TEST(MenuResourceTest, HoldsTheBar) {
+TEST(MenuResourceTest, ContainsTheMenuBar) {
     std::vector<std::string> expected = {
         Entry("", ID_mnuFile, "&File"),
         Entry("  ", ID_mnuFileQuit, "&Quit"),
@@ -82,7 +82,7 @@ TEST(MenuResourceTest, HoldsTheBar) {
     EXPECT_EQ(MenuOf(IDR_MAIN_MENU), expected);
 }
 
-TEST(MenuResourceTest, HoldsThePopUpsOfTrayAndTree) {
+TEST(MenuResourceTest, ContainsThePopUpMenusOfTrayAndTree) {
     EXPECT_EQ(MenuOf(IDR_POPUP_MENUS), (std::vector<std::string>{
                                            Entry("", ID_mnuSysTray, "SysTray"),
                                            Entry("  ", ID_mnuSysOpen, "Open"),

@@ -44,7 +44,7 @@ TEST(ScreensTest, BringALostWindowBackOntoTheFirst) {
     }
 }
 
-TEST(ScreensTest, AreNeverNone) {
+TEST(ScreensTest, ThereIsAlwaysOne) {
     const std::vector<Screen> screens = ConnectedScreens();
     ASSERT_FALSE(screens.empty());
     EXPECT_GT(screens.front().workArea.right, screens.front().workArea.left);

@@ -10,7 +10,7 @@
 namespace quarn {
 namespace {
 
-class FailingWindow final : public WindowTest {
+class FailingWindow final : public Window {
   public:
     FailingWindow() : Window("frmFailing") { Create({"QuarnFailingWindow"}); }
 
@@ -43,12 +43,12 @@ class Reports {
     std::vector<std::string> lines;
 };
 
-TEST(WindowTest, AnswersWithWhatItsHandlerSays) {
+TEST(WindowTest, ReturnsTheResultOfItsHandler) {
     const FailingWindow window;
     EXPECT_EQ(SendMessageA(window.Handle(), WM_COMMAND, 1, 0), 7);
 }
 
-TEST(WindowTest, ReportsWhatEscapesAHandlerUnderFormAndHandler) {
+TEST(WindowTest, ReportsAnErrorOfAHandlerUnderFormAndHandler) {
     const Reports reports;
     FailingWindow window;
     window.fails = true;
@@ -56,7 +56,7 @@ TEST(WindowTest, ReportsWhatEscapesAHandlerUnderFormAndHandler) {
     EXPECT_EQ(reports.lines, std::vector<std::string>{"frmFailing;OnCommand"});
 }
 
-TEST(WindowTest, StaysWhenItsCloseHandlerFails) {
+TEST(WindowTest, StaysOpenIfItsCloseHandlerFails) {
     const Reports reports;
     FailingWindow window;
     window.fails = true;
@@ -74,7 +74,7 @@ TEST(WindowTest, ForgetsItsHandleWhenItIsDestroyed) {
     EXPECT_FALSE(IsWindow(handle));
 }
 
-TEST(WindowTest, TakesItsWindowAlong) {
+TEST(WindowTest, DestroysItsWindow) {
     HWND handle = nullptr;
     {
         const FailingWindow window;

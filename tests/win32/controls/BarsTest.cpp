@@ -69,7 +69,7 @@ TEST_F(ToolbarControlTest, ShowsTheToolTipsOfTheModel) {
     EXPECT_EQ(ToolTipOf(99), "");
 }
 
-TEST_F(ToolbarControlTest, KeepsToolTipsOffAnOpenMenu) {
+TEST_F(ToolbarControlTest, ShowsNoToolTipsOverAnOpenMenu) {
     control.AllowToolTips(false);
     EXPECT_EQ(ToolTipOf(1), "");
     control.AllowToolTips(true);
@@ -88,7 +88,7 @@ TEST_F(ToolbarControlTest, EnablesButtonsAtTheFlush) {
     EXPECT_FALSE(IsEnabled(4));
 }
 
-TEST_F(ToolbarControlTest, TellsTheKeyOfTheButton) {
+TEST_F(ToolbarControlTest, ReportsTheKeyOfTheButton) {
     EXPECT_TRUE(control.OnCommand(FirstCommand + 4));
     EXPECT_FALSE(control.OnCommand(FirstCommand + 2));
     EXPECT_FALSE(control.OnCommand(FirstCommand + 5));

@@ -11,7 +11,7 @@
 namespace quarn {
 namespace {
 
-TEST(HelpViewerWinTest, AFileThatIsNotThereShowsNoWindow) {
+TEST(HelpViewerWinTest, AMissingFileShowsNoWindow) {
     OwnerTestWindow owner;
     TemporaryFolder folder;
     HelpViewerWin viewer;
@@ -23,7 +23,7 @@ TEST(HelpViewerWinTest, AFileThatIsNotThereShowsNoWindow) {
     EXPECT_TRUE(IsWindow(owner.Handle()));
 }
 
-// A help library of the test's own, which shows a window for each topic.
+// A fake help library, which shows a window for each topic.
 class HelpViewerWinRequestTest : public ::testing::Test {
   protected:
     using Requests = std::vector<std::string>;

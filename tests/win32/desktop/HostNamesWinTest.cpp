@@ -16,14 +16,14 @@ TEST(HostNamesWinTest, FindsAddresses) {
     EXPECT_EQ(HostNamesWin().AddressOf("127.200.0.255"), "127.200.0.255");
 }
 
-TEST(HostNamesWinTest, WhatDoesNotResolveIsEmpty) {
-    // No label of a name is longer than 63 characters, so nobody needs to be asked for these.
+TEST(HostNamesWinTest, AnUnknownNameGivesAnEmptyAddress) {
+    // A label of a name has at most 63 characters, so these fail without a request to a name server.
     const std::string impossible(64, 'x');
     for (const std::string& host : {std::string(), impossible, impossible + ".example", "a." + impossible})
         EXPECT_EQ(HostNamesWin().AddressOf(host), "") << host;
 }
 
-// A sockets library of the test's own.
+// A fake sockets library.
 class HostNamesWinWatchedTest : public ::testing::Test {
   protected:
     using Calls = std::vector<std::string>;
@@ -70,7 +70,7 @@ TEST_F(HostNamesWinWatchedTest, TakesTheFirstAddress) {
     EXPECT_EQ(calls, (Calls{"start 1.1", "ask for host.example", "end"}));
 }
 
-TEST_F(HostNamesWinWatchedTest, LetsTheLibraryGoThoughNothingWasFound) {
+TEST_F(HostNamesWinWatchedTest, FreesTheLibraryEvenIfNothingWasFound) {
     EXPECT_EQ(HostNamesWin().AddressOf("host.example"), "");
     addresses = {nullptr};
     EXPECT_EQ(HostNamesWin().AddressOf("host.example"), "");
@@ -78,7 +78,7 @@ TEST_F(HostNamesWinWatchedTest, LetsTheLibraryGoThoughNothingWasFound) {
                             "end"}));
 }
 
-TEST_F(HostNamesWinWatchedTest, AsksNobodyWithoutTheLibrary) {
+TEST_F(HostNamesWinWatchedTest, FindsNothingWithoutTheLibrary) {
     startError = WSAVERNOTSUPPORTED;
     char address[] = "\x7F\0\0\1";
     addresses = {address, nullptr};

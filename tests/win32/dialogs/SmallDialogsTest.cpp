@@ -29,14 +29,14 @@ TEST_F(SetPasswordDialogTest, ShowsAndTakesThePasswordByteForByte) {
                                         std::string(10'000, 'p'), std::string()}) {
         program.Servers[1].Password = "before";
         Show(Password(), {[&](HWND dialog) {
-                 EXPECT_EQ(BoxDriver::TextOf(dialog), "Server Password");
+                 EXPECT_EQ(DialogDriver::TextOf(dialog), "Server Password");
                  EXPECT_EQ(Text(dialog, ID_lblMsg), "Enter the password for this server:");
                  EXPECT_EQ(Text(dialog, IDOK), "OK");
                  EXPECT_EQ(Text(dialog, IDCANCEL), "Cancel");
                  EXPECT_TRUE(IsLine(Item(dialog, ID_lblSeperator)));
                  EXPECT_EQ(Text(dialog, ID_txtPass), "before");
                  Type(dialog, ID_txtPass, password);
-                 BoxDriver::Press(dialog, IDOK);
+                 DialogDriver::Press(dialog, IDOK);
              }});
         EXPECT_EQ(program.Servers[1].Password, password);
     }
@@ -47,12 +47,12 @@ TEST_F(SetPasswordDialogTest, EnterIsOkAndEscapeIsCancel) {
     Show(Password(), {[&](HWND dialog) {
              EXPECT_EQ(GetFocus(), Item(dialog, ID_txtPass));
              Type(dialog, ID_txtPass, "not this");
-             BoxDriver::PressKey(GetFocus(), VK_ESCAPE);
+             DialogDriver::PressKey(GetFocus(), VK_ESCAPE);
          }});
     EXPECT_EQ(program.Servers[1].Password, "before");
     Show(Password(), {[&](HWND dialog) {
              Type(dialog, ID_txtPass, "this");
-             BoxDriver::PressKey(GetFocus(), VK_RETURN);
+             DialogDriver::PressKey(GetFocus(), VK_RETURN);
          }});
     EXPECT_EQ(program.Servers[1].Password, "this");
 }
@@ -61,14 +61,14 @@ TEST_F(SetPasswordDialogTest, TypingReplacesThePassword) {
     program.Servers[1].Password = "before";
     Show(Password(), {[&](HWND dialog) {
              SendMessageA(GetFocus(), WM_CHAR, 'n', 1);
-             BoxDriver::Press(dialog, IDOK);
+             DialogDriver::Press(dialog, IDOK);
          }});
     EXPECT_EQ(program.Servers[1].Password, "n");
 }
 
 TEST_F(AddServerDialogTest, StaysOpenForTheNextServer) {
     Show(AddServer(), {[&](HWND dialog) {
-             EXPECT_EQ(BoxDriver::TextOf(dialog), "Add Server");
+             EXPECT_EQ(DialogDriver::TextOf(dialog), "Add Server");
              EXPECT_EQ(TabOrder(dialog), (std::vector<int>{ID_txtIP, ID_txtPort, IDOK, IDCANCEL}));
              Type(dialog, ID_txtIP, "127.0.0.1");
              Type(dialog, ID_txtPort, "1");
@@ -77,28 +77,28 @@ TEST_F(AddServerDialogTest, StaysOpenForTheNextServer) {
              Type(dialog, ID_txtPort, "2");
              SendMessageA(dialog, WM_COMMAND, IDOK, 0);
              EXPECT_TRUE(IsWindow(dialog));
-             BoxDriver::PressKey(GetFocus(), VK_ESCAPE);
+             DialogDriver::PressKey(GetFocus(), VK_ESCAPE);
          }});
     EXPECT_EQ(added, (std::vector<std::string>{"127.0.0.1:1", "127.0.0.1:2"}));
 }
 
 TEST_F(AddServerDialogTest, ShowsAnErrorForAMissingAddress) {
-    Show(AddServer(), {[&](HWND dialog) { BoxDriver::Press(dialog, IDOK); },
+    Show(AddServer(), {[&](HWND dialog) { DialogDriver::Press(dialog, IDOK); },
                        [&](HWND box) {
-                           EXPECT_EQ(BoxDriver::TextOf(box), "Quarn - Error");
-                           BoxDriver::Press(box, IDOK);
+                           EXPECT_EQ(DialogDriver::TextOf(box), "Quarn - Error");
+                           DialogDriver::Press(box, IDOK);
                        },
-                       [&](HWND dialog) { BoxDriver::Press(dialog, IDCANCEL); }});
+                       [&](HWND dialog) { DialogDriver::Press(dialog, IDCANCEL); }});
     EXPECT_TRUE(added.empty());
 }
 
 TEST_F(AboutDialogTest, ShowsTheVersionAndClosesOnEnterAndEscape) {
     for (const WPARAM key : {VK_RETURN, VK_ESCAPE})
         Show(About(), {[&](HWND dialog) {
-                 EXPECT_EQ(BoxDriver::TextOf(dialog), "About Quarn");
+                 EXPECT_EQ(DialogDriver::TextOf(dialog), "About Quarn");
                  EXPECT_EQ(Text(dialog, ID_lblVersion), std::string("Version ") + VersionText);
                  EXPECT_EQ(TabOrder(dialog), (std::vector<int>{IDOK, ID_cmdSystemInfo}));
-                 BoxDriver::PressKey(GetFocus(), key);
+                 DialogDriver::PressKey(GetFocus(), key);
              }});
 }
 
