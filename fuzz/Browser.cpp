@@ -1,10 +1,10 @@
-// The whole browser, driven by a script of what the user, the network and the system do. Whatever that is,
-// after every step the list is whole, nothing is left at work, log and memory are bounded by what came in;
-// and in the end the program ends once, with whole files.
+// The whole browser, driven by a script of the user's, the network's and the system's actions. After every
+// step the list is intact, nothing is running, and log and memory are bounded by the input; and finally the
+// program ends once, with complete files.
 //
-// The input is the settings file and the definitions file, ordinary ones where it is empty, and the script's
-// letters: see fuzz/BrowserActions.cpp. "@" and a number in front of an action let it come in the middle of
-// the next ones.
+// The input is the settings file, the definitions file (empty: ordinary ones) and the script: see
+// fuzz/BrowserActions.h. "@" and a number before an action delay it, so that it runs in the middle of the
+// next ones.
 
 #include "fuzz/ByteScript.h"
 #include "fuzz/FuzzedBrowser.h"

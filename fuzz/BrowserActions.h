@@ -1,6 +1,7 @@
 #pragma once
 
-// What the user, the network and the system can do to a running browser.
+// What the user, the network and the system can do to a running browser, as letters of a script. Letters and
+// arguments of the user's actions are in tests/fakes/UserActions.cpp.
 
 #include "fuzz/ByteScript.h"
 #include "fuzz/FuzzedBrowser.h"
@@ -9,10 +10,10 @@
 
 namespace quarn::fuzz {
 
-// Whatever the action's letter is followed by has been read when it is made; it may run later.
+// Its arguments have already been read from the script; it may run later.
 using Action = std::function<void()>;
 
-// The next action of the script; empty where its letter stands for none.
+// The next action of the script; empty if no action has its letter.
 Action ReadAction(FuzzedBrowser& browser, ByteScript& script);
 
 } // namespace quarn::fuzz

@@ -1,7 +1,7 @@
 #pragma once
 
-// The bytes of an input, read as a script: letters, numbers of one byte, and texts that a mark ends. A script
-// that is over reads on as zeros and empty texts.
+// The bytes of an input, read as a script: letters, numbers of one byte, and texts that a mark ends. After
+// the end of a script, zeros and empty texts are read.
 
 #include <cstddef>
 #include <cstdint>
@@ -19,7 +19,7 @@ class ByteScript {
 
     bool AtEnd() const noexcept { return rest_.empty(); }
 
-    // Whether the script goes on with this letter, which is then taken.
+    // Whether this letter is next in the script; it is then consumed.
     bool Takes(char letter) noexcept {
         const bool follows = !rest_.empty() && rest_.front() == letter;
         rest_.remove_prefix(follows ? 1 : 0);

@@ -1,5 +1,5 @@
-// A country file of any content is refused with one of the errors that a file can have, or is loaded; then,
-// where its bounds are plain whole numbers, look-ups agree with a search of its lines.
+// A country file of any content is refused with one of the errors of a damaged file, or is loaded. If its
+// bounds are plain whole numbers, look-ups then agree with a search of its lines.
 
 #include "base/LineReader.h"
 #include "base/RunTimeError.h"
@@ -37,7 +37,7 @@ std::optional<std::uint64_t> PlainNumber(std::string_view text) {
     return number;
 }
 
-// The ranges of a file that was loaded, unless a number in it is written in another way.
+// The ranges of a loaded file; nothing if a number is not a plain whole number.
 std::optional<std::vector<PlainRange>> PlainRanges(std::string_view content) {
     LineReader lines(content);
     const auto count = PlainNumber(lines.ReadLine());

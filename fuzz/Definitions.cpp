@@ -1,5 +1,5 @@
 // A definitions file of any content gives as many games and MODs as it counts, or an error that ends the
-// start; texts are as long as the file's at most, and no escape is left in those that are decoded.
+// start. Texts are no longer than in the file, and no escape is left in those that are decoded.
 
 #include "base/RunTimeError.h"
 #include "core/modMain.h"
@@ -56,7 +56,7 @@ void RequireMods(const ProgramState& program) {
     }
 }
 
-// Calls the reader and demands that it fails as this count must make it.
+// Calls the reader, which must fail exactly if the count is bad.
 template<class Reader>
 bool ReadsAsCounted(const std::int32_t& count, Reader read) {
     try {

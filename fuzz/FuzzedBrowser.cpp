@@ -1,14 +1,13 @@
 #include "fuzz/FuzzedBrowser.h"
 
-#include "base/Conversions.h"
 #include "fuzz/BrowserActions.h"
 #include "fuzz/Require.h"
 #include "support/clsAppLog.h"
 #include "tests/fakes/IniText.h"
+#include "tests/fakes/Invariants.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <set>
 #include <utility>
 #include <vector>
 
@@ -18,13 +17,13 @@ namespace {
 
 constexpr std::int32_t ServersAtStart = 5;
 
-// A step ends after so many events, or it never would.
+// A step that runs more events than this is endless.
 constexpr std::int32_t EventsOfAStep = 200'000;
 
-// Nobody waits longer for a scan.
+// A user who has waited this long for a scan stops it.
 constexpr std::int32_t Patience = 20'000; // milliseconds
 
-// Entries that one thing may write to the log, and what an entry may hold beside what came from outside.
+// The most log entries for one thing that happens, and the length of an entry without text from outside.
 constexpr std::int64_t EntriesOfAThing = 8;
 constexpr std::int64_t LengthOfAnEntry = 400;
 
@@ -34,13 +33,6 @@ bool CountsFew(const std::string& definitions) {
         return LeadingInteger(IniValue(definitions, "General", key).value_or("0")) <= 12;
     };
     return isFew("GameNum") && isFew("MODNum");
-}
-
-std::vector<std::string> Block(int block) {
-    std::vector<std::string> servers;
-    for (int i = 1; i <= ServersAtStart; ++i)
-        servers.push_back("127.0." + std::to_string(block) + "." + std::to_string(i) + ":27960");
-    return servers;
 }
 
 // A wait that would never end is recorded by the fakes as a failed test.
@@ -53,7 +45,7 @@ bool AnyWaitWithoutEnd() {
 FuzzedBrowser::FuzzedBrowser(const std::string& settings, const std::string& definitions) {
     int block = 11;
     for (const char* list : {"q3", "d3", "hl", "fav1"})
-        PutList(list, Block(block++));
+        PutList(list, Block(block++, ServersAtStart));
     fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n2130706432;2147483647;LO\r\n");
     if (!settings.empty())
         fake.files.Put("C:\\Quarn\\Quarn.ini", settings);
@@ -66,20 +58,12 @@ FuzzedBrowser::FuzzedBrowser(const std::string& settings, const std::string& def
         Deliver(sckServer, std::move(nextReplies_.front()));
         nextReplies_.pop_front();
     };
-    fake.prompts.whileOpen = [this] { BeforeBoxEnds(); };
+    fake.prompts.whileOpen = [this] { BeforePromptEnds(); };
+    dialogs.whileOpen = [this] { fake.events.RunFor(openFor); };
 }
 
 bool FuzzedBrowser::UserCanAct() const {
     return !Ended() && !fake.prompts.IsOpen() && dialogs.open.empty();
-}
-
-std::int32_t FuzzedBrowser::AnyRow(std::int32_t number) {
-    return RowCount() == 0 ? 0 : number % RowCount() + 1;
-}
-
-std::string FuzzedBrowser::AnyNode(std::int32_t number) {
-    const TreeView& tree = Controls().trvGames;
-    return tree.At(number % tree.Count() + 1).key;
 }
 
 void FuzzedBrowser::NoteStaleRows() {
@@ -93,15 +77,15 @@ void FuzzedBrowser::PutFile(const std::string& path, std::string content) {
     fake.files.Put(path, std::move(content));
 }
 
-void FuzzedBrowser::BeforeBoxEnds() {
+void FuzzedBrowser::BeforePromptEnds() {
     fake.prompts.yesNoAnswers.assign(1, answer);
     fake.prompts.textAnswers.assign(1, text);
     fake.prompts.fileAnswers.assign(1, answer ? "C:\\export.txt" : "");
     fake.prompts.folderAnswers.assign(1, answer ? "C:\\Arena" : "");
-    fake.events.RunFor(std::exchange(boxOpenFor, 0));
+    fake.events.RunFor(std::exchange(openFor, 0));
 }
 
-// A scan whose timer another one has switched off inside it waits for that.
+// A scan whose timer was disabled by a nested scan waits for "stop".
 void FuzzedBrowser::StopWhenItTakesTooLong() {
     In(Patience, [this, step = step_] {
         if (Ended() || step != step_)
@@ -122,7 +106,7 @@ void FuzzedBrowser::Run(ByteScript& script) {
     RequireEnd();
 }
 
-// "@" and a number in front of an action put it off, so that it comes in the middle of what follows.
+// "@" and a number before an action delay it, so that it runs in the middle of the following ones.
 void FuzzedBrowser::Step(ByteScript& script) {
     const bool later = script.Takes('@');
     const std::int32_t delay = later ? script.Number() * 10 : 0;
@@ -152,27 +136,10 @@ void FuzzedBrowser::RequireSound() {
         staleList_ = Form().tree.ShownList();
     else if (staleRows_ && staleList_ != Form().tree.ShownList())
         staleRows_ = false;
-    RequireRowsOfTheList();
+    const Rows rows = staleRows_ ? Rows::Stale : Rows::OfTheList;
+    RequireNone(ViolationsOfRows(*this, rows));
     RequireBounds();
-    RequireAtRest();
-}
-
-void FuzzedBrowser::RequireRowsOfTheList() {
-    const ListView& list = Controls().lvwServers;
-    std::set<std::int32_t> tags;
-    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
-        const std::string& tag = list.Row(row).main.tag;
-        const std::int32_t index = ToLong(tag);
-        Require(index >= 1 && std::to_string(index) == tag, "a row's tag is an index");
-        if (staleRows_)
-            continue;
-        Require(program.Servers.Holds(index), "every row has a record");
-        Require(tags.insert(index).second, "no record has two rows");
-        const ServerRecord& server = program.Servers[index];
-        Require(list.Cell(row, 1 + AddressColumn).text == server.Address + ":" + std::to_string(server.Port),
-                "a row shows its record's address");
-    }
-    Require(list.SelectedCount() <= list.RowCount(), "no more rows are selected than there are");
+    RequireNone(ViolationsAtRest(*this, rows));
 }
 
 void FuzzedBrowser::RequireBounds() {
@@ -194,22 +161,6 @@ void FuzzedBrowser::RequireBounds() {
     }
 }
 
-// Between two steps nothing is at work.
-void FuzzedBrowser::RequireAtRest() {
-    const std::int32_t highest = program.Servers.HighestIndex();
-    // A Half-Life master's reply may leave empty slots behind the last server counted.
-    Require(program.ServerCount >= 0 && program.ServerCount <= highest + 1,
-            "the count is at most one past the list");
-    Require(program.CurrentGame == Form().tree.ShownList(), "the list in memory is the one shown");
-    Require(staleRows_ || program.CurrentServer == 0 || program.Servers.Holds(program.CurrentServer),
-            "the current server is in the list");
-    Require(program.Servers[0].Name.empty() && program.Servers[0].Address.empty(), "slot 0 stays empty");
-    Require(!Controls().tmrTimeout.Enabled(), "no scan, no timer");
-    Require(Form().scan.QuerySentTick == 0, "no scan, no query");
-    Require(!Controls().lvwServers.updatesLocked, "the list is painted");
-    Require(window.destroyCalls == 0, "the window is there");
-}
-
 void FuzzedBrowser::RequireEnd() {
     if (!Ended()) {
         fake.files.ClearFaults();
@@ -221,22 +172,10 @@ void FuzzedBrowser::RequireEnd() {
     }
     Require(window.destroyCalls == 1, "the program ends once");
     Require(!AnyWaitWithoutEnd(), "every wait ends");
-    RequireWholeFiles();
-}
-
-// A file that the program wrote has the lines that its first one counts.
-void FuzzedBrowser::RequireWholeFiles() {
-    for (const std::string& path : fake.files.Paths()) {
-        if (path.find("\\servers-") == std::string::npos || !path.ends_with(".dat"))
-            continue;
-        const std::string content = fake.files.Get(path);
-        if (const auto foreign = foreignFiles_.find(path);
-            foreign != foreignFiles_.end() && foreign->second == content)
-            continue;
-        const std::int64_t entries = std::count(content.begin(), content.end(), '\n') - 1;
-        Require(content.rfind(" " + std::to_string(entries) + "\r\n", 0) == 0, "a list file is whole");
-        Require(content.ends_with("\r\n"), "a list file's last line is whole");
-    }
+    RequireNone(ViolationsOfListFiles(fake.files, [this](const std::string& path) {
+        const auto foreign = foreignFiles_.find(path);
+        return foreign != foreignFiles_.end() && foreign->second == fake.files.Get(path);
+    }));
 }
 
 } // namespace quarn::fuzz

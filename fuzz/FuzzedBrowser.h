@@ -1,8 +1,8 @@
 #pragma once
 
-// The whole browser as a fuzzer drives it: a user who does one thing after another, a network that sends
-// anything, a disk that fails, boxes that stay open while events run. What the input does is counted, as the
-// bounds of log and memory are told in it.
+// The whole browser, driven by a fuzzer: a user who does one thing after another, a network that sends
+// anything, a disk that fails, prompts that stay open while events run. The bounds of log and memory depend
+// on what happens, so it is counted.
 
 #include "fuzz/ByteScript.h"
 #include "tests/fakes/HeadlessBrowser.h"
@@ -17,20 +17,17 @@ namespace quarn::fuzz {
 
 class FuzzedBrowser : public HeadlessBrowser {
   public:
-    // They take the place of the settings and definitions files when they are not empty.
+    // They replace the settings and definitions files if they are not empty.
     FuzzedBrowser(const std::string& settings, const std::string& definitions);
 
-    // Runs the script to its end or the program's, with RequireSound after every step, and closes the window.
+    // Runs the script to its end or the end of the program, with RequireSound after every step, and closes
+    // the window.
     void Run(ByteScript& script);
 
-    // A box or dialog takes the mouse and the keyboard away from the window.
+    // Prompts and dialogs disable the window's mouse and keyboard.
     bool UserCanAct() const;
 
-    // One of the rows, the tree's nodes; 0 and "" where there is none.
-    std::int32_t AnyRow(std::int32_t number);
-    std::string AnyNode(std::int32_t number);
-
-    // From now on rows may show what is not in the list any more, until another list is shown.
+    // From now on rows may show records that have left the list, until another list is shown.
     void NoteStaleRows();
 
     // A datagram that arrives now, or that the next server to be asked sends.
@@ -38,23 +35,20 @@ class FuzzedBrowser : public HeadlessBrowser {
     void Deliver(Socket& socket, std::string datagram);
     void AnswerNextWith(std::string datagram) { nextReplies_.push_back(std::move(datagram)); }
 
-    // A file that comes from elsewhere.
+    // A file that the program did not write.
     void PutFile(const std::string& path, std::string content);
 
-    bool answer = true;          // to every question
-    std::string text = "Name";   // into every box that asks for one
-    std::int32_t boxOpenFor = 0; // milliseconds that a box stays open
+    bool answer = true;        // to every question
+    std::string text = "Name"; // the answer to every prompt for a text
+    std::int32_t openFor = 0;  // milliseconds that prompts and dialogs stay open
 
   private:
     void Step(ByteScript& script);
-    void BeforeBoxEnds();
+    void BeforePromptEnds();
     void StopWhenItTakesTooLong();
     void RequireSound();
-    void RequireRowsOfTheList();
     void RequireBounds();
-    void RequireAtRest();
     void RequireEnd();
-    void RequireWholeFiles();
 
     std::deque<std::string> nextReplies_;
     std::map<std::string, std::string> foreignFiles_; // content by path

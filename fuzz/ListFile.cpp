@@ -1,5 +1,5 @@
-// A list file of any content gives a whole list or an empty one, without a word. What was read is written
-// back in a form that no further reading and writing changes.
+// A list file of any content gives a complete list or an empty one, without a log entry or message. What was
+// read is written back in a form that further reading and writing does not change.
 
 #include "core/modStringHelper.h"
 #include "fuzz/FuzzedProgram.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t ShortestEntry = 16; // eleven separators and five digits
 
-// The lines of a file, told apart in another way than the reader does.
+// The lines of a file, found in another way than the reader's.
 std::vector<std::string> Lines(std::string content) {
     ReplaceAll(content, "\r\n", "\n");
     ReplaceAll(content, "\r", "\n");

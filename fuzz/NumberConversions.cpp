@@ -1,29 +1,20 @@
-// Text to number: every text is a number or is not, for all conversions alike, and a whole number is the
-// nearest one to what the text says, or out of range.
+// Text to number: all conversions agree on which texts are numbers, and a whole number is the nearest one to
+// the text's value, or out of range.
 
 #include "base/Conversions.h"
-#include "base/RunTimeError.h"
 #include "fuzz/Require.h"
+#include "tests/fakes/Errors.h"
 
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <string_view>
 
 namespace quarn::fuzz {
 
 namespace {
-
-template<class Convert>
-auto ErrorOf(Convert convert) -> std::optional<ErrorNumber> {
-    try {
-        convert();
-        return std::nullopt;
-    } catch (const RunTimeError& error) {
-        return error.Kind();
-    }
-}
 
 template<class Target, class Convert>
 void RequireRounded(std::string_view text, Convert convert, std::optional<double> value) {
@@ -37,7 +28,7 @@ void RequireRounded(std::string_view text, Convert convert, std::optional<double
     const bool fits =
         nearest >= std::numeric_limits<Target>::min() && nearest <= std::numeric_limits<Target>::max();
     if (fits)
-        Require(!error && whole == nearest, "the nearest whole number");
+        Require(error == NoError && whole == nearest, "the nearest whole number");
     else
         Require(error == ErrorNumber::Overflow, "a number out of range is error 6");
 }
@@ -53,7 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::optional<double> value;
     const auto error = ErrorOf([&] { value = ToDouble(text); });
     Require((error == ErrorNumber::TypeMismatch) == !IsNumber(text), "IsNumber tells what ToDouble refuses");
-    Require(!error || error == ErrorNumber::TypeMismatch || error == ErrorNumber::Overflow, "no other error");
+    Require(error == NoError || error == ErrorNumber::TypeMismatch || error == ErrorNumber::Overflow,
+            "no other error");
     Require(!value || std::isfinite(*value), "a number is finite");
 
     RequireRounded<std::int32_t>(text, ToLong, value);

@@ -1,5 +1,5 @@
-// Runs a fuzz target over the files of the folders given, each once. Fails when there is none, so that a
-// corpus that got lost is noticed.
+// Runs a fuzz target over each file of the given folders. Fails if there are none, so that a lost corpus is
+// noticed.
 
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 namespace {
 
 void Replay(const std::filesystem::path& path) {
-    std::printf("%s\n", path.c_str()); // the last line printed names the input at fault
+    std::printf("%s\n", path.c_str()); // the last line printed names the failing input
     std::fflush(stdout);
     std::ifstream file(path, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

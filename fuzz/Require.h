@@ -1,10 +1,12 @@
 #pragma once
 
-// What a fuzz target demands of a routine: where it does not hold, the process ends, which both the fuzzer
-// and a replay report with the input at fault.
+// What a fuzz target demands of a routine. If it does not hold, the process aborts; the fuzzer and a replay
+// then report the input.
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
+#include <vector>
 
 namespace quarn::fuzz {
 
@@ -13,6 +15,11 @@ inline void Require(bool holds, const char* what) {
         return;
     std::fprintf(stderr, "Does not hold: %s\n", what);
     std::abort();
+}
+
+inline void RequireNone(const std::vector<std::string>& violations) {
+    for (const std::string& violation : violations)
+        Require(false, violation.c_str());
 }
 
 } // namespace quarn::fuzz

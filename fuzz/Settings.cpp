@@ -1,9 +1,9 @@
-// A settings file of any content gives every setting a value, and these values are what is written and read
-// again.
+// A settings file of any content gives every setting a value, and the same values are written and read again.
 
 #include "core/modMain.h"
 #include "fuzz/FuzzedProgram.h"
 #include "fuzz/Require.h"
+#include "tests/fakes/Samples.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,15 +16,6 @@ namespace {
 
 constexpr std::int32_t Games = 2;
 constexpr std::size_t LongestText = 254;
-
-void PrepareGames(ProgramState& program) {
-    program.AppPath = "C:\\Quarn\\";
-    program.GameNum = Games;
-    program.GamePath.Reset(Games);
-    program.GameConfig.Reset(Games);
-    program.GamePlayerName.Reset(Games);
-    program.GameVisible.Reset(Games);
-}
 
 std::vector<std::int32_t> Numbers(const ProgramState& program) {
     std::vector<std::int32_t> numbers = {
@@ -44,7 +35,7 @@ std::vector<std::string> Texts(const ProgramState& program) {
     return texts;
 }
 
-// The profile calls take blanks and a pair of quotes off a value, which no writer can prevent.
+// The profile functions remove blanks and a pair of quotes around a value, which no writer can prevent.
 bool IsKeptByProfileCalls(const std::string& text) {
     constexpr const char* Taken = " \t\r\n\v\f\"'";
     return text.empty() || (std::string(Taken).find(text.front()) == std::string::npos &&
@@ -62,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ProgramState& program = fuzzed.program;
     const std::string path = "C:\\Quarn\\Quarn.ini";
     fuzzed.fake.files.Put(path, std::string(reinterpret_cast<const char*>(data), size));
-    PrepareGames(program);
+    ResetGames(program, Games);
     LoadSettings(program, fuzzed.fake.desktop);
     for (const std::string& text : Texts(program))
         Require(text.size() <= LongestText, "a text fits its buffer");
@@ -70,7 +61,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     SaveSettings(program, fuzzed.fake.desktop);
     Require(!fuzzed.fake.files.Has(path + ".new"), "the copy has become the file");
     ProgramState again;
-    PrepareGames(again);
+    again.AppPath = program.AppPath;
+    ResetGames(again, Games);
     LoadSettings(again, fuzzed.fake.desktop);
     Require(Numbers(again) == Numbers(program), "the numbers written are the numbers read");
     const std::vector<std::string> written = Texts(program);

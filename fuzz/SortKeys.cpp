@@ -1,8 +1,8 @@
-// Cells of any text, sorted by a column of any type in either direction: the rows stand in the order of what
-// their cells mean, equal ones in the order in which they were, and every row keeps its texts and tags, but
-// for a NUL in a number or date, which splits them. A sort that cannot be done leaves everything as it was.
+// Cells of any text, sorted by a column of any type in either direction: the rows are in the order of their
+// cells' values, equal ones in their former order, and every row keeps its texts and tags, except that a NUL
+// in a number or date splits them. A sort that fails changes nothing.
 //
-// The input's first byte chooses type and direction; the lines behind it are the cells.
+// The input's first byte chooses type and direction; the lines after it are the cells.
 
 #include "base/RunTimeError.h"
 #include "core/modStringHelper.h"
@@ -27,7 +27,7 @@ namespace {
 enum Type { Picture, String, Number, Date, TypeCount };
 constexpr const char* TypeNames[] = {"PICTURE", "STRING", "NUMBER", "DATE"};
 
-// A number that the key's digits can tell from its neighbours.
+// The largest number that the key's digits distinguish from its neighbours.
 constexpr double LargestOrdered = 1e15;
 
 struct SortCase {
@@ -37,7 +37,7 @@ struct SortCase {
     std::int32_t column = 0;
 };
 
-// Unlike a number or a date, a tag may hold anything.
+// Unlike a number or a date, a tag may contain anything.
 std::string TagOf(const std::string& cell) {
     return cell + '\0' + cell;
 }
@@ -60,7 +60,7 @@ ListView ListOf(const SortCase& sort) {
     return list;
 }
 
-// Where the rows stand now that stood at 1, 2, ...: by their own tag.
+// The former positions of the rows, from their own tags.
 std::vector<std::size_t> Order(const ListView& list) {
     std::vector<std::size_t> order;
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
@@ -68,7 +68,7 @@ std::vector<std::size_t> Order(const ListView& list) {
     return order;
 }
 
-// Each cell has its text and its tag again, split where the first NUL was if they were parked in the tag.
+// Each cell has its own text and tag, split at the first NUL if they were parked in the tag.
 void RequireOwnTexts(const ListView& list, const SortCase& sort, bool wereParked) {
     const std::vector<std::size_t> order = Order(list);
     for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
@@ -85,7 +85,7 @@ void RequireOwnTexts(const ListView& list, const SortCase& sort, bool wereParked
     }
 }
 
-// -1, 0 or 1 as the cells mean; nothing where the key may not tell.
+// -1, 0 or 1 by the cells' values; nothing if the key cannot distinguish them.
 std::optional<int> Compare(const ClassicLocale& locale, Type type, const std::string& a,
                            const std::string& b) {
     const auto sign = [](auto left, auto right) { return left < right ? -1 : left > right ? 1 : 0; };

@@ -1,4 +1,4 @@
-// A variables text of any content becomes a row for each pair, at most one log entry, and nothing shown.
+// A variables text of any content becomes a row for each pair and at most one log entry, without a message.
 
 #include "fuzz/FuzzedProgram.h"
 #include "fuzz/Require.h"

@@ -17,7 +17,7 @@ constexpr const char* NoNumbers[] = {
     "abc",  "12a",  "a12",    "1\\n", "\"1\"", "1;",   "1d5", "true", "\xFF", "1\x01", "12:30",
 };
 
-TEST(Conversions, TakeTheNumberOutOfItsBlanks) {
+TEST(ConversionsTest, IgnoreBlanksAroundTheNumber) {
     const struct {
         const char* text;
         double value;
@@ -35,7 +35,7 @@ TEST(Conversions, TakeTheNumberOutOfItsBlanks) {
     }
 }
 
-TEST(Conversions, RefuseTextThatIsNoNumber) {
+TEST(ConversionsTest, RefuseTextThatIsNotANumber) {
     for (const char* text : NoNumbers) {
         EXPECT_FALSE(IsNumber(text)) << text;
         EXPECT_EQ(ErrorOf([&] { ToDouble(text); }), ErrorNumber::TypeMismatch) << text;
@@ -48,7 +48,7 @@ TEST(Conversions, RefuseTextThatIsNoNumber) {
         EXPECT_EQ(ErrorOf([&] { ToLong(text); }), ErrorNumber::TypeMismatch);
 }
 
-TEST(Conversions, RoundHalvesToEven) {
+TEST(ConversionsTest, RoundHalvesToEven) {
     const struct {
         const char* text;
         std::int32_t value;
@@ -62,7 +62,7 @@ TEST(Conversions, RoundHalvesToEven) {
     }
 }
 
-TEST(Conversions, HoldTheRangeOfTheirTarget) {
+TEST(ConversionsTest, CheckTheRangeOfTheirTarget) {
     EXPECT_EQ(ToLong("2147483647"), std::numeric_limits<std::int32_t>::max());
     EXPECT_EQ(ToLong("2147483647.49"), std::numeric_limits<std::int32_t>::max());
     EXPECT_EQ(ToLong("-2147483648.5"), std::numeric_limits<std::int32_t>::min());
@@ -83,13 +83,13 @@ TEST(Conversions, HoldTheRangeOfTheirTarget) {
     EXPECT_EQ(ErrorOf([] { ToDouble(std::string(100'000, '9')); }), ErrorNumber::Overflow);
 }
 
-TEST(Conversions, RoundANumberOnlyWithinItsRange) {
+TEST(ConversionsTest, RoundANumberOnlyWithinItsRange) {
     constexpr double Infinity = std::numeric_limits<double>::infinity();
     for (const double value : {2147483647.5, -2147483649.0, 1e300, Infinity, -Infinity, std::nan("")})
         EXPECT_EQ(ErrorOf([&] { RoundToLong(value); }), ErrorNumber::Overflow) << value;
 }
 
-TEST(Conversions, DivideToTheNearestWholeNumber) {
+TEST(ConversionsTest, DivideToTheNearestWholeNumber) {
     const struct {
         std::int32_t number;
         std::int32_t divisor;

@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-TEST(LineReader, EndsLinesAtEveryKindOfLineEnd) {
+TEST(LineReaderTest, EndsLinesAtEveryKindOfLineEnd) {
     const struct {
         std::string_view text;
         std::vector<std::string_view> lines;
@@ -36,7 +36,7 @@ TEST(LineReader, EndsLinesAtEveryKindOfLineEnd) {
     }
 }
 
-TEST(LineReader, ReadingPastTheLastLineIsAnError) {
+TEST(LineReaderTest, ReadingPastTheLastLineIsAnError) {
     LineReader reader("a\n");
     reader.ReadLine();
     for (int i = 0; i < 2; ++i) {
@@ -49,7 +49,7 @@ TEST(LineReader, ReadingPastTheLastLineIsAnError) {
     }
 }
 
-TEST(LineReader, TellsWhatIsLeft) {
+TEST(LineReaderTest, ReturnsTheRest) {
     LineReader reader("a\r\nb;c\n");
     reader.ReadLine();
     EXPECT_EQ(reader.Rest(), "b;c\n");

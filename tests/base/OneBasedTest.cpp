@@ -12,7 +12,7 @@ namespace {
 constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
 
-TEST(OneBased, BeginsWithItsEmptySlotZero) {
+TEST(OneBasedTest, BeginsWithItsEmptySlotZero) {
     OneBased<std::string> list;
     EXPECT_EQ(list.HighestIndex(), 0);
     EXPECT_EQ(list[0], "");
@@ -20,7 +20,7 @@ TEST(OneBased, BeginsWithItsEmptySlotZero) {
     EXPECT_FALSE(list.Holds(1));
 }
 
-TEST(OneBased, HasSlotsUpToItsHighestIndex) {
+TEST(OneBasedTest, HasSlotsUpToItsHighestIndex) {
     OneBased<int> list(3);
     EXPECT_EQ(list.HighestIndex(), 3);
     for (std::int32_t index = 1; index <= 3; ++index)
@@ -30,7 +30,7 @@ TEST(OneBased, HasSlotsUpToItsHighestIndex) {
     EXPECT_EQ(list[3], 30);
 }
 
-TEST(OneBased, HoldsTheIndexesItIsUsedWith) {
+TEST(OneBasedTest, HoldsExactlyItsIndexes) {
     const OneBased<int> list(3);
     for (const std::int32_t index : {1, 2, 3})
         EXPECT_TRUE(list.Holds(index)) << index;
@@ -38,7 +38,7 @@ TEST(OneBased, HoldsTheIndexesItIsUsedWith) {
         EXPECT_FALSE(list.Holds(index)) << index;
 }
 
-TEST(OneBased, RefusesEveryOtherIndex) {
+TEST(OneBasedTest, RefusesEveryOtherIndex) {
     OneBased<int> list(3);
     const OneBased<int>& constant = list;
     for (const std::int32_t index : {-1, 4, 5, Lowest, Highest}) {
@@ -47,7 +47,7 @@ TEST(OneBased, RefusesEveryOtherIndex) {
     }
 }
 
-TEST(OneBased, ResettingEmptiesAndResizingKeepsWhatFits) {
+TEST(OneBasedTest, ResettingEmptiesAndResizingKeepsWhatFits) {
     OneBased<int> list(2);
     list[1] = 10;
     list[2] = 20;
@@ -65,7 +65,7 @@ TEST(OneBased, ResettingEmptiesAndResizingKeepsWhatFits) {
     EXPECT_EQ(list.HighestIndex(), 0);
 }
 
-TEST(OneBased, RefusesToShrinkBelowSlotZero) {
+TEST(OneBasedTest, RefusesToShrinkBelowSlotZero) {
     OneBased<int> list(2);
     list[2] = 20;
     for (const std::int32_t highest : {-1, -2, Lowest}) {

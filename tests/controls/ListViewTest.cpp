@@ -44,7 +44,7 @@ std::vector<std::int32_t> SelectedRows(const ListView& list) {
     return rows;
 }
 
-TEST(ListView, GivesANewRowAnEmptyCellForEachColumn) {
+TEST(ListViewTest, GivesANewRowAnEmptyCellForEachColumn) {
     ListView list = ListOf({"a"});
     EXPECT_EQ(list.Add(), 2);
     for (const std::int32_t column : {1, 2, 3}) {
@@ -54,7 +54,7 @@ TEST(ListView, GivesANewRowAnEmptyCellForEachColumn) {
     }
 }
 
-TEST(ListView, HasOnlyTheMainTextWithoutColumns) {
+TEST(ListViewTest, HasOnlyTheMainTextWithoutColumns) {
     ListView list;
     const std::int32_t row = list.Add();
     list.Cell(row, 1).text = "a";
@@ -62,7 +62,7 @@ TEST(ListView, HasOnlyTheMainTextWithoutColumns) {
     EXPECT_EQ(ErrorOf([&] { list.Cell(row, 2); }), ErrorNumber::IndexOutOfBounds);
 }
 
-TEST(ListView, TellsAPositionThatDoesNotExist) {
+TEST(ListViewTest, ThrowsForAPositionThatDoesNotExist) {
     ListView list = ListOf({"a", "b"});
     for (const std::int32_t row : {0, -1, 3, Lowest, Highest}) {
         EXPECT_EQ(ErrorOf([&] { list.Row(row); }), ErrorNumber::IndexOutOfBounds) << row;
@@ -81,13 +81,13 @@ TEST(ListView, TellsAPositionThatDoesNotExist) {
     EXPECT_THAT(Texts(list), ElementsAre("a", "b"));
 }
 
-TEST(ListView, RemovesNothingWhenOneOfTheRowsDoesNotExist) {
+TEST(ListViewTest, RemovesNothingWhenOneOfTheRowsDoesNotExist) {
     ListView list = ListOf({"a", "b"});
     EXPECT_EQ(ErrorOf([&] { list.RemoveRows({1, 3}); }), ErrorNumber::IndexOutOfBounds);
     EXPECT_THAT(Texts(list), ElementsAre("a", "b"));
 }
 
-TEST(ListView, RemovesRowsAndLetsFocusAndSelectionFollowTheirRow) {
+TEST(ListViewTest, RemovesRowsAndLetsFocusAndSelectionFollowTheirRow) {
     struct Case {
         std::vector<std::int32_t> removed;
         std::vector<std::string> left;
@@ -114,7 +114,7 @@ TEST(ListView, RemovesRowsAndLetsFocusAndSelectionFollowTheirRow) {
     }
 }
 
-TEST(ListView, PrefersTheFocusedRowAmongTheSelectedOnes) {
+TEST(ListViewTest, PrefersTheFocusedRowAmongTheSelectedOnes) {
     struct Case {
         std::int32_t focused;
         std::int32_t expected; // rows 2 and 3 of 4 are selected
@@ -128,14 +128,14 @@ TEST(ListView, PrefersTheFocusedRowAmongTheSelectedOnes) {
     }
 }
 
-TEST(ListView, SelectsNothingByItself) {
+TEST(ListViewTest, SelectsNothingByItself) {
     ListView list = ListOf({"a", "b"});
     list.NoteFocused(1);
     EXPECT_EQ(list.SelectedRow(), 0);
     EXPECT_EQ(ListView().SelectedRow(), 0);
 }
 
-TEST(ListView, SelectingOneRowDeselectsAllOthers) {
+TEST(ListViewTest, SelectingOneRowDeselectsAllOthers) {
     ListView list = ListOf({"a", "b", "c", "d"});
     list.NoteSelected(1, 3, true);
     list.SelectOnly(4);
@@ -143,11 +143,11 @@ TEST(ListView, SelectingOneRowDeselectsAllOthers) {
     EXPECT_EQ(list.FocusedRow(), 4);
     list.SelectOnly(1);
     EXPECT_THAT(SelectedRows(list), ElementsAre(1));
-    // The user moved the focus off the only selected row.
+    // The user moved the focus away from the only selected row.
     list.NoteFocused(3);
     list.SelectOnly(2);
     EXPECT_THAT(SelectedRows(list), ElementsAre(2));
-    // The control tells of a row that has gone meanwhile, or of none.
+    // The control reports a row that no longer exists, or none.
     for (const std::int32_t nowhere : {Lowest, -1, 0, 5, Highest}) {
         list.NoteFocused(nowhere);
         list.SelectOnly(nowhere == 0 ? 3 : 4);
@@ -155,7 +155,7 @@ TEST(ListView, SelectingOneRowDeselectsAllOthers) {
     }
 }
 
-TEST(ListView, TakesTheUsersSelectionWithinItsRows) {
+TEST(ListViewTest, LimitsTheUsersSelectionToItsRows) {
     ListView list = ListOf({"a", "b", "c"});
     list.NoteSelected(Lowest, Highest, true);
     EXPECT_THAT(SelectedRows(list), ElementsAre(1, 2, 3));
@@ -167,7 +167,7 @@ TEST(ListView, TakesTheUsersSelectionWithinItsRows) {
     EXPECT_EQ(list.SelectedRow(), 0);
 }
 
-TEST(ListView, FindsARowByItsIdentityWhereverItHasMoved) {
+TEST(ListViewTest, FindsARowByItsIdentityWhereverItHasMoved) {
     ListView list = ListOf({"a", "b", "c", "d", "e"});
     const std::uint32_t third = list.Row(3).identity;
     for (const std::int32_t likely : {Lowest, -1, 0, 1, 2, 3, 4, 5, 6, 1000, Highest})
@@ -181,7 +181,7 @@ TEST(ListView, FindsARowByItsIdentityWhereverItHasMoved) {
     EXPECT_EQ(list.RowOf(third, 1), 0);
 }
 
-TEST(ListView, FindsTheNearestRowThatShowsASubject) {
+TEST(ListViewTest, FindsTheNearestRowThatShowsASubject) {
     ListView list = ListOf({"a", "b", "c", "d", "e"});
     for (const std::int32_t row : {1, 5})
         list.Edit(row).subject = 7;
@@ -192,7 +192,7 @@ TEST(ListView, FindsTheNearestRowThatShowsASubject) {
     EXPECT_EQ(ListView().RowShowing(7, 1), 0);
 }
 
-TEST(ListView, NeverUsesAnIdentityAgain) {
+TEST(ListViewTest, NeverUsesAnIdentityAgain) {
     ListView list = ListOf({"a", "b"});
     const std::uint32_t first = list.Row(1).identity;
     const std::uint32_t second = list.Row(2).identity;
@@ -203,7 +203,7 @@ TEST(ListView, NeverUsesAnIdentityAgain) {
     EXPECT_EQ(list.RowOf(first, 1), 0);
 }
 
-TEST(ListView, HandsOverItsRowsAndIsEmptyThen) {
+TEST(ListViewTest, ReturnsItsRowsAndIsEmptyAfterwards) {
     ListView list = ListOf({"a", "b"});
     list.SelectOnly(2);
     list.TakeChanges();
@@ -218,7 +218,7 @@ TEST(ListView, HandsOverItsRowsAndIsEmptyThen) {
     EXPECT_FALSE(list.TakeChanges().rows);
 }
 
-TEST(ListView, KeepsTheOrderOfEqualKeysInBothDirections) {
+TEST(ListViewTest, KeepsTheOrderOfEqualKeysInBothDirections) {
     ListView list = ListOf({"b1", "a1", "b2", "a2", "c"});
     const auto sortByFirstLetter = [&](SortOrder order) {
         SortKeys keys;
@@ -232,7 +232,7 @@ TEST(ListView, KeepsTheOrderOfEqualKeysInBothDirections) {
     EXPECT_THAT(Texts(list), ElementsAre("c", "b1", "b2", "a1", "a2"));
 }
 
-TEST(ListView, SortsByTheCellsOfTheKeyAndMovesWholeRows) {
+TEST(ListViewTest, SortsByTheCellsOfTheKeyAndMovesWholeRows) {
     ListView list = ListOf({"a", "b", "c"});
     const char* const texts[] = {"2", "3", "1"};
     for (const std::int32_t row : {1, 2, 3}) {
@@ -248,13 +248,13 @@ TEST(ListView, SortsByTheCellsOfTheKeyAndMovesWholeRows) {
     EXPECT_EQ(list.FocusedRow(), 1);
 }
 
-TEST(ListView, ComparesKeysAsUnsignedBytes) {
+TEST(ListViewTest, ComparesKeysAsUnsignedBytes) {
     ListView list = ListOf({"\xE4", "z", "", "&9", "0"});
     list.Sort(0, SortOrder::Ascending);
     EXPECT_THAT(Texts(list), ElementsAre("", "&9", "0", "z", "\xE4"));
 }
 
-TEST(ListView, IsUnchangedByASortThatFails) {
+TEST(ListViewTest, IsUnchangedByASortThatFails) {
     ListView list = ListOf({"b", "a"});
     list.Sort(0, SortOrder::Descending);
     SortKeys tooFew;
@@ -266,14 +266,14 @@ TEST(ListView, IsUnchangedByASortThatFails) {
     EXPECT_EQ(list.sortOrder, SortOrder::Descending);
 }
 
-TEST(ListView, AddsAtTheEndAlsoWhileItIsSorted) {
+TEST(ListViewTest, AddsAtTheEndEvenIfItIsSorted) {
     ListView list = ListOf({"b", "c"});
     list.Sort(0, SortOrder::Ascending);
     list.Cell(list.Add(), 1).text = "a";
     EXPECT_THAT(Texts(list), ElementsAre("b", "c", "a"));
 }
 
-TEST(ListView, NotesWhatTheWindowHasToRepaint) {
+TEST(ListViewTest, RecordsWhatTheWindowHasToRepaint) {
     ListView list = ListOf({"a", "b", "c", "d"});
     ListView::Changes changes = list.TakeChanges();
     EXPECT_TRUE(changes.rows);
@@ -300,7 +300,7 @@ TEST(ListView, NotesWhatTheWindowHasToRepaint) {
     EXPECT_EQ(list.TakeChanges().lastDirty, 4);
 }
 
-TEST(ListView, NamesNoRowToTheWindowThatHasGoneMeanwhile) {
+TEST(ListViewTest, ReportsNoRemovedRowToTheWindow) {
     ListView list = ListOf({"a", "b", "c", "d"});
     list.TakeChanges();
     list.Edit(4);
@@ -320,7 +320,7 @@ TEST(ListView, NamesNoRowToTheWindowThatHasGoneMeanwhile) {
     EXPECT_EQ(cleared.firstDirty, 0);
 }
 
-TEST(ListView, RepaintsNothingForAnEmptyList) {
+TEST(ListViewTest, RepaintsNothingForAnEmptyList) {
     ListView list;
     list.Refresh();
     list.Clear();
@@ -329,8 +329,8 @@ TEST(ListView, RepaintsNothingForAnEmptyList) {
     EXPECT_EQ(changes.firstDirty, 0);
 }
 
-// The count of selected rows is kept beside the rows; whatever happens, it must not drift.
-TEST(ListView, NeverLosesCountOfItsSelectedRows) {
+// The count of selected rows is stored separately from the rows and must always agree with them.
+TEST(ListViewTest, KeepsTheCountOfItsSelectedRowsCorrect) {
     std::mt19937 random(20261121);
     const auto below = [&](std::int32_t limit) { return static_cast<std::int32_t>(random() % limit); };
     ListView list;

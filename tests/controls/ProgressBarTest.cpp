@@ -10,7 +10,7 @@ namespace {
 constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
 
-TEST(ProgressBar, KeepsItsValueWithinItsRange) {
+TEST(ProgressBarTest, KeepsItsValueWithinItsRange) {
     struct Case {
         std::int32_t maximum;
         std::int32_t value;
@@ -26,7 +26,7 @@ TEST(ProgressBar, KeepsItsValueWithinItsRange) {
     }
 }
 
-TEST(ProgressBar, FallsBackToAMaximumBelowItsValue) {
+TEST(ProgressBarTest, FallsBackToAMaximumBelowItsValue) {
     ProgressBar bar;
     bar.SetValue(90);
     bar.SetMaximum(20);

@@ -29,7 +29,7 @@ std::vector<std::uint32_t> Sorted(const Texts& texts, SortOrder order) {
     return keys.Sorted(order);
 }
 
-// What the order has to be, found out in the plainest way.
+// The expected order, found in the simplest way.
 std::vector<std::uint32_t> Expected(const Texts& texts, SortOrder order) {
     std::vector<std::uint32_t> numbers(texts.size());
     std::iota(numbers.begin(), numbers.end(), 0U);
@@ -44,17 +44,17 @@ void ExpectOrdered(const Texts& texts) {
         EXPECT_EQ(Sorted(texts, order), Expected(texts, order));
 }
 
-TEST(SortKeys, KeepTheOrderOfEqualKeysInBothDirections) {
+TEST(SortKeysTest, KeepTheOrderOfEqualKeysInBothDirections) {
     EXPECT_THAT(Sorted({"b", "a", "b", "a"}, SortOrder::Ascending), ElementsAre(1, 3, 0, 2));
     EXPECT_THAT(Sorted({"b", "a", "b", "a"}, SortOrder::Descending), ElementsAre(0, 2, 1, 3));
 }
 
-TEST(SortKeys, AreNoneAndOne) {
+TEST(SortKeysTest, CanBeNoneOrOne) {
     EXPECT_THAT(Sorted({}, SortOrder::Ascending), IsEmpty());
     EXPECT_THAT(Sorted({""}, SortOrder::Descending), ElementsAre(0));
 }
 
-TEST(SortKeys, CompareAsUnsignedBytesToTheirLastOne) {
+TEST(SortKeysTest, CompareAsUnsignedBytesToTheirLastOne) {
     const std::string stretch(16, 'x');
     const std::string zeros(16, '\0');
     const std::string alike(16 * 9, 'y');
@@ -67,8 +67,8 @@ TEST(SortKeys, CompareAsUnsignedBytesToTheirLastOne) {
     ExpectOrdered({stretch, stretch, stretch});
 }
 
-// Letters of two kinds make many keys alike up to the edges of what is compared at once.
-TEST(SortKeys, AreOrderedAsAPlainSortOrdersThem) {
+// With two different letters, many keys are equal up to the boundaries of what is compared at once.
+TEST(SortKeysTest, HaveTheOrderOfAPlainSort) {
     std::mt19937 random(20261121);
     for (int round = 0; round < 300; ++round) {
         Texts texts(random() % 60);

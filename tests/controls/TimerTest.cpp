@@ -5,7 +5,7 @@
 namespace quarn {
 namespace {
 
-TEST(Timer, TellsItsDriverOnlyOfRealChanges) {
+TEST(TimerTest, NotifiesItsDriverOnlyOfRealChanges) {
     Timer timer;
     int changes = 0;
     timer.Changed = [&] { ++changes; };
@@ -25,7 +25,7 @@ TEST(Timer, TellsItsDriverOnlyOfRealChanges) {
     EXPECT_FALSE(timer.Enabled());
 }
 
-TEST(Timer, NeedsNoDriver) {
+TEST(TimerTest, NeedsNoDriver) {
     Timer timer;
     timer.SetEnabled(true);
     timer.SetInterval(-1);

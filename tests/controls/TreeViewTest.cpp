@@ -35,7 +35,7 @@ std::vector<std::string> Keys(const TreeView& tree) {
     return keys;
 }
 
-TEST(TreeView, CountsPositionsInTheOrderOfInsertion) {
+TEST(TreeViewTest, CountsPositionsInTheOrderOfInsertion) {
     const TreeView tree = Family();
     EXPECT_THAT(Keys(tree), ElementsAre("a", "b", "a1", "b1", "a2", "a11"));
     EXPECT_EQ(tree.Find("a2"), 5);
@@ -44,7 +44,7 @@ TEST(TreeView, CountsPositionsInTheOrderOfInsertion) {
     EXPECT_THAT(tree.Children(""), ElementsAre("a", "b"));
 }
 
-TEST(TreeView, ClosesTheGapAndTakesChildrenAlong) {
+TEST(TreeViewTest, RemovesChildrenWithTheirParentAndClosesTheGap) {
     struct Case {
         const char* removed;
         std::vector<std::string> left;
@@ -57,7 +57,7 @@ TEST(TreeView, ClosesTheGapAndTakesChildrenAlong) {
     }
 }
 
-TEST(TreeView, TellsWhatDoesNotExist) {
+TEST(TreeViewTest, ThrowsForNodesThatDoNotExist) {
     TreeView tree = Family();
     for (const std::int32_t position :
          {0, -1, 7, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()})
@@ -73,7 +73,7 @@ TEST(TreeView, TellsWhatDoesNotExist) {
     EXPECT_EQ(tree.Count(), 6);
 }
 
-TEST(TreeView, RefusesNodesThatItCouldNotTellApartOrPlace) {
+TEST(TreeViewTest, RefusesDuplicateKeysAndUnknownParents) {
     struct Case {
         TreeNode node;
         ErrorNumber error;
@@ -91,7 +91,7 @@ TEST(TreeView, RefusesNodesThatItCouldNotTellApartOrPlace) {
     EXPECT_EQ(tree.Revision(), revision);
 }
 
-TEST(TreeView, LosesTheSelectionWithItsNode) {
+TEST(TreeViewTest, LosesTheSelectionWithItsNode) {
     struct Case {
         const char* selected;
         const char* removed;
@@ -106,7 +106,7 @@ TEST(TreeView, LosesTheSelectionWithItsNode) {
     }
 }
 
-TEST(TreeView, SelectsNothingWhenTold) {
+TEST(TreeViewTest, CanSelectNothing) {
     TreeView tree = Family();
     EXPECT_EQ(tree.SelectedKey(), "");
     tree.Select("b1");
@@ -114,7 +114,7 @@ TEST(TreeView, SelectsNothingWhenTold) {
     EXPECT_EQ(tree.SelectedKey(), "");
 }
 
-TEST(TreeView, CountsChangesOfItsStructureOnly) {
+TEST(TreeViewTest, CountsChangesOfItsStructureOnly) {
     TreeView tree = Family();
     const std::uint32_t before = tree.Revision();
     tree.Select("a");

@@ -14,13 +14,13 @@ namespace {
 
 using namespace std::string_literals;
 
-class ExtractStringTest : public ::testing::Test {
+class modCommonSubsExtractStringTest : public ::testing::Test {
   protected:
     FakeDesktop fake;
     clsAppLog log{fake.desktop, "C:\\Quarn\\"};
 };
 
-TEST_F(ExtractStringTest, TakesTheFieldInFrontOfTheSeparator) {
+TEST_F(modCommonSubsExtractStringTest, ReturnsTheFieldBeforeTheSeparator) {
     const struct {
         std::string text;
         std::string separator;
@@ -28,7 +28,7 @@ TEST_F(ExtractStringTest, TakesTheFieldInFrontOfTheSeparator) {
         std::string rest;
     } cases[] = {
         {"a\\b", "\\", "a", "b"},
-        {"\\a\\b", "\\", "\\a", "b"}, // one in front is not found
+        {"\\a\\b", "\\", "\\a", "b"}, // one at the beginning is not found
         {"\\\\a", "\\", "\\", "a"},
         {"a\\\\b", "\\", "a", "\\b"},
         {"a\\", "\\", "a", ""},
@@ -47,7 +47,7 @@ TEST_F(ExtractStringTest, TakesTheFieldInFrontOfTheSeparator) {
     EXPECT_EQ(log.HistoryLog(), "");
 }
 
-TEST_F(ExtractStringTest, WithoutTheSeparatorLogsAndLeavesTheText) {
+TEST_F(modCommonSubsExtractStringTest, WithoutTheSeparatorLogsAndLeavesTheText) {
     const struct {
         std::string text;
         std::string separator;
@@ -68,7 +68,7 @@ TEST_F(ExtractStringTest, WithoutTheSeparatorLogsAndLeavesTheText) {
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
-TEST(TakeLeft, TakesCharactersOffALongerText) {
+TEST(modCommonSubsTakeLeftTest, TakesCharactersOffALongerText) {
     std::string text = "abcdef";
     EXPECT_EQ(TakeLeft(text, 4), "abcd");
     EXPECT_EQ(text, "ef");
@@ -79,7 +79,7 @@ TEST(TakeLeft, TakesCharactersOffALongerText) {
     EXPECT_EQ(bytes, "z");
 }
 
-TEST(TakeLeft, LeavesATextThatIsNoLonger) {
+TEST(modCommonSubsTakeLeftTest, LeavesATextThatIsNoLonger) {
     for (const char* original : {"abcd", "abc", "a", ""}) {
         std::string text = original;
         EXPECT_EQ(TakeLeft(text, 4), original);
@@ -87,15 +87,15 @@ TEST(TakeLeft, LeavesATextThatIsNoLonger) {
     }
 }
 
-TEST(TakeLeft, RefusesANegativeCount) {
+TEST(modCommonSubsTakeLeftTest, RefusesANegativeCount) {
     std::string text = "abc";
     EXPECT_EQ(ErrorOf([&] { TakeLeft(text, -1); }), ErrorNumber::InvalidProcedureCall);
     EXPECT_EQ(text, "abc");
 }
 
-class GameLookUpTest : public ::testing::Test {
+class modCommonSubsGameLookUpTest : public ::testing::Test {
   protected:
-    GameLookUpTest() {
+    modCommonSubsGameLookUpTest() {
         program.GameNum = 3;
         program.Games.Reset(3);
         program.Games[1].GameShort = "arena";
@@ -108,27 +108,27 @@ class GameLookUpTest : public ::testing::Test {
     ProgramState program;
 };
 
-TEST_F(GameLookUpTest, FindsTheFirstGameOfAShortName) {
+TEST_F(modCommonSubsGameLookUpTest, FindsTheFirstGameOfAShortName) {
     EXPECT_EQ(GameIndexOfShort(program, "arena"), 1);
     EXPECT_EQ(GameIndexOfShort(program, "same"), 2);
     EXPECT_EQ(EngineOfShort(program, "arena"), "q3");
     EXPECT_EQ(EngineOfShort(program, "same"), "d3");
 }
 
-TEST_F(GameLookUpTest, FindsNothingElse) {
+TEST_F(modCommonSubsGameLookUpTest, FindsNothingElse) {
     for (const char* gameShort : {"", "Arena", "ARENA", "aren", "arena ", " arena", "arenas", "q3", "fav1"}) {
         EXPECT_EQ(GameIndexOfShort(program, gameShort), 0) << gameShort;
         EXPECT_EQ(EngineOfShort(program, gameShort), "") << gameShort;
     }
 }
 
-TEST(GameLookUp, FindsNothingWithoutGames) {
-    const ProgramState program;
-    EXPECT_EQ(GameIndexOfShort(program, ""), 0);
+TEST_F(modCommonSubsGameLookUpTest, FindsNothingWithoutGames) {
+    const ProgramState empty;
+    EXPECT_EQ(GameIndexOfShort(empty, ""), 0);
     EXPECT_EQ(EngineOfShort(program, ""), "");
 }
 
-TEST(ListFileDates, AreSecondsSince1900) {
+TEST(modCommonSubsListFileDatesTest, AreSecondsSince1900) {
     const struct {
         CalendarTime calendar;
         const char* seconds;
@@ -142,7 +142,7 @@ TEST(ListFileDates, AreSecondsSince1900) {
     EXPECT_EQ(DateToSeconds(DateTime{}), "");
 }
 
-TEST(ListFileDates, ComeBackAsTheyWere) {
+TEST(modCommonSubsListFileDatesTest, SurviveARoundTrip) {
     for (const CalendarTime& calendar :
          {CalendarTime{1990, 1, 1, 0, 0, 0}, CalendarTime{2026, 11, 21, 8, 5, 0},
           CalendarTime{2024, 2, 29, 23, 59, 59}, CalendarTime{1922, 1, 1, 0, 0, 0},
@@ -152,20 +152,20 @@ TEST(ListFileDates, ComeBackAsTheyWere) {
     }
 }
 
-TEST(ListFileDates, RoundToWholeSeconds) {
+TEST(modCommonSubsListFileDatesTest, RoundToWholeSeconds) {
     const DateTime start = DateTime::From({1990, 1, 1, 0, 0, 0});
     EXPECT_EQ(SecondsToDate(2840140800.5), start);
     EXPECT_EQ(SecondsToDate(2840140801.5).seconds, start.seconds + 2);
 }
 
-TEST(ListFileDates, RefuseSecondsBeyond32Bits) {
+TEST(modCommonSubsListFileDatesTest, RefuseSecondsBeyond32Bits) {
     EXPECT_EQ(ErrorOf([] { SecondsToDate(2840140800.0 + 2147483647.0); }), NoError);
     EXPECT_EQ(ErrorOf([] { SecondsToDate(2840140800.0 - 2147483648.0); }), NoError);
     for (const double seconds : {2840140800.0 + 2147483648.0, 2840140800.0 - 2147483649.0, 1e300, -1e300})
         EXPECT_EQ(ErrorOf([&] { SecondsToDate(seconds); }), ErrorNumber::Overflow) << seconds;
 }
 
-TEST(GetFileVersionNumber, JoinsTheDigitsOfItsParts) {
+TEST(modCommonSubsVersionTest, JoinsTheDigitsOfItsParts) {
     const struct {
         FileVersion version;
         std::int32_t number;
@@ -186,7 +186,7 @@ TEST(GetFileVersionNumber, JoinsTheDigitsOfItsParts) {
     }
 }
 
-TEST(GetFileVersionNumber, LeavesFailuresToItsCaller) {
+TEST(modCommonSubsVersionTest, PropagatesErrors) {
     FakeDesktop fake;
     fake.peers.versions["C:\\big.exe"] = {65535, 65535, 65535};
     fake.peers.versions["C:\\one-more.exe"] = {21, 4748, 3648};
@@ -205,7 +205,7 @@ TEST(GetFileVersionNumber, LeavesFailuresToItsCaller) {
         EXPECT_EQ(ErrorOf([&] { GetFileVersionNumber(fake.desktop, c.path); }), c.error) << c.path;
 }
 
-TEST(SendCopyData, HandsTheTextWithItsEndToTheWindow) {
+TEST(modCommonSubsSendCopyDataTest, SendsTheTextWithItsNulToTheWindow) {
     FakeDesktop fake;
     fake.peers.openWindows = {"Monitor"};
     SendCopyData(fake.desktop, "Monitor", "Text");
@@ -215,7 +215,7 @@ TEST(SendCopyData, HandsTheTextWithItsEndToTheWindow) {
     EXPECT_EQ(fake.peers.received[0].payload, "Text\0"s);
 }
 
-TEST(SendCopyData, SendsNothingWithoutAWindow) {
+TEST(modCommonSubsSendCopyDataTest, SendsNothingWithoutAWindow) {
     FakeDesktop fake;
     fake.peers.openWindows = {"Monitor 2", "monitor"};
     SendCopyData(fake.desktop, "Monitor", "Text");
@@ -223,7 +223,7 @@ TEST(SendCopyData, SendsNothingWithoutAWindow) {
     EXPECT_TRUE(fake.peers.received.empty());
 }
 
-TEST(SendCopyData, DoesNotEvenSearchWithoutTitleOrText) {
+TEST(modCommonSubsSendCopyDataTest, DoesNotEvenSearchWithoutTitleOrText) {
     FakeDesktop fake;
     fake.peers.openWindows = {"", "Monitor"};
     SendCopyData(fake.desktop, "", "Text");
@@ -232,9 +232,9 @@ TEST(SendCopyData, DoesNotEvenSearchWithoutTitleOrText) {
     EXPECT_TRUE(fake.peers.searched.empty());
 }
 
-class PlaceInStatusPanelTest : public ::testing::Test {
+class modCommonSubsPlaceInStatusPanelTest : public ::testing::Test {
   protected:
-    PlaceInStatusPanelTest() {
+    modCommonSubsPlaceInStatusPanelTest() {
         statusBar.panels.Reset(2);
         statusBar.panels[2].left = 3000;
         statusBar.panels[2].width = 2000;
@@ -245,7 +245,7 @@ class PlaceInStatusPanelTest : public ::testing::Test {
     ProgressBar bar;
 };
 
-TEST_F(PlaceInStatusPanelTest, PutsTheBarInsideThePanelsFrame) {
+TEST_F(modCommonSubsPlaceInStatusPanelTest, PutsTheBarInsideThePanelsFrame) {
     PlaceInStatusPanel(bar, statusBar, 2);
     EXPECT_EQ(bar.bounds, (TwipsRect{3025, 7045, 1955, 300}));
     EXPECT_TRUE(bar.inFront);
@@ -253,7 +253,7 @@ TEST_F(PlaceInStatusPanelTest, PutsTheBarInsideThePanelsFrame) {
     EXPECT_TRUE(statusBar.redraw);
 }
 
-TEST_F(PlaceInStatusPanelTest, RefusesAPanelThatIsNotThere) {
+TEST_F(modCommonSubsPlaceInStatusPanelTest, RefusesAPanelThatDoesNotExist) {
     for (const std::int32_t panel : {-1, 3, 2147483647})
         EXPECT_EQ(ErrorOf([&] { PlaceInStatusPanel(bar, statusBar, panel); }),
                   ErrorNumber::SubscriptOutOfRange);

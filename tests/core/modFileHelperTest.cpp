@@ -7,9 +7,9 @@
 namespace quarn {
 namespace {
 
-class FileExistsTest : public ::testing::Test {
+class modFileHelperTest : public ::testing::Test {
   protected:
-    FileExistsTest() {
+    modFileHelperTest() {
         files.Put("C:\\Games\\arena.exe", "");
         files.Put("C:\\Games\\maps\\one.map", "");
         files.PutFolder("C:\\Games");
@@ -18,18 +18,18 @@ class FileExistsTest : public ::testing::Test {
     MemoryFiles files;
 };
 
-TEST_F(FileExistsTest, FindsAFileOfThisPath) {
+TEST_F(modFileHelperTest, FindsAFileOfThisPath) {
     EXPECT_TRUE(FileExists(files, "C:\\Games\\arena.exe"));
     EXPECT_TRUE(FileExists(files, "c:\\games\\ARENA.EXE"));
 }
 
-TEST_F(FileExistsTest, FindsAnyFileOfAPattern) {
+TEST_F(modFileHelperTest, FindsAnyFileOfAPattern) {
     EXPECT_TRUE(FileExists(files, "C:\\Games\\*.exe"));
     EXPECT_TRUE(FileExists(files, "C:\\Games\\aren?.exe"));
     EXPECT_TRUE(FileExists(files, "C:\\Games\\maps\\*"));
 }
 
-TEST_F(FileExistsTest, FindsNeitherFoldersNorWhatIsNotThere) {
+TEST_F(modFileHelperTest, FindsNeitherFoldersNorMissingFiles) {
     for (const char* path :
          {"", "C:\\Games", "C:\\Games\\", "C:\\Games\\maps", "C:\\Games\\arena", "C:\\Games\\arena.exe.bak",
           "arena.exe", "C:\\Games\\*.txt", "C:\\Games\\map?", "C:\\Games\\arena?.exe", "D:\\Games\\*", "*"})

@@ -15,7 +15,7 @@ namespace {
 using namespace std::string_literals;
 using ::testing::ElementsAre;
 
-TEST(DecodeIniEscapes, ReplacesItsEscapes) {
+TEST(modMainDefinitionsEscapesTest, ReplacesItsEscapes) {
     const struct {
         std::string text;
         std::string decoded;
@@ -42,7 +42,7 @@ TEST(DecodeIniEscapes, ReplacesItsEscapes) {
     }
 }
 
-TEST(DecodeIniEscapes, LeavesEverythingElse) {
+TEST(modMainDefinitionsEscapesTest, KeepsAllOtherText) {
     for (const std::string original : {"", "$", "$$", "$2", "$25", "$256", "$3", "$33", "$4", "$9", "$-1",
                                        "$ 1", "$x", "255", "32$", "\\$", "%20", "\\n", "$\xFF"}) {
         std::string text = original;
@@ -51,12 +51,12 @@ TEST(DecodeIniEscapes, LeavesEverythingElse) {
     }
 }
 
-TEST(DecodeIniEscapes, DecodesAfterALoneSign) {
+TEST(modMainDefinitionsEscapesTest, DecodesAfterALoneDollarSign) {
     std::string text = "$$32$$1$2$0";
     EXPECT_EQ(DecodeIniEscapes(text), "$ $\1$2\0"s);
 }
 
-class DefinitionsTest : public ProgramTest {
+class modMainDefinitionsTest : public ProgramTest {
   protected:
     void Load(const std::string& definitions) {
         fake.files.Put("C:\\Quarn\\Games.ini", definitions);
@@ -65,7 +65,7 @@ class DefinitionsTest : public ProgramTest {
     }
 };
 
-TEST_F(DefinitionsTest, ReadsAWholeFile) {
+TEST_F(modMainDefinitionsTest, ReadsAWholeFile) {
     Load(
         "[General]\r\nIniVer=1020050\r\nIniDesc=My games\r\nGameNum=1\r\nMODNum=2\r\n"
         "[Game1]\r\nDescription=Arena\r\nExeName=arena.exe\r\nGameShort=ar\r\nEngine=q3\r\n"
@@ -101,7 +101,7 @@ TEST_F(DefinitionsTest, ReadsAWholeFile) {
     EXPECT_EQ(fake.files.TotalWrites(), 0);
 }
 
-TEST_F(DefinitionsTest, ReadsItsKeysInTheOrderOfTheFile) {
+TEST_F(modMainDefinitionsTest, ReadsItsKeysInTheOrderOfTheFile) {
     fake.files.Put("C:\\Quarn\\Games.ini", "[General]\r\nGameNum=2\r\nMODNum=1\r\n");
     const WatchedProfiles watched(fake.desktop);
     LoadGamesIniGeneral(program, watched.desktop);
@@ -116,7 +116,7 @@ TEST_F(DefinitionsTest, ReadsItsKeysInTheOrderOfTheFile) {
                             "MOD1/GameVersion"));
 }
 
-TEST_F(DefinitionsTest, TakesNamesInAnyCase) {
+TEST_F(modMainDefinitionsTest, IgnoresTheCaseOfNames) {
     Load("[GENERAL]\r\ngamenum=1\r\nmodNUM=1\r\n[gAME1]\r\ngameSHORT=ar\r\n[mod1]\r\nbasedgame=ar\r\n");
     ASSERT_EQ(program.GameNum, 1);
     EXPECT_EQ(program.Games[1].GameShort, "ar");
@@ -124,7 +124,7 @@ TEST_F(DefinitionsTest, TakesNamesInAnyCase) {
     EXPECT_EQ(program.Mods[1].BasedGame, "ar");
 }
 
-TEST_F(DefinitionsTest, DecodesNoTextThatIsOnlyShownOrCompared) {
+TEST_F(modMainDefinitionsTest, DoesNotDecodeTextsThatAreOnlyShownOrCompared) {
     Load("[General]\r\nIniDesc=a$32b\r\nGameNum=1\r\nMODNum=1\r\n"
          "[Game1]\r\nDescription=a$32b\r\nExeName=a$32b\r\nGameShort=a$32b\r\nEngine=a$32b\r\n"
          "MasterAddress=a$32b\r\nMasterPacket=a$32b\r\nMasterResponse=a$32b\r\n"
@@ -137,7 +137,7 @@ TEST_F(DefinitionsTest, DecodesNoTextThatIsOnlyShownOrCompared) {
     EXPECT_EQ(game.MasterResponse, "a b");
 }
 
-TEST_F(DefinitionsTest, WithoutAFileHasNoGames) {
+TEST_F(modMainDefinitionsTest, WithoutAFileHasNoGames) {
     LoadGamesIniGeneral(program, fake.desktop);
     LoadGamesIniSections(program, fake.desktop);
     EXPECT_EQ(program.IniVer, 0);
@@ -148,7 +148,7 @@ TEST_F(DefinitionsTest, WithoutAFileHasNoGames) {
     EXPECT_EQ(program.Mods.HighestIndex(), 0);
 }
 
-TEST_F(DefinitionsTest, HasNoGamesInAFileThatIsNoneOrCannotBeRead) {
+TEST_F(modMainDefinitionsTest, HasNoGamesIfTheFileIsUnreadableOrNoDefinitionsFile) {
     for (const char* text : {"", "\r\n", "[General]", "[General]\r\nGameNum=\r\n",
                              "[General]\r\nGameNum=many\r\n", "GameNum=3\r\n", "[Other]\r\nGameNum=3\r\n",
                              ";[General]\r\nGameNum=3\r\n", "\xFF\xFE[\1G", "[General]\r\nGameNum 3\r\n"}) {
@@ -161,14 +161,14 @@ TEST_F(DefinitionsTest, HasNoGamesInAFileThatIsNoneOrCannotBeRead) {
     EXPECT_EQ(program.GameNum, 0);
 }
 
-TEST_F(DefinitionsTest, IgnoresSectionsBeyondTheCounts) {
+TEST_F(modMainDefinitionsTest, IgnoresSectionsBeyondTheCounts) {
     Load("[General]\r\nGameNum=0\r\n[Game1]\r\nGameShort=ar\r\n[MOD1]\r\nBasedGame=ar\r\n");
     EXPECT_EQ(program.GameNum, 0);
     EXPECT_EQ(program.Games.HighestIndex(), 0);
     EXPECT_EQ(program.Mods.HighestIndex(), 0);
 }
 
-TEST_F(DefinitionsTest, FillsACountedSectionThatIsMissingWithDefaults) {
+TEST_F(modMainDefinitionsTest, FillsACountedSectionThatIsMissingWithDefaults) {
     Load("[General]\r\nGameNum=2\r\nMODNum=1\r\n[Game1]\r\nGameShort=ar\r\nMasterPort=5\r\n");
     ASSERT_EQ(program.Games.HighestIndex(), 2);
     EXPECT_EQ(program.Games[1].MasterPort, 5);
@@ -180,7 +180,7 @@ TEST_F(DefinitionsTest, FillsACountedSectionThatIsMissingWithDefaults) {
     EXPECT_EQ(program.Mods[1].BasedGame, "");
 }
 
-TEST_F(DefinitionsTest, NumbersItsSectionsWithoutLeadingZeros) {
+TEST_F(modMainDefinitionsTest, NumbersItsSectionsWithoutLeadingZeros) {
     Load("[General]\r\nGameNum=12\r\nMODNum=10\r\n[Game01]\r\nGameShort=no\r\n[Game 2]\r\nGameShort=no\r\n"
          "[Game12]\r\nGameShort=twelve\r\n[MOD10]\r\nBasedGame=ten\r\n");
     EXPECT_EQ(program.Games[1].GameShort, "");
@@ -189,7 +189,7 @@ TEST_F(DefinitionsTest, NumbersItsSectionsWithoutLeadingZeros) {
     EXPECT_EQ(program.Mods[10].BasedGame, "ten");
 }
 
-TEST_F(DefinitionsTest, TakesNumbersByTheirLeadingDigits) {
+TEST_F(modMainDefinitionsTest, TakesNumbersByTheirLeadingDigits) {
     const struct {
         const char* text;
         std::int32_t port;
@@ -201,7 +201,7 @@ TEST_F(DefinitionsTest, TakesNumbersByTheirLeadingDigits) {
     }
 }
 
-TEST_F(DefinitionsTest, CutsTextsBeforeTheyAreDecoded) {
+TEST_F(modMainDefinitionsTest, CutsTextsBeforeTheyAreDecoded) {
     const std::string longText(300, 'x');
     Load("[General]\r\nGameNum=1\r\n[Game1]\r\nDescription=" + longText +
          "\r\nMasterPacket=" + std::string(252, 'x') + "$255\r\nMasterResponse=" + std::string(100, 'x') +
@@ -211,7 +211,7 @@ TEST_F(DefinitionsTest, CutsTextsBeforeTheyAreDecoded) {
     EXPECT_EQ(program.Games[1].MasterResponse, std::string(100, 'x') + " " + std::string(151, 'x'));
 }
 
-TEST_F(DefinitionsTest, SizesTheSetupListsAndForgetsWhatTheyHeld) {
+TEST_F(modMainDefinitionsTest, SizesTheSetupListsAndForgetsWhatTheyHeld) {
     program.Games.Reset(5);
     program.GamePath.Reset(5);
     program.GamePath[1] = "old";
@@ -227,14 +227,14 @@ TEST_F(DefinitionsTest, SizesTheSetupListsAndForgetsWhatTheyHeld) {
     EXPECT_EQ(program.GameVisible[2], 0);
 }
 
-TEST_F(DefinitionsTest, KeepsGamesOfEqualShortNames) {
+TEST_F(modMainDefinitionsTest, KeepsGamesOfEqualShortNames) {
     Load("[General]\r\nGameNum=2\r\n[Game1]\r\nGameShort=ar\r\nEngine=q3\r\n[Game2]\r\nGameShort="
          "ar\r\nEngine=hl\r\n");
     EXPECT_EQ(program.Games[1].Engine, "q3");
     EXPECT_EQ(program.Games[2].Engine, "hl");
 }
 
-TEST_F(DefinitionsTest, RefusesCountsThatNoListCanHave) {
+TEST_F(modMainDefinitionsTest, RefusesImpossibleCounts) {
     const struct {
         const char* count;
         ErrorNumber error;

@@ -3,6 +3,7 @@
 #include "query/clsIPLocation.h"
 #include "tests/fakes/Errors.h"
 #include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/Samples.h"
 #include "tests/fakes/WatchedProfiles.h"
 
 #include <gtest/gtest.h>
@@ -43,15 +44,8 @@ constexpr NumberSettingCase Numbers[] = {
     {"Launcher", "QuitAfterStart", &ProgramState::QuitAfterStart, 0},
 };
 
-class SettingsTest : public ProgramTest {
+class modMainSettingsTest : public ProgramTest {
   protected:
-    void SizeGames(std::int32_t count) {
-        program.GameNum = count;
-        program.GamePath.Reset(count);
-        program.GameConfig.Reset(count);
-        program.GamePlayerName.Reset(count);
-        program.GameVisible.Reset(count);
-    }
     void Load(const std::string& settings) {
         fake.files.Put(SettingsFile, settings);
         LoadSettings(program, fake.desktop);
@@ -85,15 +79,15 @@ constexpr const char* FirstSave =
     "Name6=\r\nName7=\r\nName8=\r\nName9=\r\n"
     "[Launcher]\r\nQuitAfterStart=0\r\n";
 
-TEST_F(SettingsTest, AFirstRunHasTheDefaults) {
-    SizeGames(2);
+TEST_F(modMainSettingsTest, AFirstRunHasTheDefaults) {
+    ResetGames(program, 2);
     LoadSettings(program, fake.desktop);
     ExpectDefaults();
     EXPECT_EQ(fake.files.TotalWrites(), 0);
 }
 
-TEST_F(SettingsTest, AMissingFileOverridesWhatWasSetBefore) {
-    SizeGames(1);
+TEST_F(modMainSettingsTest, AMissingFileOverridesWhatWasSetBefore) {
+    ResetGames(program, 1);
     for (const auto& number : Numbers)
         program.*number.value = 77;
     FavoriteName(program, 9) = "old";
@@ -103,8 +97,8 @@ TEST_F(SettingsTest, AMissingFileOverridesWhatWasSetBefore) {
     ExpectDefaults();
 }
 
-TEST_F(SettingsTest, DamagedOrUnreadableFilesGiveTheDefaults) {
-    SizeGames(1);
+TEST_F(modMainSettingsTest, DamagedOrUnreadableFilesGiveTheDefaults) {
+    ResetGames(program, 1);
     for (const char* text : {"", "\r\n", "[General]\r\n", "MinToTray=7\r\n", "[General\r\nMinToTray=7\r\n",
                              ";[General]\r\nMinToTray=7\r\n", "[Generals]\r\nMinToTray=7\r\n",
                              "[Games]\r\nPath0=x\r\nPath01=x\r\nPath=x\r\nPath 1=x\r\n",
@@ -117,7 +111,7 @@ TEST_F(SettingsTest, DamagedOrUnreadableFilesGiveTheDefaults) {
     ExpectDefaults();
 }
 
-TEST_F(SettingsTest, ReadsEachNumberFromItsOwnKey) {
+TEST_F(modMainSettingsTest, ReadsEachNumberFromItsOwnKey) {
     for (const auto& number : Numbers) {
         Load(std::string("[") + number.section + "]\r\n" + number.key + "=123\r\n");
         for (const auto& other : Numbers)
@@ -126,7 +120,7 @@ TEST_F(SettingsTest, ReadsEachNumberFromItsOwnKey) {
     }
 }
 
-TEST_F(SettingsTest, ChecksNoValue) {
+TEST_F(modMainSettingsTest, DoesNotCheckValues) {
     for (const auto& number : Numbers) {
         for (const std::int32_t value : {0, -1, 10, 70000, 2147483647, -2147483647 - 1}) {
             Load(std::string("[") + number.section + "]\r\n" + number.key + "=" + std::to_string(value));
@@ -139,7 +133,7 @@ TEST_F(SettingsTest, ChecksNoValue) {
     }
 }
 
-TEST_F(SettingsTest, ReadsAllNineFolderNamesWhateverTheirNumber) {
+TEST_F(modMainSettingsTest, ReadsAllNineFolderNamesWhateverTheFolderCount) {
     Load("[Favorites]\r\nNumber=1\r\nName1=Clan\r\nName2=Friends\r\nName9=Last\r\n");
     EXPECT_EQ(program.FavoritesNumber, 1);
     EXPECT_EQ(FavoriteName(program, 1), "Clan");
@@ -148,8 +142,8 @@ TEST_F(SettingsTest, ReadsAllNineFolderNamesWhateverTheirNumber) {
     EXPECT_EQ(FavoriteName(program, 0), "");
 }
 
-TEST_F(SettingsTest, ReadsTheSetupOfEachGameByItsPosition) {
-    SizeGames(12);
+TEST_F(modMainSettingsTest, ReadsTheSetupOfEachGameByItsPosition) {
+    ResetGames(program, 12);
     Load("[Games]\r\nPath1=C:\\Arena\r\nConfig1=mine.cfg\r\nName1=Me\r\nVisible1=1\r\n"
          "Path12=D:\\Twelve\r\nVisible12=2\r\nPath13=beyond\r\n[Favorites]\r\nName1=Clan\r\n");
     EXPECT_EQ(program.GamePath[1], "C:\\Arena");
@@ -162,8 +156,8 @@ TEST_F(SettingsTest, ReadsTheSetupOfEachGameByItsPosition) {
     EXPECT_EQ(FavoriteName(program, 1), "Clan");
 }
 
-TEST_F(SettingsTest, CutsTextsTo254Characters) {
-    SizeGames(1);
+TEST_F(modMainSettingsTest, CutsTextsTo254Characters) {
+    ResetGames(program, 1);
     const std::string longText(300, 'x');
     Load("[Games]\r\nPath1=" + longText + "\r\nConfig1=" + longText + "\r\nName1=" + longText +
          "\r\n[Favorites]\r\nName1=" + longText + "\r\n");
@@ -172,12 +166,12 @@ TEST_F(SettingsTest, CutsTextsTo254Characters) {
         EXPECT_EQ(text, std::string(254, 'x'));
 }
 
-TEST_F(SettingsTest, TheFirstSaveWritesEveryKeyInItsOrder) {
+TEST_F(modMainSettingsTest, TheFirstSaveWritesEveryKeyInItsOrder) {
     EXPECT_EQ(Saved(), FirstSave);
 }
 
-TEST_F(SettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
-    SizeGames(2);
+TEST_F(modMainSettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
+    ResetGames(program, 2);
     std::vector<std::string> written;
     std::istringstream lines(Saved());
     std::string section;
@@ -192,8 +186,8 @@ TEST_F(SettingsTest, ReadsItsKeysInTheOrderInWhichItWritesThem) {
     EXPECT_EQ(watched.keysRead, written);
 }
 
-TEST_F(SettingsTest, WritesTheSetupOfEveryGameAfterAllElse) {
-    SizeGames(2);
+TEST_F(modMainSettingsTest, WritesTheGamesLast) {
+    ResetGames(program, 2);
     program.GamePath[1] = "C:\\Arena";
     program.GameConfig[1] = "mine.cfg";
     program.GamePlayerName[1] = "Me; myself";
@@ -204,7 +198,7 @@ TEST_F(SettingsTest, WritesTheSetupOfEveryGameAfterAllElse) {
                   "Path2=\r\nConfig2=\r\nName2=\r\nVisible2=0\r\n");
 }
 
-TEST_F(SettingsTest, WritesNumbersAsPlainDecimalText) {
+TEST_F(modMainSettingsTest, WritesNumbersAsPlainDecimalText) {
     program.WinTop = -2147483647 - 1;
     program.WinLeft = 2147483647;
     program.FavoritesNumber = 0;
@@ -213,8 +207,8 @@ TEST_F(SettingsTest, WritesNumbersAsPlainDecimalText) {
         EXPECT_NE(saved.find(line), std::string::npos) << line;
 }
 
-TEST_F(SettingsTest, ChangesValuesInPlaceAndLeavesWhatIsNotItsOwn) {
-    SizeGames(3);
+TEST_F(modMainSettingsTest, ChangesValuesInPlaceAndKeepsAllOtherLines) {
+    ResetGames(program, 3);
     fake.files.Put(SettingsFile, "; a remark\r\n[Launcher]\r\nQuitAfterStart=2\r\n[Mine]\r\nx=1\r\n"
                                  "[games]\r\nPath4=D:\\Four\r\npath1=old\r\n");
     program.GamePath[1] = "C:\\New";
@@ -226,8 +220,8 @@ TEST_F(SettingsTest, ChangesValuesInPlaceAndLeavesWhatIsNotItsOwn) {
     EXPECT_EQ(saved.find("[Games]"), std::string::npos);
 }
 
-TEST_F(SettingsTest, WhatIsSavedComesBack) {
-    SizeGames(2);
+TEST_F(modMainSettingsTest, SavedSettingsAreReadBack) {
+    ResetGames(program, 2);
     std::int32_t next = 10;
     for (const auto& number : Numbers)
         program.*number.value = ++next;
@@ -259,20 +253,20 @@ TEST_F(SettingsTest, WhatIsSavedComesBack) {
     }
 }
 
-TEST_F(SettingsTest, ReplaceTheFileInOneStep) {
+TEST_F(modMainSettingsTest, ReplaceTheFileInOneStep) {
     fake.files.Put(SettingsFile, "[General]\r\nWinTop=1\r\n");
     SaveSettings(program, fake.desktop);
     EXPECT_EQ(fake.files.Writes(SettingsFile), 1);
     EXPECT_EQ(fake.files.Paths(), std::vector<std::string>{SettingsFile});
 }
 
-TEST_F(SettingsTest, AFirstSaveForgetsTheLeftoverOfACrash) {
+TEST_F(modMainSettingsTest, AFirstSaveOverwritesTheTemporaryFileOfACrash) {
     fake.files.Put(CopyFile, "[Left]\r\nover=1\r\n");
     EXPECT_EQ(Saved(), FirstSave);
     EXPECT_FALSE(fake.files.Has(CopyFile));
 }
 
-TEST_F(SettingsTest, AFailedSaveLeavesTheOldFileAndTellsNobody) {
+TEST_F(modMainSettingsTest, AFailedSaveKeepsTheOldFileWithoutAMessage) {
     const std::string before = "[General]\r\nWinTop=1\r\n";
     const std::string log = "C:\\Quarn\\Quarn.log";
     const auto expectUnchanged = [&] {

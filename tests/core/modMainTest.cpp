@@ -18,7 +18,7 @@ constexpr const char* SettingsFile = "C:\\Quarn\\Quarn.ini";
 constexpr const char* StartEntry =
     "modMain;Main;11/21/26 08:05:00.000;0;Application startup, initializing\r\n";
 
-class MainTest : public ::testing::Test {
+class modMainTest : public ::testing::Test {
   protected:
     bool Run() {
         return Main(program, fake.desktop, [this] {
@@ -34,7 +34,7 @@ class MainTest : public ::testing::Test {
     std::function<void()> whenShown;
 };
 
-TEST_F(MainTest, ShowsTheWindowWhenAllIsPrepared) {
+TEST_F(modMainTest, ShowsTheWindowAfterLoadingEverything) {
     fake.files.Put(DefinitionsFile, "[General]\r\nGameNum=1\r\nMODNum=1\r\n[Game1]\r\nGameShort=ar\r\n"
                                     "[MOD1]\r\nBasedGame=ar\r\n");
     fake.files.Put(SettingsFile, "[Games]\r\nPath1=C:\\Arena\r\n[Scanning]\r\nPingTimeout=300\r\n");
@@ -54,7 +54,7 @@ TEST_F(MainTest, ShowsTheWindowWhenAllIsPrepared) {
     EXPECT_EQ(program.CurrentGame, "");
 }
 
-TEST_F(MainTest, KeepsItsFilesInTheProgramsFolder) {
+TEST_F(modMainTest, KeepsItsFilesInTheProgramsFolder) {
     const struct {
         const char* folder;
         const char* appPath;
@@ -74,18 +74,18 @@ TEST_F(MainTest, KeepsItsFilesInTheProgramsFolder) {
     }
 }
 
-TEST_F(MainTest, BeginsAFreshLog) {
+TEST_F(modMainTest, StartsANewLog) {
     fake.files.Put(LogFile, "from the last run\r\n");
     EXPECT_TRUE(Run());
     EXPECT_EQ(fake.files.Get(LogFile), StartEntry);
 }
 
-TEST_F(MainTest, NamesTheRecipientOfErrorReports) {
+TEST_F(modMainTest, NamesTheRecipientOfErrorReports) {
     EXPECT_TRUE(Run());
     EXPECT_TRUE(program.AppLog->NotifyEmailAddress.ends_with("@quarn.example"));
 }
 
-TEST_F(MainTest, StartsWithoutAnyOfItsFiles) {
+TEST_F(modMainTest, StartsWithoutAnyOfItsFiles) {
     EXPECT_TRUE(Run());
     EXPECT_EQ(program.GameNum, 0);
     EXPECT_EQ(program.MinToTray, 1);
@@ -93,7 +93,7 @@ TEST_F(MainTest, StartsWithoutAnyOfItsFiles) {
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
-TEST_F(MainTest, ASecondInstanceLogsThatAndEnds) {
+TEST_F(modMainTest, ASecondInstanceLogsThatAndEnds) {
     fake.system.alreadyRunning = true;
     EXPECT_FALSE(Run());
     EXPECT_EQ(windowsShown, 0);
@@ -110,13 +110,13 @@ TEST_F(MainTest, ASecondInstanceLogsThatAndEnds) {
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
-TEST_F(MainTest, GoesOnWithoutTheNewerControls) {
+TEST_F(modMainTest, StartsWithoutTheNewerControls) {
     fake.system.controlsFault = ErrorNumber::InternalError;
     EXPECT_TRUE(Run());
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
-TEST_F(MainTest, GoesOnWithALogThatCannotBeWritten) {
+TEST_F(modMainTest, StartsWithALogThatCannotBeWritten) {
     fake.files.FailWrites(LogFile, ErrorNumber::PermissionDenied);
     EXPECT_TRUE(Run());
     EXPECT_TRUE(fake.prompts.shown.empty()); // told when the window is there
@@ -125,7 +125,7 @@ TEST_F(MainTest, GoesOnWithALogThatCannotBeWritten) {
     EXPECT_EQ(fake.prompts.shown[0].text, "Error number 70 in class AppLog, Sub WriteLogEntry");
 }
 
-TEST_F(MainTest, AnErrorBeforeTheWindowIsShownEndsTheProgram) {
+TEST_F(modMainTest, AnErrorBeforeTheWindowIsShownEndsTheProgram) {
     const struct {
         const char* definitions;
         const char* entry;
@@ -150,7 +150,7 @@ TEST_F(MainTest, AnErrorBeforeTheWindowIsShownEndsTheProgram) {
     }
 }
 
-TEST_F(MainTest, AWindowThatCannotBeShownEndsTheProgram) {
+TEST_F(modMainTest, AWindowThatCannotBeShownEndsTheProgram) {
     whenShown = [] { throw std::runtime_error("no window"); };
     EXPECT_FALSE(Run());
     EXPECT_EQ(fake.files.Get(LogFile),
@@ -158,7 +158,7 @@ TEST_F(MainTest, AWindowThatCannotBeShownEndsTheProgram) {
     EXPECT_EQ(fake.prompts.shown.size(), 1U);
 }
 
-TEST_F(MainTest, ReadsSettingsBetweenTheTwoHalvesOfTheDefinitions) {
+TEST_F(modMainTest, ReadsSettingsBetweenTheTwoHalvesOfTheDefinitions) {
     fake.files.Put(SettingsFile, "[Scanning]\r\nPingTimeout=300\r\n");
     fake.files.Put(DefinitionsFile, "[General]\r\nGameNum=-1\r\n");
     EXPECT_FALSE(Run());

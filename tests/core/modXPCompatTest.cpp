@@ -9,14 +9,14 @@
 namespace quarn {
 namespace {
 
-TEST(InitCommonControlsVB, AsksForTheExtendedComboBoxClass) {
+TEST(modXPCompatTest, AsksForTheExtendedComboBoxClass) {
     FakeSystem system;
     InitCommonControlsVB(system);
     const std::vector<std::pair<std::uint32_t, std::uint32_t>> expected = {{8, 0x200}};
     EXPECT_EQ(system.controlsInitialised, expected);
 }
 
-TEST(InitCommonControlsVB, IgnoresAFailure) {
+TEST(modXPCompatTest, IgnoresAFailure) {
     FakeSystem system;
     system.controlsFault = ErrorNumber::InternalError;
     InitCommonControlsVB(system);

@@ -19,7 +19,7 @@ std::string Trimmed(const std::string& text) {
                                       : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// The number in the notation of the C library; nothing when the text is none in this locale.
+// The number in the notation of the C library; nothing if the text is not a number in this locale.
 std::optional<std::string> PlainNumber(const std::string& text, char group, char point) {
     std::string plain;
     bool digits = false;
@@ -70,7 +70,7 @@ bool IsTime(const CalendarTime& c) {
     return c.hour >= 0 && c.hour < 24 && c.minute >= 0 && c.minute < 60 && c.second >= 0 && c.second < 60;
 }
 
-// Reads h:mm[:ss] and, in English, AM or PM behind it.
+// Reads h:mm[:ss] and, in English, AM or PM after it.
 bool ReadTime(const std::string& text, bool german, CalendarTime& c) {
     int used = 0;
     if (std::sscanf(text.c_str(), "%2d:%2d%n", &c.hour, &c.minute, &used) < 2)

@@ -1,6 +1,6 @@
 #pragma once
 
-// The English (United States) locale, or the German one, as far as the program asks for it.
+// The English (United States) locale, or the German one, as far as the program needs it.
 
 #include "desktop/LocaleText.h"
 

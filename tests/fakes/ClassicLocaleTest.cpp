@@ -7,7 +7,7 @@
 namespace quarn {
 namespace {
 
-TEST(ClassicLocale, TellsNumbersOfTheEnglishLocale) {
+TEST(ClassicLocaleTest, RecognisesNumbersOfTheEnglishLocale) {
     const ClassicLocale locale;
     for (const char* text : {"5", "1.2", " -3 ", "1,000", "1,2,3", ".5", "5.", "1e3", "1.5E-2"})
         EXPECT_TRUE(locale.IsNumeric(text)) << text;
@@ -16,7 +16,7 @@ TEST(ClassicLocale, TellsNumbersOfTheEnglishLocale) {
         EXPECT_FALSE(locale.IsNumeric(text)) << text;
 }
 
-TEST(ClassicLocale, TakesPointsForGroupingInTheGermanLocale) {
+TEST(ClassicLocaleTest, TakesPointsForGroupingInTheGermanLocale) {
     ClassicLocale locale;
     locale.german = true;
     for (const char* text : {"1.2.3", "10.0.300.1", "1,5", "1.000,25"})
@@ -27,7 +27,7 @@ TEST(ClassicLocale, TakesPointsForGroupingInTheGermanLocale) {
     EXPECT_DOUBLE_EQ(locale.ToDouble("1,5"), 1.5);
 }
 
-TEST(ClassicLocale, RoundsAndChecksTheRange) {
+TEST(ClassicLocaleTest, RoundsAndChecksTheRange) {
     const ClassicLocale locale;
     EXPECT_EQ(locale.ToLong("2.5"), 2);
     EXPECT_EQ(locale.ToLong("3.5"), 4);
@@ -38,7 +38,7 @@ TEST(ClassicLocale, RoundsAndChecksTheRange) {
     EXPECT_THROW(locale.ToDouble("1e999"), RunTimeError);
 }
 
-TEST(ClassicLocale, WritesAndReadsGeneralDates) {
+TEST(ClassicLocaleTest, WritesAndReadsGeneralDates) {
     const struct {
         CalendarTime calendar;
         const char* english;
@@ -62,14 +62,14 @@ TEST(ClassicLocale, WritesAndReadsGeneralDates) {
     }
 }
 
-TEST(ClassicLocale, RefusesWhatIsNoDate) {
+TEST(ClassicLocaleTest, RefusesTextThatIsNotADate) {
     for (const char* text :
          {"", " ", "abc", "13/1/2026", "2/30/2026", "1/0/2026", "1/2/2026x", "1/2/2026 25:00",
           "1/2/2026 8:60:00 AM", "13:00:00 PM", "8:05:00 XM", "8:", "8:05:", "21.11.2026"})
         EXPECT_THROW(ClassicLocale().ToDate(text), RunTimeError) << text;
 }
 
-TEST(ClassicLocale, SortsWithoutCase) {
+TEST(ClassicLocaleTest, SortsWithoutCase) {
     EXPECT_EQ(ClassicLocale().SortKey("aBC\xC4"), "abc\xC4");
 }
 

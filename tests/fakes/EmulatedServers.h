@@ -32,14 +32,14 @@ class EmulatedServers {
     // By "address:port". Any other address never answers.
     std::map<std::string, EmulatedServer> servers;
 
-    // In place of the answers of one address, for what no honest server does.
+    // Replaces the answers of one address, for what no honest server does.
     std::map<std::string, std::function<void(const SentDatagram&)>> scripts;
 
-    // Runs whenever a server is asked, before it answers.
+    // Called whenever a server is queried, before it answers.
     std::function<void(const std::string& address)> whenAsked;
 
-    // "address:port" of every server asked so far, in order; the three requests to a Half-Life server count
-    // once.
+    // "address:port" of every server queried so far, in order. The three requests to a Half-Life server count
+    // as one query.
     const std::vector<std::string>& Asked() const noexcept { return asked_; }
     void ForgetAsked() { asked_.clear(); }
 

@@ -9,7 +9,7 @@ namespace quarn {
 
 inline constexpr ErrorNumber NoError{0};
 
-// The run-time error that the action ends in; NoError when it ends well.
+// The run-time error that the action throws; NoError if it succeeds.
 template<class Action>
 ErrorNumber ErrorOf(Action&& action) {
     try {
@@ -20,7 +20,7 @@ ErrorNumber ErrorOf(Action&& action) {
     }
 }
 
-// How a failing test names an error.
+// Prints an error in the message of a failing test.
 inline void PrintTo(ErrorNumber number, std::ostream* out) {
     *out << static_cast<std::int32_t>(number) << ' ' << DescriptionOf(number);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-// A clock that stands still until a test moves it.
+// A clock that a test moves.
 
 #include "desktop/Clock.h"
 
@@ -18,10 +18,10 @@ class FakeClock : public Clock {
         return {{timeAtStart_.seconds + milliseconds / 1000}, static_cast<int>(milliseconds % 1000)};
     }
 
-    // Moves ticks and local time alike.
+    // Moves ticks and local time together.
     void Advance(std::int32_t milliseconds) { elapsed_ += milliseconds; }
 
-    // What TickCount returns now; it goes on, and wraps around, from there.
+    // What TickCount returns now; it counts on and wraps around from there.
     void SetTickCount(std::int32_t ticks) { ticksAtStart_ = ticks - elapsed_; }
 
     void SetNow(const CalendarTime& calendar, int milliseconds = 0) {
@@ -34,7 +34,7 @@ class FakeClock : public Clock {
         }
     }
 
-    // Milliseconds since this clock was made; never wraps, so that it orders events.
+    // Milliseconds since this clock was created; never wraps, so that it orders events.
     std::int64_t Elapsed() const noexcept { return elapsed_; }
 
     // The moment on the scale of Elapsed at which TickCount reads this.

@@ -1,6 +1,6 @@
 #pragma once
 
-// A whole desktop in memory: what the program asks for, and what a test arranges and looks at.
+// A whole desktop in memory: what the program uses, and what a test sets and inspects.
 
 #include "desktop/Desktop.h"
 #include "tests/fakes/ClassicLocale.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-// An event queue that lives on a fake clock: waiting moves the clock to the next event instead of passing
-// time. A wait that would never end, and a flood of events without end, fail the test and throw, so that no
-// test hangs. The failure is noted besides the throw, since the program's error traps catch everything.
+// An event queue on a fake clock: waiting moves the clock to the next event and takes no time. An endless
+// wait and an endless flood of events fail the test and throw, so that no test hangs. The failure is recorded
+// as well as thrown, because the program's error traps catch everything.
 
 #include "desktop/EventPump.h"
 #include "tests/fakes/FakeClock.h"
@@ -26,24 +26,24 @@ class FakeEvents : public EventPump {
 
     explicit FakeEvents(FakeClock& clock) : clock_(clock) {}
 
-    // Queues an event: due at once, when the tick counter reads `tick`, or in so many milliseconds. Events
-    // of the same moment run in the order in which they were queued.
+    // Queues an event that is due at once, when the tick counter reads `tick`, or in the given number of
+    // milliseconds. Events of the same moment run in the order in which they were queued.
     void Post(Event event) { PostIn(0, std::move(event)); }
     void PostAt(std::int32_t tick, Event event);
     void PostIn(std::int32_t milliseconds, Event event);
 
-    // Runs all events that are due, those included that they queue for now.
+    // Runs all events that are due, including those that they queue for now.
     void DoEvents() override;
 
-    // Runs one event: the first that is due, else the next to come, moving the clock to it.
+    // Runs one event: the first that is due, otherwise the next one, to which the clock is moved.
     void WaitForEvent() override;
 
-    // Moves the clock, running each event on the way when its moment comes.
+    // Moves the clock and runs each event at its moment.
     void RunFor(std::int32_t milliseconds);
 
     std::size_t Pending() const noexcept { return queue_.size(); }
 
-    // Runs at every call of DoEvents, before the events: what happens at a certain one of many yields.
+    // Called at the start of every DoEvents with the call's number, to inject an event at the N-th yield.
     std::function<void(std::int32_t call)> whenYielding;
 
     std::int32_t doEventsCalls = 0;

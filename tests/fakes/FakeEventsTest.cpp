@@ -11,7 +11,7 @@
 namespace quarn {
 namespace {
 
-TEST(FakeClock, WrapsItsTicksAndCarriesMillisecondsIntoSeconds) {
+TEST(FakeClockTest, WrapsItsTicksAndCarriesMillisecondsIntoSeconds) {
     FakeClock clock;
     clock.Advance(1500);
     clock.SetTickCount(std::numeric_limits<std::int32_t>::max());
@@ -24,7 +24,7 @@ TEST(FakeClock, WrapsItsTicksAndCarriesMillisecondsIntoSeconds) {
     EXPECT_EQ(clock.Now().time, DateTime::From({2027, 1, 1, 0, 0, 0}));
 }
 
-TEST(FakeEvents, WaitingRunsOneEventAndMovesTheClockToIt) {
+TEST(FakeEventsTest, WaitingRunsOneEventAndMovesTheClockToIt) {
     FakeDesktop fake;
     std::string ran;
     fake.events.PostIn(30, [&] { ran += 'b'; });
@@ -38,7 +38,7 @@ TEST(FakeEvents, WaitingRunsOneEventAndMovesTheClockToIt) {
     EXPECT_EQ(fake.clock.Elapsed(), 30);
 }
 
-TEST(FakeEvents, YieldingRunsWhatIsDueAndLeavesTheClock) {
+TEST(FakeEventsTest, YieldingRunsDueEventsWithoutMovingTheClock) {
     FakeDesktop fake;
     std::string ran;
     fake.events.Post([&] {
@@ -52,12 +52,12 @@ TEST(FakeEvents, YieldingRunsWhatIsDueAndLeavesTheClock) {
     EXPECT_EQ(fake.events.Pending(), 1U);
 }
 
-TEST(FakeEvents, AWaitWithoutEventsFailsTheTest) {
+TEST(FakeEventsTest, AWaitWithoutEventsFailsTheTest) {
     FakeDesktop fake;
     EXPECT_NONFATAL_FAILURE(EXPECT_THROW(fake.events.WaitForEvent(), EndlessWait), "would never end");
 }
 
-TEST(FakeEvents, EventsWithoutEndFailTheTest) {
+TEST(FakeEventsTest, EventsWithoutEndFailTheTest) {
     FakeDesktop fake;
     fake.events.eventLimit = 100;
     std::function<void()> again = [&] { fake.events.Post(again); };
@@ -65,7 +65,7 @@ TEST(FakeEvents, EventsWithoutEndFailTheTest) {
     EXPECT_NONFATAL_FAILURE(EXPECT_THROW(fake.events.DoEvents(), EndlessWait), "More events ran");
 }
 
-TEST(FakeTimerDriver, TicksEachIntervalWhileEnabled) {
+TEST(FakeTimerDriverTest, TicksEachIntervalWhileEnabled) {
     FakeDesktop fake;
     Timer timer;
     FakeTimerDriver driver(fake.events, timer);
@@ -82,7 +82,7 @@ TEST(FakeTimerDriver, TicksEachIntervalWhileEnabled) {
     EXPECT_EQ(moments.size(), 2U);
 }
 
-TEST(FakeTimerDriver, NeverTicksWithoutAnInterval) {
+TEST(FakeTimerDriverTest, NeverTicksWithoutAnInterval) {
     FakeDesktop fake;
     Timer timer;
     FakeTimerDriver driver(fake.events, timer);
@@ -160,7 +160,7 @@ TEST_F(FakeUdpSocketTest, LooksUpANameWhileEventsRun) {
     EXPECT_EQ(socket.sent[0].address, "127.0.0.9");
 }
 
-TEST_F(FakeUdpSocketTest, TellsOfANameThatDoesNotResolve) {
+TEST_F(FakeUdpSocketTest, ReportsANameThatDoesNotResolve) {
     std::string failure;
     socket.SendFailed = [&](const std::string& description) { failure = description; };
     Send("nowhere.example", 27950);

@@ -1,6 +1,6 @@
 #pragma once
 
-// A main window that only remembers what the form asked of it.
+// A main window that only records the calls of the form.
 
 #include "base/RunTimeError.h"
 #include "desktop/FormWindow.h"
@@ -31,13 +31,13 @@ class FakeFormWindow : public FormWindow {
     std::int32_t showChangesCalls = 0;
     std::int32_t destroyCalls = 0;
 
-    // Moving the window or putting it on top ends in this error.
+    // Moving the window or making it topmost throws this error.
     std::optional<ErrorNumber> fault;
 
-    // Runs when the window's size or state has changed, as the system tells it.
+    // Called when the window's size or state has changed, like the system's notification.
     std::function<void()> resized;
 
-    // Runs when the form has its controls brought up to date.
+    // Called when the form updates its controls.
     std::function<void()> whenShowingChanges;
 
     static constexpr WindowReference TheReference = 0x1234;

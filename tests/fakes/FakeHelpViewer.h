@@ -15,7 +15,7 @@ class FakeHelpViewer : public HelpViewer {
         WindowReference caller = 0;
         std::string file;
         HelpCommand command = HelpCommand::DisplayTopic;
-        std::optional<std::string> topic; // nothing: it was null
+        std::optional<std::string> topic; // empty: it was null
     };
     std::vector<Call> calls;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// Dialogs without a window. Each is noted; what the user does in one is a function that a test sets and that
-// gets the loaded form. A dialog that nobody closed by then is closed by its close box.
+// Dialogs without a window. Each is recorded; what the user does in one is a function that a test sets and
+// that gets the loaded form. A dialog that this function leaves open is closed by its close button.
 
 #include "launch/frmGamSetup.h"
 #include "launch/frmOptions.h"
@@ -26,6 +26,9 @@ class FakeModalForms : public ModalForms {
     };
     std::vector<Shown> shown;
     std::vector<std::string> open; // outermost first
+
+    // Runs while a dialog is open, before the user does anything in it, as events do.
+    std::function<void()> whileOpen;
 
     std::function<void(frmAbout&)> inAbout;
     std::function<void(frmAddServer&)> inAddServer;
@@ -74,12 +77,14 @@ class FakeModalForms : public ModalForms {
         closed_ = outerClosed;
         open.pop_back();
     }
-    template<class Form, class CloseBox>
-    void Use(const std::function<void(Form&)>& user, Form& form, CloseBox&& closeBox) {
+    template<class Form, class CloseButton>
+    void Use(const std::function<void(Form&)>& user, Form& form, CloseButton&& close) {
+        if (whileOpen)
+            whileOpen();
         if (user)
             user(form);
         if (!closed_)
-            closeBox();
+            close();
     }
 
     bool closed_ = false;

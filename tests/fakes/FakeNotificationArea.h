@@ -1,6 +1,6 @@
 #pragma once
 
-// A notification area that knows the icons it holds and refuses what the system would refuse.
+// A notification area that knows its icons and refuses what the system would refuse.
 
 #include "desktop/NotificationArea.h"
 
@@ -30,7 +30,7 @@ class FakeNotificationArea : public NotificationArea {
     WindowReference pictureBoxParent = 0;
     MouseMove pictureBoxMouseMove;
 
-    // Runs when an icon has been taken away.
+    // Called when an icon has been removed.
     std::function<void()> whenDeleted;
 
     using Icon = std::pair<WindowReference, std::uint32_t>;
@@ -50,7 +50,7 @@ class FakeNotificationArea : public NotificationArea {
     }
     double TwipsPerPixelX() const override { return twipsPerPixelX; }
 
-    // The mouse does this to the icon.
+    // Sends a mouse message of the icon.
     void Mouse(int message) { pictureBoxMouseMove(message * twipsPerPixelX); }
 
   private:

@@ -1,7 +1,7 @@
 #pragma once
 
-// Boxes that are recorded instead of shown, with answers given beforehand. A question without an answer
-// fails the test and counts as cancelled.
+// Message boxes and system dialogs that are recorded instead of shown, with answers set in advance. A
+// question without an answer fails the test and counts as cancelled.
 
 #include "desktop/Prompts.h"
 
@@ -18,19 +18,19 @@ class FakePrompts : public Prompts {
   public:
     enum class Kind { Error, YesNo, Text, SaveFile, Folder };
 
-    struct Box {
+    struct Prompt {
         Kind kind;
-        std::string text; // what a folder box has selected beforehand; a file box's filter
+        std::string text; // of a folder dialog: the selected folder; of a file dialog: its filter
         std::string title;
     };
-    std::vector<Box> shown;
+    std::vector<Prompt> shown;
 
     std::deque<bool> yesNoAnswers;
     std::deque<std::string> textAnswers;
     std::deque<std::string> fileAnswers;
     std::deque<std::string> folderAnswers;
 
-    // Runs while a box is open, as events do.
+    // Called while one is open, as events run.
     std::function<void()> whileOpen;
 
   private:
@@ -50,16 +50,16 @@ class FakePrompts : public Prompts {
         return Ask({Kind::Folder, preselected, title}, folderAnswers);
     }
 
-    void Show(Box box) {
-        shown.push_back(std::move(box));
+    void Show(Prompt prompt) {
+        shown.push_back(std::move(prompt));
         if (whileOpen)
             whileOpen();
     }
 
     template<class Answer>
-    Answer Ask(Box box, std::deque<Answer>& answers) {
-        const std::string question = box.title + ": " + box.text;
-        Show(std::move(box));
+    Answer Ask(Prompt prompt, std::deque<Answer>& answers) {
+        const std::string question = prompt.title + ": " + prompt.text;
+        Show(std::move(prompt));
         if (answers.empty()) {
             ADD_FAILURE() << "No answer was given for the question \"" << question << '"';
             return {};

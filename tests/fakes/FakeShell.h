@@ -12,7 +12,7 @@ namespace quarn {
 class FakeShell : public Shell {
   public:
     std::vector<Request> opened;
-    std::optional<std::string> clipboard; // nothing: never set
+    std::optional<std::string> clipboard; // empty: never set
     std::optional<ErrorNumber> openFault;
     bool clipboardBlocked = false;
 

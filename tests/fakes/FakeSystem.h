@@ -1,6 +1,6 @@
 #pragma once
 
-// System facts as a test sets them. A fact without a value throws, as one that cannot be had.
+// System facts as a test sets them. A fact without a value throws, like one that cannot be determined.
 
 #include "base/RunTimeError.h"
 #include "desktop/SystemInformation.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-// Makes a timer tick on the fake event queue. As the platform's timers do, it never catches up: a pump that
-// was away for several intervals finds one tick.
+// Makes a timer tick on the fake event queue. Like the platform's timers it never catches up: after several
+// intervals without events there is one tick.
 
 #include "controls/Timer.h"
 #include "tests/fakes/FakeEvents.h"
@@ -46,7 +46,7 @@ class FakeTimerDriver {
 
     FakeEvents& events_;
     Timer& timer_;
-    // Tells ticks of an earlier run of the timer; shared, since queued ticks may outlive the driver.
+    // Identifies ticks of an earlier run of the timer; shared, because queued ticks may outlive the driver.
     std::shared_ptr<std::int32_t> run_ = std::make_shared<std::int32_t>(0);
 };
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// A socket whose network is a script. A dotted address is sent to at once, a name is looked up first while
-// events run. A datagram waits from the moment of its arrival, whether or not its event has run yet; one
-// that nobody reads stays in front of the next. Closing drops what waits, and events of before.
+// A socket whose network is a script. A datagram to a dotted address is sent at once; a name is looked up
+// first while events run. A datagram can be read from the moment of its arrival, whether or not its event has
+// run; one that is not read stays in front of the next. Closing drops waiting datagrams and earlier events.
 
 #include "base/RunTimeError.h"
 #include "controls/UdpSocket.h"
@@ -23,7 +23,7 @@ namespace quarn {
 class FakeUdpSocket;
 
 struct SentDatagram {
-    std::string host;    // as it stood in RemoteHost
+    std::string host;    // the value of RemoteHost
     std::string address; // what it resolved to
     std::int32_t port = 0;
     std::string bytes;
@@ -56,15 +56,15 @@ class FakeUdpSocket : public UdpSocket, public FakeSocketBehaviour {
     void SendData(std::string_view datagram) override;
     std::optional<std::string> GetData() override;
 
-    // With `closeMilliseconds` the state is Closing until an event of that time from now has run.
+    // With `closeMilliseconds` the state is Closing until an event after that time has run.
     void Close() override;
 
     std::vector<SentDatagram> sent;
 
-    // Called for each datagram sent: the place to script its replies.
+    // Called for each datagram sent; a test scripts the replies here.
     std::function<void(const SentDatagram&)> whenSent;
 
-    // A datagram that arrives in so many milliseconds, unless the socket is closed meanwhile.
+    // A datagram that arrives after this time, unless the socket is closed before.
     void ReplyIn(std::int32_t milliseconds, std::string datagram);
     void ReplyAt(std::int32_t tick, std::string datagram);
 
@@ -84,7 +84,7 @@ class FakeUdpSocket : public UdpSocket, public FakeSocketBehaviour {
     void NotifyArrival();
     bool HasArrived() const;
 
-    // Runs later, unless the socket has been closed by then.
+    // Runs the event later, unless the socket has been closed by then.
     void PostWhileOpen(std::int32_t milliseconds, std::function<void()> event);
 
     FakeClock& clock_;
@@ -93,7 +93,7 @@ class FakeUdpSocket : public UdpSocket, public FakeSocketBehaviour {
     FakeSocketBehaviour& behaviour_;
     State state_ = State::Closed;
     std::deque<Arrival> arrivals_; // by moment
-    // Counts closings; shared, since queued events may outlive the socket.
+    // Counts closings; shared, because queued events may outlive the socket.
     std::shared_ptr<std::int32_t> generation_ = std::make_shared<std::int32_t>(0);
 };
 

@@ -108,6 +108,13 @@ void HeadlessBrowser::PutList(const std::string& listName, const std::vector<std
     fake.files.Put(PathOf(listName), ListFile(servers));
 }
 
+std::vector<std::string> HeadlessBrowser::Block(int block, int count) {
+    std::vector<std::string> servers;
+    for (int i = 1; i <= count; ++i)
+        servers.push_back("127.0." + std::to_string(block) + "." + std::to_string(i) + ":27960");
+    return servers;
+}
+
 std::vector<std::string> HeadlessBrowser::Addresses(std::int32_t count) {
     std::vector<std::string> addresses;
     for (std::int32_t n = 1; n <= count; ++n)
@@ -120,6 +127,13 @@ void HeadlessBrowser::PutServers(const std::vector<std::string>& addresses, game
     std::int32_t number = 0;
     for (const std::string& address : addresses)
         network.servers[address] = MakeServer(family, "Live " + std::to_string(++number), "q3dm17", "baseq3");
+}
+
+std::int32_t HeadlessBrowser::AnyRow(std::int32_t number) {
+    const std::int32_t count = RowCount();
+    if (count == 0)
+        return 0;
+    return (number % count + count) % count + 1;
 }
 
 std::string HeadlessBrowser::Cell(std::int32_t row, std::int32_t subItem) {

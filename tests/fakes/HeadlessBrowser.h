@@ -1,9 +1,9 @@
 #pragma once
 
-// The whole browser without a window: state, desktop and network in memory, the main form on top of them,
-// and what a user does. Three games are set up, one of each engine family: "q3" with the MODs 1 (osp) and
-// 2 (ra3), "d3" without, "hl" with MOD 3 (cstrike); two favorites folders are in use. A test changes files
-// and state before Start.
+// The whole browser without a window: state, desktop and network in memory, the main form, and the actions of
+// a user. Three games are set up, one of each engine family: "q3" with the MODs 1 (osp) and 2 (ra3), "d3"
+// without MODs, "hl" with MOD 3 (cstrike). Two favorites folders are in use. A test changes files and state
+// before Start.
 
 #include "core/modDefinitions.h"
 #include "tests/fakes/EmulatedServers.h"
@@ -42,7 +42,7 @@ class HeadlessBrowser {
     }
     std::string Setting(const std::string& section, const std::string& key) const;
 
-    // Starts the program as its entry does, loads the form and activates it. False: it ended at once.
+    // Starts the program like its entry point, loads the form and activates it. False if it ended at once.
     bool Start();
 
     frmMain& Form() { return *form_; }
@@ -57,7 +57,7 @@ class HeadlessBrowser {
     void RefreshSelected() { Form().tbMain_ButtonClick("refresh"); }
     void Stop() { Form().tbMain_ButtonClick("stop"); }
 
-    // Something that happens in so many milliseconds.
+    // Runs an action after this time.
     void In(std::int32_t milliseconds, std::function<void()> action) {
         fake.events.PostIn(milliseconds, std::move(action));
     }
@@ -69,7 +69,10 @@ class HeadlessBrowser {
         return "C:\\Quarn\\servers-" + listName + ".dat";
     }
 
-    // "127.0.1.n:27960" for n from 1; with a server that answers under the name "Live n" when asked for.
+    // `count` addresses "127.0.block.n:27960".
+    static std::vector<std::string> Block(int block, int count);
+
+    // "127.0.1.n:27960" for n from 1, and servers at such addresses that answer with the name "Live n".
     static std::vector<std::string> Addresses(std::int32_t count);
     void PutServers(const std::vector<std::string>& addresses,
                     gamenet::Family family = gamenet::Family::Quake3);
@@ -79,6 +82,9 @@ class HeadlessBrowser {
     std::string Message() { return Status(MessagePanel); }
     std::string Count() { return Status(CountPanel); }
     std::int32_t RowCount() { return Controls().lvwServers.RowCount(); }
+    // One of the rows for any number: 0 is the first row, -1 the last one, and so on around. 0 if there are
+    // no rows.
+    std::int32_t AnyRow(std::int32_t number);
     std::string Cell(std::int32_t row, std::int32_t subItem);
     std::vector<std::string> Column(std::int32_t subItem);
     std::vector<std::string> Tags();

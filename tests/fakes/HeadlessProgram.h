@@ -30,4 +30,13 @@ class HeadlessProgram {
     ProgramState program;
 };
 
+// With one server in its list, at index 1, to parse replies into.
+class OneServerProgram : public HeadlessProgram {
+  public:
+    OneServerProgram() {
+        program.Servers.Reset(1);
+        program.ServerCount = 1;
+    }
+};
+
 } // namespace quarn

@@ -34,7 +34,7 @@ std::optional<std::string_view> SectionNameOf(std::string_view line) {
     return Trimmed(line.substr(1, end - 1));
 }
 
-// Walks the lines of a text; each keeps its line end.
+// Iterates over the lines of a text; each keeps its line end.
 class Lines {
   public:
     explicit Lines(std::string_view text) : text_(text) {}
@@ -59,7 +59,7 @@ class Lines {
 
 struct Place {
     bool sectionFound = false;
-    std::size_t sectionEnd = 0; // behind the section's last line that is not blank
+    std::size_t sectionEnd = 0; // after the section's last line that is not blank
     bool keyFound = false;
     std::size_t lineBegin = 0; // of the key's line
     std::size_t lineEnd = 0;

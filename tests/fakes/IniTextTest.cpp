@@ -12,9 +12,9 @@ struct ValueCase {
     const char* expected; // of key "Key" in section "General"; null: missing
 };
 
-class IniValueTest : public ::testing::TestWithParam<ValueCase> {};
+class IniTextValueTest : public ::testing::TestWithParam<ValueCase> {};
 
-TEST_P(IniValueTest, ReadsAsThePlatformDoes) {
+TEST_P(IniTextValueTest, ReadsAsThePlatformDoes) {
     const auto value = IniValue(GetParam().text, "General", "Key");
     if (GetParam().expected == nullptr)
         EXPECT_EQ(value, std::nullopt);
@@ -63,30 +63,30 @@ std::string NameOf(const ::testing::TestParamInfo<ValueCase>& info) {
     return info.param.behaviour;
 }
 
-INSTANTIATE_TEST_SUITE_P(Present, IniValueTest, ::testing::ValuesIn(PresentValues), NameOf);
-INSTANTIATE_TEST_SUITE_P(Odd, IniValueTest, ::testing::ValuesIn(OddValues), NameOf);
+INSTANTIATE_TEST_SUITE_P(Present, IniTextValueTest, ::testing::ValuesIn(PresentValues), NameOf);
+INSTANTIATE_TEST_SUITE_P(Odd, IniTextValueTest, ::testing::ValuesIn(OddValues), NameOf);
 
-TEST(IniText, ChangesAValueInItsPlace) {
+TEST(IniTextTest, ChangesAValueInItsPlace) {
     EXPECT_EQ(WithIniValue("; mine\r\n[A]\r\nx = 1 \r\ny=2\r\n[B]\r\nx=3\r\n", "a", "X", "9"),
               "; mine\r\n[A]\r\nX=9\r\ny=2\r\n[B]\r\nx=3\r\n");
 }
 
-TEST(IniText, AddsAKeyBehindTheLastLineOfItsSection) {
+TEST(IniTextTest, AddsAKeyAfterTheLastLineOfItsSection) {
     EXPECT_EQ(WithIniValue("[A]\r\nx=1\r\n\r\n[B]\r\n", "A", "y", "2"), "[A]\r\nx=1\r\ny=2\r\n\r\n[B]\r\n");
     EXPECT_EQ(WithIniValue("[A]", "A", "y", "2"), "[A]\r\ny=2\r\n");
 }
 
-TEST(IniText, AddsAMissingSectionAtTheEnd) {
+TEST(IniTextTest, AddsAMissingSectionAtTheEnd) {
     EXPECT_EQ(WithIniValue("", "A", "x", "1"), "[A]\r\nx=1\r\n");
     EXPECT_EQ(WithIniValue("[A]\r\nx=1", "B", "x", ""), "[A]\r\nx=1\r\n[B]\r\nx=\r\n");
 }
 
-TEST(IniText, KeepsTheLineEndOfAChangedLine) {
+TEST(IniTextTest, KeepsTheLineEndOfAChangedLine) {
     EXPECT_EQ(WithIniValue("[A]\nx=1\ny=2", "A", "x", "5"), "[A]\nx=5\ny=2");
     EXPECT_EQ(WithIniValue("[A]\nx=1\ny=2", "A", "y", "5"), "[A]\nx=1\ny=5");
 }
 
-TEST(IniText, ReadsTheNumberInFrontOfAValue) {
+TEST(IniTextTest, ReadsTheNumberAtTheBeginningOfAValue) {
     const struct {
         const char* value;
         std::int32_t number;

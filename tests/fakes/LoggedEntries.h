@@ -1,6 +1,6 @@
 #pragma once
 
-// What the application log holds, without the times.
+// The entries of the application log, without the times.
 
 #include "core/modStringHelper.h"
 #include "support/clsAppLog.h"

@@ -127,7 +127,7 @@ bool MemoryFiles::AnyMatch(const std::string& pattern) const {
     const std::string key = Key(pattern);
     const std::string_view folder = FolderOf(key);
     std::string_view name = std::string_view(key).substr(folder.size());
-    if (name == "*.*") // stands for every name, also one without a point
+    if (name == "*.*") // matches every name, even one without a dot
         name = "*";
     return std::any_of(files_.begin(), files_.end(), [&](const auto& file) {
         const std::string_view path = file.first;

@@ -1,7 +1,7 @@
 #pragma once
 
-// Files in memory, with faults to order. Paths compare without case, as on Windows; folders exist where a
-// test says so, and only to be told from files.
+// Files in memory, with faults on demand. Paths compare without case, as on Windows. Folders exist only where
+// a test puts them, to be distinguished from files.
 
 #include "base/RunTimeError.h"
 #include "desktop/Files.h"
@@ -32,23 +32,23 @@ class MemoryFiles : public Files {
     bool IsFile(const std::string& path) const override;
     bool AnyMatch(const std::string& pattern) const override;
 
-    // The test's own access: uncounted and without faults. Get fails the test when there is no such file.
+    // The test's own access: not counted and without faults. Get fails the test if the file does not exist.
     void Put(const std::string& path, std::string content);
     std::string Get(const std::string& path) const;
     bool Has(const std::string& path) const { return IsFile(path); }
     void PutFolder(const std::string& path);
     std::vector<std::string> Paths() const; // as they were written first, in alphabetical order
 
-    // Every later read of, or change to, this path ends in the error.
+    // Every later read of, or change to, this path throws the error.
     void FailReads(const std::string& path, ErrorNumber error);
     void FailWrites(const std::string& path, ErrorNumber error);
     void ClearFaults();
 
-    // Room left on the disk, in bytes; writing beyond it is error 61. A plain write leaves what fitted.
+    // Free space of the disk, in bytes; writing more is error 61. A plain write leaves the bytes that fitted.
     std::optional<std::size_t> freeBytes;
 
-    // How often the program set out to read or to change the file; a copy or move changes its target, a move
-    // or removal also the file that goes.
+    // How often the program tried to read or to change the file. A copy or move changes its target; a move or
+    // removal also changes the file that it removes.
     std::int32_t Reads(const std::string& path) const;
     std::int32_t Writes(const std::string& path) const;
     std::int32_t TotalWrites() const;

@@ -77,11 +77,11 @@ TEST_F(MemoryFilesTest, MatchesPatternsInTheLastComponent) {
         EXPECT_FALSE(files.AnyMatch(pattern)) << pattern;
 }
 
-TEST_F(MemoryFilesTest, AskingForAFileThatIsNotThereFailsTheTest) {
+TEST_F(MemoryFilesTest, ReadingAMissingFileFailsTheTest) {
     EXPECT_NONFATAL_FAILURE(files.Get("missing"), "No such file");
 }
 
-TEST(MemoryProfiles, GiveDefaultsForWhatIsMissingOrUnreadable) {
+TEST(MemoryProfilesTest, GiveDefaultsForMissingAndUnreadableFiles) {
     FakeDesktop fake;
     EXPECT_EQ(fake.profiles.ReadInteger("x.ini", "A", "n", 7), 7);
     EXPECT_EQ(fake.profiles.ReadText("x.ini", "A", "t", 255), "");
@@ -94,7 +94,7 @@ TEST(MemoryProfiles, GiveDefaultsForWhatIsMissingOrUnreadable) {
     EXPECT_EQ(fake.profiles.ReadText("x.ini", "A", "t", 255), "");
 }
 
-TEST(MemoryProfiles, WriteIntoTheFileAndTellWhenTheyCannot) {
+TEST(MemoryProfilesTest, WriteIntoTheFileAndReportFailures) {
     FakeDesktop fake;
     EXPECT_TRUE(fake.profiles.WriteText("x.ini", "A", "n", "1"));
     EXPECT_EQ(fake.files.Get("x.ini"), "[A]\r\nn=1\r\n");

@@ -1,6 +1,6 @@
 #pragma once
 
-// INI files among the files in memory, so that a test can feed them, damaged too, byte for byte.
+// INI files among the files in memory, so that a test can set them byte for byte, damaged ones too.
 
 #include "desktop/ProfileFiles.h"
 #include "tests/fakes/MemoryFiles.h"

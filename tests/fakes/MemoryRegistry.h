@@ -1,7 +1,7 @@
 #pragma once
 
-// A registry in memory. Names compare without case, a key can be deleted when no key is below it, and a value
-// is read back as the bytes it was written with.
+// A registry in memory. Names compare without case, a key can be deleted if it has no subkeys, and a value is
+// read back as the bytes that were written.
 
 #include "base/RunTimeError.h"
 #include "core/modStringHelper.h"
@@ -25,9 +25,9 @@ class MemoryRegistry : public Registry {
         std::string bytes;
     };
 
-    std::optional<ErrorNumber> fault; // every call ends in it
+    std::optional<ErrorNumber> fault; // thrown by every call
 
-    // The test's own access: a text value, with its NUL, in a key that is made as needed.
+    // The test's own access: a text value, with its NUL, in a key that is created if needed.
     void Put(RegistryRoot root, const std::string& key, const std::string& value, const std::string& text) {
         CreateKey(root, key);
         keys_[Id(root, key)].values[LowerCase(value)] = {1, text + '\0'};

@@ -1,6 +1,6 @@
 #pragma once
 
-// A desktop's INI files that note which keys are read, as "section/key" in the order of reading.
+// A desktop's INI files that record which keys are read, as "section/key" in the order of reading.
 
 #include "desktop/Desktop.h"
 

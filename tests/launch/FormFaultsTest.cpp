@@ -1,4 +1,4 @@
-// Each handler of a form logs what fails in it under its own name, shows it, and leaves the form as it is.
+// Each handler of a form logs its errors under its own name, shows them, and leaves the form as it is.
 
 #include "launch/frmGamSetup.h"
 #include "launch/frmOptions.h"

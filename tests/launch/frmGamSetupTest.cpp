@@ -2,6 +2,7 @@
 
 #include "query/clsIPLocation.h"
 #include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/Samples.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -14,9 +15,9 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class GamSetupTest : public ProgramTest {
+class frmGamSetupTest : public ProgramTest {
   protected:
-    GamSetupTest() {
+    frmGamSetupTest() {
         program.IniVer = 1050012;
         program.IniDesc = "Test games";
         DefineGames(
@@ -36,12 +37,7 @@ class GamSetupTest : public ProgramTest {
         const char* gameShort;
     };
     void DefineGames(const std::vector<Definition>& definitions) {
-        program.GameNum = static_cast<std::int32_t>(definitions.size());
-        program.Games.Reset(program.GameNum);
-        program.GamePath.Reset(program.GameNum);
-        program.GameConfig.Reset(program.GameNum);
-        program.GamePlayerName.Reset(program.GameNum);
-        program.GameVisible.Reset(program.GameNum);
+        ResetGames(program, static_cast<std::int32_t>(definitions.size()));
         std::int32_t i = 0;
         for (const Definition& definition : definitions) {
             GameDefinition& game = program.Games[++i];
@@ -86,12 +82,12 @@ class GamSetupTest : public ProgramTest {
         fake.prompts.folderAnswers.push_back(folder);
         form->cmdBrowse_Click();
     }
-    // The boxes since the last call, without the folder browser.
+    // The message boxes since the last call, without the folder dialog.
     Texts Messages() {
         Texts texts;
-        for (const FakePrompts::Box& box : fake.prompts.shown)
-            if (box.kind == FakePrompts::Kind::Error)
-                texts.push_back(box.text);
+        for (const FakePrompts::Prompt& prompt : fake.prompts.shown)
+            if (prompt.kind == FakePrompts::Kind::Error)
+                texts.push_back(prompt.text);
         fake.prompts.shown.clear();
         return texts;
     }
@@ -102,7 +98,7 @@ class GamSetupTest : public ProgramTest {
 
 constexpr const char* NotFound = "The selected game was not found in this directory!";
 
-TEST_F(GamSetupTest, ListsTheGamesAndSelectsTheFirst) {
+TEST_F(frmGamSetupTest, ListsTheGamesAndSelectsTheFirst) {
     Open();
     EXPECT_EQ(ItemTexts(), (Texts{"ar=Arena", "cb=Crowbar", "dm=Demons"}));
     EXPECT_TRUE(form->HasSelection());
@@ -115,7 +111,7 @@ TEST_F(GamSetupTest, ListsTheGamesAndSelectsTheFirst) {
     EXPECT_EQ(form->lblDefVersion, "1.05.0012");
 }
 
-TEST_F(GamSetupTest, ShowsAVersionOfAnyLength) {
+TEST_F(frmGamSetupTest, ShowsAVersionOfAnyLength) {
     const struct {
         std::int32_t version;
         const char* text;
@@ -139,7 +135,7 @@ TEST_F(GamSetupTest, ShowsAVersionOfAnyLength) {
         EXPECT_EQ(DefinitionVersionText(c.version), c.text);
 }
 
-TEST_F(GamSetupTest, OpensEmptyWithoutGames) {
+TEST_F(frmGamSetupTest, OpensEmptyWithoutGames) {
     DefineGames({});
     Open();
     EXPECT_TRUE(form->lvwGameSel.empty());
@@ -152,7 +148,7 @@ TEST_F(GamSetupTest, OpensEmptyWithoutGames) {
     EXPECT_EQ(done, Texts{"close"});
 }
 
-TEST_F(GamSetupTest, ListsEachKeyOnce) {
+TEST_F(frmGamSetupTest, ListsEachKeyOnce) {
     DefineGames(
         {{"One", "1.exe", "a"}, {"Two", "2.exe", "a"}, {"Three", "3.exe", "A"}, {"", "", ""}, {"", "", ""}});
     Open();
@@ -163,14 +159,14 @@ TEST_F(GamSetupTest, ListsEachKeyOnce) {
     EXPECT_EQ(form->SelectedGame(), "a");
 }
 
-TEST_F(GamSetupTest, TellsWhatGoesWrongWhenItOpens) {
+TEST_F(frmGamSetupTest, ShowsAnErrorThatOccursWhileItOpens) {
     program.GamePath.Reset(2); // one game has no setup
     Open();
     EXPECT_EQ(LoggedErrors(*program.AppLog), (Texts{"frmGamSetup;Form_Load;9"}));
     EXPECT_EQ(Messages().size(), 1U);
 }
 
-TEST_F(GamSetupTest, ShowsTheFieldsOfTheGameThatIsClicked) {
+TEST_F(frmGamSetupTest, ShowsTheFieldsOfTheGameThatIsClicked) {
     Open();
     Select("cb");
     EXPECT_EQ(form->txtPath, "D:\\Crowbar");
@@ -182,14 +178,14 @@ TEST_F(GamSetupTest, ShowsTheFieldsOfTheGameThatIsClicked) {
     EXPECT_EQ(form->chkVisible, 1);
 }
 
-TEST_F(GamSetupTest, AnyVisibleGameIsChecked) {
+TEST_F(frmGamSetupTest, AnyVisibleGameIsChecked) {
     for (const std::int32_t visible : {1, 2, -1, 255, std::numeric_limits<std::int32_t>::min()}) {
         program.GameVisible[1] = visible;
         EXPECT_EQ(Open().chkVisible, 1) << visible;
     }
 }
 
-TEST_F(GamSetupTest, KeepsWhatIsTypedForEachGameApart) {
+TEST_F(frmGamSetupTest, KeepsTheInputForEachGame) {
     Open();
     TypePath("C:\\a");
     TypeConfig("a.cfg");
@@ -222,7 +218,7 @@ TEST_F(GamSetupTest, KeepsWhatIsTypedForEachGameApart) {
     EXPECT_EQ(fake.files.TotalWrites(), 0);
 }
 
-TEST_F(GamSetupTest, StoresTypedTextsUnchecked) {
+TEST_F(frmGamSetupTest, StoresTypedTextsUnchecked) {
     for (const std::string& text : {std::string("C:\\nowhere"), std::string(), std::string("\\"),
                                     std::string("?:*\""), std::string(" \t "), std::string("\xff\x80"),
                                     std::string(10'000, 'p'), std::string("+exec \"x\"")}) {
@@ -238,7 +234,7 @@ TEST_F(GamSetupTest, StoresTypedTextsUnchecked) {
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
-TEST_F(GamSetupTest, BrowsesFromTheProgramsFolder) {
+TEST_F(frmGamSetupTest, BrowsesFromTheProgramsFolder) {
     Open();
     Select("cb");
     Browse("E:\\Crowbar");
@@ -247,7 +243,7 @@ TEST_F(GamSetupTest, BrowsesFromTheProgramsFolder) {
     EXPECT_EQ(fake.prompts.shown[0].text, "C:\\Quarn\\");
 }
 
-TEST_F(GamSetupTest, TakesAFolderThatHoldsTheGame) {
+TEST_F(frmGamSetupTest, AcceptsAFolderThatContainsTheGame) {
     Open();
     Select("cb");
     for (const char* folder : {"E:\\Crowbar", "E:\\Crowbar\\"}) {
@@ -263,7 +259,7 @@ TEST_F(GamSetupTest, TakesAFolderThatHoldsTheGame) {
     EXPECT_EQ(program.GameVisible[1], 1);
 }
 
-TEST_F(GamSetupTest, AFolderWithoutTheGameClearsThePathButNotItsField) {
+TEST_F(frmGamSetupTest, AFolderWithoutTheGameClearsThePathButNotItsField) {
     fake.files.PutFolder("C:\\Folder\\arena.exe");
     fake.files.Put("C:\\File", "");
     for (const char* folder :
@@ -280,7 +276,7 @@ TEST_F(GamSetupTest, AFolderWithoutTheGameClearsThePathButNotItsField) {
     }
 }
 
-TEST_F(GamSetupTest, AFolderWithoutTheGameMakesNoHiddenGameVisible) {
+TEST_F(frmGamSetupTest, AFolderWithoutTheGameMakesNoHiddenGameVisible) {
     Open();
     Check(0);
     for (const char* folder : {"", "E:\\Crowbar"}) {
@@ -291,7 +287,7 @@ TEST_F(GamSetupTest, AFolderWithoutTheGameMakesNoHiddenGameVisible) {
     EXPECT_EQ(program.GameVisible[1], 0);
 }
 
-TEST_F(GamSetupTest, AClearedPathComesBackWithTheNextEdit) {
+TEST_F(frmGamSetupTest, AClearedPathComesBackWithTheNextEdit) {
     Open();
     Browse("");
     TypePath("C:\\Games\\Arena");
@@ -304,7 +300,7 @@ TEST_F(GamSetupTest, AClearedPathComesBackWithTheNextEdit) {
     EXPECT_EQ(form->txtPath, "");
 }
 
-TEST_F(GamSetupTest, CancelAndEscapeChangeNothing) {
+TEST_F(frmGamSetupTest, CancelAndEscapeChangeNothing) {
     for (const bool byKey : {false, true}) {
         done.clear();
         Open();
@@ -330,7 +326,7 @@ TEST_F(GamSetupTest, CancelAndEscapeChangeNothing) {
     EXPECT_EQ(done, Texts{});
 }
 
-TEST_F(GamSetupTest, ClosingRefreshesTheTreeWhenTheSettingsAreInForce) {
+TEST_F(frmGamSetupTest, ClosingRefreshesTheTreeAfterTheSettingsWereStored) {
     Open();
     Check(0);
     form->cmdOK_Click();

@@ -16,7 +16,7 @@ namespace {
 constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
 
-class OptionsTest : public ProgramTest {
+class frmOptionsTest : public ProgramTest {
   protected:
     frmOptions& Open() {
         form = std::make_unique<frmOptions>(program, fake.desktop,
@@ -32,7 +32,7 @@ class OptionsTest : public ProgramTest {
     std::vector<std::string> done;
 };
 
-TEST_F(OptionsTest, ShowsTheSettingsOfAFirstRun) {
+TEST_F(frmOptionsTest, ShowsTheSettingsOfAFirstRun) {
     LoadSettings(program, fake.desktop);
     const frmOptions& options = Open();
     EXPECT_EQ(options.chkMinToTray, 1);
@@ -43,7 +43,7 @@ TEST_F(OptionsTest, ShowsTheSettingsOfAFirstRun) {
     EXPECT_EQ(options.cmbNumFavorites, 1); // it reads "2"
 }
 
-TEST_F(OptionsTest, BindsEachControlToItsOwnSetting) {
+TEST_F(frmOptionsTest, BindsEachControlToItsOwnSetting) {
     program.MinToTray = 0;
     program.RemWinPos = 1;
     program.KeepOnTop = 0;
@@ -67,7 +67,7 @@ TEST_F(OptionsTest, BindsEachControlToItsOwnSetting) {
     EXPECT_EQ(program.KeepOnTop, 0);
 }
 
-TEST_F(OptionsTest, ShowsWhatSettingsOutOfRangeDo) {
+TEST_F(frmOptionsTest, ShowsSettingsOutOfRange) {
     const struct {
         std::int32_t setting;
         std::int32_t minToTray;
@@ -93,7 +93,7 @@ TEST_F(OptionsTest, ShowsWhatSettingsOutOfRangeDo) {
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
-TEST_F(OptionsTest, OkStoresAllAndCloses) {
+TEST_F(frmOptionsTest, OkStoresAllAndCloses) {
     frmOptions& options = Open();
     options.chkMinToTray = 0;
     options.chkRemWinPos = 1;
@@ -112,7 +112,7 @@ TEST_F(OptionsTest, OkStoresAllAndCloses) {
     EXPECT_EQ(fake.files.TotalWrites(), 0) << "the settings file gets them at the end";
 }
 
-TEST_F(OptionsTest, StoresEachOptionByItsIndexAndEachNumberByItsPlace) {
+TEST_F(frmOptionsTest, StoresEachOptionByItsIndexAndEachNumberByItsPlace) {
     for (std::int32_t option = 0; option <= 2; ++option) {
         Open().optQuitAfterLaunch = option;
         form->cmdOK_Click();
@@ -125,7 +125,7 @@ TEST_F(OptionsTest, StoresEachOptionByItsIndexAndEachNumberByItsPlace) {
     }
 }
 
-TEST_F(OptionsTest, KeepsTheActionWhenNoneIsChosen) {
+TEST_F(frmOptionsTest, KeepsTheActionWhenNoneIsChosen) {
     for (const std::int32_t action : {-1, 3, 77, Highest, Lowest}) {
         program.QuitAfterStart = action;
         Open().cmdOK_Click();
@@ -133,7 +133,7 @@ TEST_F(OptionsTest, KeepsTheActionWhenNoneIsChosen) {
     }
 }
 
-TEST_F(OptionsTest, StoresEveryWholeNumberOfMilliseconds) {
+TEST_F(frmOptionsTest, StoresEveryWholeNumberOfMilliseconds) {
     const struct {
         const char* text;
         std::int32_t timeout;
@@ -160,7 +160,7 @@ TEST_F(OptionsTest, StoresEveryWholeNumberOfMilliseconds) {
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
-TEST_F(OptionsTest, StaysOpenAndStoresNothingWithoutANumber) {
+TEST_F(frmOptionsTest, StaysOpenAndStoresNothingWithoutANumber) {
     const std::vector<std::string> texts = {"",
                                             " ",
                                             "abc",
@@ -211,14 +211,14 @@ TEST_F(OptionsTest, StaysOpenAndStoresNothingWithoutANumber) {
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
-TEST_F(OptionsTest, ReadsTheNumberAsTheUserWritesNumbers) {
+TEST_F(frmOptionsTest, ReadsTheNumberAsTheUserWritesNumbers) {
     fake.locale.german = true;
     Open().txtScanPingTimeout = "1.500";
     form->cmdOK_Click();
     EXPECT_EQ(program.PingTimeout, 1500);
 }
 
-TEST_F(OptionsTest, CancelAndEscapeStoreNothing) {
+TEST_F(frmOptionsTest, CancelAndEscapeStoreNothing) {
     for (const bool byKey : {false, true}) {
         done.clear();
         frmOptions& options = Open();
@@ -240,14 +240,14 @@ TEST_F(OptionsTest, CancelAndEscapeStoreNothing) {
     }
 }
 
-TEST_F(OptionsTest, OtherKeysCloseNothing) {
+TEST_F(frmOptionsTest, OtherKeysCloseNothing) {
     Open();
     for (const int key : {0, 13, 26, 28, 32, 112, -27, 27 + 256})
         form->Form_KeyDown(key);
     EXPECT_TRUE(done.empty());
 }
 
-TEST_F(OptionsTest, HasTheMainWindowApplyTheSettingsHoweverItCloses) {
+TEST_F(frmOptionsTest, AppliesTheSettingsHoweverItCloses) {
     Open().cmdOK_Click();
     form->Form_Unload();
     EXPECT_EQ(done, (std::vector<std::string>{"close", "interface", "tree", "menu"}));

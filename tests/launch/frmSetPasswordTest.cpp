@@ -10,9 +10,9 @@
 namespace quarn {
 namespace {
 
-class SetPasswordTest : public ProgramTest {
+class frmSetPasswordTest : public ProgramTest {
   protected:
-    SetPasswordTest() {
+    frmSetPasswordTest() {
         program.Servers.Reset(3);
         program.CurrentServer = 2;
         program.Servers[1].Password = "first";
@@ -27,14 +27,14 @@ class SetPasswordTest : public ProgramTest {
     int closed = 0;
 };
 
-TEST_F(SetPasswordTest, ShowsThePasswordInForce) {
+TEST_F(frmSetPasswordTest, ShowsTheCurrentPassword) {
     frmSetPassword form = Form();
     form.Form_Load();
     EXPECT_EQ(form.txtPass, "second");
     EXPECT_EQ(closed, 0);
 }
 
-TEST_F(SetPasswordTest, StoresWhatIsTypedAsItIs) {
+TEST_F(frmSetPasswordTest, StoresWhatIsTypedAsItIs) {
     for (const std::string& text :
          {std::string("secret"), std::string(), std::string(" "), std::string("\"+quit\""),
           std::string("a;b\\c"), std::string("p\xe4\xdf\xff\x80"), std::string(10'000, 'p')}) {
@@ -50,7 +50,7 @@ TEST_F(SetPasswordTest, StoresWhatIsTypedAsItIs) {
     EXPECT_EQ(Password(3), "third");
 }
 
-TEST_F(SetPasswordTest, ChangesNothingWhenItIsCancelled) {
+TEST_F(frmSetPasswordTest, ChangesNothingWhenItIsCancelled) {
     frmSetPassword form = Form();
     form.Form_Load();
     form.txtPass = "other";
@@ -61,7 +61,7 @@ TEST_F(SetPasswordTest, ChangesNothingWhenItIsCancelled) {
     EXPECT_EQ(Password(), "second");
 }
 
-TEST_F(SetPasswordTest, TakesEnterForOkAndLetsOtherKeysThrough) {
+TEST_F(frmSetPasswordTest, EnterIsOkAndOtherKeysAreNotHandled) {
     frmSetPassword form = Form();
     form.Form_Load();
     form.txtPass = "new";
@@ -82,7 +82,7 @@ TEST_F(SetPasswordTest, TakesEnterForOkAndLetsOtherKeysThrough) {
     EXPECT_EQ(Password(), "new");
 }
 
-TEST_F(SetPasswordTest, KeepsToItsServerWhateverBecomesTheCurrentOne) {
+TEST_F(frmSetPasswordTest, StoresIntoItsServerWhateverServerIsCurrent) {
     frmSetPassword form = Form();
     program.CurrentServer = 3;
     form.Form_Load();
@@ -95,7 +95,7 @@ TEST_F(SetPasswordTest, KeepsToItsServerWhateverBecomesTheCurrentOne) {
     EXPECT_EQ(Password(3), "third");
 }
 
-TEST_F(SetPasswordTest, LogsAServerThatIsGone) {
+TEST_F(frmSetPasswordTest, LogsAServerThatDoesNotExist) {
     frmSetPassword form = Form();
     program.Servers.Reset(1);
     form.Form_Load();

@@ -3,6 +3,7 @@
 #include "query/clsIPLocation.h"
 #include "tests/fakes/Errors.h"
 #include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/Samples.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -16,16 +17,12 @@ constexpr const char* MessageOfNoExecutable =
     "The game executable could not be found. Please check game path!";
 constexpr const char* ServerFile = "server.txt";
 
-class GameStartTest : public ProgramTest {
+class modGameStartTest : public ProgramTest {
   protected:
-    GameStartTest() {
-        program.GameNum = 2;
-        program.Games.Reset(2);
+    modGameStartTest() {
+        ResetGames(program, 2);
         program.Games[1] = {"Other", "other.exe", "", 0, "", "", "other", "q3"};
         program.Games[2] = {"Arena", "arena.exe", "", 0, "", "", "ar", "q3"};
-        program.GamePath.Reset(2);
-        program.GameConfig.Reset(2);
-        program.GamePlayerName.Reset(2);
         program.GamePath[2] = "C:\\Games\\Arena";
         program.CurrentGame = "ar";
         program.Servers.Reset(2);
@@ -48,7 +45,7 @@ class GameStartTest : public ProgramTest {
     }
 };
 
-TEST_F(GameStartTest, AppendsTheBackslashThatAPathLacks) {
+TEST_F(modGameStartTest, AppendsAMissingBackslashToThePath) {
     const struct {
         const char* path;
         const char* after;
@@ -77,14 +74,14 @@ TEST_F(GameStartTest, AppendsTheBackslashThatAPathLacks) {
     }
 }
 
-TEST_F(GameStartTest, FindsTheExecutableOfTheGameItIsGiven) {
+TEST_F(modGameStartTest, FindsTheExecutableOfTheGameItIsGiven) {
     fake.files.Put("C:\\Games\\Arena\\other.exe", "");
     std::string path = "C:\\Games\\Arena";
     EXPECT_EQ(GetGameExePath(program, fake.files, path, "ar"), "C:\\Games\\Arena\\arena.exe");
     EXPECT_EQ(GetGameExePath(program, fake.files, path, "other"), "C:\\Games\\Arena\\other.exe");
 }
 
-TEST_F(GameStartTest, FindsNoExecutable) {
+TEST_F(modGameStartTest, FindsNoExecutable) {
     fake.files.PutFolder("C:\\Games\\Folder\\arena.exe");
     fake.files.Put("C:\\Games\\Other\\arena.exe.bak", "");
     fake.files.Put("C:\\Games\\FileAsPath", "");
@@ -101,13 +98,13 @@ TEST_F(GameStartTest, FindsNoExecutable) {
     }
 }
 
-TEST_F(GameStartTest, AGameWithoutExecutableNameIsNeverFound) {
+TEST_F(modGameStartTest, AGameWithoutExecutableNameIsNeverFound) {
     program.Games[2].ExeName = "";
     std::string path = "C:\\Games\\Arena";
     EXPECT_EQ(GetGameExePath(program, fake.files, path, "ar"), "");
 }
 
-TEST_F(GameStartTest, AsksTheShellForTheGameInItsFolder) {
+TEST_F(modGameStartTest, AsksTheShellForTheGameInItsFolder) {
     ASSERT_TRUE(Start());
     ASSERT_EQ(fake.shell.opened.size(), 1U);
     const Shell::Request& request = fake.shell.opened[0];
@@ -120,7 +117,7 @@ TEST_F(GameStartTest, AsksTheShellForTheGameInItsFolder) {
     EXPECT_EQ(program.GamePath[2], "C:\\Games\\Arena\\");
 }
 
-TEST_F(GameStartTest, BuildsTheCommandLineOfEachEngine) {
+TEST_F(modGameStartTest, BuildsTheCommandLineOfEachEngine) {
     const struct {
         const char* engine;
         const char* mod;
@@ -174,7 +171,7 @@ TEST_F(GameStartTest, BuildsTheCommandLineOfEachEngine) {
     }
 }
 
-TEST_F(GameStartTest, WritesPortsAsTheyAreStored) {
+TEST_F(modGameStartTest, WritesPortsAsTheyAreStored) {
     program.Games[2].Engine = "hl";
     for (const std::int32_t port :
          {0, 1, -1, 27960, 65535, 65536, 99999, std::numeric_limits<std::int32_t>::max(),
@@ -186,7 +183,7 @@ TEST_F(GameStartTest, WritesPortsAsTheyAreStored) {
     }
 }
 
-TEST_F(GameStartTest, PassesTextsOfAnyLengthWhole) {
+TEST_F(modGameStartTest, PassesTextsOfAnyLengthWhole) {
     const std::string longText(10'000, 'n');
     program.GamePlayerName[2] = program.GameConfig[2] = longText;
     server().ModName = server().Password = server().Name = longText;
@@ -195,7 +192,7 @@ TEST_F(GameStartTest, PassesTextsOfAnyLengthWhole) {
     EXPECT_EQ(fake.files.Get(ServerFile), longText + " 1.2.3.4:27960\r\n");
 }
 
-TEST_F(GameStartTest, NamesTheServerInAFileOfTheCurrentDirectory) {
+TEST_F(modGameStartTest, NamesTheServerInAFileOfTheCurrentDirectory) {
     const struct {
         std::string name;
         std::string line;
@@ -206,7 +203,7 @@ TEST_F(GameStartTest, NamesTheServerInAFileOfTheCurrentDirectory) {
         {"\"quoted\"; + 100%", "\"quoted\"; + 100% 1.2.3.4:27960\r\n"},
         {"\xff\x80\x01\t", "\xff\x80\x01\t 1.2.3.4:27960\r\n"},
         {std::string("a\0b", 3), std::string("a\0b 1.2.3.4:27960\r\n", 19)},
-        {"line\r\nline", "line  line 1.2.3.4:27960\r\n"}, // it is one line whatever the name holds
+        {"line\r\nline", "line  line 1.2.3.4:27960\r\n"}, // it is one line whatever the name contains
         {"\n\r\r", "    1.2.3.4:27960\r\n"},
     };
     for (const auto& c : cases) {
@@ -217,7 +214,7 @@ TEST_F(GameStartTest, NamesTheServerInAFileOfTheCurrentDirectory) {
     }
 }
 
-TEST_F(GameStartTest, WritesTheFileForEveryEngineAndBeforeItAsksTheShell) {
+TEST_F(modGameStartTest, WritesTheFileForEveryEngineAndBeforeItAsksTheShell) {
     for (const char* engine : {"q3", "hl", "d3", "", "unknown"}) {
         fake.files.Put(ServerFile, "");
         program.Games[2].Engine = engine;
@@ -230,7 +227,7 @@ TEST_F(GameStartTest, WritesTheFileForEveryEngineAndBeforeItAsksTheShell) {
     EXPECT_EQ(fake.files.Get(ServerFile), "The server 1.2.3.4:27960\r\n");
 }
 
-TEST_F(GameStartTest, DoesNothingButTellWithoutAnExecutable) {
+TEST_F(modGameStartTest, WithoutAnExecutableItOnlyShowsAnError) {
     const struct {
         const char* path;
         const char* exeName;
@@ -259,7 +256,7 @@ TEST_F(GameStartTest, DoesNothingButTellWithoutAnExecutable) {
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
-TEST_F(GameStartTest, AListThatBelongsToNoGameHasNoExecutable) {
+TEST_F(modGameStartTest, AListThatBelongsToNoGameHasNoExecutable) {
     for (const char* list : {"", "fav1", "AR"}) {
         program.CurrentGame = list;
         EXPECT_FALSE(Start()) << list;
@@ -268,7 +265,7 @@ TEST_F(GameStartTest, AListThatBelongsToNoGameHasNoExecutable) {
     EXPECT_EQ(fake.prompts.shown.size(), 3U);
 }
 
-TEST_F(GameStartTest, LeavesErrorsToItsCaller) {
+TEST_F(modGameStartTest, PropagatesErrors) {
     fake.files.FailWrites(ServerFile, ErrorNumber::PermissionDenied);
     EXPECT_EQ(ErrorOf([&] { Start(); }), ErrorNumber::PermissionDenied);
     EXPECT_TRUE(fake.shell.opened.empty());

@@ -12,9 +12,9 @@ namespace {
 
 constexpr const char* Velmar = "C:\\Quarn\\..\\Velmar\\Velmar.exe";
 
-class MonitorTest : public ProgramTest {
+class modMonitorTest : public ProgramTest {
   protected:
-    MonitorTest() {
+    modMonitorTest() {
         program.Servers.Reset(1);
         program.ServerCount = 1;
         program.CurrentServer = 1;
@@ -28,7 +28,7 @@ class MonitorTest : public ProgramTest {
     void Monitor() { MonitorWithVelmar(program, fake.desktop); }
 };
 
-TEST_F(MonitorTest, StartsVelmarFromTheFolderBeside) {
+TEST_F(modMonitorTest, StartsVelmarFromTheNeighbouringFolder) {
     Monitor();
     Monitor(); // also when it runs already
     ASSERT_EQ(fake.shell.opened.size(), 2U);
@@ -42,7 +42,7 @@ TEST_F(MonitorTest, StartsVelmarFromTheFolderBeside) {
     }
 }
 
-TEST_F(MonitorTest, TellsVelmarsWindowWhichServerToWatch) {
+TEST_F(modMonitorTest, SendsTheServerToVelmarsWindow) {
     Monitor();
     ASSERT_EQ(fake.peers.received.size(), 1U);
     EXPECT_EQ(fake.peers.received[0].windowTitle, "Velmar 215");
@@ -50,7 +50,7 @@ TEST_F(MonitorTest, TellsVelmarsWindowWhichServerToWatch) {
     EXPECT_EQ(fake.peers.received[0].payload, std::string("ConGam:1.2.3.4:28960\0", 21));
 }
 
-TEST_F(MonitorTest, SendsAddressAndPortAsTheyAreStored) {
+TEST_F(modMonitorTest, SendsAddressAndPortAsTheyAreStored) {
     const struct {
         std::string address;
         std::int32_t port;
@@ -72,7 +72,7 @@ TEST_F(MonitorTest, SendsAddressAndPortAsTheyAreStored) {
     }
 }
 
-TEST_F(MonitorTest, LooksForTheWindowOfExactlyThisVersion) {
+TEST_F(modMonitorTest, LooksForTheWindowOfExactlyThisVersion) {
     const struct {
         FileVersion version;
         const char* title;
@@ -89,7 +89,7 @@ TEST_F(MonitorTest, LooksForTheWindowOfExactlyThisVersion) {
     EXPECT_EQ(fake.peers.received.size(), 1U) << "only 2.1.5 has a window";
 }
 
-TEST_F(MonitorTest, TellsNobodyElse) {
+TEST_F(modMonitorTest, SendsNothingToOtherWindows) {
     fake.peers.openWindows = {"Velmar",     "Velmar 21",   "Velmar 2155",
                               "velmar 215", "Velmar 215 ", "My Velmar 215"};
     Monitor();
@@ -97,7 +97,7 @@ TEST_F(MonitorTest, TellsNobodyElse) {
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
-TEST_F(MonitorTest, AMissingVelmarIsNoError) {
+TEST_F(modMonitorTest, AMissingVelmarIsNoError) {
     fake.peers.versions.clear();
     Monitor();
     fake.peers.unversioned.insert(Velmar);
@@ -111,20 +111,20 @@ TEST_F(MonitorTest, AMissingVelmarIsNoError) {
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
-TEST_F(MonitorTest, StartsVelmarBeforeItLooksForTheWindow) {
+TEST_F(modMonitorTest, StartsVelmarBeforeItLooksForTheWindow) {
     fake.shell.openFault = ErrorNumber::OutOfMemory;
     EXPECT_EQ(ErrorOf([&] { Monitor(); }), ErrorNumber::OutOfMemory);
     EXPECT_TRUE(fake.peers.searched.empty());
 }
 
-TEST_F(MonitorTest, LooksForTheWindowOnce) {
+TEST_F(modMonitorTest, LooksForTheWindowOnce) {
     fake.peers.openWindows.clear();
     Monitor();
     EXPECT_EQ(fake.peers.searched, std::vector<std::string>{"Velmar 215"});
     EXPECT_TRUE(fake.peers.received.empty());
 }
 
-TEST_F(MonitorTest, LeavesOtherErrorsToItsCaller) {
+TEST_F(modMonitorTest, PropagatesOtherErrors) {
     program.CurrentServer = 2;
     EXPECT_EQ(ErrorOf([&] { Monitor(); }), ErrorNumber::SubscriptOutOfRange);
     EXPECT_TRUE(fake.peers.received.empty());

@@ -29,13 +29,8 @@ inline std::string Repeated(std::string_view text, std::size_t times) {
 }
 
 // One server to parse replies into, at index 1.
-class StatusTest : public ProgramTest {
+class StatusTest : public ::testing::Test, protected OneServerProgram {
   protected:
-    StatusTest() {
-        program.Servers.Reset(1);
-        program.ServerCount = 1;
-    }
-
     ServerRecord& Server() { return program.Servers[1]; }
 
     // "Score/Ping/Name" of each player in the list, whether counted or not.

@@ -8,9 +8,9 @@ namespace {
 using namespace std::string_view_literals;
 using ::testing::IsEmpty;
 
-class Cursor : public ProgramTest {};
+class TextCursorTest : public ProgramTest {};
 
-TEST_F(Cursor, ExtractsUpToASeparatorSearchedFromTheSecondCharacterOn) {
+TEST_F(TextCursorTest, ExtractsUpToASeparatorSearchedFromTheSecondCharacterOn) {
     const struct {
         std::string_view text;
         std::string_view separator;
@@ -19,7 +19,7 @@ TEST_F(Cursor, ExtractsUpToASeparatorSearchedFromTheSecondCharacterOn) {
     } cases[] = {
         {"a\\b", "\\", "a", "b"},      {"\\a\\b", "\\", "\\a", "b"}, {"\\\\", "\\", "\\", ""},
         {"a\\", "\\", "a", ""},        {"a\\\\b", "\\", "a", "\\b"}, {"a\0b"sv, "\0"sv, "a", "b"},
-        {"a--b", "--", "a", "-b"}, // the tail of a longer separator stays
+        {"a--b", "--", "a", "-b"}, // the rest of a longer separator stays
         {"--a--b", "--", "--a", "-b"}, {"---", "--", "-", "-"},      {"abc", "bc", "a", "c"},
     };
     for (const auto& c : cases) {
@@ -31,7 +31,7 @@ TEST_F(Cursor, ExtractsUpToASeparatorSearchedFromTheSecondCharacterOn) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Cursor, WithoutASeparatorItFailsAndStaysWhereItIs) {
+TEST_F(TextCursorTest, WithoutASeparatorItFailsAndDoesNotMove) {
     const struct {
         std::string_view text;
         std::string_view separator;
@@ -50,7 +50,7 @@ TEST_F(Cursor, WithoutASeparatorItFailsAndStaysWhereItIs) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(Cursor, FailedTellsOfTheLastFieldOnly) {
+TEST_F(TextCursorTest, FailedRefersToTheLastFieldOnly) {
     TextCursor cursor(*program.AppLog, "a b");
     cursor.Extract("\n");
     EXPECT_TRUE(cursor.Failed());
@@ -58,7 +58,7 @@ TEST_F(Cursor, FailedTellsOfTheLastFieldOnly) {
     EXPECT_FALSE(cursor.Failed());
 }
 
-TEST_F(Cursor, AMissingEndOfItemsIsLoggedOnce) {
+TEST_F(TextCursorTest, AMissingEndOfItemsIsLoggedOnce) {
     TextCursor cursor(*program.AppLog, "a,b,cd");
     EXPECT_EQ(cursor.ExtractItem(","), "a");
     EXPECT_EQ(cursor.ExtractItem(","), "b");
@@ -70,7 +70,7 @@ TEST_F(Cursor, AMissingEndOfItemsIsLoggedOnce) {
     EXPECT_EQ(Logged().size(), 1U);
 }
 
-TEST_F(Cursor, TakesAFixedNumberButLeavesATextThatHasNoMore) {
+TEST_F(TextCursorTest, TakesAFixedNumberButDoesNotMovePastTheEnd) {
     const struct {
         std::string_view text;
         std::size_t count;
@@ -87,7 +87,7 @@ TEST_F(Cursor, TakesAFixedNumberButLeavesATextThatHasNoMore) {
     }
 }
 
-TEST_F(Cursor, DropsNoMoreThanThereIs) {
+TEST_F(TextCursorTest, DropsNoMoreThanThereIs) {
     TextCursor cursor(*program.AppLog, "abc");
     cursor.Drop(2);
     EXPECT_EQ(cursor.Rest(), "c");

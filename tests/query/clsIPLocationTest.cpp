@@ -15,7 +15,7 @@ using enum ErrorNumber;
 
 const std::string Path = "C:\\Quarn\\countryip.dat";
 
-class CountryDatabase : public ::testing::Test {
+class clsIPLocationTest : public ::testing::Test {
   protected:
     void Load(const std::string& content) {
         files.Put(Path, content);
@@ -32,7 +32,7 @@ class CountryDatabase : public ::testing::Test {
     clsIPLocation database{files, Path};
 };
 
-TEST_F(CountryDatabase, FindsAnAddressBetweenBothBoundsInclusive) {
+TEST_F(clsIPLocationTest, FindsAnAddressBetweenBothBoundsInclusive) {
     Load("2\r\n167772160;184549375;XX\r\n3232235520;3232301055;yy\r\n");
     EXPECT_EQ(database.GetIPCountry("10.0.0.0"), "XX");
     EXPECT_EQ(database.GetIPCountry("10.0.0.1"), "XX");
@@ -42,7 +42,7 @@ TEST_F(CountryDatabase, FindsAnAddressBetweenBothBoundsInclusive) {
     EXPECT_EQ(database.GetIPCountry("11.0.0.0"), "--");
 }
 
-TEST_F(CountryDatabase, KnowsTheHighestAndTheLowestAddress) {
+TEST_F(clsIPLocationTest, KnowsTheHighestAndTheLowestAddress) {
     Load("3\n4294967295;4294967295;HI\n0;0;LO\n2147483647;2147483648;MID\n");
     EXPECT_EQ(database.GetIPCountry("255.255.255.255"), "HI");
     EXPECT_EQ(database.GetIPCountry("255.255.255.254"), "--");
@@ -53,21 +53,21 @@ TEST_F(CountryDatabase, KnowsTheHighestAndTheLowestAddress) {
     EXPECT_EQ(database.GetIPCountry("128.0.0.1"), "--");
 }
 
-TEST_F(CountryDatabase, TheEarlierOfTwoOverlappingLinesWins) {
+TEST_F(clsIPLocationTest, TheEarlierOfTwoOverlappingLinesWins) {
     Load("3\n100;200;A\n150;300;B\n0;1000;C\n");
     EXPECT_EQ(database.GetIPCountry("0.0.0.150"), "A");
     EXPECT_EQ(database.GetIPCountry("0.0.0.201"), "B");
     EXPECT_EQ(database.GetIPCountry("0.0.0.99"), "C");
 }
 
-TEST_F(CountryDatabase, FileOrderCountsAndNotTheOrderOfNumbers) {
+TEST_F(clsIPLocationTest, RangesAreSearchedInFileOrder) {
     Load("3\n300;400;C\n1;2;A\n100;200;B\n");
     EXPECT_EQ(database.GetIPCountry("0.0.0.1"), "A");
     EXPECT_EQ(database.GetIPCountry("0.0.0.100"), "B");
     EXPECT_EQ(database.GetIPCountry("0.0.1.44"), "C");
 }
 
-TEST_F(CountryDatabase, FindsEachOfManyRanges) {
+TEST_F(clsIPLocationTest, FindsEachOfManyRanges) {
     constexpr int Count = 1000;
     std::string content = std::to_string(Count) + "\r\n";
     for (int i = 0; i < Count; ++i)
@@ -83,14 +83,14 @@ TEST_F(CountryDatabase, FindsEachOfManyRanges) {
     EXPECT_EQ(database.GetIPCountry("255.255.255.255"), "--");
 }
 
-TEST_F(CountryDatabase, LinesBeyondTheAnnouncedCountAreNotRead) {
+TEST_F(clsIPLocationTest, LinesBeyondTheAnnouncedCountAreNotRead) {
     Load("3\n1;1;A\n2;2;B\n3;3;C\n4;4;D\nnonsense\n");
     EXPECT_TRUE(database.Initialized());
     EXPECT_EQ(database.GetIPCountry("0.0.0.3"), "C");
     EXPECT_EQ(database.GetIPCountry("0.0.0.4"), "--");
 }
 
-TEST_F(CountryDatabase, AnyKindOfLineEndWillDo) {
+TEST_F(clsIPLocationTest, AcceptsEveryKindOfLineEnd) {
     for (const char* content : {"2\r\n1;1;A\r\n2;2;B\r\n", "2\n1;1;A\n2;2;B\n", "2\r1;1;A\r2;2;B\r",
                                 "2\r\n1;1;A\n2;2;B", "2\r1;1;A\n2;2;B\r"}) {
         Load(content);
@@ -99,14 +99,14 @@ TEST_F(CountryDatabase, AnyKindOfLineEndWillDo) {
     }
 }
 
-TEST_F(CountryDatabase, TheShortestLinesAreRead) {
+TEST_F(clsIPLocationTest, TheShortestLinesAreRead) {
     Load("2\n0;0;\n1;1;");
     EXPECT_EQ(database.GetIPCountry("0.0.0.0"), "");
     EXPECT_EQ(database.GetIPCountry("0.0.0.1"), "");
     EXPECT_EQ(database.GetIPCountry("0.0.0.2"), "--");
 }
 
-TEST_F(CountryDatabase, CountriesAreAnyTextUpToTheNextField) {
+TEST_F(clsIPLocationTest, CountriesAreAnyTextUpToTheNextField) {
     Load("4\n1;1;\n2;2; a country \n3;3;A\0\x1A\xFF\n4;4;B;more;fields\n"s);
     EXPECT_EQ(database.GetIPCountry("0.0.0.1"), "");
     EXPECT_EQ(database.GetIPCountry("0.0.0.2"), " a country ");
@@ -114,7 +114,7 @@ TEST_F(CountryDatabase, CountriesAreAnyTextUpToTheNextField) {
     EXPECT_EQ(database.GetIPCountry("0.0.0.4"), "B");
 }
 
-TEST_F(CountryDatabase, NumbersMayBeWrittenInAnyWay) {
+TEST_F(clsIPLocationTest, NumbersMayBeWrittenInAnyWay) {
     Load(" 2 \n 1e1 ;+20.0;A\n0030;4E+1;B\n");
     EXPECT_EQ(database.GetIPCountry("0.0.0.10"), "A");
     EXPECT_EQ(database.GetIPCountry("0.0.0.20"), "A");
@@ -122,11 +122,11 @@ TEST_F(CountryDatabase, NumbersMayBeWrittenInAnyWay) {
     EXPECT_EQ(database.GetIPCountry("0.0.0.41"), "--");
 }
 
-TEST_F(CountryDatabase, BoundsAreComparedAsTheyAreWritten) {
+TEST_F(clsIPLocationTest, BoundsAreComparedAsTheyAreWritten) {
     const struct {
         const char* bounds;
-        const char* inside;  // "" when no address is
-        const char* outside; // "" when every address is inside
+        const char* inside;  // "": no address is inside
+        const char* outside; // "": every address is inside
     } cases[] = {
         {"9.5;20", "0.0.0.10", "0.0.0.9"},
         {"9;10.9999", "0.0.0.10", "0.0.0.11"},
@@ -158,7 +158,7 @@ TEST_F(CountryDatabase, BoundsAreComparedAsTheyAreWritten) {
     }
 }
 
-TEST_F(CountryDatabase, ADamagedFileIsRefusedWithItsCause) {
+TEST_F(clsIPLocationTest, ADamagedFileIsRefusedWithItsCause) {
     const struct {
         std::string content;
         ErrorNumber error;
@@ -195,7 +195,7 @@ TEST_F(CountryDatabase, ADamagedFileIsRefusedWithItsCause) {
         {"1\n1;1e999;A\n", Overflow},
         {"\xEF\xBB\xBF"
          "1\n1;1;A\n",
-         TypeMismatch}, // a mark of another encoding is no part of a number
+         TypeMismatch}, // a byte order mark is not part of a number
         {"1\x1A\n1;1;A\n", TypeMismatch},
     };
     for (const auto& c : cases) {
@@ -204,21 +204,21 @@ TEST_F(CountryDatabase, ADamagedFileIsRefusedWithItsCause) {
     }
 }
 
-TEST_F(CountryDatabase, AFileThatCannotBeReadIsRefusedWithItsCause) {
+TEST_F(clsIPLocationTest, AFileThatCannotBeReadIsRefusedWithItsCause) {
     EXPECT_EQ(ErrorOf([&] { database.InitDatabase(); }), FileNotFound);
     files.FailReads(Path, PermissionDenied);
     EXPECT_EQ(ErrorOf([&] { database.InitDatabase(); }), PermissionDenied);
     EXPECT_FALSE(database.Initialized());
 }
 
-TEST_F(CountryDatabase, AFailedLoadLeavesNothingOfTheLastOne) {
+TEST_F(clsIPLocationTest, AFailedLoadDiscardsTheOldDatabase) {
     Load("1\n1;1;A\n");
     EXPECT_EQ(ErrorOfLoading("2\n1;1;B\n2;2\n0;0;C"), SubscriptOutOfRange);
     EXPECT_FALSE(database.Initialized());
     EXPECT_EQ(ErrorOfLookUp("0.0.0.1"), SubscriptOutOfRange);
 }
 
-TEST_F(CountryDatabase, IsInitializedFromACompleteLoadToItsRelease) {
+TEST_F(clsIPLocationTest, IsInitializedFromACompleteLoadToItsRelease) {
     EXPECT_FALSE(database.Initialized());
     Load("1\n1;1;A\n");
     EXPECT_TRUE(database.Initialized());
@@ -230,17 +230,17 @@ TEST_F(CountryDatabase, IsInitializedFromACompleteLoadToItsRelease) {
     EXPECT_EQ(database.GetIPCountry("0.0.0.2"), "B");
 }
 
-TEST_F(CountryDatabase, ALookUpAfterTheReleaseFailsAtItsFirstRange) {
+TEST_F(clsIPLocationTest, ALookUpAfterTheReleaseFailsAtItsFirstRange) {
     Load("1\n1;1;A\n");
     database.DestroyDatabase();
     EXPECT_EQ(ErrorOfLookUp("0.0.0.1"), SubscriptOutOfRange);
 }
 
-TEST_F(CountryDatabase, KnowsNoCountryBeforeItIsLoaded) {
+TEST_F(clsIPLocationTest, KnowsNoCountryBeforeItIsLoaded) {
     EXPECT_EQ(database.GetIPCountry("10.0.0.1"), "--");
 }
 
-TEST_F(CountryDatabase, AddressesThatAreNoneAreRefused) {
+TEST_F(clsIPLocationTest, MalformedAddressesAreRefused) {
     Load("1\n0;4294967295;A\n");
     const struct {
         const char* address;
@@ -258,17 +258,17 @@ TEST_F(CountryDatabase, AddressesThatAreNoneAreRefused) {
         EXPECT_EQ(ErrorOfLookUp(c.address), c.error) << c.address;
 }
 
-TEST_F(CountryDatabase, UnusualPartsCountByTheirHexadecimalDigits) {
+TEST_F(clsIPLocationTest, UnusualPartsAreReadByTheirHexadecimalDigits) {
     Load("4\n16909060;16909060;PLAIN\n2684431361;2684431361;WIDE\n4294967295;4294967295;ALL\n"
          "4294902274;4294902274;NEG\n");
     const struct {
         const char* address;
         const char* country;
     } cases[] = {
-        {"1.2.3.4", "PLAIN"},   {"1.2.3.4.5", "PLAIN"}, // a fifth part is not looked at
+        {"1.2.3.4", "PLAIN"},   {"1.2.3.4.5", "PLAIN"}, // a fifth part is ignored
         {"1.2.3.4.x", "PLAIN"}, {" 1 .02. 3.4 ", "PLAIN"},
         {"10.0.300.1", "WIDE"}, // 0A 00 12C 01: the last eight digits are A0012C01
-        {"1.2.3.-1", "ALL"},    // FFFFFFFF has eight digits alone
+        {"1.2.3.-1", "ALL"},    // FFFFFFFF has eight digits by itself
         {"9.-1.1.2", "--"},     // FFFF0102 is left of FFFFFFFF 01 02
         {"256.1.2.3", "--"},
     };

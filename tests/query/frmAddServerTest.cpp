@@ -8,9 +8,9 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class AddServerDialog : public ProgramTest {
+class frmAddServerTest : public ProgramTest {
   protected:
-    AddServerDialog() {
+    frmAddServerTest() {
         fake.hosts.addresses["games.example"] = "10.1.2.3";
         form.txtIP = "games.example";
         form.txtPort = "27960";
@@ -24,14 +24,14 @@ class AddServerDialog : public ProgramTest {
         [this] { ++closed; }};
 };
 
-TEST_F(AddServerDialog, OkAddsTheResolvedAddressWithThePortAsTypedAndStaysOpen) {
+TEST_F(frmAddServerTest, OkAddsTheResolvedAddressWithThePortAsTypedAndStaysOpen) {
     form.txtPort = " 27960.0";
     form.cmdOK_Click();
     EXPECT_THAT(added, ElementsAre("10.1.2.3: 27960.0"));
     EXPECT_EQ(closed, 0);
 }
 
-TEST_F(AddServerDialog, SeveralServersCanBeAddedInARowAlsoTheSameTwice) {
+TEST_F(frmAddServerTest, SeveralServersCanBeAddedInARowEvenTheSameTwice) {
     form.cmdOK_Click();
     form.cmdOK_Click();
     form.txtPort = "27961";
@@ -39,7 +39,7 @@ TEST_F(AddServerDialog, SeveralServersCanBeAddedInARowAlsoTheSameTwice) {
     EXPECT_THAT(added, ElementsAre("10.1.2.3:27960", "10.1.2.3:27960", "10.1.2.3:27961"));
 }
 
-TEST_F(AddServerDialog, ARefusedInputAddsNothingAndStaysOpen) {
+TEST_F(frmAddServerTest, ARefusedInputAddsNothingAndStaysOpen) {
     form.txtPort = "27a";
     form.cmdOK_Click();
     EXPECT_EQ(fake.prompts.shown.size(), 1U);
@@ -51,13 +51,13 @@ TEST_F(AddServerDialog, ARefusedInputAddsNothingAndStaysOpen) {
     EXPECT_EQ(closed, 0);
 }
 
-TEST_F(AddServerDialog, CancelClosesWithoutAdding) {
+TEST_F(frmAddServerTest, CancelClosesWithoutAdding) {
     form.cmdCancel_Click();
     EXPECT_EQ(closed, 1);
     EXPECT_THAT(added, IsEmpty());
 }
 
-TEST_F(AddServerDialog, EnterInEitherBoxIsSwallowedAndActsAsOk) {
+TEST_F(frmAddServerTest, EnterInEitherFieldActsAsOk) {
     int key = '\r';
     form.txtIP_KeyPress(key);
     EXPECT_EQ(key, 0);
@@ -67,7 +67,7 @@ TEST_F(AddServerDialog, EnterInEitherBoxIsSwallowedAndActsAsOk) {
     EXPECT_THAT(added, ElementsAre("10.1.2.3:27960", "10.1.2.3:27960"));
 }
 
-TEST_F(AddServerDialog, EveryOtherKeyIsLeftAlone) {
+TEST_F(frmAddServerTest, OtherKeysAreNotHandled) {
     for (int code = 0; code < 256; ++code) {
         if (code == '\r')
             continue;

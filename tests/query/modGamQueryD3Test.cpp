@@ -22,12 +22,12 @@ std::string Player(int client, int firstPingByte, int secondPingByte, const std:
     return Bytes({client, firstPingByte, secondPingByte, 0x40, 0x1F, 0, 0}) + name + '\0';
 }
 
-class Doom3Status : public StatusTest {
+class modGamQueryD3Test : public StatusTest {
   protected:
     void Parse(const std::string& datagram) { ParseD3EngineStatus(program, datagram, 1); }
 };
 
-TEST_F(Doom3Status, FillsTheRecordFromAnOrdinaryReply) {
+TEST_F(modGamQueryD3Test, FillsTheRecordFromAnOrdinaryReply) {
     Parse(Header + Pair("si_name", "^1Srv \"x\"") + Pair("si_version", "DOOM 1.3.1") +
           Pair("si_maxPlayers", "8") + Pair("gamename", "baseDOOM-1") + Pair("si_usePass", "1") +
           Pair("si_map", "game/mp/d3dm3") + End + Player(0, 0, 50, "^2Big\"Boss\"") +
@@ -43,13 +43,13 @@ TEST_F(Doom3Status, FillsTheRecordFromAnOrdinaryReply) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, ClearsOnlyTheName) {
+TEST_F(modGamQueryD3Test, ClearsOnlyTheName) {
     Parse(Header + Pair("si_map", "^1\"Map\"") + Pair("gamename", "^2\"Mod\"") + End + Tail);
     EXPECT_EQ(Server().Map, "^1\"Map\"");
     EXPECT_EQ(Server().ModName, "^2\"Mod\"");
 }
 
-TEST_F(Doom3Status, ResetsWhatTheLastReplyLeft) {
+TEST_F(modGamQueryD3Test, ResetsTheFieldsOfTheLastReply) {
     Server().Name = "old";
     Server().Variables = "\\old\\1";
     Server().Players = 3;
@@ -64,7 +64,7 @@ TEST_F(Doom3Status, ResetsWhatTheLastReplyLeft) {
     EXPECT_EQ(Server().Ping, 77);
 }
 
-TEST_F(Doom3Status, ADisconnectChangesNothing) {
+TEST_F(modGamQueryD3Test, ADisconnectChangesNothing) {
     Server().Name = "old";
     Server().Variables = "\\old\\1";
     Parse("\xFF\xFF"
@@ -83,12 +83,12 @@ TEST_F(Doom3Status, ADisconnectChangesNothing) {
     }
 }
 
-TEST_F(Doom3Status, PairsBeginBehindTheFirstNulOneNul) {
+TEST_F(modGamQueryD3Test, PairsBeginAfterTheFirstNulOneNul) {
     Parse("\xFF\xFF\0\x01\0"s + Pair("si_map", "m\0\x01\0"s) + End);
     EXPECT_EQ(Server().Map, "m");
 }
 
-TEST_F(Doom3Status, WithoutThatMarkNothingIsRead) {
+TEST_F(modGamQueryD3Test, WithoutThatMarkNothingIsRead) {
     for (const std::string& datagram :
          {"\xFF\xFFinfoResponse\0"s, "\xFF\xFFinfoResponse\0\xA1\xB2\xC3\xD4\x29\0\x01"s, "si_map\0m\0\0\0"s,
           std::string(5, '\0'), "\0\x01\x01\0"s}) {
@@ -101,7 +101,7 @@ TEST_F(Doom3Status, WithoutThatMarkNothingIsRead) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, CollectsPairsAsSeen) {
+TEST_F(modGamQueryD3Test, CollectsPairsAsSeen) {
     const struct {
         std::string pairs;
         std::string variables;
@@ -114,9 +114,9 @@ TEST_F(Doom3Status, CollectsPairsAsSeen) {
         {Pair("a", "") + Pair("si_map", "m"), "\\a"},
         {Pair("a", "1") + Pair("si_map", "m"), "\\a\\1"},
         {Pair("vote", "si_map") + Pair("d3dm1", "x"), "\\vote\\x"}, // a value that is a known key
-        {Pair("si_map", "") + Pair("gamename", "x"), "\\x"},        // takes the next key for its value
+        {Pair("si_map", "") + Pair("gamename", "x"), "\\x"},        // reads the next key as its value
         {Pair("a\\", "\\"), "\\a\\\\\\"},
-        {Pair("si_map", "m") + "\0key\0value\0"s, "\\\0key\\value"s}, // a NUL in front of a key
+        {Pair("si_map", "m") + "\0key\0value\0"s, "\\\0key\\value"s}, // a NUL before a key
     };
     for (const auto& c : cases) {
         Parse(Header + c.pairs + End + '\0'); // the first client number, and no more
@@ -126,7 +126,7 @@ TEST_F(Doom3Status, CollectsPairsAsSeen) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, PlayersFollowTheLastPairWhateverItIs) {
+TEST_F(modGamQueryD3Test, PlayersFollowTheLastPairWhateverItsKey) {
     const std::string players = Player(1, 0, 50, "One") + Player(7, 0, 60, "Two") + Tail;
     const std::string playersFromZero = Player(0, 0, 50, "One") + Player(1, 0, 60, "Two") + Tail;
     for (const std::string& pairs :
@@ -141,7 +141,7 @@ TEST_F(Doom3Status, PlayersFollowTheLastPairWhateverItIs) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, AnEmptyValueThatVariablesEndWithShiftsThePlayersByOne) {
+TEST_F(modGamQueryD3Test, AnEmptyLastVariableShiftsThePlayersByOneByte) {
     for (const std::string& pairs : {Pair("fs_game", ""), Pair("fs_game", "") + Pair("si_map", "m")}) {
         Parse(Header + pairs + End + Player(0, 0, 50, "One") + Tail);
         EXPECT_EQ(Server().Variables, "\\fs_game");
@@ -149,8 +149,8 @@ TEST_F(Doom3Status, AnEmptyValueThatVariablesEndWithShiftsThePlayersByOne) {
     }
 }
 
-TEST_F(Doom3Status, TheEndMarkRightBehindThePairsMeansNoPlayers) {
-    // With the last value read as a key, and with a pair cut short.
+TEST_F(modGamQueryD3Test, TheEndMarkRightAfterThePairsMeansNoPlayers) {
+    // With the last value read as a key, and with a truncated pair.
     for (const std::string& pairs : {Pair("si_version", "DOOM") + End, "si_map\0m\0\0"s}) {
         Parse(Header + pairs + " " + Player(1, 0, 50, "One"));
         EXPECT_EQ(Server().Players, 0);
@@ -159,14 +159,14 @@ TEST_F(Doom3Status, TheEndMarkRightBehindThePairsMeansNoPlayers) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Doom3Status, TheTrailingBackslashGoesAlsoWithoutPlayers) {
+TEST_F(modGamQueryD3Test, TheTrailingBackslashIsRemovedWithoutPlayersToo) {
     Parse(Header + Pair("si_version", "DOOM") + End + Tail);
     EXPECT_EQ(Server().Variables, "\\si_version\\doom");
     Parse(Header + Pair("si_version", ""));
     EXPECT_EQ(Server().Variables, "\\si_version");
 }
 
-TEST_F(Doom3Status, ADictionaryThatNeverEndsHasNoPlayers) {
+TEST_F(modGamQueryD3Test, AnUnterminatedDictionaryHasNoPlayers) {
     const struct {
         std::string pairs;
         const char* variables;
@@ -197,13 +197,13 @@ TEST_F(Doom3Status, ADictionaryThatNeverEndsHasNoPlayers) {
     }
 }
 
-TEST_F(Doom3Status, ALongUnendedDictionaryEndsInOneEntry) {
+TEST_F(modGamQueryD3Test, ALongUnterminatedDictionaryIsLoggedOnce) {
     Parse(Header + Repeated("key\0"s, 16000) + "x");
     EXPECT_EQ(Server().Variables.size(), 64000U);
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(Doom3Status, NumbersThatAreNoBytesEndTheParse) {
+TEST_F(modGamQueryD3Test, NumbersThatDoNotFitIntoAByteEndTheParse) {
     const std::string mismatch = "modGamQuery;ParseD3EngineStatus;13";
     const std::string overflow = "modGamQuery;ParseD3EngineStatus;6";
     const struct {
@@ -230,20 +230,20 @@ TEST_F(Doom3Status, NumbersThatAreNoBytesEndTheParse) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(Doom3Status, BytesGoUpToTheirLimits) {
+TEST_F(modGamQueryD3Test, TheLargestAndTheSmallestByteAreAccepted) {
     Parse(Header + Pair("si_maxplayers", "255") + Pair("si_usepass", "0") + End + Tail);
     EXPECT_EQ(Server().MaxPlayers, 255);
     EXPECT_EQ(Server().Locked, 0);
 }
 
-TEST_F(Doom3Status, PingsAreReadHighByteFirst) {
+TEST_F(modGamQueryD3Test, PingsAreReadHighByteFirst) {
     const std::string start = Header + Pair("si_map", "m") + End;
     Parse(start + Player(0, 0x7F, 0xFF, "Slow") + Player(31, 0, 0xFF, "Fast") + Tail);
     EXPECT_THAT(PlayerList(), ElementsAre("0/32767/Slow", "0/255/Fast"));
     EXPECT_EQ(Server().Players, 2);
 }
 
-TEST_F(Doom3Status, APingOutOfRangeEndsTheParse) {
+TEST_F(modGamQueryD3Test, APingOutOfRangeEndsTheParse) {
     Parse(Header + Pair("si_map", "m") + End + Player(0, 0, 50, "One") + Player(1, 0x80, 0, "Two") +
           Player(2, 0, 60, "Three") + Tail);
     EXPECT_EQ(Server().Map, "m");
@@ -253,7 +253,7 @@ TEST_F(Doom3Status, APingOutOfRangeEndsTheParse) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(Doom3Status, ClientNumbersAreNotLookedAt) {
+TEST_F(modGamQueryD3Test, ClientNumbersAreIgnored) {
     std::string players;
     for (const int client : {2, 33, 100, 255})
         players += Player(client, 0, client, "n");
@@ -262,7 +262,7 @@ TEST_F(Doom3Status, ClientNumbersAreNotLookedAt) {
     EXPECT_EQ(Server().Players, 4);
 }
 
-TEST_F(Doom3Status, ReadsPlayersAsFarAsTheBytesGo) {
+TEST_F(modGamQueryD3Test, ReadsPlayersUpToTheLastByte) {
     const std::string whole = Player(0, 0, 1, "whole");
     const struct {
         std::string rest;
@@ -271,13 +271,13 @@ TEST_F(Doom3Status, ReadsPlayersAsFarAsTheBytesGo) {
     } cases[] = {
         {"", {}, {}},
         {"\x01", {}, {}},
-        {"\x01\0\x02\0\0"s, {}, {}},                         // five bytes are no player
-        {"\x01\0\x02xy\0"s, {"0/2/xy"}, {}},                 // a rate cut off stands for the name
-        {"\x01\0\x02xyz\0"s, {"0/2/xyz"}, {}},               // also the last whole one
+        {"\x01\0\x02\0\0"s, {}, {}},                         // five bytes are not a player
+        {"\x01\0\x02xy\0"s, {"0/2/xy"}, {}},                 // a truncated rate is read as the name
+        {"\x01\0\x02xyz\0"s, {"0/2/xyz"}, {}},               // and the last complete one
         {"\x01\0\x02xyz"s, {"0/2/"}, {Missing}},             //
         {"\x01\0\x02xyz\x01n\0"s, {"0/2/n"}, {}},            //
-        {"\x01\0\x02xyz\x01name"s, {"0/2/"}, {Missing}},     // endless name
-        {"\x01\0\x02xyz\x01\0name"s, {"0/2/"}, {Missing}},   // an empty name is not seen as such
+        {"\x01\0\x02xyz\x01name"s, {"0/2/"}, {Missing}},     // unterminated name
+        {"\x01\0\x02xyz\x01\0name"s, {"0/2/"}, {Missing}},   // an empty name is not recognised
         {"\x01\0\x02xyz\x01\0name\0"s, {"0/2/\0name"s}, {}}, //
     };
     std::vector<std::string> errors;
@@ -292,7 +292,7 @@ TEST_F(Doom3Status, ReadsPlayersAsFarAsTheBytesGo) {
     }
 }
 
-TEST_F(Doom3Status, AnEndlessNameIsReadOnAsPlayersButLoggedOnce) {
+TEST_F(modGamQueryD3Test, AnUnterminatedNameIsReadAsPlayersAndLoggedOnce) {
     Parse(Header + Pair("si_map", "m") + End + std::string(63000, '\x01'));
     EXPECT_EQ(Server().Players, MaxPlayersOfAReply);
     EXPECT_EQ(Server().PlayerList[MaxPlayersOfAReply].Ping, 257);
@@ -300,7 +300,7 @@ TEST_F(Doom3Status, AnEndlessNameIsReadOnAsPlayersButLoggedOnce) {
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(Doom3Status, AnIndexOutsideTheListIsItsRoutinesError) {
+TEST_F(modGamQueryD3Test, AnIndexOutsideTheListIsLoggedByItsRoutine) {
     ParseD3EngineStatus(program, Header + End, 2);
     EXPECT_THAT(Logged(), ElementsAre("modGamQuery;ParseD3EngineStatus;9"));
 }

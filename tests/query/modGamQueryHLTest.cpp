@@ -17,13 +17,13 @@ std::string Player(const std::string& name, int score, const std::string& time =
     return name + '\0' + Bytes({score, 0, 0, 0}) + time;
 }
 
-class HalfLifeStatus : public StatusTest {
+class modGamQueryHLTest : public StatusTest {
   protected:
     void Parse(const std::string& datagram) { ParseHLCSStatus(program, datagram, 1); }
     void ParsePlayers(const std::string& players) { Parse(Lead + "D" + Bytes({2, 1}) + players); }
 };
 
-TEST_F(HalfLifeStatus, AnInfoReplyGivesNameMapModAndPlayerSlots) {
+TEST_F(modGamQueryHLTest, AnInfoReplyGivesNameMapModAndPlayerSlots) {
     Parse(Lead + "C10.0.0.1:27015\0^1Srv \"x\"\0de_dust\0cstrike\0X\x10rest"s);
     EXPECT_EQ(Server().Name, "^1Srv \"x\""); // as sent
     EXPECT_EQ(Server().Map, "de_dust");
@@ -32,12 +32,12 @@ TEST_F(HalfLifeStatus, AnInfoReplyGivesNameMapModAndPlayerSlots) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(HalfLifeStatus, PlayerSlotsAreOneByteWithoutASign) {
+TEST_F(modGamQueryHLTest, PlayerSlotsAreOneByteWithoutASign) {
     Parse(Lead + "Ca\0n\0m\0g\0x\xFF"s);
     EXPECT_EQ(Server().MaxPlayers, 255);
 }
 
-TEST_F(HalfLifeStatus, TheKindCountsInAnyCase) {
+TEST_F(modGamQueryHLTest, TheKindIsReadInAnyCase) {
     Parse(Lead + "ca\0n\0m\0g\0x\x08"s);
     EXPECT_EQ(Server().MaxPlayers, 8);
     Parse(Lead + "d" + Bytes({1, 1}) + Player("One", 5));
@@ -46,7 +46,7 @@ TEST_F(HalfLifeStatus, TheKindCountsInAnyCase) {
     EXPECT_EQ(Server().Variables, Lead + "e\\\\a\\1");
 }
 
-TEST_F(HalfLifeStatus, OtherKindsAndShortRepliesChangeNothing) {
+TEST_F(modGamQueryHLTest, OtherKindsAndShortRepliesChangeNothing) {
     Server().Name = "old";
     Server().Variables = "\\old\\1";
     Server().Players = 3;
@@ -62,7 +62,7 @@ TEST_F(HalfLifeStatus, OtherKindsAndShortRepliesChangeNothing) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(HalfLifeStatus, NoReplyResetsTheRecordOrItsPasswordFlag) {
+TEST_F(modGamQueryHLTest, NoReplyResetsTheRecordOrItsPasswordFlag) {
     Server().Locked = 1;
     Server().Players = 3;
     Server().Variables = "\\old\\1";
@@ -78,7 +78,7 @@ TEST_F(HalfLifeStatus, NoReplyResetsTheRecordOrItsPasswordFlag) {
     EXPECT_EQ(Server().Ping, 77);
 }
 
-TEST_F(HalfLifeStatus, AnInfoReplyCutOffFillsWhatItHas) {
+TEST_F(modGamQueryHLTest, ATruncatedInfoReplyFillsTheFieldsItHas) {
     const std::string outOfText = "modGamQuery;ParseHLCSInfo;5";
     const struct {
         std::string reply;
@@ -93,7 +93,7 @@ TEST_F(HalfLifeStatus, AnInfoReplyCutOffFillsWhatItHas) {
         {"Ca\0n\0m\0g"s, "n", "m", "", 1, {Missing, outOfText}},
         {"Ca\0n\0m\0"s, "n", "m", "", 1, {Missing, outOfText}},
         {"Ca\0n\0m"s, "n", "", "", 1, {Missing, Missing, outOfText}},
-        {"Ca\0n\0map"s, "n", "", "", 'a', {Missing, Missing}}, // the text stands where it stood
+        {"Ca\0n\0map"s, "n", "", "", 'a', {Missing, Missing}}, // the position has not moved
         {"Ca\0n"s, "", "", "", 1, {Missing, Missing, Missing, outOfText}},
         {"Ca\0"s, "", "", "", 1, {Missing, Missing, Missing, outOfText}},
         {"C"s, "", "", "", 0xFF, {Missing, Missing, Missing, Missing}},
@@ -112,7 +112,7 @@ TEST_F(HalfLifeStatus, AnInfoReplyCutOffFillsWhatItHas) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(HalfLifeStatus, AnEmptyTextTakesTheNextOneWithIt) {
+TEST_F(modGamQueryHLTest, AnEmptyTextIsReadTogetherWithTheNextOne) {
     Parse(Lead + "Ca\0\0de_dust\0cstrike\0game\0x\x08"s);
     EXPECT_EQ(Server().Name, "\0de_dust"s);
     EXPECT_EQ(Server().Map, "cstrike");
@@ -120,7 +120,7 @@ TEST_F(HalfLifeStatus, AnEmptyTextTakesTheNextOneWithIt) {
     EXPECT_EQ(Server().MaxPlayers, 8);
 }
 
-TEST_F(HalfLifeStatus, APlayersReplyReplacesTheList) {
+TEST_F(modGamQueryHLTest, APlayersReplyReplacesTheList) {
     Server().PlayerList.Reset(9);
     Server().Players = 9;
     ParsePlayers(Player("^1One", 5) + "\x02" + Player("Two \"x\"", 255));
@@ -129,26 +129,26 @@ TEST_F(HalfLifeStatus, APlayersReplyReplacesTheList) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(HalfLifeStatus, OnlyTheFirstByteOfAScoreCounts) {
+TEST_F(modGamQueryHLTest, OnlyTheFirstByteOfAScoreCounts) {
     ParsePlayers("One\0"s + Bytes({0xFF, 0xFF, 0xFF, 0xFF}) + "time");
     EXPECT_THAT(PlayerList(), ElementsAre("255/0/One"));
 }
 
-TEST_F(HalfLifeStatus, TimesAreNotLookedAt) {
+TEST_F(modGamQueryHLTest, TimesAreIgnored) {
     ParsePlayers(Player("One", 1, Bytes({0, 0, 0xC0, 0x7F})) + "\x02" +
                  Player("Two", 2, Bytes({0, 0, 0x80, 0x7F})));
     EXPECT_THAT(PlayerList(), ElementsAre("1/0/One", "2/0/Two"));
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(HalfLifeStatus, TheAnnouncedPlayerCountIsNotLookedAt) {
+TEST_F(modGamQueryHLTest, TheAnnouncedPlayerCountIsIgnored) {
     Parse(Lead + "D" + Bytes({255, 1}) + Player("One", 1));
     EXPECT_EQ(Server().Players, 1);
     Parse(Lead + "D" + Bytes({0, 1}) + Player("One", 1));
     EXPECT_EQ(Server().Players, 1);
 }
 
-TEST_F(HalfLifeStatus, ReadsPlayersAsFarAsTheBytesGo) {
+TEST_F(modGamQueryHLTest, ReadsPlayersUpToTheLastByte) {
     const std::string outOfText = "modGamQuery;ParseHLCSPlayers;5";
     const std::string whole = Player("whole", 7) + "\x02";
     const struct {
@@ -158,13 +158,13 @@ TEST_F(HalfLifeStatus, ReadsPlayersAsFarAsTheBytesGo) {
         std::vector<std::string> errors;
     } cases[] = {
         {"", {}, 1, {}},
-        {"abcd", {}, 1, {}},                                 // four bytes are no player
+        {"abcd", {}, 1, {}},                                 // four bytes are not a player
         {"abcd\0"s, {"0/0/abcd"}, 9, {outOfText}},           // no score
         {"abcd\0\x05"s, {"5/0/abcd"}, 2, {}},                // a score of one byte
         {"abcd\0\x05\0\0\0time"s, {"5/0/abcd"}, 2, {}},      // no next index
         {"abcd\0\x05\0\0\0timeiabcd"s, {"5/0/abcd"}, 2, {}}, //
-        {"abcde", {"97/0/"}, 2, {Missing}},                  // endless name
-        {"\0abcd"s, {"0/0/"}, 2, {Missing}},                 // an empty name is not seen as such
+        {"abcde", {"97/0/"}, 2, {Missing}},                  // unterminated name
+        {"\0abcd"s, {"0/0/"}, 2, {Missing}},                 // an empty name is not recognised
     };
     std::vector<std::string> errors;
     for (const auto& c : cases) {
@@ -180,7 +180,7 @@ TEST_F(HalfLifeStatus, ReadsPlayersAsFarAsTheBytesGo) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(HalfLifeStatus, AReplyWithoutPlayersEmptiesTheList) {
+TEST_F(modGamQueryHLTest, AReplyWithoutPlayersEmptiesTheList) {
     for (const std::string& reply : {"D"s, "D\0"s, "D\0\0"s, "D\xFF\x01"s, "D\x01\x01"s}) {
         Server().Players = 9;
         Server().PlayerList.Reset(9);
@@ -191,14 +191,14 @@ TEST_F(HalfLifeStatus, AReplyWithoutPlayersEmptiesTheList) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(HalfLifeStatus, AnEndlessNameIsReadOnAsPlayersButLoggedOnce) {
+TEST_F(modGamQueryHLTest, AnUnterminatedNameIsReadAsPlayersAndLoggedOnce) {
     ParsePlayers(std::string(63000, 'x'));
     EXPECT_EQ(Server().Players, MaxPlayersOfAReply);
     EXPECT_EQ(Server().PlayerList[MaxPlayersOfAReply].Score, 'x');
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(HalfLifeStatus, RulesAreKeptWithTheirHeaderAndAddUp) {
+TEST_F(modGamQueryHLTest, RulesAreAppendedWithTheirHeader) {
     Parse(Lead + "E\x01\0mp_friendlyfire\0001\0"s);
     const std::string once = Lead + "E\x01\\mp_friendlyfire\\1";
     EXPECT_EQ(Server().Variables, once);
@@ -207,7 +207,7 @@ TEST_F(HalfLifeStatus, RulesAreKeptWithTheirHeaderAndAddUp) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(HalfLifeStatus, OnlyOneBackslashBehindTheRulesIsRemoved) {
+TEST_F(modGamQueryHLTest, OnlyOneBackslashAfterTheRulesIsRemoved) {
     const struct {
         std::string rules;
         const char* variables;
@@ -222,7 +222,7 @@ TEST_F(HalfLifeStatus, OnlyOneBackslashBehindTheRulesIsRemoved) {
     }
 }
 
-TEST_F(HalfLifeStatus, RulesDoNotGrowBeyondTheirLimit) {
+TEST_F(modGamQueryHLTest, RulesDoNotGrowBeyondTheirLimit) {
     const std::string rules = Lead + "E" + std::string(95, 'x');
     const std::string most(MaxVariablesLength - rules.size(), 'v');
     Server().Variables = most;
@@ -236,7 +236,7 @@ TEST_F(HalfLifeStatus, RulesDoNotGrowBeyondTheirLimit) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(HalfLifeStatus, AnIndexOutsideTheListIsTheErrorOfTheRoutineThatMetIt) {
+TEST_F(modGamQueryHLTest, AnIndexOutsideTheListIsLoggedByTheRoutineThatUsesIt) {
     ParseHLCSStatus(program, Lead + "Ca", 2);
     ParseHLCSStatus(program, Lead + "Da", 2);
     ParseHLCSStatus(program, Lead + "Ea", 2);

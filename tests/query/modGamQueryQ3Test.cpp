@@ -14,14 +14,14 @@ const std::string Missing = "modCommonSubs;ExtractString;5";
 const std::string Mismatch = "modGamQuery;ParseQ3EngineStatus;13";
 const std::string TooLarge = "modGamQuery;ParseQ3EngineStatus;6";
 
-class Quake3Status : public StatusTest {
+class modGamQueryQ3Test : public StatusTest {
   protected:
     void Parse(const std::string& datagram) { ParseQ3EngineStatus(program, datagram, 1); }
     void ParseInfo(const std::string& info) { Parse(Header + info + "\n"); }
     void ParsePlayers(const std::string& lines) { Parse(Header + "\\mapname\\q3dm17\n" + lines); }
 };
 
-TEST_F(Quake3Status, FillsTheRecordFromAnOrdinaryReply) {
+TEST_F(modGamQueryQ3Test, FillsTheRecordFromAnOrdinaryReply) {
     Parse(Header +
           "\\sv_hostname\\^2Srv \"x\"\\g_gametype\\4\\mapname\\q3dm17\\gamename\\osp\\sv_maxclients\\16"
           "\\g_needpass\\1\n"
@@ -37,7 +37,7 @@ TEST_F(Quake3Status, FillsTheRecordFromAnOrdinaryReply) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Quake3Status, KnowsItsKeysInAnyCaseAndAlsoTheSecondNameOfThePasswordFlag) {
+TEST_F(modGamQueryQ3Test, KnowsItsKeysInAnyCaseAndAlsoTheSecondNameOfThePasswordFlag) {
     ParseInfo("\\SV_MaxClients\\8\\Sv_HostName\\Name\\MAPNAME\\Dm1\\GameName\\Mod\\PsWrd\\1");
     EXPECT_EQ(Server().MaxPlayers, 8);
     EXPECT_EQ(Server().Name, "Name");
@@ -47,13 +47,13 @@ TEST_F(Quake3Status, KnowsItsKeysInAnyCaseAndAlsoTheSecondNameOfThePasswordFlag)
     EXPECT_EQ(Server().Variables, "");
 }
 
-TEST_F(Quake3Status, ClearsOnlyTheName) {
+TEST_F(modGamQueryQ3Test, ClearsOnlyTheName) {
     ParseInfo("\\mapname\\^1\"Map\"\\gamename\\^2\"Mod\"");
     EXPECT_EQ(Server().Map, "^1\"Map\"");
     EXPECT_EQ(Server().ModName, "^2\"Mod\"");
 }
 
-TEST_F(Quake3Status, ResetsWhatTheLastReplyLeft) {
+TEST_F(modGamQueryQ3Test, ResetsTheFieldsOfTheLastReply) {
     Server().Name = "old";
     Server().Variables = "\\old\\1";
     Server().Players = 3;
@@ -70,7 +70,7 @@ TEST_F(Quake3Status, ResetsWhatTheLastReplyLeft) {
     EXPECT_EQ(Server().Locked, 1);
 }
 
-TEST_F(Quake3Status, ADisconnectChangesNothing) {
+TEST_F(modGamQueryQ3Test, ADisconnectChangesNothing) {
     Server().Name = "old";
     Server().Variables = "\\old\\1";
     Server().Players = 3;
@@ -84,7 +84,7 @@ TEST_F(Quake3Status, ADisconnectChangesNothing) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Quake3Status, OnlyTheWholeDatagramIsADisconnect) {
+TEST_F(modGamQueryQ3Test, OnlyTheWholeDatagramIsADisconnect) {
     for (const std::string& datagram : {"\xFF\xFF\xFF\xFF"
                                         "disconnect\n"s,
                                         "\xFF\xFF\xFF\xFF"
@@ -98,7 +98,7 @@ TEST_F(Quake3Status, OnlyTheWholeDatagramIsADisconnect) {
     }
 }
 
-TEST_F(Quake3Status, CollectsPairsAsSeenInTheInfoText) {
+TEST_F(modGamQueryQ3Test, CollectsPairsAsSeenInTheInfoText) {
     const struct {
         const char* info;
         const char* variables;
@@ -111,10 +111,10 @@ TEST_F(Quake3Status, CollectsPairsAsSeenInTheInfoText) {
         {"\\a\\1\\b\\", "\\a\\1\\b\\"},
         {"\\a", "\\a"}, // odd number of fields
         {"\\a\\1\\b", "\\a\\1\\b"},
-        {"\\mapname\\q3dm17\\", "\\"}, // an empty field behind a known pair
+        {"\\mapname\\q3dm17\\", "\\"}, // an empty field after a known pair
         {"\\ Administrator\\X\\.site\\y", "\\ administrator\\x\\.site\\y"},
         {"\\a\\1 %n%s\r\t", "\\a\\1 %n%s\r\t"},
-        {"xa\\1", "\\a\\1"}, // the first character goes unseen
+        {"xa\\1", "\\a\\1"}, // the first character is skipped
         {"x", ""},
         {"\\", ""},
         {"\\\\", "\\\\"},
@@ -125,25 +125,25 @@ TEST_F(Quake3Status, CollectsPairsAsSeenInTheInfoText) {
     }
 }
 
-TEST_F(Quake3Status, KeepsNulsInsidePairs) {
+TEST_F(modGamQueryQ3Test, KeepsNulsInsidePairs) {
     ParseInfo("\\a\0b\\c\0"s);
     EXPECT_EQ(Server().Variables, "\\a\0b\\c\0"s);
 }
 
-TEST_F(Quake3Status, AValueThatIsAKnownKeyIsTakenAsThatKey) {
+TEST_F(modGamQueryQ3Test, AValueThatIsAKnownKeyIsTakenAsThatKey) {
     ParseInfo("\\vote\\mapname\\q3dm6\\fraglimit\\20");
     EXPECT_EQ(Server().Map, "q3dm6");
     EXPECT_EQ(Server().Variables, "\\vote\\fraglimit\\20");
 }
 
-TEST_F(Quake3Status, AnEmptyValueOfAKnownKeyTakesTheNextKeyForIt) {
+TEST_F(modGamQueryQ3Test, AnEmptyValueOfAKnownKeyIsReplacedByTheNextKey) {
     ParseInfo("\\mapname\\\\gamename\\osp");
     EXPECT_EQ(Server().Map, "\\gamename");
     EXPECT_EQ(Server().ModName, "0");
     EXPECT_EQ(Server().Variables, "\\osp");
 }
 
-TEST_F(Quake3Status, AnEmptyLastValueOfAKnownKeyIsEmptyAndAppendsNothing) {
+TEST_F(modGamQueryQ3Test, AnEmptyLastValueOfAKnownKeyIsEmptyAndAppendsNothing) {
     Parse(Header + "\\fraglimit\\20\\mapname\\\n3 4 \"Player\"\n");
     EXPECT_EQ(Server().Map, "");
     EXPECT_EQ(Server().Variables, "\\fraglimit\\20");
@@ -151,27 +151,27 @@ TEST_F(Quake3Status, AnEmptyLastValueOfAKnownKeyIsEmptyAndAppendsNothing) {
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(Quake3Status, AnEmptyLastValueOfAnUnknownKeyIsOneBackslashAndThePlayersFollow) {
+TEST_F(modGamQueryQ3Test, AnEmptyLastValueOfAnUnknownKeyIsOneBackslashAndThePlayersFollow) {
     Parse(Header + "\\mapname\\q3dm17\\motd\\\n3 4 \"Player\"\n");
     EXPECT_EQ(Server().Variables, "\\motd\\");
     EXPECT_EQ(Server().Players, 1);
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(Quake3Status, AnInfoTextWithoutAnyPairAppendsNothing) {
+TEST_F(modGamQueryQ3Test, AnInfoTextWithoutAnyPairAppendsNothing) {
     Parse(Header + "\\\n3 4 \"Player\"\n");
     EXPECT_EQ(Server().Variables, "");
     EXPECT_EQ(Server().Players, 1);
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(Quake3Status, AnEmptyInfoLineRunsIntoTheNextLine) {
+TEST_F(modGamQueryQ3Test, AnEmptyInfoLineIsJoinedWithTheNextLine) {
     Parse(Header + "\n3 4 \"Player\"\n5 6 \"Other\"\n");
     EXPECT_EQ(Server().Variables, "\\3 4 \"player\"");
     EXPECT_THAT(PlayerList(), ElementsAre("5/6/Other"));
 }
 
-TEST_F(Quake3Status, NumbersThatAreNoneEndTheParse) {
+TEST_F(modGamQueryQ3Test, MalformedNumbersEndTheParse) {
     const struct {
         const char* info;
         const std::string& error;
@@ -196,27 +196,27 @@ TEST_F(Quake3Status, NumbersThatAreNoneEndTheParse) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(Quake3Status, AnEmptyNumberAtTheEndEndsTheParse) {
+TEST_F(modGamQueryQ3Test, AnEmptyNumberAtTheEndEndsTheParse) {
     Parse(Header + "\\sv_hostname\\Name\\sv_maxclients\\\n3 4 \"Player\"\n");
     EXPECT_EQ(Server().Name, "Name");
     EXPECT_EQ(Server().Players, 0);
     EXPECT_THAT(Logged(), ElementsAre(Missing, Mismatch));
 }
 
-TEST_F(Quake3Status, WholeNumbersNeedNotBeWrittenAsSuch) {
+TEST_F(modGamQueryQ3Test, NumbersMayHaveBlanksFractionsAndSigns) {
     ParseInfo("\\sv_maxclients\\ 16.5 \\g_needpass\\-1");
     EXPECT_EQ(Server().MaxPlayers, 16);
     EXPECT_EQ(Server().Locked, -1);
 }
 
-TEST_F(Quake3Status, NoPlayerLinesAreNoPlayers) {
+TEST_F(modGamQueryQ3Test, WithoutPlayerLinesThereAreNoPlayers) {
     ParsePlayers("");
     EXPECT_EQ(Server().Players, 0);
     EXPECT_EQ(Server().PlayerList.HighestIndex(), 0);
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Quake3Status, ReadsEachPlayerLineAsScorePingAndName) {
+TEST_F(modGamQueryQ3Test, ReadsEachPlayerLineAsScorePingAndName) {
     const struct {
         const char* lines;
         std::vector<std::string> players;
@@ -229,7 +229,7 @@ TEST_F(Quake3Status, ReadsEachPlayerLineAsScorePingAndName) {
         {"1 2 3 \"team\"\n", {"1/2/3 team"}},
         {"1 2000000000 \"slow\"\n", {"1/2000000000/slow"}},
         {"1.5 2.5 \"half\"\n", {"2/2/half"}},
-        {"1 2 \n\"x\"\n", {"1/2/\nx"}}, // a line end in front of a name is not seen
+        {"1 2 \n\"x\"\n", {"1/2/\nx"}}, // a line end before a name is not found
         {"1 2 ^1c^\n", {"1/2/c^"}},
     };
     for (const auto& c : cases) {
@@ -240,7 +240,7 @@ TEST_F(Quake3Status, ReadsEachPlayerLineAsScorePingAndName) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Quake3Status, ADamagedPlayerEndsTheParseAndIsNotCounted) {
+TEST_F(modGamQueryQ3Test, ADamagedPlayerEndsTheParseAndIsNotCounted) {
     const std::string whole = "1 2 \"whole\"\n";
     const struct {
         const char* line;
@@ -254,8 +254,8 @@ TEST_F(Quake3Status, ADamagedPlayerEndsTheParseAndIsNotCounted) {
         {"5", {"0/0/"}, 0, {Missing, Mismatch}},
         {"5 ", {"5/0/"}, 0, {Missing, Mismatch}},
         {"5 6", {"5/0/"}, 0, {Missing, Mismatch}},
-        {" 5 6 \"n\"\n", {"5/6/n"}, 2, {}}, // a blank in front of the score is not seen
-        {"5  6 \"n\"\n", {"5/6/n"}, 2, {}}, // nor one in front of the ping
+        {" 5 6 \"n\"\n", {"5/6/n"}, 2, {}}, // a blank before the score is not found
+        {"5  6 \"n\"\n", {"5/6/n"}, 2, {}}, // nor one before the ping
         {"5 x \"n\"\n", {"5/0/"}, 0, {Mismatch}},
         {"5 \"n\"\n", {"5/0/"}, 0, {Missing, Mismatch}},
         {"5 \"n m\"\n", {"5/0/"}, 0, {Mismatch}},
@@ -278,14 +278,14 @@ TEST_F(Quake3Status, ADamagedPlayerEndsTheParseAndIsNotCounted) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(Quake3Status, ANameWithoutALineEndIsReadOnAsPlayers) {
+TEST_F(modGamQueryQ3Test, ANameWithoutALineEndIsReadAsPlayers) {
     ParsePlayers("5 6 \"cut off\"");
     EXPECT_THAT(PlayerList(), ElementsAre("5/6/", "0/0/"));
     EXPECT_EQ(Server().Players, 0);
     EXPECT_THAT(Logged(), ElementsAre(Missing, Mismatch));
 }
 
-TEST_F(Quake3Status, NumbersWithoutAnyLineEndLogNoMoreThanTheFirst) {
+TEST_F(modGamQueryQ3Test, NumbersWithoutAnyLineEndLogNoMoreThanTheFirst) {
     ParsePlayers(Repeated("1 ", 32000));
     EXPECT_EQ(Server().PlayerList.HighestIndex(), MaxPlayersOfAReply);
     EXPECT_EQ(Server().PlayerList[MaxPlayersOfAReply].Score, 1);
@@ -293,7 +293,7 @@ TEST_F(Quake3Status, NumbersWithoutAnyLineEndLogNoMoreThanTheFirst) {
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 
-TEST_F(Quake3Status, AReplyWithoutAnyLineEndLeavesAnEmptyRecord) {
+TEST_F(modGamQueryQ3Test, AReplyWithoutAnyLineEndLeavesAnEmptyRecord) {
     Server().Variables = "\\old\\1";
     Parse("\xFF\xFF\xFF\xFFstatusResponse \\mapname\\q3dm17");
     EXPECT_EQ(Server().Variables, "");
@@ -304,7 +304,7 @@ TEST_F(Quake3Status, AReplyWithoutAnyLineEndLeavesAnEmptyRecord) {
     EXPECT_THAT(Logged(), ElementsAre(Missing, Missing, Missing, Mismatch));
 }
 
-TEST_F(Quake3Status, AnInfoTextWithoutALineEndIsReadAsPlayers) {
+TEST_F(modGamQueryQ3Test, AnInfoTextWithoutALineEndIsReadAsPlayers) {
     Parse(Header + "\\mapname\\q3dm17");
     EXPECT_EQ(Server().Map, "");
     EXPECT_EQ(Server().Variables, "");
@@ -312,20 +312,20 @@ TEST_F(Quake3Status, AnInfoTextWithoutALineEndIsReadAsPlayers) {
     EXPECT_THAT(Logged(), ElementsAre(Missing, Missing, Missing, Mismatch));
 }
 
-TEST_F(Quake3Status, RepliesOfAnotherKindGoThroughTheSameSteps) {
+TEST_F(modGamQueryQ3Test, RepliesOfAnotherKindAreParsedInTheSameWay) {
     Parse("\xFF\xFF\xFF\xFFprint\nServer is full\n");
     EXPECT_EQ(Server().Variables, "\\erver is full");
     EXPECT_EQ(Server().Players, 0);
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Quake3Status, AHeaderOfOneLineEndIsNotSeen) {
+TEST_F(modGamQueryQ3Test, AHeaderOfOneLineEndIsNotFound) {
     Parse("\n\\a\\1\n\\mapname\\q3dm17\n");
     EXPECT_EQ(Server().Map, "q3dm17");
     EXPECT_EQ(Server().Variables, "");
 }
 
-TEST_F(Quake3Status, AnIndexOutsideTheListIsItsRoutinesError) {
+TEST_F(modGamQueryQ3Test, AnIndexOutsideTheListIsLoggedByItsRoutine) {
     for (const std::int32_t index : {-1, 2, 1'000'000})
         ParseQ3EngineStatus(program, Header + "\\mapname\\q3dm17\n", index);
     EXPECT_THAT(Logged(),

@@ -10,7 +10,7 @@ using namespace std::string_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class ServerQuery : public ProgramTest {
+class modGamQueryTest : public ProgramTest {
   protected:
     std::vector<std::string> SentTo(const std::string& engine) {
         FakeUdpSocket socket(fake.clock, fake.events, fake.hosts);
@@ -24,14 +24,14 @@ class ServerQuery : public ProgramTest {
     }
 };
 
-TEST_F(ServerQuery, AsksEachEngineInItsOwnWords) {
+TEST_F(modGamQueryTest, SendsTheRequestsOfEachEngine) {
     EXPECT_THAT(SentTo("q3"), ElementsAre("\xFF\xFF\xFF\xFFgetstatus"s));
     EXPECT_THAT(SentTo("d3"), ElementsAre("\xFF\xFFgetinfo\0\0\0\0"s));
     EXPECT_THAT(SentTo("hl"),
                 ElementsAre("\xFF\xFF\xFF\xFFinfo"s, "\xFF\xFF\xFF\xFFplayers"s, "\xFF\xFF\xFF\xFFrules"s));
 }
 
-TEST_F(ServerQuery, AsksNothingOfAnEngineThatItDoesNotKnow) {
+TEST_F(modGamQueryTest, SendsNothingForAnUnknownEngine) {
     for (const char* engine : {"", "Q3", "q3 ", "d", "hl2"})
         EXPECT_THAT(SentTo(engine), IsEmpty()) << engine;
 }
@@ -42,14 +42,14 @@ class BrokenSocket : public FakeUdpSocket {
     void SendData(std::string_view) override { throw RunTimeError(ErrorNumber::DeviceIOError); }
 };
 
-TEST_F(ServerQuery, ASocketThatFailsIsLoggedAndNotShown) {
+TEST_F(modGamQueryTest, ASocketThatFailsIsLoggedAndNotShown) {
     BrokenSocket socket(fake.clock, fake.events, fake.hosts);
     SendServerQuery(*program.AppLog, &StandardEngines().front(), socket);
     EXPECT_THAT(Logged(), ElementsAre("modGamQuery;SendServerQuery;57"));
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST(ClearServerStatus, ResetsWhatAReplyFillsAndLeavesTheRest) {
+TEST(modGamQueryClearServerStatusTest, ResetsWhatAReplyFillsAndLeavesTheRest) {
     ServerRecord server;
     server.Address = "10.0.0.1";
     server.Port = 27960;
@@ -84,9 +84,9 @@ TEST(ClearServerStatus, ResetsWhatAReplyFillsAndLeavesTheRest) {
     EXPECT_EQ(server.LastVisit, DateTime{1});
 }
 
-class Names : public ProgramTest {};
+class modGamQueryNamesTest : public ProgramTest {};
 
-TEST_F(Names, LoseTheirColourCodesAndQuotes) {
+TEST_F(modGamQueryNamesTest, LoseTheirColourCodesAndQuotes) {
     const struct {
         const char* text;
         const char* name;
@@ -99,8 +99,8 @@ TEST_F(Names, LoseTheirColourCodesAndQuotes) {
         {"^n^b^Bx", "x"},
         {"^xFF00FFPink", "Pink"},
         {"^XFF00FFPink", "Pink"},
-        {"^x\"\"^^^^Pink", "Pink"}, // the seven characters go whatever they are
-        {"^xFF00F", ""},            // also when fewer are left
+        {"^x\"\"^^^^Pink", "Pink"}, // any seven characters are removed
+        {"^xFF00F", ""},            // even if fewer are left
         {"^x", ""},
         {"^", "^"},
         {"name^", "name^"},
@@ -120,7 +120,7 @@ TEST_F(Names, LoseTheirColourCodesAndQuotes) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Names, KeepNulsAndAnyLength) {
+TEST_F(modGamQueryNamesTest, KeepNulsAndAnyLength) {
     EXPECT_EQ(ClearName(*program.AppLog, "a\0b"s), "a\0b"s);
     EXPECT_EQ(ClearName(*program.AppLog, Repeated("^1x", 20000)), std::string(20000, 'x'));
 }

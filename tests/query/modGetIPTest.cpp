@@ -12,29 +12,29 @@ const std::string BothNeeded = "You have to enter both, an address and a port fo
 const std::string PortNotNumerical = "The specified port must be numerical!";
 const std::string NotFourSets = "The IP address entered does not contain 4 sets of numbers!";
 
-class Addresses : public ProgramTest {
+class modGetIPTest : public ProgramTest {
   protected:
     std::string Validate(const std::string& address, const std::string& port) {
         return ValidateAddress(program, fake.desktop, address, port);
     }
-    // The texts of the boxes shown since the last call.
+    // The texts of the message boxes shown since the last call.
     std::vector<std::string> Shown() {
         std::vector<std::string> texts;
-        for (const FakePrompts::Box& box : fake.prompts.shown)
-            texts.push_back(box.text);
+        for (const FakePrompts::Prompt& prompt : fake.prompts.shown)
+            texts.push_back(prompt.text);
         fake.prompts.shown.clear();
         return texts;
     }
 };
 
-TEST_F(Addresses, AHostNameBecomesItsDottedAddress) {
+TEST_F(modGetIPTest, AHostNameBecomesItsDottedAddress) {
     fake.hosts.addresses["games.example"] = "10.1.2.3";
     EXPECT_EQ(AddrByName(*program.AppLog, fake.hosts, "games.example"), "10.1.2.3");
     EXPECT_EQ(Validate("games.example", "27960"), "10.1.2.3");
     EXPECT_THAT(Shown(), IsEmpty());
 }
 
-TEST_F(Addresses, AHostNameThatDoesNotResolveGivesNothingAndSaysNothing) {
+TEST_F(modGetIPTest, AnUnknownHostNameGivesAnEmptyAddressWithoutAMessage) {
     EXPECT_EQ(AddrByName(*program.AppLog, fake.hosts, "nowhere.example"), "");
     EXPECT_EQ(Validate("nowhere.example", "27960"), "");
     EXPECT_THAT(Shown(), IsEmpty());
@@ -46,14 +46,14 @@ class BrokenHostNames : public HostNames {
     std::string AddressOf(const std::string&) override { throw RunTimeError(ErrorNumber::DeviceUnavailable); }
 };
 
-TEST_F(Addresses, ALookUpThatFailsIsLoggedAndNotShown) {
+TEST_F(modGetIPTest, ALookUpThatFailsIsLoggedAndNotShown) {
     BrokenHostNames hosts;
     EXPECT_EQ(AddrByName(*program.AppLog, hosts, "games.example"), "");
     EXPECT_THAT(Logged(), ElementsAre("modGetIP;AddrByName;68"));
     EXPECT_THAT(Shown(), IsEmpty());
 }
 
-TEST_F(Addresses, EachRefusalNamesItsReason) {
+TEST_F(modGetIPTest, EachRefusalNamesItsReason) {
     fake.locale.german = true;
     const struct {
         const char* address;
@@ -67,7 +67,7 @@ TEST_F(Addresses, EachRefusalNamesItsReason) {
         {"10.0.0.1", "27a", PortNotNumerical},
         {"10.0.0.1", " ", PortNotNumerical},
         {"10.0.0.1", "0x10", PortNotNumerical},
-        {"1.2.3", "27a", PortNotNumerical}, // the port comes first
+        {"1.2.3", "27a", PortNotNumerical}, // the port is checked first
         {"games.example", "port", PortNotNumerical},
         {"5", "27960", NotFourSets},
         {"1.2.3", "27960", NotFourSets},
@@ -88,14 +88,14 @@ TEST_F(Addresses, EachRefusalNamesItsReason) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(Addresses, ARefusalIsACriticalMessageOfTheProgram) {
+TEST_F(modGetIPTest, ARefusalIsACriticalMessageOfTheProgram) {
     Validate("", "");
     ASSERT_EQ(fake.prompts.shown.size(), 1U);
     EXPECT_EQ(fake.prompts.shown[0].kind, FakePrompts::Kind::Error);
     EXPECT_EQ(fake.prompts.shown[0].title, "Quarn - Error");
 }
 
-TEST_F(Addresses, ADottedAddressIsReturnedUnchangedWhereTheDotGroupsDigits) {
+TEST_F(modGetIPTest, ADottedAddressIsReturnedUnchangedWhereTheDotGroupsDigits) {
     fake.locale.german = true;
     for (const char* address : {"10.0.0.1", "0.0.0.0", "255.255.255.255", "010.000.0.1", " 10.0.0.1 "}) {
         EXPECT_EQ(Validate(address, "27960"), address);
@@ -104,7 +104,7 @@ TEST_F(Addresses, ADottedAddressIsReturnedUnchangedWhereTheDotGroupsDigits) {
     EXPECT_THAT(fake.hosts.lookUps, IsEmpty());
 }
 
-TEST_F(Addresses, ADottedAddressIsLookedUpWhereTheDotIsTheDecimalSign) {
+TEST_F(modGetIPTest, ADottedAddressIsLookedUpWhereTheDotIsTheDecimalSign) {
     fake.hosts.addresses["10.0.0.1"] = "10.0.0.1";
     EXPECT_EQ(Validate("10.0.0.1", "27960"), "10.0.0.1");
     EXPECT_EQ(Validate("10.0.300.1", "27960"), "");
@@ -113,7 +113,7 @@ TEST_F(Addresses, ADottedAddressIsLookedUpWhereTheDotIsTheDecimalSign) {
     EXPECT_THAT(fake.hosts.lookUps, ElementsAre("10.0.0.1", "10.0.300.1", "1.2.3"));
 }
 
-TEST_F(Addresses, NumbersOfTheEnglishLocaleAreNoAddressesThere) {
+TEST_F(modGetIPTest, NumbersOfTheEnglishLocaleAreNoAddressesThere) {
     for (const char* address : {"5", "1.2", "-1", "1e3", "1,000"}) {
         EXPECT_EQ(Validate(address, "27960"), "");
         EXPECT_THAT(Shown(), ElementsAre(NotFourSets)) << address;
@@ -121,14 +121,14 @@ TEST_F(Addresses, NumbersOfTheEnglishLocaleAreNoAddressesThere) {
     EXPECT_THAT(fake.hosts.lookUps, IsEmpty());
 }
 
-TEST_F(Addresses, APortNeedsOnlyToBeANumber) {
+TEST_F(modGetIPTest, APortNeedsOnlyToBeANumber) {
     fake.hosts.addresses["games.example"] = "10.1.2.3";
     for (const char* port : {"0", "-1", "65536", "99999999999", "27960.5", "1,000", " 27960 ", "1e3"})
         EXPECT_EQ(Validate("games.example", port), "10.1.2.3") << port;
     EXPECT_THAT(Shown(), IsEmpty());
 }
 
-TEST_F(Addresses, APartThatDoesNotConvertIsAnErrorShownToTheUser) {
+TEST_F(modGetIPTest, APartThatDoesNotConvertIsAnErrorShownToTheUser) {
     fake.locale.german = true;
     EXPECT_EQ(Validate("10..0.1", "27960"), "");
     EXPECT_EQ(Validate("10.0.0.9999999999", "27960"), "");

@@ -8,7 +8,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class MasterReply : public ProgramTest {
+class modMasterQueryTest : public ProgramTest {
   protected:
     void ParseQ3(std::string body) { ParseQ3EngineServers(program, body); }
     void ParseD3(const std::string& body) { ParseD3EngineServers(program, body); }
@@ -26,42 +26,42 @@ class MasterReply : public ProgramTest {
     const std::string server2 = Bytes({192, 168, 255, 254, 0xFF, 0xFE});
 };
 
-TEST_F(MasterReply, Quake3EntriesHaveTheHighByteOfThePortFirstAndASeparatorBehind) {
+TEST_F(modMasterQueryTest, Quake3EntriesHaveTheHighByteOfThePortFirstAndASeparatorAtTheEnd) {
     ParseQ3(server1 + "\\" + server2 + "\\");
     EXPECT_THAT(Slots(), ElementsAre("10.0.0.1:27960", "192.168.255.254:65534"));
     EXPECT_EQ(program.ServerCount, 2);
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(MasterReply, Quake3SeparatorsAreSkippedWhateverTheyAre) {
+TEST_F(modMasterQueryTest, Quake3SeparatorsAreSkippedWhateverTheyAre) {
     ParseQ3(server1 + "x" + server2 + Bytes({0}));
     EXPECT_THAT(Slots(), ElementsAre("10.0.0.1:27960", "192.168.255.254:65534"));
 }
 
-TEST_F(MasterReply, BackslashesInsideAnEntryArePartOfIt) {
+TEST_F(modMasterQueryTest, BackslashesInsideAnEntryArePartOfIt) {
     ParseQ3(Bytes({'\\', '\\', '\\', '\\', '\\', '\\', '\\'}));
     EXPECT_THAT(Slots(), ElementsAre("92.92.92.92:23644"));
 }
 
-TEST_F(MasterReply, Quake3EndMarksAreDeletedFromTheTextWhereverTheyStand) {
+TEST_F(modMasterQueryTest, Quake3EndMarksAreDeletedWhereverTheyAre) {
     std::string body = "EOF" + server1 + "\\EOT" + server2 + "EOTEOF\\";
     ParseQ3EngineServers(program, body);
     EXPECT_EQ(body, server1 + "\\" + server2 + "\\");
     EXPECT_THAT(Slots(), ElementsAre("10.0.0.1:27960", "192.168.255.254:65534"));
 }
 
-TEST_F(MasterReply, AnEndMarkInsideAnAddressShiftsWhatFollows) {
+TEST_F(modMasterQueryTest, AnEndMarkInsideAnAddressShiftsWhatFollows) {
     ParseQ3(Bytes({'E', 'O', 'T', 1, 2, 3, '\\', 4, 5, 6}));
     EXPECT_THAT(Slots(), ElementsAre("1.2.3.92:1029"));
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(MasterReply, EndMarksAreTheirLettersInUpperCaseOnly) {
+TEST_F(modMasterQueryTest, EndMarksAreTheirLettersInUpperCaseOnly) {
     ParseQ3(Bytes({'e', 'o', 't', 'E', 'O', 'S', '\\'}));
     EXPECT_THAT(Slots(), ElementsAre("101.111.116.69:20307"));
 }
 
-TEST_F(MasterReply, TheEndOfAnOrdinaryQuake3ListIsCountedAndLoggedOnce) {
+TEST_F(modMasterQueryTest, TheEndOfAnOrdinaryQuake3ListIsCountedAndLoggedOnce) {
     ParseQ3(server1 + "\\" + server2 + "\\EOT" + Bytes({0, 0, 0}));
     EXPECT_THAT(Slots(), ElementsAre("10.0.0.1:27960", "192.168.255.254:65534"));
     EXPECT_EQ(program.ServerCount, 3);
@@ -70,28 +70,28 @@ TEST_F(MasterReply, TheEndOfAnOrdinaryQuake3ListIsCountedAndLoggedOnce) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(MasterReply, Doom3EntriesHaveTheLowByteOfThePortFirstAndNoSeparator) {
+TEST_F(modMasterQueryTest, Doom3EntriesHaveTheLowByteOfThePortFirstAndNoSeparator) {
     ParseD3(Bytes({10, 0, 0, 1, 0x70, 0x6D, 192, 168, 255, 254, 0xFE, 0xFF}));
     EXPECT_THAT(Slots(), ElementsAre("10.0.0.1:28016", "192.168.255.254:65534"));
     EXPECT_EQ(program.ServerCount, 2);
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(MasterReply, Doom3AndHalfLifeBodiesKeepTheLettersOfEndMarks) {
+TEST_F(modMasterQueryTest, Doom3AndHalfLifeBodiesKeepTheLettersOfEndMarks) {
     ParseD3("EOTEOF");
     EXPECT_THAT(Slots(), ElementsAre("69.79.84.69:17999"));
     ParseHL("EOTEOF\\");
     EXPECT_THAT(Slots(), ElementsAre("69.79.84.69:17999", "69.79.84.69:20294"));
 }
 
-TEST_F(MasterReply, HalfLifeEntriesAreWalkedInSevensButSizedInSixes) {
+TEST_F(modMasterQueryTest, HalfLifeEntriesAreWalkedInSevensButSizedInSixes) {
     ParseHL(server1 + "x" + server2 + "y" + server1 + "z");
     EXPECT_THAT(Slots(), ElementsAre("10.0.0.1:27960", "192.168.255.254:65534", "10.0.0.1:27960", ":0"));
     EXPECT_EQ(program.ServerCount, 3);
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(MasterReply, ANewEntryHasOnlyAddressAndPort) {
+TEST_F(modMasterQueryTest, ANewEntryHasOnlyAddressAndPort) {
     ParseQ3(server1 + "\\");
     const ServerRecord& server = program.Servers[1];
     EXPECT_EQ(server.PlayerList.HighestIndex(), 0);
@@ -101,7 +101,7 @@ TEST_F(MasterReply, ANewEntryHasOnlyAddressAndPort) {
     EXPECT_TRUE(server.LastVisit.IsZero());
 }
 
-TEST_F(MasterReply, ASlotThatALongerCountLeftOverIsFilledAndItsPlayersGo) {
+TEST_F(modMasterQueryTest, ASlotLeftByALongerCountIsFilledAndItsPlayersAreCleared) {
     ParseHL(server1 + "x" + server1 + "y" + server1 + "z");
     ASSERT_EQ(program.Servers.HighestIndex(), 4);
     program.Servers[4].PlayerList.Reset(2);
@@ -111,7 +111,7 @@ TEST_F(MasterReply, ASlotThatALongerCountLeftOverIsFilledAndItsPlayersGo) {
     EXPECT_EQ(program.ServerCount, 4);
 }
 
-TEST_F(MasterReply, EntriesAreAppendedWithoutLookingForDuplicates) {
+TEST_F(modMasterQueryTest, EntriesAreAppendedWithoutLookingForDuplicates) {
     ParseQ3(server1 + "\\" + server1 + "\\");
     program.Servers[1].Name = "kept";
     EXPECT_EQ(program.PreviousServerCount, 0);
@@ -122,7 +122,7 @@ TEST_F(MasterReply, EntriesAreAppendedWithoutLookingForDuplicates) {
     EXPECT_EQ(program.Servers[1].Name, "kept");
 }
 
-TEST_F(MasterReply, TheNextListBeginsBehindACountThatIsOnePastTheEnd) {
+TEST_F(modMasterQueryTest, TheNextListBeginsAfterACountThatIsOnePastTheEnd) {
     const std::string list = server1 + "\\EOT" + Bytes({'\\', 0, 0});
     ParseQ3(list);
     ASSERT_EQ(program.ServerCount, 2);
@@ -132,7 +132,7 @@ TEST_F(MasterReply, TheNextListBeginsBehindACountThatIsOnePastTheEnd) {
     EXPECT_EQ(program.ServerCount, 3);
 }
 
-TEST_F(MasterReply, AnEmptyBodyAddsNothing) {
+TEST_F(modMasterQueryTest, AnEmptyBodyAddsNothing) {
     program.ServerCount = 5;
     program.Servers.Reset(5);
     ParseQ3("");
@@ -145,15 +145,15 @@ TEST_F(MasterReply, AnEmptyBodyAddsNothing) {
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-// One whole entry and so many bytes of the next.
+// One complete entry and this many bytes of the next.
 struct CutEntry {
     std::size_t bytes;
     std::int32_t slots;
-    const char* last; // what the last slot holds
+    const char* last; // the content of the last slot
     const char* error;
 };
 
-TEST_F(MasterReply, AQuake3EntryCutOffIsStoredAsFarAsItsSlotAndBytesGo) {
+TEST_F(modMasterQueryTest, ATruncatedQuake3EntryIsStoredAsFarAsPossible) {
     const CutEntry cases[] = {
         {1, 1, "10.0.0.1:27960", "9"},    {2, 1, "10.0.0.1:27960", "9"},
         {3, 1, "10.0.0.1:27960", "9"},    {4, 2, "192.168.255.254:0", "5"},
@@ -173,7 +173,7 @@ TEST_F(MasterReply, AQuake3EntryCutOffIsStoredAsFarAsItsSlotAndBytesGo) {
     }
 }
 
-TEST_F(MasterReply, ADoom3EntryCutOffIsStoredAsFarAsItsSlotAndBytesGo) {
+TEST_F(modMasterQueryTest, ATruncatedDoom3EntryIsStoredAsFarAsPossible) {
     const CutEntry cases[] = {
         {1, 1, "10.0.0.1:14445", "9"},    {2, 1, "10.0.0.1:14445", "9"},    {3, 2, ":0", "5"},
         {4, 2, "192.168.255.254:0", "5"}, {5, 2, "192.168.255.254:0", "5"},
@@ -191,7 +191,7 @@ TEST_F(MasterReply, ADoom3EntryCutOffIsStoredAsFarAsItsSlotAndBytesGo) {
     }
 }
 
-TEST_F(MasterReply, HalfASlotIsRoundedToTheEvenNumber) {
+TEST_F(modMasterQueryTest, HalfASlotIsRoundedToTheEvenNumber) {
     for (const std::int32_t whole : {0, 1, 2, 3, 4, 5}) {
         program.Servers.Reset();
         program.ServerCount = 0;
@@ -201,7 +201,7 @@ TEST_F(MasterReply, HalfASlotIsRoundedToTheEvenNumber) {
     }
 }
 
-TEST_F(MasterReply, AHalfLifeEntryCutOffEndsInItsOwnRoutinesError) {
+TEST_F(modMasterQueryTest, ATruncatedHalfLifeEntryIsLoggedByItsOwnRoutine) {
     ParseHL(server1 + "x" + server2.substr(0, 1));
     EXPECT_EQ(program.ServerCount, 2);
     EXPECT_EQ(program.Servers.HighestIndex(), 1);
@@ -209,7 +209,7 @@ TEST_F(MasterReply, AHalfLifeEntryCutOffEndsInItsOwnRoutinesError) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(MasterReply, AListDoesNotGrowBeyondItsLimit) {
+TEST_F(modMasterQueryTest, AListDoesNotGrowBeyondItsLimit) {
     program.ServerCount = MaxServers;
     program.PreviousServerCount = 1;
     ParseQ3(server1 + "\\");
@@ -223,14 +223,14 @@ TEST_F(MasterReply, AListDoesNotGrowBeyondItsLimit) {
     EXPECT_EQ(program.PreviousServerCount, MaxServers); // nothing is listed a second time
 }
 
-TEST_F(MasterReply, NineThousandTimesTheSameAddressIsNineThousandServers) {
+TEST_F(modMasterQueryTest, NineThousandTimesTheSameAddressIsNineThousandServers) {
     ParseQ3(Repeated(server1 + "\\", 9000));
     EXPECT_EQ(program.ServerCount, 9000);
     EXPECT_EQ(program.Servers[9000].Address, "10.0.0.1");
     EXPECT_THAT(Logged(), IsEmpty());
 }
 
-TEST_F(MasterReply, ZeroAddressesAreListedAsTheyCome) {
+TEST_F(modMasterQueryTest, ZeroAddressesAreListedToo) {
     ParseQ3(std::string(14, '\0'));
     EXPECT_THAT(Slots(), ElementsAre("0.0.0.0:0", "0.0.0.0:0"));
 }

@@ -120,7 +120,7 @@ class Check {
                name, "ExeName is no file name of a program");
         CheckShort(name, game["GameShort"]);
         Unless(std::set<std::string>{"q3", "d3", "hl"}.contains(game["Engine"]), name, "Engine is unknown");
-        // A name at the least of host and domain.
+        // A name of at least host and domain.
         const std::string& host = game["MasterAddress"];
         Unless(host.find('.') != std::string::npos && host.find_first_of(" :/") == std::string::npos, name,
                "MasterAddress is no host name");

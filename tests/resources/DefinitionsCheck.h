@@ -1,7 +1,7 @@
 #pragma once
 
-// What makes a definitions file a good one. The program takes any file as it is; a file that comes with it is
-// held to more.
+// The rules for a good definitions file. The program accepts any file; the file that comes with it must
+// follow these rules.
 
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-// The definitions that Quarn comes with: docs/games.md names the source of each.
+// The definitions that come with Quarn; docs/games.md names the source of each.
 
 #include "core/modStringHelper.h"
 #include "tests/fakes/HeadlessBrowser.h"
@@ -27,7 +27,7 @@ std::string ShippedDefinitions() {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// What each game's own sources say about its master.
+// The masters according to each game's own sources.
 const StrictMaster Masters[] = {
     {"q3", Family::Quake3, 68, ""},
     {"oa", Family::Quake3, 71, ""},
@@ -42,11 +42,11 @@ const StrictMaster Masters[] = {
     {"doom3", Family::Doom3, 1 << 16 | 41, ""},
 };
 
-TEST(ShippedDefinitions, AreWellFormed) {
+TEST(GamesIniTest, AreWellFormed) {
     EXPECT_THAT(DefinitionFaults(ShippedDefinitions()), IsEmpty());
 }
 
-TEST(ShippedDefinitions, EveryGameHasAMasterInThisTest) {
+TEST(GamesIniTest, EveryGameHasAMasterInThisTest) {
     HeadlessBrowser browser;
     browser.fake.files.Put("C:\\Quarn\\Games.ini", ShippedDefinitions());
     ASSERT_TRUE(browser.Start());
@@ -55,9 +55,9 @@ TEST(ShippedDefinitions, EveryGameHasAMasterInThisTest) {
         EXPECT_EQ(browser.program.Games[number].GameShort, Masters[number - 1].gameShort);
 }
 
-class ShippedGame : public ::testing::TestWithParam<StrictMaster> {};
+class GamesIniGameTest : public ::testing::TestWithParam<StrictMaster> {};
 
-TEST_P(ShippedGame, GetsItsListFromAMasterOfItsKind) {
+TEST_P(GamesIniGameTest, GetsItsListFromAMasterOfItsKind) {
     HeadlessBrowser browser;
     browser.fake.files.Put("C:\\Quarn\\Games.ini", ShippedDefinitions());
     for (int number = 1; number <= std::ssize(Masters); ++number)
@@ -84,10 +84,10 @@ TEST_P(ShippedGame, GetsItsListFromAMasterOfItsKind) {
     EXPECT_EQ(browser.Column(AddressColumn), listed);
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, ShippedGame, ::testing::ValuesIn(Masters),
+INSTANTIATE_TEST_SUITE_P(, GamesIniGameTest, ::testing::ValuesIn(Masters),
                          [](const auto& game) { return game.param.gameShort; });
 
-TEST(StrictMaster, RefusesWhatAsksForOtherServers) {
+TEST(GamesIniStrictMasterTest, RefusesRequestsForOtherServers) {
     const StrictMaster quake = {"q3", Family::Quake3, 68, ""};
     const StrictMaster named = {"wop", Family::Quake3, 71, "WorldofPadman"};
     const StrictMaster doom = {"doom3", Family::Doom3, 1 << 16 | 41, ""};
@@ -126,11 +126,11 @@ const std::string Good =
     "MasterPacket=$255getservers 68\r\nMasterResponse=$255getserversResponse\r\n"
     "[MOD1]\r\nBasedGame=game1\r\nDescription=A$32MOD\r\nGameName=mod\r\nGameVersion=\r\n";
 
-TEST(DefinitionFaults, FindsNoneInAGoodFile) {
+TEST(GamesIniFaultsTest, FindsNoFaultInAGoodFile) {
     EXPECT_THAT(DefinitionFaults(Good), IsEmpty());
 }
 
-TEST(DefinitionFaults, FindsEachFault) {
+TEST(GamesIniFaultsTest, FindsEachFault) {
     const struct {
         std::string what;
         std::string with;
@@ -180,7 +180,7 @@ TEST(DefinitionFaults, FindsEachFault) {
     }
 }
 
-TEST(DefinitionFaults, FindsTwoOfTheSame) {
+TEST(GamesIniFaultsTest, FindsDuplicates) {
     std::string text = Good +
                        "[Game2]\r\nDescription=Another\r\nExeName=a.exe\r\nGameShort=game1\r\nEngine=d3\r\n"
                        "MasterAddress=m.example.org\r\nMasterPort=1\r\nMasterPacket=x\r\nMasterResponse=y\r\n"

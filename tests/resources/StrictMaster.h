@@ -1,8 +1,7 @@
 #pragma once
 
-// A master that lists the servers of one game, and only to who asks for them as the game itself does. Real
-// masters answer a request with another protocol number or name as well, but with the servers of another
-// game, or with none.
+// A master that lists the servers of one game, and only for the game's own request. Real masters also answer
+// a request with another protocol number or name, but with the servers of another game, or with none.
 //   Quake III: FF FF FF FF "getservers" [' ' name] ' ' protocol { ' ' "full" | "empty" }
 //   Doom 3:    FF FF "getServers" 00, protocol (4 bytes, low byte first; 0: any), MOD 00, filter (1 byte)
 
@@ -20,11 +19,11 @@ struct StrictMaster {
     std::string gameShort;
     gamenet::Family family = gamenet::Family::Quake3;
     std::uint32_t protocol = 0;
-    std::string name; // by which the master knows the game; empty: it is asked for by its protocol alone
+    std::string name; // the master's name of the game; empty: only its protocol identifies it
 
     bool Understands(std::string_view request) const;
 
-    // The datagrams that list these servers; none when the request is another's.
+    // The datagrams that list these servers; none for any other request.
     std::vector<std::string> Answer(std::string_view request,
                                     const std::vector<gamenet::Endpoint>& servers) const;
 };

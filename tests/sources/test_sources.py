@@ -74,3 +74,36 @@ def test_a_folder_includes_only_folders_of_lower_floors(folder):
         if included not in allowed
     }
     assert others == {listed for listed in UPWARD_INCLUDES if listed[0].startswith(folder + "/")}
+
+
+# Units without a suite of their own name, and where they are tested: a part of a larger unit, a base class, or code
+# that needs the running program.
+TESTED_ELSEWHERE = {
+    "win32/Dialog": "EveryDialogTest",
+    "win32/Fonts": "MainWindowTest",
+    "win32/MainWindowEvents": "MainWindowTest",
+    "win32/MainWindowForm": "MainWindowTest",
+    "win32/PerformanceCounter": "ClockWinTest",
+    "win32/Resources": "ImagesTest",
+    "win32/ToolTips": "ToolbarControlTest",
+    "win32/WinMain": "tests/e2e/test_start.py",
+    "win32/controls/Control": "ListViewControlTest",
+    "win32/controls/ListViewControlEvents": "ListViewControlTest",
+    "win32/dialogs/ModalFormsWin": "EveryDialogTest",
+}
+SUITE = re.compile(r"^TEST(?:_F|_P)?\((\w+),", re.MULTILINE)
+
+
+def test_every_unit_has_a_test_suite_of_its_name():
+    suites = {suite for file in sources("tests") for suite in SUITE.findall(file.read_text())}
+    assert suites
+    units = [file for file in sources(*FOLDERS) if file.suffix == ".cpp"]
+    names = {file.stem for file in units}
+    # DialogCommandsTest is a suite of DialogCommands, not of Dialog.
+    tested = {
+        max((name for name in names if suite.startswith(name)), key=len, default=None) for suite in suites
+    }
+    without = {str(file.relative_to(ROOT).with_suffix("")) for file in units if file.stem not in tested}
+    assert without == set(TESTED_ELSEWHERE)
+    for unit, place in TESTED_ELSEWHERE.items():
+        assert place in suites or (ROOT / place).is_file(), f"{unit} is tested in {place}"

@@ -5,18 +5,18 @@
 namespace quarn {
 namespace {
 
-TEST(MailLink, JoinsItsPartsByAmpersands) {
+TEST(MailLinkTest, JoinsItsPartsByAmpersands) {
     EXPECT_EQ(MailLink("help@quarn.example", "Some subject", "Body"),
               "MailTo:help@quarn.example&Subject=Some subject&Body=Body");
 }
 
-TEST(MailLink, LeavesOutWhatIsEmpty) {
+TEST(MailLinkTest, LeavesOutWhatIsEmpty) {
     EXPECT_EQ(MailLink("a@b", "", "Body"), "MailTo:a@b&Body=Body");
     EXPECT_EQ(MailLink("a@b", "Subject", ""), "MailTo:a@b&Subject=Subject");
     EXPECT_EQ(MailLink("", "", ""), "MailTo:");
 }
 
-TEST(MailLink, EscapesTheBodyOnly) {
+TEST(MailLinkTest, EscapesTheBodyOnly) {
     const struct {
         const char* text;
         const char* escaped;

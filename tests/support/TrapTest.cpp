@@ -22,7 +22,7 @@ class TrapTest : public ::testing::Test {
     clsAppLog log{fake.desktop, "C:\\Quarn\\"};
 };
 
-TEST_F(TrapTest, ABodyThatEndsWellLogsNothing) {
+TEST_F(TrapTest, ABodyThatSucceedsLogsNothing) {
     bool ran = false;
     EXPECT_TRUE(Trapped(log, "modX", "Routine", OnError::LogAndShow, [&] { ran = true; }));
     EXPECT_TRUE(ran);
@@ -45,19 +45,19 @@ TEST_F(TrapTest, AppendsToTheLogAndMailsNothing) {
     EXPECT_TRUE(fake.shell.opened.empty());
 }
 
-TEST_F(TrapTest, ShowsTheErrorOnlyWhereTheUserIsToSeeIt) {
+TEST_F(TrapTest, ShowsTheErrorOnlyIfAskedTo) {
     EntryOf([] { throw RunTimeError(ErrorNumber::Overflow); }, OnError::LogAndShow);
     ASSERT_EQ(fake.prompts.shown.size(), 1U);
     EXPECT_EQ(fake.prompts.shown[0].text.substr(0, 64),
               "A error has occurred in modX in Routine\r\nError #6: Overflow\r\n\r\nP");
 }
 
-TEST_F(TrapTest, CallsMemoryThatRanOutByItsNumber) {
+TEST_F(TrapTest, LogsAFailedAllocationAsOutOfMemory) {
     EXPECT_EQ(EntryOf([] { throw std::bad_alloc(); }),
               "modX;Routine;11/21/26 08:05:00.000;7;Out of memory\r\n");
 }
 
-TEST_F(TrapTest, CatchesWhateverElseIsThrown) {
+TEST_F(TrapTest, CatchesAnyOtherException) {
     EXPECT_EQ(EntryOf([] { throw std::logic_error("unforeseen"); }),
               "modX;Routine;11/21/26 08:05:00.000;51;Internal error\r\n");
     EXPECT_FALSE(Trapped(log, "modX", "Routine", OnError::Log, [] { throw 42; }));

@@ -13,28 +13,28 @@ namespace {
 
 constexpr const char* LogPath = "C:\\Quarn\\Quarn.log";
 
-class AppLogTest : public ::testing::Test {
+class clsAppLogTest : public ::testing::Test {
   protected:
     FakeDesktop fake;
     clsAppLog log{fake.desktop, "C:\\Quarn\\"};
 
-    const FakePrompts::Box& Shown(std::size_t index = 0) { return fake.prompts.shown.at(index); }
+    const FakePrompts::Prompt& Shown(std::size_t index = 0) { return fake.prompts.shown.at(index); }
     std::size_t ShownCount() const { return fake.prompts.shown.size(); }
 };
 
-TEST_F(AppLogTest, KeepsItsFileBesideTheProgram) {
+TEST_F(clsAppLogTest, KeepsItsFileNextToTheProgram) {
     EXPECT_EQ(log.DefaultLogFilename(), LogPath);
     EXPECT_EQ(fake.files.TotalWrites(), 0);
 }
 
-TEST_F(AppLogTest, WritesALineOfFiveFields) {
+TEST_F(clsAppLogTest, WritesALineOfFiveFields) {
     fake.clock.SetNow({2005, 6, 21, 14, 3, 7}, 250);
     log.Log("frmMain", "mnuExtrasGameSetup_Click", 91, "Object variable not set");
     EXPECT_EQ(fake.files.Get(LogPath),
               "frmMain;mnuExtrasGameSetup_Click;06/21/05 14:03:07.250;91;Object variable not set\r\n");
 }
 
-TEST_F(AppLogTest, WritesTimesWithAllTheirDigits) {
+TEST_F(clsAppLogTest, WritesTimesWithLeadingZeros) {
     const struct {
         CalendarTime time;
         int milliseconds;
@@ -52,20 +52,20 @@ TEST_F(AppLogTest, WritesTimesWithAllTheirDigits) {
     }
 }
 
-TEST_F(AppLogTest, LeavesOutWhatIsNotGiven) {
+TEST_F(clsAppLogTest, LeavesMissingFieldsEmpty) {
     log.Log("frmMain", "Form_Load");
     EXPECT_EQ(fake.files.Get(LogPath), "frmMain;Form_Load;11/21/26 08:05:00.000;0;\r\n");
     EXPECT_EQ(ShownCount(), 0U);
     EXPECT_TRUE(fake.shell.opened.empty());
 }
 
-TEST_F(AppLogTest, WritesFieldsAsTheyStand) {
+TEST_F(clsAppLogTest, WritesFieldsUnchanged) {
     const std::string description = std::string("a;b\"c\r\nd\xFF") + '\0';
     log.Log("m;1", "r", -5, description);
     EXPECT_EQ(fake.files.Get(LogPath), "m;1;r;11/21/26 08:05:00.000;-5;" + description + "\r\n");
 }
 
-TEST_F(AppLogTest, AppendsToTheFileOfEarlierRuns) {
+TEST_F(clsAppLogTest, AppendsToTheFileOfEarlierRuns) {
     fake.files.Put(LogPath, "earlier\r\n");
     log.Log("m", "a");
     log.Log("m", "b");
@@ -74,7 +74,7 @@ TEST_F(AppLogTest, AppendsToTheFileOfEarlierRuns) {
     EXPECT_EQ(fake.files.Reads(LogPath), 0);
 }
 
-TEST_F(AppLogTest, OverwritingKeepsOneLineInTheFileAndTheWholeRunInTheHistory) {
+TEST_F(clsAppLogTest, OverwritingKeepsOneLineInTheFileAndTheWholeRunInTheHistory) {
     fake.files.Put(LogPath, "earlier\r\n");
     log.Log("m", "a");
     log.Log("m", "b", 0, "", false, false, true);
@@ -82,7 +82,7 @@ TEST_F(AppLogTest, OverwritingKeepsOneLineInTheFileAndTheWholeRunInTheHistory) {
     EXPECT_EQ(log.HistoryLog(), "m;a;11/21/26 08:05:00.000;0;\r\nm;b;11/21/26 08:05:00.000;0;\r\n");
 }
 
-TEST_F(AppLogTest, CountsOnlyNumbersAboveZero) {
+TEST_F(clsAppLogTest, CountsOnlyNumbersAboveZero) {
     for (const std::int32_t number : {0, -1, std::numeric_limits<std::int32_t>::min()})
         log.Log("m", "r", number);
     EXPECT_EQ(log.ErrorCount(), 0);
@@ -91,7 +91,7 @@ TEST_F(AppLogTest, CountsOnlyNumbersAboveZero) {
     EXPECT_EQ(log.ErrorCount(), 3);
 }
 
-TEST_F(AppLogTest, ShowsTheErrorAndWhereToFindMore) {
+TEST_F(clsAppLogTest, ShowsTheErrorAndWhereToFindMore) {
     log.Log("frmMain", "Form_Load", 9, "Subscript out of range", true);
     ASSERT_EQ(ShownCount(), 1U);
     EXPECT_EQ(Shown().kind, FakePrompts::Kind::Error);
@@ -105,14 +105,14 @@ TEST_F(AppLogTest, ShowsTheErrorAndWhereToFindMore) {
               "Alternatively, you can also check the file Quarn.log for details.");
 }
 
-TEST_F(AppLogTest, WritesTheEntryBeforeItShowsTheMessage) {
+TEST_F(clsAppLogTest, WritesTheEntryBeforeItShowsTheMessage) {
     std::string writtenByThen;
     fake.prompts.whileOpen = [&] { writtenByThen = fake.files.Get(LogPath); };
     log.Log("m", "r", 9, "text", true);
     EXPECT_EQ(writtenByThen, "m;r;11/21/26 08:05:00.000;9;text\r\n");
 }
 
-TEST_F(AppLogTest, ShowsAMessageUnderTheProgramsTitle) {
+TEST_F(clsAppLogTest, ShowsAMessageUnderTheProgramsTitle) {
     log.ErrorMessage("The file is missing.");
     ASSERT_EQ(ShownCount(), 1U);
     EXPECT_EQ(Shown().text, "The file is missing.");
@@ -120,7 +120,7 @@ TEST_F(AppLogTest, ShowsAMessageUnderTheProgramsTitle) {
     EXPECT_FALSE(fake.files.Has(LogPath));
 }
 
-TEST_F(AppLogTest, OnlyLogsWhatHappensWhileAMessageIsOpen) {
+TEST_F(clsAppLogTest, OnlyLogsWhatHappensWhileAMessageIsOpen) {
     fake.prompts.whileOpen = [&] {
         log.Log("m", "inner", 6, "Overflow", true);
         log.ErrorMessage("also not shown");
@@ -135,7 +135,7 @@ TEST_F(AppLogTest, OnlyLogsWhatHappensWhileAMessageIsOpen) {
     EXPECT_EQ(ShownCount(), 2U);
 }
 
-TEST_F(AppLogTest, TellsOnceThatEntriesCouldNotBeWritten) {
+TEST_F(clsAppLogTest, TellsOnceThatEntriesCouldNotBeWritten) {
     fake.files.FailWrites(LogPath, ErrorNumber::PermissionDenied);
     log.Log("m", "lost", 0, "text");
     log.Log("m", "lost too", 0, "text", false, false, true);
@@ -157,7 +157,7 @@ TEST_F(AppLogTest, TellsOnceThatEntriesCouldNotBeWritten) {
     EXPECT_EQ(fake.files.Get(LogPath), "m;kept;11/21/26 08:05:00.000;0;\r\n");
 }
 
-TEST_F(AppLogTest, TellsOfALaterFaultAgain) {
+TEST_F(clsAppLogTest, TellsOfALaterFaultAgain) {
     for (const ErrorNumber fault : {ErrorNumber::PermissionDenied, ErrorNumber::DiskFull}) {
         fake.files.FailWrites(LogPath, fault);
         log.Log("m", "lost");
@@ -169,7 +169,7 @@ TEST_F(AppLogTest, TellsOfALaterFaultAgain) {
     EXPECT_EQ(Shown(1).text, "Error number 61 in class AppLog, Sub WriteLogEntry");
 }
 
-TEST_F(AppLogTest, SaysNothingOfAFaultThatIsOver) {
+TEST_F(clsAppLogTest, SaysNothingOfAFaultThatIsOver) {
     fake.files.FailWrites(LogPath, ErrorNumber::PermissionDenied);
     log.Log("m", "lost");
     fake.files.ClearFaults();
@@ -178,7 +178,7 @@ TEST_F(AppLogTest, SaysNothingOfAFaultThatIsOver) {
     EXPECT_EQ(ShownCount(), 0U);
 }
 
-TEST_F(AppLogTest, TellsOfAFaultAfterTheMessageBoxThatIsOpen) {
+TEST_F(clsAppLogTest, TellsOfAFaultAfterTheMessageBoxThatIsOpen) {
     fake.files.FailWrites(LogPath, ErrorNumber::PermissionDenied);
     fake.prompts.whileOpen = [&] { log.TellWriteFault(); };
     log.Log("m", "lost", 9, "text", true);
@@ -190,7 +190,7 @@ TEST_F(AppLogTest, TellsOfAFaultAfterTheMessageBoxThatIsOpen) {
     EXPECT_EQ(Shown(1).text, "Error number 70 in class AppLog, Sub WriteLogEntry");
 }
 
-TEST_F(AppLogTest, ShowsTheErrorAlsoWhenItsEntryIsLost) {
+TEST_F(clsAppLogTest, ShowsTheErrorAlsoWhenItsEntryIsLost) {
     fake.files.freeBytes = 10;
     log.Log("m", "r", 9, "text", true);
     ASSERT_EQ(ShownCount(), 1U);
@@ -198,7 +198,7 @@ TEST_F(AppLogTest, ShowsTheErrorAlsoWhenItsEntryIsLost) {
     EXPECT_EQ(log.ErrorCount(), 1);
 }
 
-TEST_F(AppLogTest, WritesAnUncountedErrorLikeAnyOther) {
+TEST_F(clsAppLogTest, WritesAnUncountedErrorLikeAnyOther) {
     log.LogUncounted("m", "r", 13, "Type mismatch");
     EXPECT_EQ(log.ErrorCount(), 0);
     EXPECT_EQ(fake.files.Get(LogPath), "m;r;11/21/26 08:05:00.000;13;Type mismatch\r\n");
@@ -206,7 +206,7 @@ TEST_F(AppLogTest, WritesAnUncountedErrorLikeAnyOther) {
     EXPECT_EQ(ShownCount(), 0U);
 }
 
-TEST_F(AppLogTest, BoundsTheLinesOfOneRoutineAndNumber) {
+TEST_F(clsAppLogTest, BoundsTheLinesOfOneRoutineAndNumber) {
     constexpr std::int32_t Most = clsAppLog::MostLinesOfAKind;
     for (std::int32_t i = 0; i < 3 * Most; ++i) {
         log.LogUncounted("m", "r", 13, "Type mismatch");
@@ -226,9 +226,9 @@ TEST_F(AppLogTest, BoundsTheLinesOfOneRoutineAndNumber) {
     EXPECT_EQ(notes, 2U);
 }
 
-class AppLogReportTest : public AppLogTest {
+class clsAppLogReportTest : public clsAppLogTest {
   protected:
-    AppLogReportTest() {
+    clsAppLogReportTest() {
         log.NotifyEmailAddress = "help@quarn.example";
         fake.system.windows = OsVersion{{5, 1, 2600}, std::string("Service Pack 2\0 junk", 20)};
         fake.system.shellLightWeight = DllVersion{6, 0, 2900};
@@ -244,7 +244,7 @@ class AppLogReportTest : public AppLogTest {
     }
 };
 
-TEST_F(AppLogReportTest, HandsTheWholeReportToTheMailProgram) {
+TEST_F(clsAppLogReportTest, PassesTheWholeReportToTheMailProgram) {
     log.Log("m", "first", 13, "a&b");
     const std::string subject = std::string("Error log from Quarn ") + VersionText;
     EXPECT_EQ(MailOpened(), "MailTo:help@quarn.example&Subject=" + subject +
@@ -260,7 +260,7 @@ TEST_F(AppLogReportTest, HandsTheWholeReportToTheMailProgram) {
                                 "m;r;11/21/26%2008:05:00.000;0;text%0D%0A");
 }
 
-TEST_F(AppLogReportTest, OpensTheLinkOnItsOwn) {
+TEST_F(clsAppLogReportTest, OpensTheLinkOnItsOwn) {
     MailOpened();
     const Shell::Request& request = fake.shell.opened.at(0);
     EXPECT_EQ(request.verb, "Open");
@@ -270,7 +270,7 @@ TEST_F(AppLogReportTest, OpensTheLinkOnItsOwn) {
     EXPECT_EQ(request.show, ShowState::Normal);
 }
 
-TEST_F(AppLogReportTest, ShowsTheMessageBeforeItAsksTheMailProgram) {
+TEST_F(clsAppLogReportTest, ShowsTheMessageBeforeItStartsTheMailProgram) {
     std::size_t openedByThen = 1;
     fake.prompts.whileOpen = [&] { openedByThen = fake.shell.opened.size(); };
     log.Log("m", "r", 9, "text", true, true);
@@ -279,7 +279,7 @@ TEST_F(AppLogReportTest, ShowsTheMessageBeforeItAsksTheMailProgram) {
     EXPECT_EQ(fake.shell.opened.size(), 1U);
 }
 
-TEST_F(AppLogReportTest, LeavesEmptyWhatCannotBeHad) {
+TEST_F(clsAppLogReportTest, LeavesUnavailableFactsEmpty) {
     fake.system.windows.reset();
     fake.system.shellLightWeight.reset();
     fake.system.directX.reset();
@@ -295,14 +295,14 @@ TEST_F(AppLogReportTest, LeavesEmptyWhatCannotBeHad) {
     EXPECT_EQ(log.ErrorCount(), 0);
 }
 
-TEST_F(AppLogReportTest, ShowsThatTheMailProgramCouldNotBeAsked) {
+TEST_F(clsAppLogReportTest, ShowsThatTheMailProgramCouldNotBeStarted) {
     fake.shell.openFault = ErrorNumber::InvalidProcedureCall;
     log.Log("m", "r", 0, "text", false, true);
     ASSERT_EQ(ShownCount(), 1U);
     EXPECT_EQ(Shown().text, "Error number 5 in class AppLog, Sub EmailError");
 }
 
-TEST_F(AppLogReportTest, NamesTheSystemWithItsServicePack) {
+TEST_F(clsAppLogReportTest, NamesTheSystemWithItsServicePack) {
     EXPECT_EQ(log.GetOSVersion(), "5.1.2600 Service Pack 2");
     fake.system.windows = OsVersion{{10, 0, 22631}, ""};
     EXPECT_EQ(log.GetOSVersion(), "10.0.22631 ");
@@ -312,13 +312,13 @@ TEST_F(AppLogReportTest, NamesTheSystemWithItsServicePack) {
     EXPECT_EQ(log.GetOSVersion(), "");
 }
 
-TEST_F(AppLogReportTest, AsksNothingAtTheEndOfARunWithoutErrors) {
+TEST_F(clsAppLogReportTest, AsksNothingAtTheEndOfARunWithoutErrors) {
     log.Log("m", "r", 0, "information");
     log.HandleAppErrors();
     EXPECT_EQ(ShownCount(), 0U);
 }
 
-TEST_F(AppLogReportTest, OffersAReportAtTheEndOfARunWithErrors) {
+TEST_F(clsAppLogReportTest, OffersAReportAtTheEndOfARunWithErrors) {
     log.Log("m", "r", 13);
     log.Log("m", "r", 6);
     fake.prompts.yesNoAnswers = {true};
@@ -336,7 +336,7 @@ TEST_F(AppLogReportTest, OffersAReportAtTheEndOfARunWithErrors) {
     EXPECT_EQ(log.ErrorCount(), 2);
 }
 
-TEST_F(AppLogReportTest, SendsNothingWithoutTheUsersYes) {
+TEST_F(clsAppLogReportTest, SendsNothingWithoutTheUsersConsent) {
     log.Log("m", "r", 13);
     const std::string before = fake.files.Get(LogPath);
     fake.prompts.yesNoAnswers = {false};
@@ -345,7 +345,7 @@ TEST_F(AppLogReportTest, SendsNothingWithoutTheUsersYes) {
     EXPECT_EQ(fake.files.Get(LogPath), before);
 }
 
-TEST_F(AppLogReportTest, ShowsNoMessageBesideTheQuestion) {
+TEST_F(clsAppLogReportTest, ShowsNoMessageInAdditionToTheQuestion) {
     log.Log("m", "r", 13);
     fake.prompts.yesNoAnswers = {false};
     fake.prompts.whileOpen = [&] { log.Log("m", "inner", 6, "Overflow", true); };
@@ -354,8 +354,8 @@ TEST_F(AppLogReportTest, ShowsNoMessageBesideTheQuestion) {
     EXPECT_EQ(log.ErrorCount(), 2);
 }
 
-// Whatever box of the program is open: an error that comes up meanwhile is logged, and puts no box on top.
-TEST_F(AppLogTest, ShowsNoErrorOnTopOfAQuestion) {
+// While any message box of the program is open, an error is logged and shows no second message box.
+TEST_F(clsAppLogTest, ShowsNoErrorOnTopOfAQuestion) {
     fake.prompts.textAnswers = {"Friends"};
     fake.prompts.whileOpen = [&] { log.Log("m", "meanwhile", 6, "Overflow", true); };
     EXPECT_EQ(fake.desktop.prompts.AskText("Enter a new name:", "Change name"), "Friends");

@@ -10,9 +10,9 @@
 namespace quarn {
 namespace {
 
-class HTMLHelpTest : public ::testing::Test {
+class clsHTMLHelpTest : public ::testing::Test {
   protected:
-    HTMLHelpTest() {
+    clsHTMLHelpTest() {
         help.CHMFile = "C:\\Quarn\\..\\Kestrune.chm";
         help.HelpWindow = "Main";
     }
@@ -23,7 +23,7 @@ class HTMLHelpTest : public ::testing::Test {
     clsHTMLHelp help{log, fake.help};
 };
 
-TEST_F(HTMLHelpTest, ShowsATopicInItsWindow) {
+TEST_F(clsHTMLHelpTest, ShowsATopicInItsWindow) {
     help.ShowTopic(0x1234, "Progs\\Quarn\\Main.htm");
     ASSERT_EQ(Calls().size(), 1U);
     EXPECT_EQ(Calls()[0].caller, 0x1234U);
@@ -32,7 +32,7 @@ TEST_F(HTMLHelpTest, ShowsATopicInItsWindow) {
     EXPECT_EQ(Calls()[0].topic, "Progs\\Quarn\\Main.htm");
 }
 
-TEST_F(HTMLHelpTest, LeavesAWindowThatCameToTheUser) {
+TEST_F(clsHTMLHelpTest, LeavesAShownWindowOpen) {
     help.CloseFile();
     EXPECT_TRUE(Calls().empty());
     help.ShowTopic(1, "topic");
@@ -40,7 +40,7 @@ TEST_F(HTMLHelpTest, LeavesAWindowThatCameToTheUser) {
     EXPECT_EQ(Calls().size(), 1U);
 }
 
-TEST_F(HTMLHelpTest, ClosesAfterATopicThatCouldNotBeShown) {
+TEST_F(clsHTMLHelpTest, ClosesAfterATopicThatCouldNotBeShown) {
     fake.help.windowComes = false;
     help.ShowTopic(0x1234, "topic");
     fake.help.windowComes = true;
@@ -53,7 +53,7 @@ TEST_F(HTMLHelpTest, ClosesAfterATopicThatCouldNotBeShown) {
     EXPECT_EQ(Calls()[2].topic, std::nullopt);
 }
 
-TEST_F(HTMLHelpTest, TakesAnyFileWindowAndTopic) {
+TEST_F(clsHTMLHelpTest, AcceptsAnyFileWindowAndTopic) {
     for (const std::string& text : {std::string(), std::string(" "), std::string("a>b"),
                                     std::string("\xff\""), std::string(10'000, 'x')}) {
         help.CHMFile = help.HelpWindow = text;
@@ -63,7 +63,7 @@ TEST_F(HTMLHelpTest, TakesAnyFileWindowAndTopic) {
     }
 }
 
-TEST_F(HTMLHelpTest, LogsAFaultWithoutShowingIt) {
+TEST_F(clsHTMLHelpTest, LogsAFaultWithoutShowingIt) {
     fake.help.fault = ErrorNumber::OutOfMemory;
     help.ShowTopic(1, "topic");
     EXPECT_EQ(LoggedErrors(log), std::vector<std::string>{"clsHTMLHelp;ShowTopic;7"});

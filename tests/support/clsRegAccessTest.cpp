@@ -16,7 +16,7 @@ using Texts = std::vector<std::string>;
 constexpr RegistryRoot Root = RegistryRoot::CurrentUser;
 constexpr const char* Key = "Software\\Quarn";
 
-class RegAccessTest : public ::testing::Test {
+class clsRegAccessTest : public ::testing::Test {
   protected:
     Variant Query(const std::string& sDefault = {}, std::int32_t ResultType = 0) {
         return access.QueryValue(Root, Key, "Value", sDefault, ResultType);
@@ -31,7 +31,7 @@ class RegAccessTest : public ::testing::Test {
     clsRegAccess access{log, fake.registry, fake.locale};
 };
 
-TEST_F(RegAccessTest, CreatesReadsListsAndRemoves) {
+TEST_F(clsRegAccessTest, CreatesReadsListsAndRemoves) {
     EXPECT_FALSE(access.QueryKey(Root, Key));
     EXPECT_TRUE(access.SetKey(Root, Key));
     EXPECT_TRUE(access.QueryKey(Root, Key));
@@ -50,7 +50,7 @@ TEST_F(RegAccessTest, CreatesReadsListsAndRemoves) {
     EXPECT_EQ(log.ErrorCount(), 0);
 }
 
-TEST_F(RegAccessTest, AMissingKeyIsNoError) {
+TEST_F(clsRegAccessTest, AMissingKeyIsNoError) {
     EXPECT_FALSE(access.DeleteKey(Root, Key));
     EXPECT_FALSE(access.DeleteValue(Root, Key, "Value"));
     EXPECT_FALSE(access.SetValue(Root, Key, "Value", std::string("x"), clsRegAccess::TextType));
@@ -64,7 +64,7 @@ TEST_F(RegAccessTest, AMissingKeyIsNoError) {
     EXPECT_EQ(log.ErrorCount(), 0);
 }
 
-TEST_F(RegAccessTest, ReadsEveryTypeAsTextWithoutItsLastByte) {
+TEST_F(clsRegAccessTest, ReadsEveryTypeAsTextWithoutItsLastByte) {
     const struct {
         std::string bytes;
         std::string text;
@@ -87,7 +87,7 @@ TEST_F(RegAccessTest, ReadsEveryTypeAsTextWithoutItsLastByte) {
     }
 }
 
-TEST_F(RegAccessTest, ShapesBooleanTexts) {
+TEST_F(clsRegAccessTest, ShapesBooleanTexts) {
     for (const char* text : {"TRUE", "true", "True", "tRuE"}) {
         fake.registry.Put(Root, Key, "Value", text);
         EXPECT_EQ(Query("", clsRegAccess::BooleanResult), Variant(text));
@@ -102,7 +102,7 @@ TEST_F(RegAccessTest, ShapesBooleanTexts) {
     EXPECT_EQ(Query("True", clsRegAccess::BooleanResult), Variant("True"));
 }
 
-TEST_F(RegAccessTest, ShapesNumbers) {
+TEST_F(clsRegAccessTest, ShapesNumbers) {
     for (const char* text : {"0", "12", "-3", "1.5", " 7 "}) {
         fake.registry.Put(Root, Key, "Value", text);
         EXPECT_EQ(Query("", clsRegAccess::NumberResult), Variant(text));
@@ -116,13 +116,13 @@ TEST_F(RegAccessTest, ShapesNumbers) {
     EXPECT_EQ(Query("", clsRegAccess::NumberResult), Variant(0));
 }
 
-TEST_F(RegAccessTest, OtherResultTypesLeaveTheTextAlone) {
+TEST_F(clsRegAccessTest, OtherResultTypesKeepTheText) {
     fake.registry.Put(Root, Key, "Value", "no number");
     for (const std::int32_t type : {0, 3, -1, 255})
         EXPECT_EQ(Query("", type), Variant("no number"));
 }
 
-TEST_F(RegAccessTest, WritesEachTypeAsItsBytes) {
+TEST_F(clsRegAccessTest, WritesEachTypeAsItsBytes) {
     const struct {
         Variant setting;
         std::uint32_t type;
@@ -147,7 +147,7 @@ TEST_F(RegAccessTest, WritesEachTypeAsItsBytes) {
     }
 }
 
-TEST_F(RegAccessTest, ATextThatIsNoNumberIsNotWrittenAsOne) {
+TEST_F(clsRegAccessTest, ATextThatIsNotANumberIsNotWrittenAsOne) {
     access.SetKey(Root, Key);
     for (const char* text : {"", "x", "99999999999"})
         EXPECT_FALSE(access.SetValue(Root, Key, "Value", std::string(text), clsRegAccess::NumberType));
@@ -156,7 +156,7 @@ TEST_F(RegAccessTest, ATextThatIsNoNumberIsNotWrittenAsOne) {
               (Texts{"clsRegAccess;SetValue;13", "clsRegAccess;SetValue;13", "clsRegAccess;SetValue;6"}));
 }
 
-TEST_F(RegAccessTest, EachMemberLogsItsOwnFaults) {
+TEST_F(clsRegAccessTest, EachMemberLogsItsOwnFaults) {
     fake.registry.fault = ErrorNumber::OutOfMemory;
     EXPECT_FALSE(access.DeleteKey(Root, Key));
     EXPECT_FALSE(access.DeleteValue(Root, Key, "Value"));

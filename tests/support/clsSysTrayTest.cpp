@@ -18,9 +18,9 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class SysTrayTest : public ::testing::Test {
+class clsSysTrayTest : public ::testing::Test {
   protected:
-    SysTrayTest() {
+    clsSysTrayTest() {
         tray.SetSourceWindow(window);
         tray.LButtonDblClk = [this] { Raise("LButtonDblClk"); };
         tray.LButtonDown = [this] { Raise("LButtonDown"); };
@@ -45,13 +45,13 @@ class SysTrayTest : public ::testing::Test {
     std::function<void()> whileRaised;
 };
 
-TEST_F(SysTrayTest, DeclaresItsEventsInOrder) {
+TEST_F(clsSysTrayTest, DeclaresItsEventsInOrder) {
     const clsSysTray::Event* const events[] = {&tray.LButtonDblClk, &tray.LButtonDown, &tray.LButtonUp,
                                                &tray.RButtonDblClk, &tray.RButtonDown, &tray.RButtonUp};
     EXPECT_TRUE(std::is_sorted(std::begin(events), std::end(events), std::less<>()));
 }
 
-TEST_F(SysTrayTest, DescribesTheIconAsThePlatformWantsIt) {
+TEST_F(clsSysTrayTest, DescribesTheIconInThePlatformsForm) {
     tray.IconInSysTray();
     ASSERT_EQ(area.calls.size(), 1U);
     EXPECT_EQ(LastCall().command, NotifyCommand::Add);
@@ -71,7 +71,7 @@ TEST_F(SysTrayTest, DescribesTheIconAsThePlatformWantsIt) {
     EXPECT_TRUE(area.icons.empty());
 }
 
-TEST_F(SysTrayTest, UsesTheWindowsIconUntilItGetsAnother) {
+TEST_F(clsSysTrayTest, UsesTheWindowsIconUntilItGetsAnother) {
     EXPECT_EQ(tray.Icon(), FakeFormWindow::TheIcon);
     tray.SetIcon(0x99);
     EXPECT_EQ(tray.Icon(), 0x99U);
@@ -85,14 +85,14 @@ TEST_F(SysTrayTest, UsesTheWindowsIconUntilItGetsAnother) {
     EXPECT_EQ(&tray.SourceWindow(), &window);
 }
 
-TEST_F(SysTrayTest, KeepsDefaultDblClkForItsOwner) {
+TEST_F(clsSysTrayTest, KeepsDefaultDblClkForItsOwner) {
     EXPECT_TRUE(tray.DefaultDblClk);
     tray.DefaultDblClk = false;
     area.Mouse(515);
     EXPECT_EQ(raised, Texts{"LButtonDblClk"});
 }
 
-TEST_F(SysTrayTest, CutsTooltipsToTheirField) {
+TEST_F(clsSysTrayTest, CutsTooltipsToTheirField) {
     const struct {
         std::string text;
         std::string tip;
@@ -105,7 +105,7 @@ TEST_F(SysTrayTest, CutsTooltipsToTheirField) {
         {std::string(10'000, 'd'), std::string(63, 'd')},
         {"\xff\x80&%n", "\xff\x80&%n"},
         {std::string("a\0b", 3), "a"},
-        {"short", "short"}, // nothing of the longer one is left behind it
+        {"short", "short"}, // nothing of the longer one is left after it
     };
     for (const auto& c : cases) {
         tray.ChangeToolTip(c.text);
@@ -116,7 +116,7 @@ TEST_F(SysTrayTest, CutsTooltipsToTheirField) {
     }
 }
 
-TEST_F(SysTrayTest, TakesTheTooltipOfAnIconToCome) {
+TEST_F(clsSysTrayTest, KeepsATooltipForALaterIcon) {
     window.state = WindowState::Minimized;
     window.caption = "caption";
     tray.SetToolTip("tip");
@@ -127,7 +127,7 @@ TEST_F(SysTrayTest, TakesTheTooltipOfAnIconToCome) {
     EXPECT_EQ(LastCall().Tip(), "tip");
 }
 
-TEST_F(SysTrayTest, NamesAMinimisedWindowLikeItsTooltip) {
+TEST_F(clsSysTrayTest, NamesAMinimisedWindowLikeItsTooltip) {
     window.caption = "caption";
     for (const WindowState state : {WindowState::Normal, WindowState::Maximized}) {
         window.state = state;
@@ -139,7 +139,7 @@ TEST_F(SysTrayTest, NamesAMinimisedWindowLikeItsTooltip) {
     EXPECT_EQ(window.caption, std::string(100, 'x'));
 }
 
-TEST_F(SysTrayTest, GoesIntoTheTrayAndBackAnyNumberOfTimes) {
+TEST_F(clsSysTrayTest, GoesIntoTheTrayAndBackAnyNumberOfTimes) {
     for (int cycle = 0; cycle < 5; ++cycle) {
         window.state = WindowState::Minimized;
         tray.MinToSysTray();
@@ -150,7 +150,7 @@ TEST_F(SysTrayTest, GoesIntoTheTrayAndBackAnyNumberOfTimes) {
     }
 }
 
-// What a window and a notification area are asked to do, in one line.
+// The calls of a window and a notification area, in one line.
 struct Steps {
     std::string line;
     void Note(const char* step) { line += line.empty() ? step : std::string(", ") + step; }
@@ -179,7 +179,7 @@ class SteppedArea : public FakeNotificationArea {
     Steps& steps_;
 };
 
-TEST(SysTraySteps, LeaveNoMomentWithoutWindowAndIcon) {
+TEST(clsSysTrayStepsTest, LeaveNoMomentWithoutWindowAndIcon) {
     Steps steps;
     SteppedWindow window(steps);
     SteppedArea area(steps);
@@ -191,7 +191,7 @@ TEST(SysTraySteps, LeaveNoMomentWithoutWindowAndIcon) {
     EXPECT_EQ(steps.line, "state, visible, taskbar, icon");
 }
 
-TEST_F(SysTrayTest, KeepsAWindowInSightThatCouldNotComeBack) {
+TEST_F(clsSysTrayTest, KeepsAWindowVisibleThatCouldNotComeBack) {
     area.absent = true;
     window.state = WindowState::Minimized;
     tray.MinToSysTray();
@@ -201,7 +201,7 @@ TEST_F(SysTrayTest, KeepsAWindowInSightThatCouldNotComeBack) {
     EXPECT_TRUE(Shown());
 }
 
-TEST_F(SysTrayTest, ANewTaskbarGetsTheIconAgainWhileTheWindowIsInTheTray) {
+TEST_F(clsSysTrayTest, ANewTaskbarGetsTheIconAgainWhileTheWindowIsInTheTray) {
     tray.TaskbarCreated();
     EXPECT_TRUE(area.calls.empty());
 
@@ -217,7 +217,7 @@ TEST_F(SysTrayTest, ANewTaskbarGetsTheIconAgainWhileTheWindowIsInTheTray) {
     EXPECT_TRUE(area.icons.empty());
 }
 
-TEST_F(SysTrayTest, RaisesTheEventOfEachMouseMessage) {
+TEST_F(clsSysTrayTest, RaisesTheEventOfEachMouseMessage) {
     for (const double twipsPerPixel : {15.0, 12.0, 10.0, 7.5, 8.571428571428571, 1440 / 110.0}) {
         raised.clear();
         area.twipsPerPixelX = twipsPerPixel;
@@ -230,7 +230,7 @@ TEST_F(SysTrayTest, RaisesTheEventOfEachMouseMessage) {
     }
 }
 
-TEST_F(SysTrayTest, RaisesNothingForAnyOtherNumber) {
+TEST_F(clsSysTrayTest, RaisesNothingForAnyOtherNumber) {
     for (const int message : {512, 0, -1, 511, 519, 520, 521, 522, 1024, 1025, 65535, -513}) {
         area.Mouse(message);
         EXPECT_EQ(tray.LastMessage(), message);
@@ -238,7 +238,7 @@ TEST_F(SysTrayTest, RaisesNothingForAnyOtherNumber) {
     EXPECT_EQ(raised, Texts{});
 }
 
-TEST_F(SysTrayTest, RoundsThePositionToAWholeNumber) {
+TEST_F(clsSysTrayTest, RoundsThePositionToAWholeNumber) {
     const struct {
         double X;
         int message;
@@ -250,7 +250,7 @@ TEST_F(SysTrayTest, RoundsThePositionToAWholeNumber) {
     }
 }
 
-TEST_F(SysTrayTest, DropsWhatArrivesWhileAHandlerRuns) {
+TEST_F(clsSysTrayTest, DropsMessagesWhileAHandlerRuns) {
     whileRaised = [this] {
         area.Mouse(517);
         EXPECT_EQ(tray.LastMessage(), 517);
@@ -262,7 +262,7 @@ TEST_F(SysTrayTest, DropsWhatArrivesWhileAHandlerRuns) {
     EXPECT_EQ(raised, (Texts{"LButtonDown", "RButtonUp"}));
 }
 
-TEST_F(SysTrayTest, AFailingHandlerLeavesItReadyForTheNextEvent) {
+TEST_F(clsSysTrayTest, AFailingHandlerLeavesItReadyForTheNextEvent) {
     whileRaised = [] { throw RunTimeError(ErrorNumber::TypeMismatch); };
     EXPECT_EQ(ErrorOf([&] { area.Mouse(513); }), ErrorNumber::TypeMismatch);
     whileRaised = nullptr;
@@ -270,21 +270,20 @@ TEST_F(SysTrayTest, AFailingHandlerLeavesItReadyForTheNextEvent) {
     EXPECT_EQ(raised, (Texts{"LButtonDown", "LButtonUp"}));
 }
 
-TEST_F(SysTrayTest, EventsWithoutAHandlerGoNowhere) {
+TEST_F(clsSysTrayTest, EventsWithoutAHandlerAreIgnored) {
     tray.LButtonUp = nullptr;
     area.Mouse(514);
     EXPECT_EQ(raised, Texts{});
 }
 
-TEST(SysTray, NeedsAWindow) {
-    FakeNotificationArea area;
-    clsSysTray tray(area);
-    EXPECT_TRUE(tray.DefaultDblClk);
-    EXPECT_EQ(tray.ToolTip(), "");
+TEST_F(clsSysTrayTest, NeedsAWindow) {
+    clsSysTray fresh(area);
+    EXPECT_TRUE(fresh.DefaultDblClk);
+    EXPECT_EQ(fresh.ToolTip(), "");
     const std::vector<std::function<void()>> calls = {
-        [&] { tray.SourceWindow(); },    [&] { tray.Icon(); },
-        [&] { tray.SetPicHook(); },      [&] { tray.MinToSysTray(); },
-        [&] { tray.BringWindowBack(); }, [&] { tray.ChangeToolTip("x"); }};
+        [&] { fresh.SourceWindow(); },    [&] { fresh.Icon(); },
+        [&] { fresh.SetPicHook(); },      [&] { fresh.MinToSysTray(); },
+        [&] { fresh.BringWindowBack(); }, [&] { fresh.ChangeToolTip("x"); }};
     for (const auto& call : calls)
         EXPECT_EQ(ErrorOf(call), ErrorNumber::ObjectVariableNotSet);
 }

@@ -14,14 +14,14 @@ constexpr const char* LocationKey = "SOFTWARE\\Microsoft\\Shared Tools Location"
 constexpr const char* ToolKey = "SOFTWARE\\Microsoft\\Shared Tools\\MSInfo";
 constexpr RegistryRoot Machine = RegistryRoot::LocalMachine;
 
-class AboutTest : public ProgramTest {
+class frmAboutTest : public ProgramTest {
   protected:
-    AboutTest() {
+    frmAboutTest() {
         fake.files.Put("C:\\Tools\\msinfo.exe", "");
         fake.files.Put("C:\\Other\\msinfo.exe", "");
     }
 
-    // The file that System Info runs; empty when it runs none.
+    // The file that System Info runs; empty if it runs none.
     std::string Run() {
         fake.shell.opened.clear();
         form.cmdSystemInfo_Click();
@@ -33,13 +33,13 @@ class AboutTest : public ProgramTest {
     frmAbout form{program, fake.desktop, [this] { ++closed; }};
 };
 
-TEST_F(AboutTest, ShowsTheProgramsVersion) {
+TEST_F(frmAboutTest, ShowsTheProgramsVersion) {
     form.Form_Load();
     EXPECT_EQ(form.lblVersion, "Version " + std::to_string(VersionMajor) + "." +
                                    std::to_string(VersionMinor) + "." + std::to_string(VersionRevision));
 }
 
-TEST_F(AboutTest, RunsTheSystemsInformationTool) {
+TEST_F(frmAboutTest, RunsTheSystemsInformationTool) {
     fake.registry.Put(Machine, LocationKey, "MSInfo", "C:\\Tools\\msinfo.exe");
     fake.registry.Put(Machine, ToolKey, "Path", "C:\\Other\\msinfo.exe");
     EXPECT_EQ(Run(), "C:\\Tools\\msinfo.exe");
@@ -49,7 +49,7 @@ TEST_F(AboutTest, RunsTheSystemsInformationTool) {
     EXPECT_EQ(static_cast<int>(request.show), 1);
 }
 
-TEST_F(AboutTest, LooksAtTheSecondPlaceOnlyWhenTheFirstIsEmpty) {
+TEST_F(frmAboutTest, UsesTheSecondKeyOnlyIfTheFirstIsEmpty) {
     fake.registry.Put(Machine, ToolKey, "Path", "C:\\Other\\msinfo.exe");
     EXPECT_EQ(Run(), "C:\\Other\\msinfo.exe");
     fake.registry.Put(Machine, LocationKey, "MSInfo", "");
@@ -58,7 +58,7 @@ TEST_F(AboutTest, LooksAtTheSecondPlaceOnlyWhenTheFirstIsEmpty) {
     EXPECT_EQ(Run(), "");
 }
 
-TEST_F(AboutTest, RunsNothingThatIsNoFile) {
+TEST_F(frmAboutTest, RunsOnlyFilesThatExist) {
     EXPECT_EQ(Run(), "") << "no value at all";
     fake.files.PutFolder("C:\\Tools");
     for (const char* value :
@@ -71,7 +71,7 @@ TEST_F(AboutTest, RunsNothingThatIsNoFile) {
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
-TEST_F(AboutTest, ClosesOnOkAndEscape) {
+TEST_F(frmAboutTest, ClosesOnOkAndEscape) {
     form.cmdOK_Click();
     EXPECT_EQ(closed, 1);
     form.Form_KeyDown(27);

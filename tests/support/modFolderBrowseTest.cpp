@@ -8,7 +8,7 @@
 namespace quarn {
 namespace {
 
-TEST(BrowseForFolder, AsksWithTheFolderSelected) {
+TEST(modFolderBrowseTest, AsksWithTheFolderSelected) {
     FakePrompts prompts;
     prompts.folderAnswers = {"C:\\Games\\Arena", ""};
     EXPECT_EQ(BrowseForFolder(prompts, "C:\\Quarn\\"), "C:\\Games\\Arena");

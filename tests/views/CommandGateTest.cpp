@@ -14,12 +14,12 @@ using Kind = CommandKind;
 
 class CommandGateTest : public ::testing::Test {
   protected:
-    // Notes a letter.
+    // Records a letter.
     std::function<void()> Note(char letter) {
         return [this, letter] { ran += letter; };
     }
 
-    // Runs a command that has a list or a scan in hand while `meanwhile` runs.
+    // Runs a command that works on a list or scan while `meanwhile` runs.
     template<class Activity>
     void RunWith(Kind kind, const std::function<void()>& meanwhile) {
         gate.Run(kind, [&] {
@@ -40,13 +40,13 @@ class CommandGateTest : public ::testing::Test {
 using ListActivity = CommandGate::ListActivity;
 using ScanActivity = CommandGate::ScanActivity;
 
-TEST_F(CommandGateTest, RunsACommandAtOnceWhenNothingIsAtWork) {
+TEST_F(CommandGateTest, RunsACommandAtOnceIfNothingIsRunning) {
     gate.Run(Kind::Ordinary, Note('a'));
     gate.Run(Kind::ReplacesList, Note('b'));
     EXPECT_EQ(ran, "ab");
 }
 
-TEST_F(CommandGateTest, RunsACommandInsideAnotherThatHasNeitherListNorScanInHand) {
+TEST_F(CommandGateTest, RunsACommandInsideAnotherWithoutListOrScan) {
     gate.Run(Kind::Ordinary, [&] {
         gate.Run(Kind::ReplacesList, Note('a'));
         ran += 'b';
@@ -54,7 +54,7 @@ TEST_F(CommandGateTest, RunsACommandInsideAnotherThatHasNeitherListNorScanInHand
     EXPECT_EQ(ran, "ab");
 }
 
-TEST_F(CommandGateTest, LetsEveryCommandWaitForAList) {
+TEST_F(CommandGateTest, EveryCommandWaitsForAList) {
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.Run(Kind::Ordinary, Note('a'));
         gate.Run(Kind::ReplacesList, Note('b'));
@@ -63,7 +63,7 @@ TEST_F(CommandGateTest, LetsEveryCommandWaitForAList) {
     EXPECT_EQ(ran, "()abc");
 }
 
-TEST_F(CommandGateTest, LetsOnlyReplacementsWaitForAScan) {
+TEST_F(CommandGateTest, OnlyReplacementsWaitForAScan) {
     RunWith<ScanActivity>(Kind::Ordinary, [&] {
         gate.Run(Kind::ReplacesList, Note('a'));
         gate.Run(Kind::Ordinary, Note('b'));
@@ -72,7 +72,7 @@ TEST_F(CommandGateTest, LetsOnlyReplacementsWaitForAScan) {
     EXPECT_EQ(ran, "(b)ac");
 }
 
-TEST_F(CommandGateTest, TellsAScanThatAReplacementWaits) {
+TEST_F(CommandGateTest, ReportsToAScanThatAReplacementIsWaiting) {
     RunWith<ScanActivity>(Kind::Ordinary, [&] {
         EXPECT_FALSE(gate.ReplacementWaits());
         gate.Run(Kind::Ordinary, Note('a'));
@@ -87,7 +87,7 @@ TEST_F(CommandGateTest, TellsAScanThatAReplacementWaits) {
     EXPECT_FALSE(gate.ReplacementWaits());
 }
 
-TEST_F(CommandGateTest, KeepsTheOrderOfWhatWaitsAlsoWhenMoreComesMeanwhile) {
+TEST_F(CommandGateTest, KeepsTheOrderOfWaitingCommands) {
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.Run(Kind::ReplacesList, [&] {
             RunWith<ListActivity>(Kind::Ordinary, [&] { gate.Run(Kind::Ordinary, Note('z')); });
@@ -109,13 +109,13 @@ TEST_F(CommandGateTest, WaitsUntilTheOutermostCommandIsDone) {
     EXPECT_EQ(ran, "(()).x");
 }
 
-TEST_F(CommandGateTest, ClosesAtOnceWhenNothingIsAtWork) {
+TEST_F(CommandGateTest, ClosesAtOnceIfNothingIsRunning) {
     gate.Close(Note('u'));
     EXPECT_EQ(ran, "u");
     EXPECT_TRUE(gate.Closing());
 }
 
-TEST_F(CommandGateTest, ClosesAfterTheOutermostCommandAndDropsWhatWaits) {
+TEST_F(CommandGateTest, ClosesAfterTheOutermostCommandAndDropsWaitingOnes) {
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.Run(Kind::Ordinary, Note('a'));
         gate.Close(Note('u'));
@@ -125,7 +125,7 @@ TEST_F(CommandGateTest, ClosesAfterTheOutermostCommandAndDropsWhatWaits) {
     EXPECT_EQ(ran, "()u");
 }
 
-TEST_F(CommandGateTest, DropsWhatStillWaitsWhenOneOfTheWaitingCommandsCloses) {
+TEST_F(CommandGateTest, DropsTheRestWhenAWaitingCommandCloses) {
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.Run(Kind::Ordinary, [&] {
             ran += 'q';
@@ -145,7 +145,7 @@ TEST_F(CommandGateTest, CountsOnlyTheFirstClose) {
     EXPECT_EQ(ran, "u");
 }
 
-TEST_F(CommandGateTest, UnloadsWithoutWaitingWhenTheSystemEnds) {
+TEST_F(CommandGateTest, UnloadsWithoutWaitingWhenTheSessionEnds) {
     RunWith<ScanActivity>(Kind::Ordinary, [&] {
         gate.Run(Kind::ReplacesList, Note('a'));
         gate.CloseAtOnce(Note('u'));
@@ -154,7 +154,7 @@ TEST_F(CommandGateTest, UnloadsWithoutWaitingWhenTheSystemEnds) {
     EXPECT_EQ(ran, "(u)");
 }
 
-TEST_F(CommandGateTest, UnloadsOnceThoughTheSystemEndsDuringOrAfterAClose) {
+TEST_F(CommandGateTest, UnloadsOnceIfTheSessionEndsDuringOrAfterAClose) {
     gate.Run(Kind::Ordinary, [&] {
         gate.Close(Note('u'));
         gate.CloseAtOnce(Note('v'));
@@ -164,7 +164,7 @@ TEST_F(CommandGateTest, UnloadsOnceThoughTheSystemEndsDuringOrAfterAClose) {
     EXPECT_EQ(ran, "v");
 }
 
-TEST_F(CommandGateTest, UnloadsOnceThoughTheSystemEndsInTheMiddleOfIt) {
+TEST_F(CommandGateTest, UnloadsOnceIfTheSessionEndsDuringTheUnload) {
     gate.Close([&] {
         ran += 'u';
         gate.CloseAtOnce(Note('v'));
@@ -185,7 +185,7 @@ TEST_F(CommandGateTest, ChecksAConditionBeforeItWaitsAndAfterEachEvent) {
     EXPECT_EQ(fake.events.Pending(), 3U);
 }
 
-TEST_F(CommandGateTest, RunsWhatHadToWaitForAListInAScanWithoutWaitingForItsEnd) {
+TEST_F(CommandGateTest, RunsCommandsThatWaitedForAListBeforeTheScanEnds) {
     RunWith<ScanActivity>(Kind::Ordinary, [&] {
         fake.events.Post([&] {
             RunWith<ListActivity>(Kind::Ordinary, [&] {
@@ -200,7 +200,7 @@ TEST_F(CommandGateTest, RunsWhatHadToWaitForAListInAScanWithoutWaitingForItsEnd)
     EXPECT_EQ(ran, "(()ax)bc");
 }
 
-TEST_F(CommandGateTest, ChecksAConditionAfterEachCommandThatHadToWait) {
+TEST_F(CommandGateTest, ChecksAConditionAfterEachWaitingCommand) {
     RunWith<ScanActivity>(Kind::Ordinary, [&] {
         fake.events.Post([&] {
             RunWith<ListActivity>(Kind::Ordinary, [&] {

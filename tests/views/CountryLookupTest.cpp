@@ -35,7 +35,7 @@ class CountryLookupTest : public ::testing::Test {
     HeadlessBrowser browser;
 };
 
-TEST_F(CountryLookupTest, LoadsTheDatabaseOnFirstNeedAndOnce) {
+TEST_F(CountryLookupTest, LoadsTheDatabaseOnceOnFirstUse) {
     browser.fake.files.Put(DatabasePath, Loopback);
     StartWith(2);
     EXPECT_FALSE(Loaded());
@@ -47,7 +47,7 @@ TEST_F(CountryLookupTest, LoadsTheDatabaseOnFirstNeedAndOnce) {
     EXPECT_EQ(browser.fake.files.Reads(DatabasePath), 1);
 }
 
-TEST_F(CountryLookupTest, SaysWhatItDoesWhileItLoads) {
+TEST_F(CountryLookupTest, ShowsAMessageWhileItLoads) {
     browser.fake.files.Put(DatabasePath, Loopback);
     StartWith(1);
     browser.Controls().SetStatus(MessagePanel, "Something else.");
@@ -100,7 +100,7 @@ TEST_F(CountryLookupTest, ChangesNothingWithoutADatabase) {
         EXPECT_EQ(other.Message(), "Ready.") << c.name;
         EXPECT_THAT(other.fake.prompts.shown, IsEmpty()) << c.name;
 
-        other.fake.files.Put(DatabasePath, Loopback); // somebody put it there
+        other.fake.files.Put(DatabasePath, Loopback); // another program put it there
         other.Form().countries.mnuRecheckCountries_Click();
         EXPECT_EQ(other.program.Servers[1].Country, "LO") << c.name;
     }
@@ -137,7 +137,7 @@ TEST_F(CountryLookupTest, TriesAgainForAServerThatIsAddedByHand) {
     EXPECT_EQ(browser.program.Servers[2].Country, "LO");
 }
 
-TEST_F(CountryLookupTest, StopsAtAnAddressThatIsNone) {
+TEST_F(CountryLookupTest, StopsAtAMalformedAddress) {
     browser.fake.files.Put(DatabasePath, Loopback);
     StartWith(3);
     struct Case {
@@ -156,7 +156,7 @@ TEST_F(CountryLookupTest, StopsAtAnAddressThatIsNone) {
     }
 }
 
-TEST_F(CountryLookupTest, StopsAtARowWhoseRecordIsGone) {
+TEST_F(CountryLookupTest, StopsAtARowWithoutARecord) {
     browser.fake.files.Put(DatabasePath, Loopback);
     StartWith(3);
     browser.Controls().lvwServers.Edit(2).main.tag = "9";

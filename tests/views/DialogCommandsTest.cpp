@@ -1,4 +1,4 @@
-// The commands that open dialogs, and what the dialogs do to the main window.
+// The commands that open dialogs, and the effect of the dialogs on the main window.
 
 #include "support/clsAppLog.h"
 #include "tests/fakes/HeadlessBrowser.h"
@@ -43,7 +43,7 @@ TEST_F(DialogCommandsTest, OpenEachDialog) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(DialogCommandsTest, TellOfADialogThatFails) {
+TEST_F(DialogCommandsTest, ShowTheErrorOfADialog) {
     Start();
     const auto fail = [](auto&) { throw RunTimeError(ErrorNumber::OutOfMemory); };
     browser.dialogs.inSetPassword = fail;
@@ -63,7 +63,7 @@ TEST_F(DialogCommandsTest, TellOfADialogThatFails) {
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(5));
 }
 
-TEST_F(DialogCommandsTest, DialogsStandOnTopWithTheMainWindow) {
+TEST_F(DialogCommandsTest, DialogsAreTopMostIfTheMainWindowIs) {
     for (const std::int32_t keepOnTop : {0, 1, 2, -1}) {
         HeadlessBrowser another;
         another.Set("General", "KeepOnTop", keepOnTop);
@@ -122,7 +122,7 @@ TEST_F(DialogCommandsTest, TheGameSetupDecidesWhichGamesTheTreeShows) {
     EXPECT_EQ(browser.Setting("Games", "Visible2"), "0");
 }
 
-TEST_F(DialogCommandsTest, AlsoACancelledGameSetupRefreshesTheTree) {
+TEST_F(DialogCommandsTest, ACancelledGameSetupRefreshesTheTreeToo) {
     Start();
     browser.program.GameVisible[2] = 0;
     Commands().mnuExtrasGameSetup_Click();
@@ -147,7 +147,7 @@ TEST_F(DialogCommandsTest, OptionsApplyAtOnce) {
         EXPECT_EQ(browser.Controls().mnuServAddToFavorites[i].visible, i <= 4) << i;
 }
 
-TEST_F(DialogCommandsTest, AlsoCancelledOptionsAreAppliedAsTheyStand) {
+TEST_F(DialogCommandsTest, CancelledOptionsAreAppliedToo) {
     Start();
     browser.program.KeepOnTop = 1;
     browser.program.PingTimeout = 321;
@@ -172,7 +172,7 @@ TEST_F(DialogCommandsTest, WrongOptionsStayOpenUntilTheyAreCancelled) {
     EXPECT_FALSE(browser.window.topMost);
 }
 
-TEST_F(DialogCommandsTest, AnyNumberOfFoldersLeavesTreeAndMenuWhole) {
+TEST_F(DialogCommandsTest, AnyNumberOfFoldersKeepsTreeAndMenuConsistent) {
     for (const std::int32_t number : {-5, 0, 9, 10, 1000}) {
         HeadlessBrowser another;
         another.Set("Favorites", "Number", number);
@@ -188,7 +188,7 @@ TEST_F(DialogCommandsTest, AnyNumberOfFoldersLeavesTreeAndMenuWhole) {
 TEST_F(DialogCommandsTest, NoDialogOpensWhenTheProgramEndsMeanwhile) {
     Start();
     browser.fake.prompts.whileOpen = [&] { browser.Form().Unload(); };
-    browser.Form().game.mnuServConnectPlay_Click(); // no executable: a box, then the game setup
+    browser.Form().game.mnuServConnectPlay_Click(); // no executable: an error message, then the game setup
     EXPECT_THAT(browser.dialogs.shown, IsEmpty());
     EXPECT_TRUE(browser.Ended());
 }

@@ -110,7 +110,7 @@ TEST_F(GameCommandsTest, DoesNothingWithoutASelectedServer) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(GameCommandsTest, NotesTheVisitInRecordAndRow) {
+TEST_F(GameCommandsTest, RecordsTheVisitInRecordAndRow) {
     Start();
     browser.SelectRows({2});
     browser.fake.clock.SetNow({2026, 12, 24, 18, 30, 5}, 999);
@@ -139,7 +139,7 @@ TEST_F(GameCommandsTest, AFailedLaunchCountsAsAVisitAndOpensTheGameSetup) {
     }
 }
 
-TEST_F(GameCommandsTest, TheGameSetupThatFollowsCanMendThePath) {
+TEST_F(GameCommandsTest, TheGameSetupThatFollowsCanCorrectThePath) {
     browser.Set("Games", "Path1", "D:\\gone");
     browser.dialogs.inGamSetup = [&](frmGamSetup& form) {
         EXPECT_EQ(form.txtPath, "D:\\gone\\");
@@ -212,7 +212,7 @@ TEST_F(GameCommandsTest, StartsTheGameOfTheListShown) {
                 ElementsAre("C:\\Games\\Crowbar\\crowbar.exe +connect 10.0.0.1:27015 -game baseq3 -s"));
 }
 
-TEST_F(GameCommandsTest, LogsAndShowsWhatGoesWrong) {
+TEST_F(GameCommandsTest, LogsAndShowsErrors) {
     Start();
     browser.fake.files.FailWrites("server.txt", ErrorNumber::PermissionDenied);
     browser.SelectRows({1});
@@ -240,7 +240,7 @@ TEST_F(GameCommandsTest, AStaleRowJoinsNothing) {
 TEST_F(GameCommandsTest, DuringAScanJoinsWhatTheUserSelected) {
     browser.PutServers({"127.0.0.1:27960", "127.0.0.2:27961"}); // 3 never answers
     Start();
-    browser.In(500, [&] { // server 3 is being asked
+    browser.In(500, [&] { // server 3 is being queried
         EXPECT_EQ(browser.program.CurrentServer, 3);
         browser.SelectRows({1});
         Commands().mnuServConnectPlay_Click();
@@ -253,7 +253,7 @@ TEST_F(GameCommandsTest, DuringAScanJoinsWhatTheUserSelected) {
     EXPECT_EQ(Server(1).Players, 0);
 }
 
-TEST_F(GameCommandsTest, HandsTheSelectedServerToVelmar) {
+TEST_F(GameCommandsTest, SendsTheSelectedServerToVelmar) {
     browser.fake.peers.versions[Velmar] = {2, 1, 5};
     browser.fake.peers.openWindows = {"Velmar 215"};
     Start();

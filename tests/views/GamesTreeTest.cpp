@@ -34,7 +34,7 @@ class GamesTreeTest : public ::testing::Test {
     HeadlessBrowser browser;
 };
 
-TEST_F(GamesTreeTest, HasItsFixedNodesInFront) {
+TEST_F(GamesTreeTest, BeginsWithItsFixedNodes) {
     ASSERT_TRUE(browser.Start());
     struct Fixed {
         const char* key;
@@ -96,7 +96,7 @@ TEST_F(GamesTreeTest, RebuildsWithoutDuplicatesAndLeavesTheFilters) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(GamesTreeTest, FollowsWhatIsSetUp) {
+TEST_F(GamesTreeTest, FollowsTheSettings) {
     ASSERT_TRUE(browser.Start());
     browser.program.GameVisible[1] = 0;
     browser.program.GameVisible[4] = -1;
@@ -158,7 +158,7 @@ TEST_F(GamesTreeTest, ShowsNoModWithoutItsGame) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(GamesTreeTest, BuildsNineFoldersAndTellsWhenThereShallBeMore) {
+TEST_F(GamesTreeTest, BuildsNineFoldersAndShowsAnErrorForMore) {
     for (const std::int32_t number : {0, -1, 9, 10, 1000, 2147483647}) {
         HeadlessBrowser other;
         other.Set("Favorites", "Number", number);
@@ -177,7 +177,7 @@ TEST_F(GamesTreeTest, BuildsNineFoldersAndTellsWhenThereShallBeMore) {
 TEST_F(GamesTreeTest, KeepsSelectionAndExpansionByKey) {
     struct Case {
         const char* selected;
-        const char* after; // when d3 and mod3's game are gone
+        const char* after; // after d3 and mod3's game were removed
     };
     for (const Case& c :
          {Case{"q3", "q3"}, Case{"mod2", "mod2"}, Case{"fav2", "fav2"}, Case{"png20", "png20"},
@@ -205,7 +205,7 @@ TEST_F(GamesTreeTest, KeepsSelectionAndExpansionByKey) {
     }
 }
 
-TEST_F(GamesTreeTest, SelectsTheFolderOfAFavoriteThatWent) {
+TEST_F(GamesTreeTest, SelectsTheFolderOfARemovedFavorite) {
     ASSERT_TRUE(browser.Start());
     Tree().Select("fav2");
     browser.program.FavoritesNumber = 1;
@@ -235,7 +235,7 @@ TEST_F(GamesTreeTest, SwitchesTheOpenServersFilterAtEveryClick) {
     EXPECT_EQ(Saves("q3"), 0);
 }
 
-TEST_F(GamesTreeTest, ListsAnewForTheFolderOfThePingFilters) {
+TEST_F(GamesTreeTest, ListsAgainForTheFolderOfThePingFilters) {
     browser.PutList("q3", HeadlessBrowser::Addresses(3));
     browser.Set("Filter", "Locked", 7);
     ASSERT_TRUE(browser.Start());
@@ -272,7 +272,7 @@ TEST_F(GamesTreeTest, ChecksAtMostOnePingFilter) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(GamesTreeTest, TakesAnyStoredLimitForNone) {
+TEST_F(GamesTreeTest, TreatsAnUnknownStoredLimitAsNone) {
     for (const std::int32_t stored : {1, 30, -20, 2147483647}) {
         HeadlessBrowser other;
         other.Set("Filter", "Ping", stored);
@@ -285,7 +285,7 @@ TEST_F(GamesTreeTest, TakesAnyStoredLimitForNone) {
     }
 }
 
-// How a key begins decides what a click does, and a game's may begin as a filter's.
+// The beginning of a key decides what a click does, and a game's key may begin like a filter's.
 TEST_F(GamesTreeTest, SwitchesNoFilterForAGameNamedLikeOne) {
     Definitions("[General]\nGameNum=3\n[Game1]\nGameShort=q3\n[Game2]\nGameShort=fltx\n"
                 "[Game3]\nGameShort=png20x\n");
@@ -305,7 +305,7 @@ TEST_F(GamesTreeTest, SwitchesNoFilterForAGameNamedLikeOne) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(GamesTreeTest, TellsOfAPingLimitThatIsNone) {
+TEST_F(GamesTreeTest, ShowsAnErrorForAMalformedPingLimit) {
     Definitions("[General]\nGameNum=2\n[Game1]\nGameShort=q3\n[Game2]\nGameShort=pngx\n");
     ASSERT_TRUE(browser.Start());
     Tree().Node("pngx").image = "unchecked";
@@ -333,7 +333,7 @@ TEST_F(GamesTreeTest, AsksForAFoldersNewName) {
     EXPECT_EQ(browser.Setting("Favorites", "Name1"), "Old friends");
 }
 
-TEST_F(GamesTreeTest, TakesAnyAnswerForAFoldersName) {
+TEST_F(GamesTreeTest, AcceptsAnyFolderName) {
     ASSERT_TRUE(browser.Start());
     Tree().Select("fav2");
     for (const char* answer : {"x", "", " ", "a;b", "&Name", "-"}) {
@@ -358,7 +358,7 @@ TEST_F(GamesTreeTest, RenamesFavoritesFoldersOnly) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(GamesTreeTest, TellsWhenAFolderHasNoNameToChange) {
+TEST_F(GamesTreeTest, ShowsAnErrorIfAFolderHasNoName) {
     Definitions("[General]\nGameNum=3\n[Game1]\nGameShort=fav10\n[Game2]\nGameShort=fav-1\n[Game3]"
                 "\nGameShort=favx\n");
     browser.Set("Selection", "LastGame", 1);
@@ -373,8 +373,8 @@ TEST_F(GamesTreeTest, TellsWhenAFolderHasNoNameToChange) {
         EXPECT_EQ(browser.Errors().back(), std::string("frmMain;mnuTreeRename_Click;") + c.error) << c.key;
     }
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(3));
-    for (const FakePrompts::Box& box : browser.fake.prompts.shown)
-        EXPECT_EQ(box.kind, FakePrompts::Kind::Error);
+    for (const FakePrompts::Prompt& prompt : browser.fake.prompts.shown)
+        EXPECT_EQ(prompt.kind, FakePrompts::Kind::Error);
 }
 
 TEST_F(GamesTreeTest, NamesTheEntriesOfTheFavoritesMenu) {

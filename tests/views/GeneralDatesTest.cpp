@@ -14,7 +14,7 @@
 namespace quarn {
 namespace {
 
-// Counts how often it had to read a date.
+// Counts how often the locale had to read a date.
 class CountingLocale : public ClassicLocale {
   public:
     mutable std::int32_t reads = 0;
@@ -25,7 +25,7 @@ class CountingLocale : public ClassicLocale {
     }
 };
 
-// Writes dates in another way, and reads nothing but what the English locale writes.
+// Writes dates in another layout and reads only those of the English locale.
 class ForeignLocale : public CountingLocale {
   public:
     explicit ForeignLocale(std::function<std::string(const CalendarTime&)> write)
@@ -46,7 +46,7 @@ DateTime AnyDate(std::mt19937& random) {
                            static_cast<int>(random() % 60), static_cast<int>(1 + random() % 59)});
 }
 
-TEST(GeneralDates, ReadWhatTheLocaleWritesWithoutAskingIt) {
+TEST(GeneralDatesTest, ReadWhatTheLocaleWritesWithoutAskingIt) {
     for (const bool german : {false, true}) {
         CountingLocale locale;
         locale.german = german;
@@ -61,7 +61,7 @@ TEST(GeneralDates, ReadWhatTheLocaleWritesWithoutAskingIt) {
     }
 }
 
-TEST(GeneralDates, ReadEveryTextAsTheLocaleDoes) {
+TEST(GeneralDatesTest, ReadEveryTextAsTheLocaleDoes) {
     const std::array<const char*, 40> texts = {"11/21/2026 8:05:00 AM",
                                                "21.11.2026 08:05:00",
                                                "11/21/2026",
@@ -116,7 +116,7 @@ TEST(GeneralDates, ReadEveryTextAsTheLocaleDoes) {
     }
 }
 
-TEST(GeneralDates, AskForATextThatComesAgainOnlyOnce) {
+TEST(GeneralDatesTest, AskTheLocaleOnceForARepeatedText) {
     CountingLocale locale;
     GeneralDates dates(locale);
     const std::int32_t before = locale.reads;
@@ -128,7 +128,7 @@ TEST(GeneralDates, AskForATextThatComesAgainOnlyOnce) {
     EXPECT_EQ(locale.reads, before + 3);
 }
 
-TEST(GeneralDates, LeaveWhatTheyDoNotUnderstandToTheLocale) {
+TEST(GeneralDatesTest, LeaveOtherTextsToTheLocale) {
     const auto day = [](int first, int second, int year) {
         return std::to_string(first) + "/" + std::to_string(second) + "/" + std::to_string(year);
     };
@@ -136,7 +136,7 @@ TEST(GeneralDates, LeaveWhatTheyDoNotUnderstandToTheLocale) {
         return " " + std::to_string(c.hour) + ":" + std::to_string(c.minute) + ":" + std::to_string(c.second);
     };
     const std::function<std::string(const CalendarTime&)> writers[] = {
-        // A short year; no seconds; years of another era; what the locale itself reads in another way.
+        // A short year; no seconds; years of another era; texts that the locale reads differently.
         [&](const CalendarTime& c) { return day(c.month, c.day, c.year % 100) + time(c); },
         [&](const CalendarTime& c) { return day(c.month, c.day, c.year) + " " + std::to_string(c.hour); },
         [&](const CalendarTime& c) { return day(c.month, c.day, c.year + 543) + time(c); },

@@ -1,9 +1,9 @@
 #pragma once
 
-// What can happen in the middle of something else: commands, and the places where events run between the
-// steps of another command.
+// Commands, and the places where events run in the middle of another command.
 
 #include "tests/fakes/HeadlessBrowser.h"
+#include "tests/fakes/UserActions.h"
 
 #include <cstdint>
 #include <functional>
@@ -12,7 +12,7 @@
 
 namespace quarn {
 
-// Each list has addresses of its own, so that a server tells where it belongs.
+// Each list has addresses of its own, so that a server's address tells which list it belongs to.
 enum BlockNumber {
     Q3Block = 11,
     D3Block,
@@ -22,10 +22,8 @@ enum BlockNumber {
     MasterBlock,
     TypedBlock
 };
-std::vector<std::string> Block(int block, int count);
 
-// A browser that shows the list of q3, five servers of which the fourth is silent; every question finds an
-// answer.
+// A browser that shows the list of q3, five servers of which the fourth is silent. Every prompt is answered.
 struct BusyBrowser : HeadlessBrowser {
     BusyBrowser();
 };
@@ -33,7 +31,7 @@ struct BusyBrowser : HeadlessBrowser {
 struct Command {
     const char* name;
     std::function<void(BusyBrowser&)> run;
-    bool replacesRecords = false; // afterwards rows may show what is not in the list any more
+    bool replacesRecords = false; // afterwards rows may show records that have left the list
 };
 const std::vector<Command>& Commands();
 
@@ -45,10 +43,10 @@ struct Place {
 };
 const std::vector<Place>& Places();
 
-// What takes the window's mouse and keyboard away while events go on: boxes and dialogs.
+// Prompts and dialogs: they disable the window's mouse and keyboard while events run.
 const std::vector<Place>& ModalPlaces();
 
-// Lets it happen at this one of the yields that come, counted from 1.
+// Runs it at the given one of the next yields, counted from 1.
 void AtYield(BusyBrowser& browser, std::int32_t number, const std::function<void()>& meanwhile);
 
 } // namespace quarn

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::int32_t ToolbarHeight = 420;
 
-TEST(LayoutRules, DividesTheWindowAmongTreeAndLists) {
+TEST(LayoutRulesTest, DividesTheWindowAmongTreeAndLists) {
     const MainLayout layout = LayOut({12000, 9000}, ToolbarHeight);
     EXPECT_EQ(layout.trvGames.width, TreeWidth);
     EXPECT_EQ(layout.trvGames.height, 4500);
@@ -25,7 +25,7 @@ TEST(LayoutRules, DividesTheWindowAmongTreeAndLists) {
     EXPECT_EQ(layout.lvwServVars.height, 4500 - 1650);
 }
 
-TEST(LayoutRules, KeepsWhatIsFixedByDesignAtEverySize) {
+TEST(LayoutRulesTest, KeepsWhatIsFixedByDesignAtEverySize) {
     const MainLayout small = LayOut({3000, 2000}, ToolbarHeight);
     const MainLayout large = LayOut({30000, 20000}, ToolbarHeight);
     EXPECT_EQ(small.trvGames.left, large.trvGames.left);
@@ -36,7 +36,7 @@ TEST(LayoutRules, KeepsWhatIsFixedByDesignAtEverySize) {
     EXPECT_EQ(small.lvwPlayers.left, large.lvwPlayers.left);
 }
 
-TEST(LayoutRules, NeverMakesASizeNegative) {
+TEST(LayoutRulesTest, NeverMakesASizeNegative) {
     constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
     for (const TwipsSize inner :
          {TwipsSize{0, 0}, TwipsSize{1, 1}, TwipsSize{174, 3299}, TwipsSize{3474, 3300}, TwipsSize{-1, -1},
@@ -52,7 +52,7 @@ TEST(LayoutRules, NeverMakesASizeNegative) {
     EXPECT_EQ(LayOut({12000, 3302}, ToolbarHeight).lvwPlayers.height, 1);
 }
 
-TEST(LayoutRules, LetsNoTwoListsOverlap) {
+TEST(LayoutRulesTest, LetsNoTwoListsOverlap) {
     for (const TwipsSize inner : {TwipsSize{8000, 5000}, TwipsSize{13301, 9001}, TwipsSize{28800, 16200}}) {
         const MainLayout layout = LayOut(inner, ToolbarHeight);
         EXPECT_LE(layout.trvGames.left + layout.trvGames.width, layout.lvwServers.left);

@@ -1,5 +1,5 @@
-// A program that stays open beside the game for a working day: nothing adds up, and neither the tick counter
-// that wraps nor the clock that is set back disturbs a scan.
+// A program that stays open next to the game for a working day: nothing accumulates, and neither a wrap of
+// the tick counter nor a clock that is set back disturbs a scan.
 
 #include "tests/views/ScanTest.h"
 
@@ -34,7 +34,7 @@ class LongSessionTest : public ScanTest {
     }
 };
 
-TEST_F(LongSessionTest, NothingAddsUpInEightHours) {
+TEST_F(LongSessionTest, NothingAccumulatesInEightHours) {
     StartOneSilent();
     ScanAndCheck();
     const std::size_t logLines = browser.LogFile().size();
@@ -54,7 +54,7 @@ TEST_F(LongSessionTest, TheTickCounterMayWrapBetweenAndDuringScans) {
     for (const std::int64_t wrap : {std::int64_t{1} << 31, std::int64_t{1} << 32}) {
         SCOPED_TRACE(wrap);
         HeadlessBrowser fresh;
-        // Half a scan before the counter wraps.
+        // Half a scan before the wrap.
         fresh.fake.clock.SetTickCount(static_cast<std::int32_t>(wrap - Servers * Latency / 2));
         const auto listed = HeadlessBrowser::Addresses(Servers);
         fresh.PutList("q3", listed);

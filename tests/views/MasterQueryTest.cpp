@@ -68,7 +68,7 @@ TEST_F(MasterQueryTest, SendsPacketsWithAnyBytes) {
     EXPECT_EQ(browser.sckMaster.sent[0].port, 27650);
 }
 
-TEST_F(MasterQueryTest, DoesNothingWhenTheUserDoesNotMeanIt) {
+TEST_F(MasterQueryTest, DoesNothingWithoutConfirmation) {
     StartWith("q3", 3);
     Renew(false);
     EXPECT_THAT(browser.sckMaster.sent, IsEmpty());
@@ -109,7 +109,7 @@ TEST_F(MasterQueryTest, ListsTheServersOfEachFamily) {
     }
 }
 
-TEST_F(MasterQueryTest, CountsOneMoreBehindAnEndMarkAndSaysSoInTheLogOnly) {
+TEST_F(MasterQueryTest, CountsOneMoreAfterAnEndMarkAndOnlyLogsIt) {
     StartWith("q3");
     browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n0;4294967295;XX\r\n");
     Renew();
@@ -120,7 +120,7 @@ TEST_F(MasterQueryTest, CountsOneMoreBehindAnEndMarkAndSaysSoInTheLogOnly) {
     EXPECT_EQ(browser.program.ServerCount, 3);
     EXPECT_EQ(browser.Count(), "3 servers");
     EXPECT_THAT(browser.Errors(), ElementsAre("modMasterQuery;ParseQ3EngineServers;9"));
-    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1)); // the question before
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1)); // the confirmation
     browser.ClickNode("d3");
     EXPECT_EQ(browser.fake.files.Get(HeadlessBrowser::PathOf("q3")).substr(0, 4), " 2\r\n");
 }
@@ -135,7 +135,7 @@ TEST_F(MasterQueryTest, AddsOneDatagramAfterTheOtherAndDropsNoDuplicate) {
     EXPECT_EQ(browser.Count(), "4 servers");
 }
 
-TEST_F(MasterQueryTest, GoesOnBehindTheGapThatAnEndMarkLeft) {
+TEST_F(MasterQueryTest, ContinuesAfterTheGapOfAnEndMark) {
     StartWith("q3");
     Renew();
     browser.fake.events.RunFor(1);
@@ -146,7 +146,7 @@ TEST_F(MasterQueryTest, GoesOnBehindTheGapThatAnEndMarkLeft) {
     EXPECT_EQ(browser.Count(), "6 servers");
 }
 
-TEST_F(MasterQueryTest, ListsNothingOfADatagramThatIsNoReply) {
+TEST_F(MasterQueryTest, IgnoresADatagramThatIsNotAReply) {
     struct Case {
         const char* name;
         std::string game;
@@ -193,7 +193,7 @@ TEST_F(MasterQueryTest, ParsesAHalfLifeDatagramOnceWhateverItsHeader) {
     StartWith("hl");
     Arrive("wrong" + MasterDatagram(Family::HalfLife, two));
     EXPECT_EQ(Addresses(), two);
-    Arrive("\x7F\x09\x01\x02\x69\x87!"s); // no delimiter at all: the whole text is the body
+    Arrive("\x7F\x09\x01\x02\x69\x87!"s); // without a delimiter the whole text is the body
     EXPECT_THAT(Addresses(), ElementsAre(two[0], two[1], "127.9.1.2:27015"));
     EXPECT_THAT(browser.Errors(), ElementsAre("modCommonSubs;ExtractString;5"));
 }
@@ -206,7 +206,7 @@ TEST_F(MasterQueryTest, IgnoresDatagramsOfFewerThanFiveBytes) {
     browser.fake.events.DoEvents();
     EXPECT_EQ(browser.Count(), "untouched");
     EXPECT_THAT(browser.Errors(), IsEmpty());
-    Arrive(MasterDatagram(Family::Quake3, two)); // and they do not stand before it
+    Arrive(MasterDatagram(Family::Quake3, two)); // and they do not precede it
     EXPECT_EQ(browser.Count(), "4 servers");
 }
 
@@ -218,7 +218,7 @@ TEST_F(MasterQueryTest, DoesNothingWithoutADatagram) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(MasterQueryTest, ParsesNothingForAnEngineItDoesNotKnow) {
+TEST_F(MasterQueryTest, ParsesNothingForAnUnknownEngine) {
     for (const char* engine : {"", "Q3", "q3 x", "hl2"}) {
         HeadlessBrowser other;
         other.fake.files.Put("C:\\Quarn\\Games.ini",
@@ -251,7 +251,7 @@ TEST_F(MasterQueryTest, LogsAPacketThatCannotBeSent) {
     browser.sckMaster.whenSent = [](const SentDatagram&) { throw RunTimeError(ErrorNumber::DeviceIOError); };
     Renew();
     EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServerListGet_Click;57"));
-    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1)); // the question alone
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1)); // only the confirmation
 }
 
 TEST_F(MasterQueryTest, SendsOnlyWhenTheOldSocketHasClosed) {
@@ -259,14 +259,14 @@ TEST_F(MasterQueryTest, SendsOnlyWhenTheOldSocketHasClosed) {
     Renew();
     browser.sckMaster.closeMilliseconds = 40;
     browser.In(10, [&] { EXPECT_EQ(browser.sckMaster.CurrentState(), UdpSocket::State::Closing); });
-    browser.sckMaster.ReplyIn(20, MasterDatagram(Family::Doom3, two)); // to the request before
+    browser.sckMaster.ReplyIn(20, MasterDatagram(Family::Doom3, two)); // to the previous request
     Renew();
     EXPECT_EQ(browser.fake.clock.Elapsed(), 40);
     EXPECT_THAT(browser.sckMaster.sent, SizeIs(2));
     EXPECT_EQ(browser.RowCount(), 0);
 }
 
-TEST_F(MasterQueryTest, LetsCommandsWaitUntilItHasAsked) {
+TEST_F(MasterQueryTest, CommandsWaitUntilTheRequestIsSent) {
     StartWith("d3");
     browser.PutList("q3", HeadlessBrowser::Addresses(2));
     Renew();
@@ -282,7 +282,7 @@ TEST_F(MasterQueryTest, LetsCommandsWaitUntilItHasAsked) {
     EXPECT_EQ(browser.RowCount(), 2);
 }
 
-TEST_F(MasterQueryTest, AsksTwiceWhenItIsToldTwice) {
+TEST_F(MasterQueryTest, TwoCommandsSendTwoRequests) {
     StartWith("d3");
     Renew();
     browser.sckMaster.closeMilliseconds = 40;
@@ -303,7 +303,7 @@ TEST_F(MasterQueryTest, EndsWithTheWindowWhileTheOldSocketCloses) {
     EXPECT_EQ(browser.window.destroyCalls, 1);
 }
 
-TEST_F(MasterQueryTest, DropsWhatAMasterSendsForAListThatWasLeft) {
+TEST_F(MasterQueryTest, DropsRepliesForAListThatIsNoLongerShown) {
     StartWith("d3");
     Renew();
     browser.sckMaster.ReplyIn(50, MasterDatagram(Family::Doom3, two));
@@ -314,7 +314,7 @@ TEST_F(MasterQueryTest, DropsWhatAMasterSendsForAListThatWasLeft) {
     EXPECT_EQ(browser.RowCount(), 0);
 }
 
-TEST_F(MasterQueryTest, GoesOnListeningBetweenAGameAndItsMod) {
+TEST_F(MasterQueryTest, KeepsListeningBetweenAGameAndItsMod) {
     StartWith("q3");
     Renew();
     browser.fake.events.RunFor(1);
@@ -326,7 +326,7 @@ TEST_F(MasterQueryTest, GoesOnListeningBetweenAGameAndItsMod) {
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 2);
 }
 
-TEST_F(MasterQueryTest, KeepsADatagramBackWhileAListIsInHand) {
+TEST_F(MasterQueryTest, DefersADatagramWhileAListIsReadOrWritten) {
     StartWith("q3", 3);
     browser.SelectRows({1});
     browser.fake.events.whenYielding = [&](std::int32_t call) {
@@ -343,11 +343,11 @@ TEST_F(MasterQueryTest, KeepsADatagramBackWhileAListIsInHand) {
     EXPECT_EQ(browser.fake.files.Get(HeadlessBrowser::PathOf("fav1")).find("127.9."), std::string::npos);
 }
 
-TEST_F(MasterQueryTest, DropsADatagramThatAnotherListKeptBack) {
+TEST_F(MasterQueryTest, DropsADatagramThatWasDeferredForAnotherList) {
     StartWith("q3", 3);
     std::int32_t first = browser.fake.events.doEventsCalls;
     browser.fake.events.whenYielding = [&](std::int32_t call) {
-        if (call == first + 2) // while the list is saved that is being left
+        if (call == first + 2) // while the previous list is saved
             browser.sckMaster.ReplyIn(0, MasterDatagram(Family::Quake3, two));
     };
     browser.ClickNode("hl");
@@ -367,7 +367,7 @@ TEST_F(MasterQueryTest, ListsWhileAScanRuns) {
     EXPECT_EQ(browser.Count(), "5 servers");
 }
 
-TEST_F(MasterQueryTest, TakesTheLargestDatagram) {
+TEST_F(MasterQueryTest, AcceptsTheLargestDatagram) {
     StartWith("d3");
     std::string datagram = "\xFF\xFFservers\0"s;
     while (datagram.size() + 6 <= 65507)
@@ -397,7 +397,7 @@ TEST_F(MasterQueryTest, AddsNoMoreThanAListMayHold) {
     EXPECT_EQ(browser.RowCount(), 0);
 }
 
-TEST_F(MasterQueryTest, LoadsTheCountriesWhenTheFirstReplyComes) {
+TEST_F(MasterQueryTest, LoadsTheCountriesAtTheFirstReply) {
     browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n2130706432;2147483647;XX\r\n");
     StartWith("d3");
     Renew();

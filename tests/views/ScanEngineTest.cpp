@@ -1,4 +1,4 @@
-// A scan that nobody disturbs.
+// A scan without interruptions.
 
 #include "views/ScanEngine.h"
 
@@ -24,7 +24,7 @@ TEST_F(ScanEngineTest, QueriesEveryRowInTheOrderOfTheView) {
     ExpectIdle();
 }
 
-TEST_F(ScanEngineTest, TellsWhatItDoesAndWhatItHasDone) {
+TEST_F(ScanEngineTest, ShowsItsProgressAndItsEnd) {
     StartWith(2);
     browser.network.whenAsked = [&](const std::string&) {
         EXPECT_EQ(browser.Message(), "Retrieving server stats, please wait.");
@@ -40,7 +40,7 @@ TEST_F(ScanEngineTest, TellsWhatItDoesAndWhatItHasDone) {
 
 TEST_F(ScanEngineTest, CountsTheRowsAgainstTheWholeList) {
     StartWith(250);
-    browser.ClickNode("png100"); // rows 1 to 100 are left
+    browser.ClickNode("png100"); // rows 1 to 100 remain
     ASSERT_EQ(browser.RowCount(), 100);
     for (auto& [address, server] : browser.network.servers)
         server.latency = 1; // done before the timer ticks
@@ -157,7 +157,7 @@ TEST_F(ScanEngineTest, UsesAPortOfItsOwnForEachQuery) {
     EXPECT_NE(browser.sckServer.sent[0].socket, browser.sckServer.sent[2].socket);
 }
 
-TEST_F(ScanEngineTest, ReadsTheClockBeforeItAsks) {
+TEST_F(ScanEngineTest, ReadsTheClockBeforeItSends) {
     StartWith(1);
     browser.fake.clock.SetTickCount(70'000);
     std::int32_t sentTick = 0;
@@ -173,7 +173,7 @@ TEST_F(ScanEngineTest, ReachesTheRecordThroughTheRowsTag) {
     browser.PutServers(addresses);
     browser.RefreshAll();
     EXPECT_THAT(browser.Tags(), ElementsAre("1", "4", "5"));
-    // Records are 1, 4, 5 of before: tags 4 and 5 lie beyond them.
+    // The records are the former 1, 4 and 5: tags 4 and 5 are beyond them.
     EXPECT_THAT(Asked(), ElementsAre(1));
     EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;UpdateServer;9", "frmMain;UpdateServer;9"));
     EXPECT_EQ(browser.Message(), "Ready.");
@@ -181,7 +181,7 @@ TEST_F(ScanEngineTest, ReachesTheRecordThroughTheRowsTag) {
     ExpectIdle();
 }
 
-TEST_F(ScanEngineTest, GoesOnAfterARowThatFails) {
+TEST_F(ScanEngineTest, ContinuesAfterARowThatFails) {
     StartWith(4);
     for (const char* damaged : {"", "x", "99", "-1", "2147483648"}) {
         browser.Controls().lvwServers.Edit(2).main.tag = damaged;
@@ -220,12 +220,12 @@ TEST_F(ScanEngineTest, ShowsTheVariablesBeforeItTestsTheRow) {
     Script(1, [&] {
         browser.sckServer.ReplyIn(10, "\xFF\xFF\xFF\xFFstatusResponse\n\\name\\value\\without\n");
     });
-    browser.Form().servers.ModFilter = 99; // names no MOD
+    browser.Form().servers.ModFilter = 99; // not a MOD
     browser.RefreshAll();
     EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;RefreshVariables;9", "frmMain;ValidateFilter;9"));
 }
 
-TEST_F(ScanEngineTest, ParsesNothingForAnEngineItDoesNotKnow) {
+TEST_F(ScanEngineTest, ParsesNothingForAnUnknownEngine) {
     browser.fake.files.Put("C:\\Quarn\\Games.ini",
                            "[General]\nGameNum=1\n[Game1]\nGameShort=q3\nEngine=Q3\nDescription=x\n");
     StartWith(2);
@@ -236,7 +236,7 @@ TEST_F(ScanEngineTest, ParsesNothingForAnEngineItDoesNotKnow) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanEngineTest, MeetsServersThatItCannotSendTo) {
+TEST_F(ScanEngineTest, ContinuesAfterServersItCannotSendTo) {
     browser.fake.files.Put(HeadlessBrowser::PathOf("q3"), "4\r\n127.0.1.1;0;--;a;1;9;16;;;0;;\r\n"
                                                           "127.0.1.1;65536;--;b;1;9;16;;;0;;\r\n"
                                                           "127.0.1.1;-1;--;c;1;9;16;;;0;;\r\n"

@@ -1,6 +1,6 @@
 #pragma once
 
-// A browser that shows a list and is about to query it. Time-out 1000 ms; a server answers after 20 ms.
+// A browser that shows a list to be scanned. Time-out 1000 ms; a server answers after 20 ms.
 
 #include "tests/fakes/HeadlessBrowser.h"
 #include "tools/gamenet/protocol/ServerReplies.h"
@@ -22,7 +22,7 @@ class ScanTest : public ::testing::Test {
     static constexpr std::int32_t Timeout = 1000;
     static constexpr std::int32_t Latency = 20;
 
-    // Starts with a list of so many servers, all of which answer.
+    // Starts with a list of this many servers, all of which answer.
     void StartWith(std::int32_t count, Family family = Family::Quake3) {
         addresses = HeadlessBrowser::Addresses(count);
         const char* const shorts[] = {"q3", "d3", "hl"};
@@ -40,21 +40,21 @@ class ScanTest : public ::testing::Test {
     ServerRecord& Server(std::int32_t number) { return browser.program.Servers[number]; }
     void Silence(std::int32_t number) { browser.network.servers.erase(Address(number)); }
 
-    // In place of the answer of this server.
+    // Replaces the answer of this server.
     void Script(std::int32_t number, std::function<void()> script) {
         browser.network.scripts[Address(number)] = [script = std::move(script)](const SentDatagram&) {
             script();
         };
     }
 
-    // What this server answers, as it would go over the wire.
+    // The datagram that this server answers.
     std::string HonestReply(std::int32_t number,
                             const std::string& request = "\xFF\xFF\xFF\xFFgetstatus") const {
         const EmulatedServer& server = browser.network.servers.at(Address(number));
         return gamenet::ServerReply(server.family, server.status, request).value();
     }
 
-    // Numbers of the servers asked so far.
+    // Numbers of the servers queried so far.
     std::vector<std::int32_t> Asked() const {
         std::vector<std::int32_t> numbers;
         for (const std::string& asked : browser.network.Asked())

@@ -3,6 +3,7 @@
 #include "core/modStringHelper.h"
 #include "tests/fakes/Errors.h"
 #include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/Samples.h"
 
 #include <cstdint>
 #include <functional>
@@ -23,13 +24,13 @@ using ::testing::IsEmpty;
 constexpr const char* ListPath = "C:\\Quarn\\servers-q3.dat";
 constexpr const char* BackupPath = "C:\\Quarn\\servers-q3.bak";
 
-// A whole line of an entry, without its end.
+// A complete line of an entry, without its line end.
 const std::string Entry = "192.0.2.7;27960;DE;My server;50;3;16;baseq3;q3dm17;0;;\\g_gametype\\4;";
 
 class ServerListFilesTest : public ProgramTest {
   protected:
     ServerListFilesTest() {
-        // The list in force, which a load replaces.
+        // The current list, which a load replaces.
         program.Servers.Reset(2);
         program.Servers[1].Address = "192.0.2.1";
         program.Servers[2].Address = "192.0.2.2";
@@ -66,17 +67,7 @@ class ServerListFilesTest : public ProgramTest {
 };
 
 ServerRecord FullRecord() {
-    ServerRecord server;
-    server.Address = "192.0.2.7";
-    server.Port = 27960;
-    server.Country = "DE";
-    server.Name = "My server";
-    server.Ping = 50;
-    server.Players = 3;
-    server.MaxPlayers = 16;
-    server.ModName = "baseq3";
-    server.Map = "q3dm17";
-    server.Locked = 0;
+    ServerRecord server = SampleServer();
     server.Password = "abc";
     server.Variables = "\\sv_hostname\\x";
     server.LastVisit = DateTime::From({2000, 1, 1, 0, 0, 0});
@@ -207,7 +198,7 @@ TEST_F(ServerListFilesTest, ReadsEveryKindOfLineEnd) {
     }
 }
 
-TEST_F(ServerListFilesTest, TakesControlCharactersForTextLikeAnyOther) {
+TEST_F(ServerListFilesTest, ControlCharactersAreOrdinaryText) {
     const ServerRecord& server = LoadOne("192.0.2.7;27960;--;a\0b\x1A\t\xFF;50;3;16;;;0;;"s);
     EXPECT_EQ(server.Name, "a\0b\x1A\t\xFF"s);
     EXPECT_EQ(server.Variables, "");
@@ -222,9 +213,9 @@ TEST_F(ServerListFilesTest, ReadsNumbersWithBlanksFractionsAndExponents) {
     EXPECT_EQ(server.Locked, 0);
 }
 
-TEST_F(ServerListFilesTest, KnowsAVisitOnlyWhereTheLineHasItsThirteenFields) {
+TEST_F(ServerListFilesTest, ReadsAVisitOnlyIfTheLineHasThirteenFields) {
     struct Case {
-        std::string tail; // behind the password field
+        std::string tail; // after the password field
         std::int64_t secondsSince1990;
     };
     constexpr std::int64_t Never = -1;
@@ -244,7 +235,7 @@ TEST_F(ServerListFilesTest, KnowsAVisitOnlyWhereTheLineHasItsThirteenFields) {
     }
 }
 
-TEST_F(ServerListFilesTest, LetsASeparatorInANameShiftWhatFollows) {
+TEST_F(ServerListFilesTest, ASeparatorInANameShiftsTheFollowingFields) {
     const ServerRecord& server = LoadOne("192.0.2.7;27960;--;a;1;2;3;4;q;5;m;0;;\\k\\v;3155673600");
     EXPECT_EQ(server.Name, "a");
     EXPECT_EQ(server.Ping, 1);
@@ -259,7 +250,7 @@ TEST_F(ServerListFilesTest, GivesAnEmptyListForADamagedFile) {
     struct Case {
         const char* name;
         std::string content;
-        std::int32_t count; // as it stands after the load
+        std::int32_t count; // after the load
     };
     constexpr std::int32_t Before = 2;
     const std::string line = Entry + "\r\n";
@@ -330,7 +321,7 @@ TEST_F(ServerListFilesTest, GivesAnEmptyListForADamagedFile) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(ServerListFilesTest, GivesAnEmptyListForAFileThatCannotBeHad) {
+TEST_F(ServerListFilesTest, GivesAnEmptyListForAFileThatCannotBeRead) {
     struct Case {
         const char* name;
         std::function<void(MemoryFiles&)> arrange;
@@ -365,7 +356,7 @@ TEST_F(ServerListFilesTest, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
     EXPECT_EQ(program.AppLog->HistoryLog(), "");
 }
 
-TEST_F(ServerListFilesTest, KeepsAFileThatItCouldNotReadBesideTheNewOne) {
+TEST_F(ServerListFilesTest, KeepsAnUnreadableFileNextToTheNewOne) {
     Load("damaged");
     EXPECT_FALSE(fake.files.Has(BackupPath));
     EXPECT_EQ(Saved(), " 0\r\n");
@@ -386,12 +377,12 @@ TEST_F(ServerListFilesTest, KeepsNoCopyOfAFileThatIsMissingOrWhole) {
     files.LoadServerList("q3");
     Saved();
     Load("damaged");
-    Load(" 0\r\n"); // somebody repaired it
+    Load(" 0\r\n"); // the user repaired it
     Saved();
     EXPECT_FALSE(fake.files.Has(BackupPath));
 }
 
-TEST_F(ServerListFilesTest, ReplacesNothingThatItCannotKeep) {
+TEST_F(ServerListFilesTest, ReplacesNoDamagedFileThatItCannotCopy) {
     Load("damaged");
     fake.files.FailWrites(BackupPath, ErrorNumber::DiskFull);
     EXPECT_EQ(ErrorOf([&] { files.SaveServerList("q3"); }), ErrorNumber::DiskFull);
@@ -418,7 +409,7 @@ TEST_F(ServerListFilesTest, ShowsEventsTheOldListUntilTheNewOneIsWhole) {
     EXPECT_THAT(Addresses(), ElementsAre("192.0.2.7", "192.0.2.7"));
 }
 
-TEST_F(ServerListFilesTest, CarriesVeryLargeLists) {
+TEST_F(ServerListFilesTest, HandlesVeryLargeLists) {
     constexpr std::int32_t Count = 200'000;
     program.Servers.Reset(Count);
     for (std::int32_t i = 1; i <= Count; ++i) {

@@ -1,9 +1,10 @@
-// What the server list shows and which records it leaves out.
+// What the server list shows and which records it omits.
 
 #include "views/ServerListView.h"
 
 #include "query/clsIPLocation.h"
 #include "tests/fakes/HeadlessBrowser.h"
+#include "tests/fakes/Samples.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -31,7 +32,7 @@ class ServerListViewTest : public ::testing::Test {
         ASSERT_TRUE(browser.Start());
     }
 
-    // Puts these records in place of the list and lists them.
+    // Replaces the list with these records and shows them.
     void Replace(const std::vector<ServerRecord>& records) {
         ProgramState& program = browser.program;
         program.Servers.Reset(static_cast<std::int32_t>(records.size()));
@@ -42,16 +43,9 @@ class ServerListViewTest : public ::testing::Test {
     }
 
     static ServerRecord Record() {
-        ServerRecord server;
-        server.Address = "192.0.2.7";
-        server.Port = 27960;
-        server.Country = "DE";
-        server.Name = "My server";
+        ServerRecord server = SampleServer();
         server.Ping = 48;
-        server.Players = 3;
-        server.MaxPlayers = 16;
         server.ModName = "osp";
-        server.Map = "q3dm17";
         return server;
     }
     static ServerRecord With(void (*change)(ServerRecord&)) {
@@ -84,7 +78,7 @@ TEST_F(ServerListViewTest, ShowsNoFlagForAnUnknownCountry) {
     EXPECT_EQ(Row(2).subItems[LocationColumn - 1].reportIcon, "");
 }
 
-TEST_F(ServerListViewTest, ShowsALockForAnyServerThatWantsAPassword) {
+TEST_F(ServerListViewTest, ShowsALockForAnyServerThatNeedsAPassword) {
     StartWith({With([](ServerRecord& s) { s.Locked = 1; }), With([](ServerRecord& s) { s.Locked = -1; }),
                With([](ServerRecord& s) { s.Locked = 0; })});
     EXPECT_EQ(Row(1).smallIcon, "locked");
@@ -115,7 +109,7 @@ TEST_F(ServerListViewTest, ShowsNumbersOfAnySize) {
     EXPECT_EQ(browser.Cell(1, PlayersColumn), "-5 / 2147483647");
 }
 
-TEST_F(ServerListViewTest, PassesOnlyWhatEveryFilterLetsThrough) {
+TEST_F(ServerListViewTest, ListsOnlyServersThatPassEveryFilter) {
     struct Case {
         std::int32_t modFilter;
         std::int32_t filterLocked;
@@ -155,7 +149,7 @@ TEST_F(ServerListViewTest, PassesOnlyWhatEveryFilterLetsThrough) {
         {0, 0, 100, "x", 0, Highest, false},
         {0, 0, 100, "x", 0, 0, true},
         {0, 0, 100, "x", 0, -5, true},
-        {0, 0, 1, "x", 0, 9999, true}, // not one of the limits that the tree offers
+        {0, 0, 1, "x", 0, 9999, true}, // not a limit of the tree
         {0, 0, 30, "x", 0, 31, true},
         {0, 0, -20, "x", 0, 9999, true},
         {0, 0, Highest, "x", 0, 9999, true},
@@ -177,9 +171,9 @@ TEST_F(ServerListViewTest, PassesOnlyWhatEveryFilterLetsThrough) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ServerListViewTest, PassesNothingThatItCannotTest) {
+TEST_F(ServerListViewTest, ListsNoServerThatAFilterCannotTest) {
     StartWith({Record()});
-    // The MOD comes first: whatever another filter says, it is the one that cannot be tested.
+    // The MOD is tested first and cannot be tested, whatever the other filters say.
     browser.program.FilterPing = 20;
     browser.program.FilterLocked = 1;
     browser.program.Servers[1].Locked = 1;
@@ -211,7 +205,7 @@ TEST_F(ServerListViewTest, ListsInTheOrderOfTheListAndCountsWhatItDoesNotShow) {
     EXPECT_EQ(browser.Tags().back(), "55");
 }
 
-TEST_F(ServerListViewTest, ListsOnlyWhatIsNotListedYet) {
+TEST_F(ServerListViewTest, ListsOnlyServersThatAreNotListedYet) {
     StartWith({Record(), Record()});
     browser.program.AppendServer() = Record();
     browser.program.PreviousServerCount = 2;
@@ -223,19 +217,19 @@ TEST_F(ServerListViewTest, ListsOnlyWhatIsNotListedYet) {
     EXPECT_EQ(browser.RowCount(), 3);
 }
 
-TEST_F(ServerListViewTest, ListsNeitherHolesNorWhatLiesBeyondTheList) {
+TEST_F(ServerListViewTest, ListsNeitherEmptySlotsNorIndexesBeyondTheList) {
     StartWith({Record(), ServerRecord(), Record()});
     EXPECT_THAT(browser.Tags(), ElementsAre("1", "3"));
     EXPECT_EQ(browser.Count(), "3 servers");
     View().ResetServerViews();
-    browser.program.ServerCount = 4; // as a short last record of a master leaves it
+    browser.program.ServerCount = 4; // as after a truncated last record of a master
     View().ListServers();
     EXPECT_THAT(browser.Tags(), ElementsAre("1", "3"));
     EXPECT_EQ(browser.Count(), "4 servers");
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ServerListViewTest, ShowsTheStoredCountryUnlessItIsToLookItUp) {
+TEST_F(ServerListViewTest, ShowsTheStoredCountryUnlessAskedToLookItUp) {
     browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n3221225984;3221226239;XX\r\n"); // 192.0.2.0/24
     StartWith({Record()});
     EXPECT_EQ(browser.Cell(1, LocationColumn), "DE");
@@ -246,7 +240,7 @@ TEST_F(ServerListViewTest, ShowsTheStoredCountryUnlessItIsToLookItUp) {
     EXPECT_EQ(Row(2).subItems[LocationColumn - 1].reportIcon, "XX");
 }
 
-TEST_F(ServerListViewTest, LogsAListThatItCannotWalk) {
+TEST_F(ServerListViewTest, LogsAListThatItCannotRead) {
     StartWith({Record(), Record()});
     browser.Controls().SetStatus(CountPanel, "untouched");
     browser.program.PreviousServerCount = -2;
@@ -293,7 +287,7 @@ TEST_F(ServerListViewTest, UpdatesARowFromTheCurrentServer) {
     EXPECT_EQ(Row(1).smallIcon, "");
 }
 
-TEST_F(ServerListViewTest, RemovesARowWhoseRecordDoesNotPassAnyMore) {
+TEST_F(ServerListViewTest, RemovesARowWhoseRecordNoLongerPasses) {
     StartWith({Record(), Record(), Record()});
     browser.program.FilterPing = 50;
     browser.program.Servers[2].Ping = 51;
@@ -325,7 +319,7 @@ TEST_F(ServerListViewTest, LogsARowThatItCannotUpdate) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(ServerListViewTest, LogsAClickOnARowThatNamesNoRecord) {
+TEST_F(ServerListViewTest, LogsAClickOnARowWithoutARecord) {
     StartWith({Record()});
     browser.program.CurrentServer = 1;
     browser.Controls().lvwServers.Edit(1).main.tag = "x";

@@ -22,7 +22,7 @@ using ::testing::IsEmpty;
 
 using Texts = std::vector<std::string>;
 
-// A locale that a test can watch and make fail.
+// A locale that counts its calls and fails on demand.
 class WatchedLocale : public ClassicLocale {
   public:
     std::function<void()> whenAsked;
@@ -41,12 +41,12 @@ class WatchedLocale : public ClassicLocale {
     }
 };
 
-// Columns 1 to 4 are a picture, a text, a number and a date, column 5 has no sort type.
+// Columns 1 to 4 are an icon, a text, a number and a date; column 5 has no sort type.
 enum Column : std::int16_t { Picture = 1, Text, Number, Date, Plain };
 
-class QuickListTest : public ::testing::Test {
+class clsQuickListTest : public ::testing::Test {
   protected:
-    QuickListTest() {
+    clsQuickListTest() {
         list.columns.Reset(5);
         const char* const types[] = {"PICTURE", "STRING", "NUMBER", "DATE", ""};
         for (std::int32_t i = 1; i <= 5; ++i)
@@ -111,7 +111,7 @@ class QuickListTest : public ::testing::Test {
     clsQuickList sorter{log, desktop};
 };
 
-TEST_F(QuickListTest, OrdersNumbersByTheirValue) {
+TEST_F(clsQuickListTest, OrdersNumbersByTheirValue) {
     struct Case {
         Texts texts;
         Texts ascending;
@@ -128,7 +128,7 @@ TEST_F(QuickListTest, OrdersNumbersByTheirValue) {
         {{"1e3", "999", "1001"}, {"999", "1e3", "1001"}},
         {{"2147483647", "-2147483648", "0"}, {"-2147483648", "0", "2147483647"}},
         {{"0.0000000002", "0.0000000001"}, {"0.0000000001", "0.0000000002"}},
-        {{"0.00000000002", "0.00000000001"}, {"0.00000000002", "0.00000000001"}}, // alike to ten decimals
+        {{"0.00000000002", "0.00000000001"}, {"0.00000000002", "0.00000000001"}}, // equal to ten decimals
         {{"0", "-0.00000000001", "-1"}, {"-1", "-0.00000000001", "0"}},
         {{"99999999999999999999", "9"}, {"9", "99999999999999999999"}},
         {{"5", "abc", "-1"}, {"abc", "-1", "5"}},
@@ -141,36 +141,36 @@ TEST_F(QuickListTest, OrdersNumbersByTheirValue) {
     }
 }
 
-TEST_F(QuickListTest, TurnsTheOrderOfNumbersAround) {
+TEST_F(clsQuickListTest, SortsNumbersInTheOtherDirection) {
     EXPECT_THAT(SortedDescending(Number, {"-2", "x", "-10", "3", "0", "y"}),
                 ElementsAre("3", "0", "-2", "-10", "x", "y"));
 }
 
-TEST_F(QuickListTest, DoesNotTakePlayersOfMaximumForANumber) {
+TEST_F(clsQuickListTest, PlayersAndMaximumAreNotANumber) {
     EXPECT_THAT(SortedAscending(Number, {"9 / 16", "3 / 16", "12 / 16"}),
                 ElementsAre("9 / 16", "3 / 16", "12 / 16"));
 }
 
-TEST_F(QuickListTest, ReadsNumbersAsTheUsersLocaleWritesThem) {
+TEST_F(clsQuickListTest, ReadsNumbersAsTheUsersLocaleWritesThem) {
     locale.german = true;
     EXPECT_THAT(SortedAscending(Number, {"1,5", "1.200", "1,25"}), ElementsAre("1,25", "1,5", "1.200"));
 }
 
-TEST_F(QuickListTest, OrdersPlainNumbersAmongThoseOnlyTheLocaleReads) {
+TEST_F(clsQuickListTest, OrdersPlainNumbersAmongThoseOnlyTheLocaleReads) {
     EXPECT_THAT(SortedAscending(Number, {"1234567890123456", "10.5", "999999999999999", "010", "+11", "9",
                                          "-1", "1,000", "", "00000000000000000000000"}),
                 ElementsAre("", "-1", "00000000000000000000000", "9", "010", "10.5", "+11", "1,000",
                             "999999999999999", "1234567890123456"));
 }
 
-TEST_F(QuickListTest, OrdersDatesByTime) {
+TEST_F(clsQuickListTest, OrdersDatesByTime) {
     EXPECT_THAT(SortedAscending(Date, {"11/21/2026 8:05:00 AM", "1/2/2027", "11/21/2026",
                                        "12/31/1999 11:59:59 PM", "11/21/2026 8:04:59 AM", "12:00:00 AM"}),
                 ElementsAre("12:00:00 AM", "12/31/1999 11:59:59 PM", "11/21/2026", "11/21/2026 8:04:59 AM",
                             "11/21/2026 8:05:00 AM", "1/2/2027"));
 }
 
-TEST_F(QuickListTest, LeavesTheListAsItWasWhenACellHoldsNoDate) {
+TEST_F(clsQuickListTest, KeepsTheListIfACellIsNotADate) {
     for (const char* damaged :
          {"", " ", "never", "13/45/2026", "11/21", "11/21/2026 25:00:00", "2026-11-21", "0", "x11/21/2026"}) {
         Fill(Date, {"11/21/2026", "1/2/2025", damaged});
@@ -189,14 +189,14 @@ TEST_F(QuickListTest, LeavesTheListAsItWasWhenACellHoldsNoDate) {
     EXPECT_THAT(SortedAscending(Date, {"1/2/2025", "1/1/2025"}), ElementsAre("1/1/2025", "1/2/2025"));
 }
 
-TEST_F(QuickListTest, OrdersTextsWithoutCaseAndKeepsEqualOnesInPlace) {
+TEST_F(clsQuickListTest, OrdersTextsWithoutCaseAndKeepsEqualOnesInPlace) {
     EXPECT_THAT(SortedAscending(Text, {"beta", "Alpha", "alpha", "BETA", ""}),
                 ElementsAre("", "Alpha", "alpha", "beta", "BETA"));
     EXPECT_THAT(SortedDescending(Text, {"beta", "Alpha", "alpha", "BETA", "10", "9"}),
                 ElementsAre("beta", "BETA", "Alpha", "alpha", "9", "10"));
 }
 
-TEST_F(QuickListTest, OrdersPicturesAndShowsNoTextAfterwards) {
+TEST_F(clsQuickListTest, OrdersIconsAndShowsNoTextAfterwards) {
     Fill(Picture, {"", "", "", ""});
     for (const std::int32_t row : {1, 3})
         list.Edit(row).smallIcon = "locked";
@@ -209,7 +209,7 @@ TEST_F(QuickListTest, OrdersPicturesAndShowsNoTextAfterwards) {
     EXPECT_THAT(Column(Picture), Each(""));
 }
 
-TEST_F(QuickListTest, SortsByPicturesInTheFirstColumnOnly) {
+TEST_F(clsQuickListTest, SortsByIconsInTheFirstColumnOnly) {
     list.columns[Text].tag = "PICTURE";
     Fill(Text, {"b", "a"});
     sorter.SortList(Text);
@@ -218,7 +218,7 @@ TEST_F(QuickListTest, SortsByPicturesInTheFirstColumnOnly) {
     EXPECT_THAT(Errors(), IsEmpty());
 }
 
-TEST_F(QuickListTest, DoesNothingForAColumnWithoutASortType) {
+TEST_F(clsQuickListTest, DoesNothingForAColumnWithoutASortType) {
     Fill(Plain, {"b", "a"});
     sorter.SortList(Plain);
     list.columns[Plain].tag = "string";
@@ -228,7 +228,7 @@ TEST_F(QuickListTest, DoesNothingForAColumnWithoutASortType) {
     EXPECT_THAT(Arrows(), Each(""));
 }
 
-TEST_F(QuickListTest, FlipsTheOrderAtEverySortWhateverTheColumn) {
+TEST_F(clsQuickListTest, FlipsTheOrderAtEverySortWhateverTheColumn) {
     Fill(Text, {"b", "a"});
     sorter.SortList(Text);
     EXPECT_EQ(list.sortOrder, SortOrder::Descending);
@@ -246,14 +246,14 @@ TEST_F(QuickListTest, FlipsTheOrderAtEverySortWhateverTheColumn) {
     EXPECT_EQ(list.sortKey, 0);
 }
 
-TEST_F(QuickListTest, SortsAnEmptyListAndNotesTheOrder) {
+TEST_F(clsQuickListTest, SortsAnEmptyListAndStoresTheOrder) {
     for (const std::int16_t column : {Picture, Text, Number, Date})
         sorter.SortList(column);
     EXPECT_THAT(Arrows(), ElementsAre("", "", "", "ascending", ""));
     EXPECT_THAT(Errors(), IsEmpty());
 }
 
-TEST_F(QuickListTest, LogsAColumnThatDoesNotExist) {
+TEST_F(clsQuickListTest, LogsAColumnThatDoesNotExist) {
     Fill(Text, {"b", "a"});
     for (const int column : {0, -1, 6, 32767, -32768}) {
         const std::size_t errorsBefore = Errors().size();
@@ -266,14 +266,14 @@ TEST_F(QuickListTest, LogsAColumnThatDoesNotExist) {
     EXPECT_EQ(list.sortOrder, SortOrder::Ascending);
 }
 
-TEST_F(QuickListTest, LogsThatItHasNoList) {
+TEST_F(clsQuickListTest, LogsThatItHasNoList) {
     clsQuickList unbound(log, desktop);
     unbound.SortList(1);
     EXPECT_THAT(Errors(), ElementsAre("clsQuickList;SortList;91"));
     EXPECT_EQ(ErrorOf([&] { unbound.SaveListToFile("C:\\list.txt"); }), ErrorNumber::ObjectVariableNotSet);
 }
 
-TEST_F(QuickListTest, GivesEveryCellItsTextAndTagBack) {
+TEST_F(clsQuickListTest, RestoresTheTextAndTagOfEveryCell) {
     const Texts tags = {"x", "", "a\0b"s, "\0"s, "99"};
     for (const std::int32_t column : {+Number, +Date}) {
         const Texts texts = column == Number
@@ -295,8 +295,8 @@ TEST_F(QuickListTest, GivesEveryCellItsTextAndTagBack) {
     }
 }
 
-// A text's own NUL is the first one of the tag in which it waits.
-TEST_F(QuickListTest, SplitsAParkedTextAtItsFirstNul) {
+// A NUL in a text is the first NUL of the tag in which the text is parked.
+TEST_F(clsQuickListTest, SplitsAParkedTextAtItsFirstNul) {
     Fill(Number, {"7", "5\0six"s, "\0"s});
     for (std::int32_t row = 1; row <= 3; ++row)
         list.Cell(row, Number).tag = "x";
@@ -306,11 +306,11 @@ TEST_F(QuickListTest, SplitsAParkedTextAtItsFirstNul) {
     EXPECT_THAT(CellTags(Number), ElementsAre("six\0x"s, "\0x"s, "x"));
     Fill(Text, {"b\0"s, "a\0c"s});
     list.sortOrder = SortOrder::Descending;
-    sorter.SortList(Text); // keeps its texts where they are
+    sorter.SortList(Text); // does not park its texts
     EXPECT_THAT(Column(Text), ElementsAre("a\0c"s, "b\0"s));
 }
 
-TEST_F(QuickListTest, KeepsTheRowsTagsThoughItSortsByTheirOwnCell) {
+TEST_F(clsQuickListTest, KeepsTheRowsTagsThoughItSortsByTheirOwnCell) {
     list.columns[Picture].tag = "NUMBER";
     Fill(Picture, {"3", "1", "2"});
     list.sortOrder = SortOrder::Descending;
@@ -319,7 +319,7 @@ TEST_F(QuickListTest, KeepsTheRowsTagsThoughItSortsByTheirOwnCell) {
     EXPECT_THAT(RowTags(), ElementsAre("2", "3", "1"));
 }
 
-TEST_F(QuickListTest, LocksTheWindowsUpdatesAsLongAsItSorts) {
+TEST_F(clsQuickListTest, LocksTheWindowsUpdatesWhileItSorts) {
     std::vector<bool> locked;
     locale.whenAsked = [&] { locked.push_back(list.updatesLocked); };
     SortedAscending(Number, {"2.5", "1.5"});
@@ -328,7 +328,7 @@ TEST_F(QuickListTest, LocksTheWindowsUpdatesAsLongAsItSorts) {
     EXPECT_FALSE(list.updatesLocked);
 }
 
-TEST_F(QuickListTest, LetsEventsRunWhileNoCellHoldsAKey) {
+TEST_F(clsQuickListTest, EventsRunWhileNoCellHoldsAKey) {
     for (const std::int32_t column : {+Text, +Number, +Date}) {
         const Texts texts = {"2/2/2020", "1/1/2020", "3/3/2020"};
         std::vector<Texts> shown;
@@ -347,7 +347,7 @@ TEST_F(QuickListTest, LetsEventsRunWhileNoCellHoldsAKey) {
     EXPECT_THAT(Errors(), IsEmpty());
 }
 
-TEST_F(QuickListTest, LeavesTheListAsItWasWhenTheSystemFails) {
+TEST_F(clsQuickListTest, KeepsTheListIfTheSystemFails) {
     Fill(Text, {"b", "a"});
     sorter.SortList(Text);
     std::int32_t calls = 0;
@@ -366,7 +366,7 @@ TEST_F(QuickListTest, LeavesTheListAsItWasWhenTheSystemFails) {
     }
 }
 
-TEST_F(QuickListTest, SavesTheMainTextsInDisplayOrder) {
+TEST_F(clsQuickListTest, SavesTheMainTextsInDisplayOrder) {
     fake.files.Put("C:\\list.txt", "what stood there before, longer than what comes");
     Fill(Picture, {"b", "", "a"});
     sorter.SaveListToFile("C:\\list.txt");
@@ -380,7 +380,7 @@ TEST_F(QuickListTest, SavesTheMainTextsInDisplayOrder) {
     EXPECT_EQ(fake.files.Get("C:\\list.txt"), "");
 }
 
-TEST_F(QuickListTest, LeavesAFailureToSaveToItsCaller) {
+TEST_F(clsQuickListTest, PropagatesAnErrorOfSaving) {
     Fill(Picture, {"b"});
     fake.files.FailWrites("C:\\list.txt", ErrorNumber::PermissionDenied);
     EXPECT_EQ(ErrorOf([&] { sorter.SaveListToFile("C:\\list.txt"); }), ErrorNumber::PermissionDenied);

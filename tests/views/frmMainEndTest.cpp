@@ -1,4 +1,4 @@
-// How the main form ends, and what it leaves behind.
+// How the main form ends, and what remains.
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
@@ -17,12 +17,12 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class MainFormEndTest : public ::testing::Test {
+class frmMainEndTest : public ::testing::Test {
   protected:
     HeadlessBrowser browser;
 };
 
-TEST_F(MainFormEndTest, EndsWithOneLogEntryAndAllSettings) {
+TEST_F(frmMainEndTest, EndsWithOneLogEntryAndAllSettings) {
     browser.PutList("q3", HeadlessBrowser::Addresses(3));
     ASSERT_TRUE(browser.Start());
     browser.ClickNode("hl");
@@ -44,7 +44,7 @@ TEST_F(MainFormEndTest, EndsWithOneLogEntryAndAllSettings) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(MainFormEndTest, KeepsTheStoredPositionOfAWindowThatIsNotNormal) {
+TEST_F(frmMainEndTest, KeepsTheStoredPositionOfAWindowThatIsNotNormal) {
     for (const WindowState state : {WindowState::Minimized, WindowState::Maximized}) {
         HeadlessBrowser other;
         other.Set("General", "WinLeft", 600);
@@ -57,7 +57,7 @@ TEST_F(MainFormEndTest, KeepsTheStoredPositionOfAWindowThatIsNotNormal) {
     }
 }
 
-TEST_F(MainFormEndTest, RecordsTheSelectedNodeUnlessItIsAFilter) {
+TEST_F(frmMainEndTest, RecordsTheSelectedNodeUnlessItIsAFilter) {
     struct Case {
         const char* selected;
         const char* stored;
@@ -73,14 +73,14 @@ TEST_F(MainFormEndTest, RecordsTheSelectedNodeUnlessItIsAFilter) {
     }
 }
 
-TEST_F(MainFormEndTest, RecordsNothingWhenNoNodeIsSelected) {
+TEST_F(frmMainEndTest, RecordsNothingWhenNoNodeIsSelected) {
     ASSERT_TRUE(browser.Start());
     browser.Controls().trvGames.SelectNone();
     browser.Form().Unload();
     EXPECT_EQ(browser.Setting("Selection", "LastGame"), "9");
 }
 
-TEST_F(MainFormEndTest, RecordsTheNodesPositionAsTheTreeIsAtTheEnd) {
+TEST_F(frmMainEndTest, RecordsTheNodesPositionAsTheTreeIsAtTheEnd) {
     ASSERT_TRUE(browser.Start());
     browser.ClickNode("fav2");
     browser.program.GameVisible[2] = 0;
@@ -89,7 +89,7 @@ TEST_F(MainFormEndTest, RecordsTheNodesPositionAsTheTreeIsAtTheEnd) {
     EXPECT_EQ(browser.Setting("Selection", "LastGame"), "15");
 }
 
-TEST_F(MainFormEndTest, SavesNoListAtTheEnd) {
+TEST_F(frmMainEndTest, SavesNoListAtTheEnd) {
     browser.PutList("q3", HeadlessBrowser::Addresses(3));
     ASSERT_TRUE(browser.Start());
     browser.program.Servers[1].Name = "changed";
@@ -98,7 +98,7 @@ TEST_F(MainFormEndTest, SavesNoListAtTheEnd) {
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 3);
 }
 
-TEST_F(MainFormEndTest, ReleasesTheCountryDatabaseAtTheEnd) {
+TEST_F(frmMainEndTest, ReleasesTheCountryDatabaseAtTheEnd) {
     browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n0;4294967295;XX\r\n");
     ASSERT_TRUE(browser.Start());
     browser.Form().countries.EnsureIPDatabase();
@@ -107,7 +107,7 @@ TEST_F(MainFormEndTest, ReleasesTheCountryDatabaseAtTheEnd) {
     EXPECT_FALSE(browser.program.IPLocation->Initialized());
 }
 
-TEST_F(MainFormEndTest, OffersAReportAtTheEndOnlyAfterErrors) {
+TEST_F(frmMainEndTest, OffersAReportAtTheEndOnlyAfterErrors) {
     ASSERT_TRUE(browser.Start());
     browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
     browser.fake.prompts.yesNoAnswers = {false};
@@ -117,7 +117,7 @@ TEST_F(MainFormEndTest, OffersAReportAtTheEndOnlyAfterErrors) {
     EXPECT_EQ(browser.window.destroyCalls, 1);
 }
 
-TEST_F(MainFormEndTest, AsksNothingWhenTheSystemEnds) {
+TEST_F(frmMainEndTest, AsksNothingAtTheEndOfTheSession) {
     ASSERT_TRUE(browser.Start());
     browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
     browser.Form().EndSession();
@@ -127,7 +127,7 @@ TEST_F(MainFormEndTest, AsksNothingWhenTheSystemEnds) {
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
-TEST_F(MainFormEndTest, UnloadsOnceHoweverOftenItIsAsked) {
+TEST_F(frmMainEndTest, UnloadsOnceHoweverOftenItIsAsked) {
     ASSERT_TRUE(browser.Start());
     browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
     browser.fake.prompts.yesNoAnswers = {false};
@@ -142,7 +142,7 @@ TEST_F(MainFormEndTest, UnloadsOnceHoweverOftenItIsAsked) {
     EXPECT_EQ(browser.window.destroyCalls, 1);
 }
 
-TEST_F(MainFormEndTest, RunsNoCommandOnceItIsUnloaded) {
+TEST_F(frmMainEndTest, RunsNoCommandOnceItIsUnloaded) {
     browser.PutList("q3", HeadlessBrowser::Addresses(3));
     ASSERT_TRUE(browser.Start());
     browser.Form().Unload();
@@ -158,7 +158,7 @@ TEST_F(MainFormEndTest, RunsNoCommandOnceItIsUnloaded) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(MainFormEndTest, EndsAlsoWhenTheSettingsCannotBeWritten) {
+TEST_F(frmMainEndTest, EndsEvenIfTheSettingsCannotBeWritten) {
     ASSERT_TRUE(browser.Start());
     browser.fake.files.FailWrites("C:\\Quarn\\Quarn.ini", ErrorNumber::PermissionDenied);
     browser.Form().Unload();
@@ -166,7 +166,7 @@ TEST_F(MainFormEndTest, EndsAlsoWhenTheSettingsCannotBeWritten) {
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
-TEST_F(MainFormEndTest, CanBeClosedWhileItLoads) {
+TEST_F(frmMainEndTest, CanBeClosedWhileItLoads) {
     browser.PutList("q3", HeadlessBrowser::Addresses(5));
     browser.In(0, [&] { browser.Form().Unload(); });
     ASSERT_TRUE(browser.Start());
@@ -174,7 +174,7 @@ TEST_F(MainFormEndTest, CanBeClosedWhileItLoads) {
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
-TEST_F(MainFormEndTest, StartsAgainWhereItEnded) {
+TEST_F(frmMainEndTest, StartsAgainWhereItEnded) {
     browser.PutList("hl", HeadlessBrowser::Addresses(4));
     ASSERT_TRUE(browser.Start());
     browser.ClickNode("hl");
@@ -196,7 +196,7 @@ TEST_F(MainFormEndTest, StartsAgainWhereItEnded) {
     EXPECT_THAT(next.Errors(), IsEmpty());
 }
 
-TEST_F(MainFormEndTest, EndsAlsoWhenItFailsToUnload) {
+TEST_F(frmMainEndTest, EndsEvenIfItFailsToUnload) {
     ASSERT_TRUE(browser.Start());
     browser.fake.help.windowComes = false;
     browser.Form().mnuInfoHelp_Click();
@@ -207,7 +207,7 @@ TEST_F(MainFormEndTest, EndsAlsoWhenItFailsToUnload) {
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
 }
 
-TEST_F(MainFormEndTest, ShowsNoBoxWhenItFailsBecauseTheSystemEnds) {
+TEST_F(frmMainEndTest, ShowsNoMessageBoxIfItFailsAtTheEndOfTheSession) {
     ASSERT_TRUE(browser.Start());
     browser.fake.help.windowComes = false;
     browser.Form().mnuInfoHelp_Click();
@@ -218,7 +218,7 @@ TEST_F(MainFormEndTest, ShowsNoBoxWhenItFailsBecauseTheSystemEnds) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(MainFormEndTest, HasWrittenNoListBesidesTheOnesThatWereLeft) {
+TEST_F(frmMainEndTest, HasSavedOnlyTheListsThatWereLeft) {
     const std::vector<std::string> servers = HeadlessBrowser::Addresses(4);
     browser.PutList("q3", servers);
     browser.PutServers(servers);

@@ -19,7 +19,7 @@ using ::testing::SizeIs;
 
 const std::string TitleAndVersion = std::string("Quarn ") + VersionText;
 
-class MainFormServicesTest : public ::testing::Test {
+class frmMainServicesTest : public ::testing::Test {
   protected:
     void Start() { ASSERT_TRUE(browser.Start()); }
     FakeNotificationArea& Area() { return browser.fake.notifications; }
@@ -32,7 +32,7 @@ class MainFormServicesTest : public ::testing::Test {
     HeadlessBrowser browser;
 };
 
-TEST_F(MainFormServicesTest, PreparesTrayIconAndHelp) {
+TEST_F(frmMainServicesTest, PreparesTrayIconAndHelp) {
     Start();
     EXPECT_EQ(&browser.Form().SysTray.SourceWindow(), &browser.window);
     ASSERT_THAT(Area().calls, SizeIs(1));
@@ -43,7 +43,7 @@ TEST_F(MainFormServicesTest, PreparesTrayIconAndHelp) {
     EXPECT_TRUE(Shown());
 }
 
-TEST_F(MainFormServicesTest, MinimisesIntoTheTrayForAnyNonzeroSetting) {
+TEST_F(frmMainServicesTest, MinimisesIntoTheTrayForAnyNonzeroSetting) {
     for (const std::int32_t setting : {1, 2, -1}) {
         HeadlessBrowser another;
         another.Set("General", "MinToTray", setting);
@@ -57,7 +57,7 @@ TEST_F(MainFormServicesTest, MinimisesIntoTheTrayForAnyNonzeroSetting) {
     }
 }
 
-TEST_F(MainFormServicesTest, MinimisesToTheTaskbarWithoutTheSetting) {
+TEST_F(frmMainServicesTest, MinimisesToTheTaskbarWithoutTheSetting) {
     browser.Set("General", "MinToTray", 0);
     Start();
     Minimize();
@@ -66,7 +66,7 @@ TEST_F(MainFormServicesTest, MinimisesToTheTaskbarWithoutTheSetting) {
     EXPECT_THAT(Area().icons, IsEmpty());
 }
 
-TEST_F(MainFormServicesTest, ComesBackOnADoubleClickOrFromItsMenu) {
+TEST_F(frmMainServicesTest, ComesBackOnADoubleClickOrFromItsMenu) {
     Start();
     for (int cycle = 0; cycle < 3; ++cycle) {
         Minimize();
@@ -80,7 +80,7 @@ TEST_F(MainFormServicesTest, ComesBackOnADoubleClickOrFromItsMenu) {
     }
 }
 
-TEST_F(MainFormServicesTest, StaysInTheTrayWhenTheSystemTellsItsStateTwice) {
+TEST_F(frmMainServicesTest, StaysInTheTrayIfTheSystemReportsItsStateTwice) {
     Start();
     Minimize();
     browser.Form().Form_Resize();
@@ -91,7 +91,7 @@ TEST_F(MainFormServicesTest, StaysInTheTrayWhenTheSystemTellsItsStateTwice) {
     EXPECT_EQ(added, 1U);
 }
 
-TEST_F(MainFormServicesTest, OpensTheTrayMenuWhenTheRightButtonIsReleased) {
+TEST_F(frmMainServicesTest, OpensTheTrayMenuWhenTheRightButtonIsReleased) {
     Start();
     Minimize();
     for (const int message : {512, 513, 514, 516, 518})
@@ -102,7 +102,7 @@ TEST_F(MainFormServicesTest, OpensTheTrayMenuWhenTheRightButtonIsReleased) {
     EXPECT_THAT(browser.window.poppedUp, ElementsAre(PopupMenu::SysTray));
 }
 
-TEST_F(MainFormServicesTest, QuitsFromTheTrayWithoutLeavingItsIcon) {
+TEST_F(frmMainServicesTest, QuitsFromTheTrayWithoutLeavingItsIcon) {
     Start();
     Minimize();
     browser.Form().mnuSysQuit_Click();
@@ -112,7 +112,7 @@ TEST_F(MainFormServicesTest, QuitsFromTheTrayWithoutLeavingItsIcon) {
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
-TEST_F(MainFormServicesTest, TakesItsIconAwayBeforeItAsksAnythingOnTheWayOut) {
+TEST_F(frmMainServicesTest, RemovesItsIconBeforeItsLastQuestion) {
     Start();
     browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
     Minimize();
@@ -124,7 +124,7 @@ TEST_F(MainFormServicesTest, TakesItsIconAwayBeforeItAsksAnythingOnTheWayOut) {
     EXPECT_TRUE(browser.Ended());
 }
 
-TEST_F(MainFormServicesTest, LeavesNoIconHoweverItEnds) {
+TEST_F(frmMainServicesTest, LeavesNoIconHoweverItEnds) {
     for (const bool atOnce : {false, true}) {
         HeadlessBrowser another;
         ASSERT_TRUE(another.Start());
@@ -138,7 +138,7 @@ TEST_F(MainFormServicesTest, LeavesNoIconHoweverItEnds) {
     }
 }
 
-TEST_F(MainFormServicesTest, MinimisesIntoTheTrayAfterALaunch) {
+TEST_F(frmMainServicesTest, MinimisesIntoTheTrayAfterALaunch) {
     browser.fake.files.Put("C:\\Arena\\arena.exe", "");
     browser.Set("Games", "Path1", "C:\\Arena");
     browser.Set("Launcher", "QuitAfterStart", 1);
@@ -149,13 +149,13 @@ TEST_F(MainFormServicesTest, MinimisesIntoTheTrayAfterALaunch) {
     EXPECT_TRUE(InTray());
 }
 
-TEST_F(MainFormServicesTest, AMinimisedStartGoesIntoTheTray) {
+TEST_F(frmMainServicesTest, AMinimisedStartGoesIntoTheTray) {
     browser.Set("General", "WinState", 1);
     Start();
     EXPECT_TRUE(InTray());
 }
 
-TEST_F(MainFormServicesTest, WithoutANotificationAreaTheWindowIsNeverLost) {
+TEST_F(frmMainServicesTest, WithoutANotificationAreaTheWindowIsNeverLost) {
     Area().absent = true;
     Start();
     Minimize();
@@ -164,7 +164,7 @@ TEST_F(MainFormServicesTest, WithoutANotificationAreaTheWindowIsNeverLost) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(MainFormServicesTest, ShowsItsHelp) {
+TEST_F(frmMainServicesTest, ShowsItsHelp) {
     Start();
     browser.Form().mnuInfoHelp_Click();
     ASSERT_THAT(browser.fake.help.calls, SizeIs(1));
@@ -175,7 +175,7 @@ TEST_F(MainFormServicesTest, ShowsItsHelp) {
     EXPECT_THAT(browser.fake.help.calls, SizeIs(1));
 }
 
-TEST_F(MainFormServicesTest, EndsInThisOrder) {
+TEST_F(frmMainServicesTest, EndsInThisOrder) {
     browser.fake.help.windowComes = false;
     browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n0;4294967295;XX\r\n");
     Start();
@@ -208,7 +208,7 @@ TEST_F(MainFormServicesTest, EndsInThisOrder) {
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
-TEST_F(MainFormServicesTest, OffersTheGameSetupWhenNoGameIsShown) {
+TEST_F(frmMainServicesTest, OffersTheGameSetupWhenNoGameIsShown) {
     for (int game = 1; game <= 3; ++game)
         browser.Set("Games", "Visible" + std::to_string(game), 0);
     browser.dialogs.inGamSetup = [&](frmGamSetup& form) {
@@ -229,7 +229,7 @@ TEST_F(MainFormServicesTest, OffersTheGameSetupWhenNoGameIsShown) {
     EXPECT_THAT(browser.dialogs.shown, SizeIs(1)) << "on the first activation only";
 }
 
-TEST_F(MainFormServicesTest, TellsOfAGameSetupThatFails) {
+TEST_F(frmMainServicesTest, ShowsTheErrorOfTheGameSetup) {
     for (int game = 1; game <= 3; ++game)
         browser.Set("Games", "Visible" + std::to_string(game), 0);
     browser.dialogs.inGamSetup = [](frmGamSetup&) { throw RunTimeError(ErrorNumber::OutOfMemory); };
@@ -238,7 +238,7 @@ TEST_F(MainFormServicesTest, TellsOfAGameSetupThatFails) {
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(2)) << "the offer and the error";
 }
 
-TEST_F(MainFormServicesTest, OffersNoGameSetupWhenTheProgramEndsMeanwhile) {
+TEST_F(frmMainServicesTest, OffersNoGameSetupWhenTheProgramEndsMeanwhile) {
     browser.fake.files.Remove("C:\\Quarn\\Quarn.ini");
     browser.fake.prompts.whileOpen = [&] { browser.Form().Unload(); };
     Start();

@@ -24,12 +24,12 @@ using ::testing::SizeIs;
 
 const std::string Caption = std::string("Quarn ") + VersionText;
 
-class MainFormTest : public ::testing::Test {
+class frmMainTest : public ::testing::Test {
   protected:
     HeadlessBrowser browser;
 };
 
-TEST_F(MainFormTest, LoadsInThisOrderWithoutAnError) {
+TEST_F(frmMainTest, LoadsInThisOrderWithoutAnError) {
     browser.PutList("q3", HeadlessBrowser::Addresses(3));
     ASSERT_TRUE(browser.Start());
     EXPECT_THAT(browser.LogFile(), ElementsAre("modMain;Main;0", "frmMain;Form_Load;0"));
@@ -45,7 +45,7 @@ TEST_F(MainFormTest, LoadsInThisOrderWithoutAnError) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(MainFormTest, StartsWithoutAnyFile) {
+TEST_F(frmMainTest, StartsWithoutAnyFile) {
     browser.fake.files.Remove("C:\\Quarn\\Games.ini");
     browser.fake.files.Remove("C:\\Quarn\\Quarn.ini");
     ASSERT_TRUE(browser.Start());
@@ -55,7 +55,7 @@ TEST_F(MainFormTest, StartsWithoutAnyFile) {
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1)); // no game is set up
 }
 
-TEST_F(MainFormTest, ShowsNoWindowWhenAnotherInstanceRuns) {
+TEST_F(frmMainTest, ShowsNoWindowWhenAnotherInstanceRuns) {
     browser.fake.system.alreadyRunning = true;
     EXPECT_FALSE(browser.Start());
     EXPECT_THAT(browser.LogFile(), ElementsAre("modMain;Main;0", "modMain;Main;0"));
@@ -63,7 +63,7 @@ TEST_F(MainFormTest, ShowsNoWindowWhenAnotherInstanceRuns) {
     EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Quarn.ini"), 0);
 }
 
-TEST_F(MainFormTest, ExpandsTheFixedFoldersAndTheSelectedNode) {
+TEST_F(frmMainTest, ExpandsTheFixedFoldersAndTheSelectedNode) {
     ASSERT_TRUE(browser.Start());
     for (const char* key : {"games", "favorites", "filters", "fltping", "q3"})
         EXPECT_TRUE(browser.Controls().trvGames.Node(key).expanded) << key;
@@ -71,7 +71,7 @@ TEST_F(MainFormTest, ExpandsTheFixedFoldersAndTheSelectedNode) {
         EXPECT_FALSE(browser.Controls().trvGames.Node(key).expanded) << key;
 }
 
-TEST_F(MainFormTest, SelectsTheNodeOfTheLastRun) {
+TEST_F(frmMainTest, SelectsTheNodeOfTheLastRun) {
     struct Case {
         std::int32_t stored;
         const char* selected;
@@ -90,7 +90,7 @@ TEST_F(MainFormTest, SelectsTheNodeOfTheLastRun) {
     }
 }
 
-TEST_F(MainFormTest, ShowsTheListOfTheSelectedNode) {
+TEST_F(frmMainTest, ShowsTheListOfTheSelectedNode) {
     browser.PutList("q3", HeadlessBrowser::Addresses(2));
     browser.PutList("fav1", HeadlessBrowser::Addresses(1));
     browser.Set("Selection", "LastGame", 15);
@@ -100,7 +100,7 @@ TEST_F(MainFormTest, ShowsTheListOfTheSelectedNode) {
     EXPECT_FALSE(browser.Controls().tbMain.buttons[10].enabled);
 }
 
-TEST_F(MainFormTest, ChecksTheFiltersOfTheLastRun) {
+TEST_F(frmMainTest, ChecksTheFiltersOfTheLastRun) {
     struct Case {
         std::int32_t locked;
         std::int32_t ping;
@@ -125,7 +125,7 @@ TEST_F(MainFormTest, ChecksTheFiltersOfTheLastRun) {
     }
 }
 
-TEST_F(MainFormTest, SortsAsInTheLastRun) {
+TEST_F(frmMainTest, SortsAsInTheLastRun) {
     struct Case {
         std::int32_t column;
         std::int32_t order;
@@ -150,7 +150,7 @@ TEST_F(MainFormTest, SortsAsInTheLastRun) {
     }
 }
 
-TEST_F(MainFormTest, LoadsAllTheSameWhenItCannotSortAsInTheLastRun) {
+TEST_F(frmMainTest, LoadsEvenIfItCannotSortAsInTheLastRun) {
     for (const std::int32_t column : {0, -1, 10, 32768, 65537, 65546, 2147483647, -2147483647}) {
         HeadlessBrowser other;
         other.PutList("q3", HeadlessBrowser::Addresses(2));
@@ -162,7 +162,7 @@ TEST_F(MainFormTest, LoadsAllTheSameWhenItCannotSortAsInTheLastRun) {
     }
 }
 
-TEST_F(MainFormTest, SelectsTheServerOfTheLastRun) {
+TEST_F(frmMainTest, SelectsTheServerOfTheLastRun) {
     struct Case {
         std::int32_t stored;
         std::int32_t selected;
@@ -179,7 +179,7 @@ TEST_F(MainFormTest, SelectsTheServerOfTheLastRun) {
     }
 }
 
-TEST_F(MainFormTest, CountsTheServerOfTheLastRunInTheSortedList) {
+TEST_F(frmMainTest, CountsTheServerOfTheLastRunInTheSortedList) {
     browser.PutList("q3", HeadlessBrowser::Addresses(3));
     browser.Set("Selection", "LastSortColumn", 6);
     browser.Set("Selection", "LastSortOrder", 1);
@@ -188,7 +188,7 @@ TEST_F(MainFormTest, CountsTheServerOfTheLastRunInTheSortedList) {
     EXPECT_EQ(browser.Cell(browser.Controls().lvwServers.SelectedRow(), NameColumn), "Server 3");
 }
 
-TEST_F(MainFormTest, KeepsTheWindowOnTopOnlyForExactlyOne) {
+TEST_F(frmMainTest, KeepsTheWindowOnTopOnlyForExactlyOne) {
     for (const std::int32_t value : {0, 1, 2, -1, 2147483647}) {
         HeadlessBrowser other;
         other.Set("General", "KeepOnTop", value);
@@ -203,7 +203,7 @@ TEST_F(MainFormTest, KeepsTheWindowOnTopOnlyForExactlyOne) {
     }
 }
 
-TEST_F(MainFormTest, TicksAtTheTimeOutOrOnceASecondWithoutOne) {
+TEST_F(frmMainTest, TicksAtTheTimeOutOrOnceASecondWithoutOne) {
     struct Case {
         std::int32_t stored;
         std::int32_t interval;
@@ -218,14 +218,14 @@ TEST_F(MainFormTest, TicksAtTheTimeOutOrOnceASecondWithoutOne) {
     }
 }
 
-TEST_F(MainFormTest, AppliesANewTimeOutWithTheInterface) {
+TEST_F(frmMainTest, AppliesANewTimeOutWithTheInterface) {
     ASSERT_TRUE(browser.Start());
     browser.program.PingTimeout = 333;
     browser.Form().RefreshInterface();
     EXPECT_EQ(browser.Controls().tmrTimeout.Interval(), 333);
 }
 
-TEST_F(MainFormTest, RestoresTheWindowOnItsFirstActivation) {
+TEST_F(frmMainTest, RestoresTheWindowOnItsFirstActivation) {
     struct Case {
         std::int32_t winState;
         std::int32_t remWinPos;
@@ -254,7 +254,7 @@ TEST_F(MainFormTest, RestoresTheWindowOnItsFirstActivation) {
     }
 }
 
-TEST_F(MainFormTest, DoesItsWorkOnTheFirstActivationOnly) {
+TEST_F(frmMainTest, DoesItsWorkOnTheFirstActivationOnly) {
     ASSERT_TRUE(browser.Start());
     browser.window.bounds = {1, 2, 3, 4};
     const std::int32_t calls = browser.window.boundsCalls;
@@ -263,8 +263,8 @@ TEST_F(MainFormTest, DoesItsWorkOnTheFirstActivationOnly) {
     EXPECT_EQ(browser.window.bounds, (TwipsRect{1, 2, 3, 4}));
 }
 
-// A box that closes gives the window its activation back, in the middle of the first one.
-TEST_F(MainFormTest, AnActivationInsideTheFirstDoesNothing) {
+// A message box that closes activates the window again, in the middle of the first activation.
+TEST_F(frmMainTest, AnActivationInsideTheFirstDoesNothing) {
     for (const char* key : {"Visible1", "Visible2", "Visible3"})
         browser.Set("Games", key, 0);
     browser.fake.prompts.whileOpen = [&] { browser.Form().Form_Activate(); };
@@ -273,21 +273,21 @@ TEST_F(MainFormTest, AnActivationInsideTheFirstDoesNothing) {
     EXPECT_THAT(browser.dialogs.shown, SizeIs(1));
 }
 
-TEST_F(MainFormTest, TellsOnceThatNoGameIsSetUp) {
+TEST_F(frmMainTest, ShowsOnceThatNoGameIsSetUp) {
     for (const char* key : {"Visible1", "Visible2", "Visible3"})
         browser.Set("Games", key, 0);
     ASSERT_TRUE(browser.Start());
     browser.Form().Form_Activate();
     ASSERT_THAT(browser.fake.prompts.shown, SizeIs(1));
-    const FakePrompts::Box& box = browser.fake.prompts.shown[0];
-    EXPECT_EQ(box.kind, FakePrompts::Kind::Error);
-    EXPECT_EQ(box.title, "Quarn - Error");
-    EXPECT_EQ(box.text, "Quarn has detected that no game has been set up yet.\r\n"
-                        "Therefore, the game setup menu will be opened now, please set up\r\n"
-                        "the games to your liking.");
+    const FakePrompts::Prompt& prompt = browser.fake.prompts.shown[0];
+    EXPECT_EQ(prompt.kind, FakePrompts::Kind::Error);
+    EXPECT_EQ(prompt.title, "Quarn - Error");
+    EXPECT_EQ(prompt.text, "Quarn has detected that no game has been set up yet.\r\n"
+                           "Therefore, the game setup menu will be opened now, please set up\r\n"
+                           "the games to your liking.");
 }
 
-TEST_F(MainFormTest, PlacesTheProgressBarIntoItsPanelOnActivationAndResize) {
+TEST_F(frmMainTest, PlacesTheProgressBarIntoItsPanelOnActivationAndResize) {
     ASSERT_TRUE(browser.Start());
     StatusPanel& panel = browser.Controls().sbMain.panels[ProgressPanel];
     panel.left = 3000;
@@ -299,12 +299,12 @@ TEST_F(MainFormTest, PlacesTheProgressBarIntoItsPanelOnActivationAndResize) {
     EXPECT_TRUE(browser.Controls().pbScanning.flat);
 
     HeadlessBrowser other;
-    other.Set("General", "WinState", 1); // minimised: nothing is laid out
+    other.Set("General", "WinState", 1); // minimised: no layout
     ASSERT_TRUE(other.Start());
     EXPECT_TRUE(other.Controls().pbScanning.inFront);
 }
 
-TEST_F(MainFormTest, LaysItsListsOutWhenItIsResized) {
+TEST_F(frmMainTest, LaysItsListsOutWhenItIsResized) {
     ASSERT_TRUE(browser.Start());
     browser.Controls().tbMain.height = 400;
     browser.window.innerSize = {12345, 6789};
@@ -315,7 +315,7 @@ TEST_F(MainFormTest, LaysItsListsOutWhenItIsResized) {
     EXPECT_EQ(browser.Controls().layout.lvwPlayers.height, 0);
 }
 
-TEST_F(MainFormTest, LaysNothingOutWhileItIsMinimised) {
+TEST_F(frmMainTest, LaysNothingOutWhileItIsMinimised) {
     ASSERT_TRUE(browser.Start());
     const MainLayout before = browser.Controls().layout;
     browser.window.innerSize = {0, 0};
@@ -323,7 +323,7 @@ TEST_F(MainFormTest, LaysNothingOutWhileItIsMinimised) {
     EXPECT_EQ(browser.Controls().layout, before);
 }
 
-TEST_F(MainFormTest, CarriesTitleAndVersionInItsCaption) {
+TEST_F(frmMainTest, ShowsTitleAndVersionInItsCaption) {
     ASSERT_TRUE(browser.Start());
     for (const std::int32_t minToTray : {1, -1, 7}) {
         browser.window.caption = "x";
@@ -342,7 +342,7 @@ TEST_F(MainFormTest, CarriesTitleAndVersionInItsCaption) {
     EXPECT_EQ(withoutTray.window.caption, Caption) << "from the start";
 }
 
-TEST_F(MainFormTest, TellsWhatFailsWhileItLoadsAndGoesOnWithoutIt) {
+TEST_F(frmMainTest, ShowsErrorsWhileItLoadsAndContinues) {
     browser.window.fault = ErrorNumber::InvalidPropertyValue;
     ASSERT_TRUE(browser.Start());
     EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;Form_Load;380", "frmMain;Form_Activate;380"));
@@ -351,26 +351,6 @@ TEST_F(MainFormTest, TellsWhatFailsWhileItLoadsAndGoesOnWithoutIt) {
     browser.fake.prompts.yesNoAnswers = {false};
     browser.Form().Unload();
     EXPECT_EQ(browser.window.destroyCalls, 1);
-}
-
-TEST_F(MainFormTest, RoutesItsToolbarButtons) {
-    browser.PutList("q3", HeadlessBrowser::Addresses(1));
-    ASSERT_TRUE(browser.Start());
-    browser.fake.prompts.yesNoAnswers = {false};
-    browser.Form().tbMain_ButtonClick("querymaster");
-    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
-    browser.Form().tbMain_ButtonClick("favorites");
-    EXPECT_THAT(browser.window.poppedUp, ElementsAre(PopupMenu::AddToFavorites));
-    browser.Form().tbMain_ButtonClick("stop");
-    EXPECT_TRUE(browser.Form().scan.ScanAborted);
-    for (const char* key : {"", "Stop", "nothing", "refreshal"})
-        browser.Form().tbMain_ButtonClick(key);
-    EXPECT_THAT(browser.sckServer.sent, IsEmpty());
-    browser.Form().tbMain_ButtonClick("refreshall");
-    EXPECT_THAT(browser.sckServer.sent, SizeIs(1));
-    browser.SelectRows({1});
-    browser.Form().tbMain_ButtonClick("refresh");
-    EXPECT_THAT(browser.sckServer.sent, SizeIs(2));
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 namespace quarn {
 namespace {
 
-TEST(AnsiTextTest, EveryTextComesBack) {
+TEST(AnsiTextTest, EveryTextSurvivesARoundTrip) {
     std::string all;
     for (int code = 0; code < 256; ++code)
         all.push_back(static_cast<char>(code));
@@ -14,7 +14,7 @@ TEST(AnsiTextTest, EveryTextComesBack) {
     EXPECT_EQ(Widened(std::string_view("a\0b", 3)), std::wstring(L"a\0b", 3));
 }
 
-TEST(AnsiTextTest, WhatTheCodePageLacksIsReplaced) {
+TEST(AnsiTextTest, CharactersOutsideTheCodePageAreReplaced) {
     EXPECT_EQ(Narrowed(L"a\x4E2D"
                        L"b"),
               "a?b");

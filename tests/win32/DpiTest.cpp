@@ -11,7 +11,7 @@ struct Conversion {
     int pixels;
 };
 
-TEST(Dpi, CountsFifteenTwipsToAPixelOfNinetySixToAnInch) {
+TEST(DpiTest, CountsFifteenTwipsToAPixelOfNinetySixToAnInch) {
     for (const Conversion& c :
          {Conversion{96, 15, 1}, Conversion{96, -15, -1}, Conversion{96, 9600, 640}, Conversion{144, 15, 2},
           Conversion{144, 9600, 960}, Conversion{120, 1440, 120}, Conversion{96, 7, 0}, Conversion{96, 8, 1},
@@ -19,13 +19,13 @@ TEST(Dpi, CountsFifteenTwipsToAPixelOfNinetySixToAnInch) {
         EXPECT_EQ(Dpi(c.dpi).ToPixels(c.twips), c.pixels) << c.dpi << ' ' << c.twips;
 }
 
-TEST(Dpi, FindsEveryPixelAgainAfterItWasStoredInTwips) {
+TEST(DpiTest, FindsEveryPixelAgainAfterItWasStoredInTwips) {
     for (const unsigned dpi : {96U, 120U, 144U, 168U, 192U, 240U, 288U})
         for (int pixels = -50; pixels <= 4000; ++pixels)
             ASSERT_EQ(Dpi(dpi).ToPixels(Dpi(dpi).ToTwips(pixels)), pixels) << dpi;
 }
 
-TEST(Dpi, KeepsNeighboursTouchingWhateverIsRounded) {
+TEST(DpiTest, KeepsNeighboursTouchingWhateverIsRounded) {
     for (const unsigned dpi : {96U, 120U, 168U}) {
         const RECT left = Dpi(dpi).ToPixels({7, 0, 1001, 10});
         const RECT right = Dpi(dpi).ToPixels({1008, 0, 1001, 10});
@@ -33,7 +33,7 @@ TEST(Dpi, KeepsNeighboursTouchingWhateverIsRounded) {
     }
 }
 
-TEST(Dpi, ScalesWhatWasDesignedInPixels) {
+TEST(DpiTest, ScalesWhatWasDesignedInPixels) {
     EXPECT_EQ(Dpi(96).Scaled(16), 16);
     EXPECT_EQ(Dpi(120).Scaled(16), 20);
     EXPECT_EQ(Dpi(192).Scaled(33), 66);

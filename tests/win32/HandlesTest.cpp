@@ -48,7 +48,7 @@ TEST_F(HandlesTest, AMovedOneFreesNothing) {
     EXPECT_EQ(first.Get(), 5);
 }
 
-TEST_F(HandlesTest, TakingAnotherFreesTheOld) {
+TEST_F(HandlesTest, AssigningANewOneFreesTheOldOne) {
     Number number(5);
     number.Reset(6);
     EXPECT_EQ(freed, std::vector<int>{5});

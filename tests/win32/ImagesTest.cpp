@@ -20,21 +20,21 @@ Pixels Filled(int size, Pixel pixel) {
     return picture;
 }
 
-TEST(Pixels, KeepAPlainColourInEverySize) {
+TEST(PixelsTest, KeepAPlainColourInEverySize) {
     const Pixel colour{10, 200, 30, 255};
     for (const int size : {8, 16, 20, 24, 32, 33})
         for (const int place : {0, size / 2, size - 1})
             EXPECT_TRUE(Filled(16, colour).Resized(size).At(place, place) == colour) << size << ' ' << place;
 }
 
-TEST(Pixels, MixNoColourOfClearPixelsIntoTheirNeighbours) {
+TEST(PixelsTest, MixNoColourOfClearPixelsIntoTheirNeighbours) {
     Pixels picture = Filled(2, {0, 0, 0, 0});
     picture.At(0, 0) = {10, 20, 30, 255};
     const Pixel mean = picture.Resized(1).At(0, 0);
     EXPECT_TRUE(mean == (Pixel{10, 20, 30, 64})) << int(mean.blue) << ' ' << int(mean.alpha);
 }
 
-TEST(Pixels, LoseTheirColourWhenDisabled) {
+TEST(PixelsTest, LoseTheirColourWhenDisabled) {
     const Pixel pale = Filled(1, {0, 0, 255, 200}).Disabled().At(0, 0);
     EXPECT_EQ(pale.red, pale.green);
     EXPECT_EQ(pale.red, pale.blue);
@@ -42,7 +42,7 @@ TEST(Pixels, LoseTheirColourWhenDisabled) {
     EXPECT_GT(pale.alpha, 0);
 }
 
-TEST(Pixels, ComeOutOfAStripAsTheyWentIn) {
+TEST(PixelsTest, SurviveTheRoundTripThroughAStrip) {
     const Pixel first{1, 2, 3, 255};
     const Pixel second{4, 5, 6, 77};
     const HBITMAP strip = Pixels::MakeStrip({Filled(16, first), Filled(16, second)});
@@ -53,12 +53,12 @@ TEST(Pixels, ComeOutOfAStripAsTheyWentIn) {
     EXPECT_TRUE(pictures[1].At(0, 0) == second);
 }
 
-TEST(Pixels, AreNoneInNoBitmap) {
+TEST(PixelsTest, OfAMissingBitmapAreEmpty) {
     EXPECT_TRUE(Pixels::OfStrip(nullptr).empty());
 }
 
 // Of a bitmap and of a PNG file.
-TEST(Pixels, AreThoseThatTheSystemFindsInAnIcon) {
+TEST(PixelsTest, EqualThoseThatTheSystemReadsFromAnIcon) {
     for (const int size : {16, 32, 40, 48}) {
         const IconHandle icon = LoadIconOfSize("fldrop", size);
         ICONINFO parts{};
@@ -77,7 +77,7 @@ TEST(Pixels, AreThoseThatTheSystemFindsInAnIcon) {
     EXPECT_FALSE(Pixels::OfIcon("no such picture", 16));
 }
 
-TEST(Images, HoldEveryPictureOfTheWindowInEverySize) {
+TEST(ImagesTest, ContainEveryIconOfTheWindowInEverySize) {
     for (const int size : {16, 20, 24, 28, 32, 40, 48, 64}) {
         const Images images(size, {"querymaster", "refreshall", "refresh", "stop", "join", "monitor",
                                    "favorites", "fldrcls", "fldrop", "checked", "unchecked", "locked",
@@ -87,7 +87,7 @@ TEST(Images, HoldEveryPictureOfTheWindowInEverySize) {
     }
 }
 
-// The share of a picture that is not clear, in percent.
+// The opaque part of an icon, in percent.
 int Coverage(const char* key, int size) {
     const Pixels picture = Pixels::OfIcon(key, size).value();
     int covered = 0;
@@ -97,13 +97,13 @@ int Coverage(const char* key, int size) {
     return covered * 100 / (size * size);
 }
 
-TEST(Images, ShowTheSamePictureInEverySize) {
+TEST(ImagesTest, ShowTheSameIconInEverySize) {
     for (const char* key : {"querymaster", "refreshall", "stop", "join", "fldrcls", "locked", "application"})
         for (const int size : {20, 24, 28, 32, 40, 48, 64})
             EXPECT_NEAR(Coverage(key, size), Coverage(key, 16), 12) << key << ' ' << size;
 }
 
-TEST(Images, HaveNoPictureForAnUnknownKey) {
+TEST(ImagesTest, HaveNoImageForAnUnknownKey) {
     const Images images(16, {"locked", "no such picture"});
     EXPECT_GE(images.IndexOf("locked"), 0);
     EXPECT_EQ(images.IndexOf("no such picture"), I_IMAGENONE);
@@ -111,7 +111,7 @@ TEST(Images, HaveNoPictureForAnUnknownKey) {
     EXPECT_EQ(Images().IndexOf("locked"), I_IMAGENONE);
 }
 
-TEST(Images, HoldAFlagForEachCode) {
+TEST(ImagesTest, ContainAFlagForEachCode) {
     Images images(20, {"locked"});
     images.AddFlags();
     EXPECT_GT(images.IndexOf("DE"), 0);
@@ -120,7 +120,7 @@ TEST(Images, HoldAFlagForEachCode) {
     EXPECT_EQ(images.Keys().size(), static_cast<std::size_t>(ImageList_GetImageCount(images.Handle())));
 }
 
-TEST(Images, HaveTheSameOrderWhenDisabled) {
+TEST(ImagesTest, HaveTheSameOrderWhenDisabled) {
     const Images available(32, {"stop", "join"});
     const Images disabled(32, {"stop", "join"}, Images::Look::Disabled);
     EXPECT_EQ(available.IndexOf("join"), disabled.IndexOf("join"));

@@ -9,8 +9,8 @@
 namespace quarn {
 namespace {
 
-TEST(LibrariesTest, LibrariesOfTheCurrentFolderAreNotLoadedAnyMore) {
-    // Any program image can be loaded as a library; this one is at hand.
+TEST(LibrariesTest, LibrariesOfTheCurrentFolderAreNotLoaded) {
+    // Any executable can be loaded as a library; this one exists.
     char own[1024];
     GetModuleFileNameA(nullptr, own, sizeof own);
     const TemporaryFolder folder;

@@ -2,7 +2,9 @@
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
+#include "tests/fakes/Samples.h"
 #include "tests/win32/harness/ReplacedImport.h"
+#include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/resources/ids.h"
 
 #include <gtest/gtest.h>
@@ -14,30 +16,19 @@
 namespace quarn {
 namespace {
 
-// The real window in a folder of its own, with one game.
+// The real window with its own folder and one game.
 class MainWindowTest : public testing::Test {
   protected:
     MainWindowTest() {
-        char temporary[MAX_PATH] = "";
-        char name[MAX_PATH] = "";
-        GetTempPathA(sizeof temporary, temporary);
-        GetTempFileNameA(temporary, "qrn", 0, name);
-        DeleteFileA(name);
-        CreateDirectoryA(name, nullptr);
-        program.AppPath = std::string(name) + "\\";
+        program.AppPath = folder.Path() + "\\";
         program.AppLog = std::make_unique<clsAppLog>(desktop.Interfaces(), program.AppPath);
         program.IPLocation =
             std::make_unique<clsIPLocation>(desktop.Interfaces().files, program.AppPath + "countryip.dat");
 
-        program.GameNum = 1;
-        program.Games.Reset(1);
+        ResetGames(program, 1);
         program.Games[1].GameShort = "q3";
         program.Games[1].Description = "Quake III Arena";
         program.Games[1].Engine = "q3";
-        program.GamePath.Reset(1);
-        program.GameConfig.Reset(1);
-        program.GamePlayerName.Reset(1);
-        program.GameVisible.Reset(1);
         program.GameVisible[1] = 1;
         program.LastGame = 9; // the game's node
         program.MinToTray = 0;
@@ -47,13 +38,6 @@ class MainWindowTest : public testing::Test {
         window = std::make_unique<MainWindow>(program, desktop);
         window->Show();
         RunPendingEvents();
-    }
-
-    ~MainWindowTest() override {
-        window.reset();
-        for (const char* file : {"Quarn.exe.log", "Quarn.log", "Quarn.ini", "servers-q3.dat"})
-            DeleteFileA((program.AppPath + file).c_str());
-        RemoveDirectoryA(program.AppPath.c_str());
     }
 
     void RunPendingEvents() {
@@ -86,6 +70,7 @@ class MainWindowTest : public testing::Test {
         return (GetMenuState(GetMenu(window->Handle()), id, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED)) == 0;
     }
 
+    TemporaryFolder folder;
     ProgramState program;
     WindowsDesktop desktop;
     std::unique_ptr<MainWindow> window;
@@ -178,7 +163,7 @@ TEST_F(MainWindowTest, KeepsAnEntryForAFolderWithoutAName) {
     EXPECT_NE(CaptionOf(ID_mnuServAddToFavorites1), "Friends && Foes");
 }
 
-TEST_F(MainWindowTest, GraysWhatTheModelsDisable) {
+TEST_F(MainWindowTest, GraysCommandsThatTheModelsDisable) {
     EXPECT_TRUE(IsEnabled(ID_mnuServerListExport));
     Models().mnuServerListExport.enabled = false;
     Models().mnuServAddToFavorites[1].enabled = false;
@@ -204,7 +189,7 @@ TEST_F(MainWindowTest, EndsTheProgramWhenItIsClosed) {
     EXPECT_TRUE(quit);
 }
 
-TEST_F(MainWindowTest, ClosesABoxThatIsOpenBeforeItself) {
+TEST_F(MainWindowTest, ClosesAnOpenMessageBoxFirst) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     const bool answer = desktop.Prompts().AskYesNo("Are you sure you want to proceed?", "Clear server list");
     EXPECT_FALSE(answer);
@@ -213,7 +198,7 @@ TEST_F(MainWindowTest, ClosesABoxThatIsOpenBeforeItself) {
     EXPECT_TRUE(quit);
 }
 
-TEST_F(MainWindowTest, EndsWithWindowsWithoutAQuestion) {
+TEST_F(MainWindowTest, EndsWithoutAQuestionWhenWindowsEnds) {
     program.AppLog->Log("test", "test", 5, "an error that a report could be about");
     EXPECT_EQ(SendMessageA(window->Handle(), WM_QUERYENDSESSION, 0, 0), TRUE);
     SendMessageA(window->Handle(), WM_ENDSESSION, TRUE, 0);
@@ -225,13 +210,13 @@ TEST_F(MainWindowTest, StaysWhenWindowsDoesNotEndAfterAll) {
     EXPECT_NE(window->Handle(), nullptr);
 }
 
-TEST_F(MainWindowTest, PutsItsIconIntoATaskbarThatComesAnew) {
+TEST_F(MainWindowTest, AddsItsIconToANewTaskbar) {
     window->Form().SysTray.MinToSysTray();
     NOTIFYICONDATAA icon{};
     icon.cbSize = NOTIFYICONDATAA_V1_SIZE;
     icon.hWnd = FindWindowExA(window->Handle(), nullptr, "Static", nullptr);
     icon.uID = 1;
-    // The old taskbar takes the icon along.
+    // The icon is lost with the old taskbar.
     ASSERT_TRUE(Shell_NotifyIconA(NIM_DELETE, &icon));
     SendMessageA(window->Handle(), RegisterWindowMessageA("TaskbarCreated"), 0, 0);
     EXPECT_TRUE(Shell_NotifyIconA(NIM_DELETE, &icon));
@@ -245,15 +230,15 @@ TEST_F(MainWindowTest, FlushesNothingAfterItsEnd) {
     EXPECT_EQ(desktop.Events().updateWindows, nullptr);
 }
 
-// Menus that pop up are noted instead of opened, and the mouse is where the test says.
-class PopUpTest : public MainWindowTest {
+// Pop-up menus are recorded instead of opened, and the test sets the position of the mouse.
+class MainWindowMenusTest : public MainWindowTest {
   protected:
     struct PopUp {
         int firstCommand;
         POINT at;
     };
 
-    PopUpTest() {
+    MainWindowMenusTest() {
         popUps.clear();
         mouse = {321, 234};
         Models().lvwServers.Add();
@@ -270,7 +255,7 @@ class PopUpTest : public MainWindowTest {
         return TRUE;
     }
 
-    // The release is posted first, as controls wait for it inside the press.
+    // The release is posted first, because controls wait for it inside the press.
     void Press(HWND control, UINT press, UINT release, LPARAM position) {
         PostMessageA(control, press, 0, position);
         if (release != 0)
@@ -295,17 +280,17 @@ class PopUpTest : public MainWindowTest {
     ReplacedImport getCursorPos_{&GetCursorPos, &TellMouse};
 };
 
-TEST_F(PopUpTest, OpensTheServerMenuAtTheMouseWhenTheRightButtonGoesDown) {
+TEST_F(MainWindowMenusTest, OpensTheServerMenuAtTheMouseWhenTheRightButtonGoesDown) {
     Press(Control(ID_lvwServers), WM_RBUTTONDOWN, 0, OnTheFirstRow);
     ExpectOnePopUp(ID_mnuServConnectPlay, mouse);
 }
 
-TEST_F(PopUpTest, OpensTheTreesMenuAtTheMouseWhenTheRightButtonComesUp) {
+TEST_F(MainWindowMenusTest, OpensTheTreesMenuAtTheMouseWhenTheRightButtonComesUp) {
     Press(Control(ID_trvGames), WM_RBUTTONDOWN, WM_RBUTTONUP, OnTheFirstLine);
     ExpectOnePopUp(ID_mnuTreeRename, mouse);
 }
 
-TEST_F(PopUpTest, OpensNoMenuForTheOtherButtons) {
+TEST_F(MainWindowMenusTest, OpensNoMenuForTheOtherButtons) {
     for (const auto& [press, release] : {std::pair{WM_LBUTTONDOWN, WM_LBUTTONUP},
                                          {WM_MBUTTONDOWN, WM_MBUTTONUP},
                                          {WM_XBUTTONDOWN, WM_XBUTTONUP}}) {
@@ -318,7 +303,7 @@ TEST_F(PopUpTest, OpensNoMenuForTheOtherButtons) {
     EXPECT_TRUE(popUps.empty());
 }
 
-TEST_F(PopUpTest, OpensTheFoldersBelowTheirButton) {
+TEST_F(MainWindowMenusTest, OpensTheFoldersBelowTheirButton) {
     window->Form().tbMain_ButtonClick("favorites");
     RECT button{};
     SendMessageA(Control(ID_tbMain), TB_GETITEMRECT, 9, reinterpret_cast<LPARAM>(&button));

@@ -38,7 +38,7 @@ std::string Entry(const char* level, int id, const char* caption) {
     return level + std::to_string(id) + " " + caption;
 }
 
-TEST(MenuResource, HoldsTheBar) {
+TEST(MenuResourceTest, ContainsTheMenuBar) {
     std::vector<std::string> expected = {
         Entry("", ID_mnuFile, "&File"),
         Entry("  ", ID_mnuFileQuit, "&Quit"),
@@ -82,7 +82,7 @@ TEST(MenuResource, HoldsTheBar) {
     EXPECT_EQ(MenuOf(IDR_MAIN_MENU), expected);
 }
 
-TEST(MenuResource, HoldsThePopUpsOfTrayAndTree) {
+TEST(MenuResourceTest, ContainsThePopUpMenusOfTrayAndTree) {
     EXPECT_EQ(MenuOf(IDR_POPUP_MENUS), (std::vector<std::string>{
                                            Entry("", ID_mnuSysTray, "SysTray"),
                                            Entry("  ", ID_mnuSysOpen, "Open"),

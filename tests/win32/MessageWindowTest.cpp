@@ -12,7 +12,7 @@
 namespace quarn {
 namespace {
 
-TEST(MessageWindowTest, HandsOnTheProgramsOwnMessagesAndTimers) {
+TEST(MessageWindowTest, ForwardsTheProgramsOwnMessagesAndTimers) {
     std::vector<UINT> messages;
     const MessageWindow window([&](UINT message, WPARAM, LPARAM) { messages.push_back(message); });
     const UINT sent[] = {WM_NULL, WM_APP, WM_PAINT, WM_TIMER, WM_USER, 0xBFFF};
@@ -31,7 +31,7 @@ TEST(MessageWindowTest, IsNotAmongTheWindowsOfTheDesktop) {
     EXPECT_TRUE(EnumWindows(&IsAnother, reinterpret_cast<LPARAM>(window.Handle())));
 }
 
-TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {
+TEST(UncaughtErrorsTest, AnErrorIsReportedAndDoesNotLeaveTheWindow) {
     std::string reported;
     SetUncaughtErrorReporter([&](std::string_view, std::string_view) {
         try {
@@ -51,7 +51,7 @@ TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {
     EXPECT_EQ(SendMessageA(window.Handle(), WM_APP, 0, 0), 0);
 }
 
-TEST(MessageWindowTest, NumbersOfMessagesComeAgainOnlyAfterThousands) {
+TEST(MessageWindowTest, MessageNumbersRepeatOnlyAfterThousands) {
     MessageWindow window([](UINT, WPARAM, LPARAM) {});
     std::set<UINT> numbers;
     for (int i = 0; i < 0x4000; ++i) {

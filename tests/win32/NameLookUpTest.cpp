@@ -8,7 +8,7 @@
 namespace quarn {
 namespace {
 
-// A label of a host name has at most 63 characters: this one fails without anybody being asked.
+// A label of a host name has at most 63 characters: this one fails without a request to a name server.
 const std::string ImpossibleHost(64, 'x');
 
 class NameLookUpTest : public ::testing::Test {
@@ -40,7 +40,7 @@ TEST_F(NameLookUpTest, AnswersWithTheError) {
     EXPECT_FALSE(lookUp.Underway());
 }
 
-TEST_F(NameLookUpTest, AnotherStartTakesTheOldAnswersPlace) {
+TEST_F(NameLookUpTest, ANewStartReplacesTheOldLookUp) {
     lookUp.Start(ImpossibleHost);
     lookUp.Start("localhost");
     ASSERT_TRUE(WaitForAnswer());

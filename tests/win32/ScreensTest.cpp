@@ -20,7 +20,7 @@ struct Place {
     RECT shown;
 };
 
-TEST(Screens, LeaveAWindowWhereItsTitleBarIsWithinReach) {
+TEST(ScreensTest, LeaveAWindowWhereItsTitleBarIsWithinReach) {
     for (const Place& place :
          {Place{"inside", At96(100, 50, 800, 600), {100, 50, 900, 650}},
           Place{"over the left edge", At96(-700, 50, 800, 600), {-700, 50, 100, 650}},
@@ -31,7 +31,7 @@ TEST(Screens, LeaveAWindowWhereItsTitleBarIsWithinReach) {
     }
 }
 
-TEST(Screens, BringALostWindowBackOntoTheFirst) {
+TEST(ScreensTest, BringALostWindowBackOntoTheFirst) {
     for (const Place& place :
          {Place{"left of all", At96(-2000, 50, 800, 600), {0, 50, 800, 650}},
           Place{"above", At96(100, -200, 800, 600), {100, 0, 900, 600}},
@@ -44,7 +44,7 @@ TEST(Screens, BringALostWindowBackOntoTheFirst) {
     }
 }
 
-TEST(Screens, AreNeverNone) {
+TEST(ScreensTest, ThereIsAlwaysOne) {
     const std::vector<Screen> screens = ConnectedScreens();
     ASSERT_FALSE(screens.empty());
     EXPECT_GT(screens.front().workArea.right, screens.front().workArea.left);

@@ -32,14 +32,14 @@ TEST(SystemErrorTest, FileErrorsHaveTheirNumbers) {
         EXPECT_EQ(static_cast<int>(ErrorNumberOf(line.systemError)), line.number) << line.systemError;
 }
 
-TEST(SystemErrorTest, TextEndsWithTheCode) {
+TEST(SystemErrorTest, TheTextEndsWithTheCode) {
     const std::string text = SystemErrorText(ERROR_FILE_NOT_FOUND);
     EXPECT_GT(text.size(), 4U);
     EXPECT_TRUE(text.ends_with(" (2)")) << text;
     EXPECT_EQ(text.find_first_of("\r\n"), std::string::npos) << text;
 }
 
-TEST(SystemErrorTest, UnknownCodeStillHasAText) {
+TEST(SystemErrorTest, AnUnknownCodeHasATextToo) {
     EXPECT_EQ(SystemErrorText(0x2FFFFFFF), "Unknown error (805306367)");
 }
 

@@ -14,7 +14,7 @@ class TimerWinTest : public ::testing::Test {
         timer.Tick = [this] { ++ticks; };
     }
 
-    // Whether this thread's timers still run is told by one of our own.
+    // A timer of the test itself shows that this thread's timers run.
     static bool PumpForAWhile() {
         bool over = false;
         Timer other;
@@ -35,7 +35,7 @@ TEST_F(TimerWinTest, TicksAgainAndAgainInItsInterval) {
     timer.SetEnabled(true);
     const std::int64_t start = PerformanceMicroseconds();
     ASSERT_TRUE(PumpUntil([&] { return ticks == 3; }));
-    EXPECT_GE(PerformanceMicroseconds() - start, 80'000); // less what the system's own clock rounds
+    EXPECT_GE(PerformanceMicroseconds() - start, 80'000); // less the rounding of the system's clock
 }
 
 TEST_F(TimerWinTest, TicksWhenItWasEnabledBefore) {
@@ -60,11 +60,11 @@ TEST_F(TimerWinTest, NeverTicksDisabledOrWithoutAnInterval) {
     EXPECT_EQ(ticks, 0);
 }
 
-TEST_F(TimerWinTest, SettingWhatItIsKeepsItsPhase) {
+TEST_F(TimerWinTest, SettingTheSameIntervalKeepsThePhase) {
     const TimerWin driver(timer);
     timer.SetInterval(200);
     timer.SetEnabled(true);
-    // Restarted each time, it would never get to its first tick.
+    // If it restarted each time, it would never reach its first tick.
     EXPECT_TRUE(PumpUntil([&] {
         timer.SetInterval(200);
         timer.SetEnabled(true);

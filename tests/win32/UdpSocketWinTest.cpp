@@ -11,7 +11,7 @@
 namespace quarn {
 namespace {
 
-// A label of a host name has at most 63 characters: this one fails without anybody being asked.
+// A label of a host name has at most 63 characters: this one fails without a request to a name server.
 const std::string ImpossibleHost(64, 'x');
 
 class UdpSocketWinTest : public ::testing::Test {
@@ -73,7 +73,7 @@ TEST_F(UdpSocketWinTest, CarriesTheLargestDatagramWhole) {
     EXPECT_TRUE(failures.empty());
 }
 
-TEST_F(UdpSocketWinTest, TellsOfADatagramThatIsTooLarge) {
+TEST_F(UdpSocketWinTest, ReportsADatagramThatIsTooLarge) {
     socket.SendData(std::string(65508, 'x'));
     ASSERT_EQ(failures.size(), 1U);
     EXPECT_TRUE(failures[0].ends_with("(10040)")) << failures[0];
@@ -82,7 +82,7 @@ TEST_F(UdpSocketWinTest, TellsOfADatagramThatIsTooLarge) {
     EXPECT_EQ(peer.Receive(), "small");
 }
 
-TEST_F(UdpSocketWinTest, SendsNothingWithoutAProperRemoteEnd) {
+TEST_F(UdpSocketWinTest, SendsNothingWithoutAValidRemoteAddress) {
     const struct {
         const char* host;
         std::int32_t port;
@@ -119,8 +119,8 @@ TEST_F(UdpSocketWinTest, ThreeDatagramsAreThreeArrivalsOfOneEventEach) {
     EXPECT_EQ(received, (std::vector<std::string>{"first", "second!", "third.."}));
 }
 
-// A host with several addresses, or behind a translator of ports, answers from another end than was asked.
-TEST_F(UdpSocketWinTest, HearsWhoeverSendsToItsPort) {
+// A host with several addresses, or behind a router that translates ports, answers from another address.
+TEST_F(UdpSocketWinTest, ReceivesFromAnySender) {
     socket.SendData("query");
     peer.Receive();
     LoopbackPeer other;
@@ -143,7 +143,7 @@ TEST_F(UdpSocketWinTest, AnEmptyDatagramArrives) {
     EXPECT_EQ(received[0], "");
 }
 
-TEST_F(UdpSocketWinTest, ADatagramThatNobodyTakesIsDropped) {
+TEST_F(UdpSocketWinTest, ADatagramThatIsNotReadIsDropped) {
     socket.SendData("query");
     peer.Receive();
     taking = false;
@@ -169,7 +169,7 @@ TEST_F(UdpSocketWinTest, WithoutAHandlerADatagramIsDropped) {
     EXPECT_EQ(received, std::vector<std::string>{"heard"});
 }
 
-TEST_F(UdpSocketWinTest, WhatHasArrivedCanBeTakenBeforeItsEventRuns) {
+TEST_F(UdpSocketWinTest, ADatagramCanBeReadBeforeItsEventRuns) {
     socket.SendData("query");
     peer.Receive();
     peer.Send("early");
@@ -193,7 +193,7 @@ TEST_F(UdpSocketWinTest, EventsOfAClosedSocketAreDropped) {
         ASSERT_TRUE(WaitForPostedMessage());
         socket.Close();
 
-        // The stale message stands in the queue in front of whatever the next socket causes.
+        // The stale message is in the queue before any message of the next socket.
         Aim(other);
         socket.SendData("query");
         other.Receive();
@@ -219,7 +219,7 @@ TEST_F(UdpSocketWinTest, KeepsItsLocalPortUntilItIsClosed) {
     EXPECT_GT(ports.size(), 1U); // the system may give the same one again, but not every time
 }
 
-TEST_F(UdpSocketWinTest, AnotherRemoteEndTakesOver) {
+TEST_F(UdpSocketWinTest, TheRemoteAddressCanChange) {
     LoopbackPeer other;
     socket.SendData("one");
     EXPECT_EQ(peer.Receive(), "one");
@@ -229,7 +229,7 @@ TEST_F(UdpSocketWinTest, AnotherRemoteEndTakesOver) {
     EXPECT_FALSE(peer.HasDatagram());
 }
 
-TEST_F(UdpSocketWinTest, ARefusalIsNoAnswer) {
+TEST_F(UdpSocketWinTest, ARefusalIsNotAnAnswer) {
     std::int32_t port;
     {
         const LoopbackPeer gone;
@@ -244,7 +244,7 @@ TEST_F(UdpSocketWinTest, ARefusalIsNoAnswer) {
     EXPECT_EQ(socket.CurrentState(), State::Open);
     EXPECT_TRUE(sizes.empty());
 
-    // Who asks again hears a host that has come back.
+    // A second request is answered by a host that is up again.
     LoopbackPeer back(port);
     EXPECT_TRUE(PumpUntil([&] {
         socket.SendData("anybody?");
@@ -297,7 +297,7 @@ TEST_F(UdpSocketWinTest, AHandlerMayClose) {
     EXPECT_EQ(sizes, (std::vector<std::int32_t>{5, 5}));
 }
 
-TEST_F(UdpSocketWinTest, AHandlerThatLetsEventsRunStillGetsItsOwnDatagram) {
+TEST_F(UdpSocketWinTest, AHandlerThatRunsEventsStillGetsItsOwnDatagram) {
     socket.DataArrival = [this](std::int32_t bytes) {
         sizes.push_back(bytes);
         if (sizes.size() == 1) {
@@ -335,7 +335,7 @@ TEST_F(UdpSocketWinTest, OnlyTheLastFewDatagramsWaitForAnAddress) {
         EXPECT_EQ(peer.Receive(), std::to_string(i));
 }
 
-TEST_F(UdpSocketWinTest, TellsWhenAHostNameDoesNotResolve) {
+TEST_F(UdpSocketWinTest, ReportsAHostNameThatDoesNotResolve) {
     socket.RemoteHost = ImpossibleHost;
     socket.SendData("never");
     ASSERT_TRUE(PumpUntil([&] { return !failures.empty(); }));
@@ -344,13 +344,13 @@ TEST_F(UdpSocketWinTest, TellsWhenAHostNameDoesNotResolve) {
         << failures[0];
     EXPECT_EQ(socket.CurrentState(), State::Closed);
 
-    // Nothing of the failed query is left over.
+    // Nothing is left of the failed query.
     Aim(peer);
     socket.SendData("fresh");
     EXPECT_EQ(peer.Receive(), "fresh");
 }
 
-TEST_F(UdpSocketWinTest, ClosingGivesUpALookUp) {
+TEST_F(UdpSocketWinTest, ClosingCancelsALookUp) {
     socket.RemoteHost = "localhost";
     socket.SendData("given up");
     socket.Close();
@@ -367,7 +367,7 @@ TEST_F(UdpSocketWinTest, ClosingGivesUpALookUp) {
     EXPECT_TRUE(failures.empty());
 }
 
-TEST_F(UdpSocketWinTest, AnotherHostTakesOverFromOneBeingResolved) {
+TEST_F(UdpSocketWinTest, ANewHostReplacesOneBeingResolved) {
     socket.RemoteHost = "localhost";
     socket.SendData("dropped");
     LoopbackPeer other;

@@ -43,12 +43,12 @@ class Reports {
     std::vector<std::string> lines;
 };
 
-TEST(Window, AnswersWithWhatItsHandlerSays) {
+TEST(WindowTest, ReturnsTheResultOfItsHandler) {
     const FailingWindow window;
     EXPECT_EQ(SendMessageA(window.Handle(), WM_COMMAND, 1, 0), 7);
 }
 
-TEST(Window, ReportsWhatEscapesAHandlerUnderFormAndHandler) {
+TEST(WindowTest, ReportsAnErrorOfAHandlerUnderFormAndHandler) {
     const Reports reports;
     FailingWindow window;
     window.fails = true;
@@ -56,7 +56,7 @@ TEST(Window, ReportsWhatEscapesAHandlerUnderFormAndHandler) {
     EXPECT_EQ(reports.lines, std::vector<std::string>{"frmFailing;OnCommand"});
 }
 
-TEST(Window, StaysWhenItsCloseHandlerFails) {
+TEST(WindowTest, StaysOpenIfItsCloseHandlerFails) {
     const Reports reports;
     FailingWindow window;
     window.fails = true;
@@ -65,7 +65,7 @@ TEST(Window, StaysWhenItsCloseHandlerFails) {
     EXPECT_EQ(reports.lines, std::vector<std::string>{"frmFailing;OnClose"});
 }
 
-TEST(Window, ForgetsItsHandleWhenItIsDestroyed) {
+TEST(WindowTest, ForgetsItsHandleWhenItIsDestroyed) {
     FailingWindow window;
     const HWND handle = window.Handle();
     DestroyWindow(handle);
@@ -74,7 +74,7 @@ TEST(Window, ForgetsItsHandleWhenItIsDestroyed) {
     EXPECT_FALSE(IsWindow(handle));
 }
 
-TEST(Window, TakesItsWindowAlong) {
+TEST(WindowTest, DestroysItsWindow) {
     HWND handle = nullptr;
     {
         const FailingWindow window;

@@ -1,4 +1,4 @@
-// What assistive technology is told about a window's controls.
+// What assistive technology reads from a window's controls.
 
 #include "tests/e2e/driver/Messages.h"
 #include "tests/e2e/driver/Session.h"
@@ -11,7 +11,7 @@ namespace quarn::uidrive {
 
 namespace {
 
-// One COM apartment for the driver's life, made when it is first needed.
+// One COM apartment for the lifetime of the driver, created on first use.
 void EnterApartment() {
     static const HRESULT entered = OleInitialize(nullptr);
     if (FAILED(entered))
@@ -34,7 +34,7 @@ std::string TextOf(BSTR text) {
 // The name of the control as a whole.
 std::string NameOf(HWND control) {
     IAccessible* accessible = nullptr;
-    // The library for oleacc.dll also offers an IID_IAccessible, which is no identifier.
+    // The import library of oleacc.dll also has an IID_IAccessible, which is not the identifier.
     if (FAILED(AccessibleObjectFromWindow(control, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                           reinterpret_cast<void**>(&accessible))))
         throw Failure("a control of the class " + ClassOf(control) + " cannot be described");

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the driver can be asked to do. Each unit of commands offers its own table; the session joins them.
+// The commands of the driver. Each unit has its own table; the interpreter joins them.
 
 #include <stdexcept>
 #include <string>
@@ -13,7 +13,7 @@ class Session;
 using Words = std::vector<std::string>;
 using Lines = std::vector<std::string>;
 
-// The one error of the driver: a sentence that says what was asked for and not found.
+// The only error of the driver, with a message that says what could not be done.
 struct Failure : std::runtime_error {
     using std::runtime_error::runtime_error;
 };

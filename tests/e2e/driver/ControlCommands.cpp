@@ -1,4 +1,4 @@
-// Labels, buttons, edit, check, combo and list boxes and tabs: what dialogs and message boxes are made of.
+// The controls of dialogs and message boxes: labels, buttons, edit, check, combo and list boxes, tabs.
 
 #include "tests/e2e/driver/Messages.h"
 #include "tests/e2e/driver/RemoteMemory.h"
@@ -15,7 +15,7 @@ bool IsComboBox(HWND control) {
     return Caption(ClassOf(control)).find("combo") != std::string::npos;
 }
 
-// The messages that read a box of items: a combo box has its own numbers for what a list box does.
+// The messages that read the items of a combo or list box, which have different numbers.
 struct ItemMessages {
     UINT count, textLength, text, selection, select;
     WORD selectionChanged;
@@ -25,7 +25,7 @@ constexpr ItemMessages ComboBoxMessages{CB_GETCOUNT,  CB_GETLBTEXTLEN, CB_GETLBT
 constexpr ItemMessages ListBoxMessages{LB_GETCOUNT,  LB_GETTEXTLEN, LB_GETTEXT,
                                        LB_GETCURSEL, LB_SETCURSEL,  LBN_SELCHANGE};
 
-// Only the wide form of the message carries an item's text whole from process to process under Wine.
+// Under Wine only the Unicode form of the message transfers an item's complete text between processes.
 std::string ItemText(HWND control, const ItemMessages& messages, LRESULT item) {
     const LRESULT length = Send(control, messages.textLength, static_cast<WPARAM>(item));
     std::wstring wide(static_cast<std::size_t>(length) + 1, L'\0');

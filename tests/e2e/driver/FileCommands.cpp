@@ -1,4 +1,4 @@
-// Getting in the program's way with its own files.
+// Locking the program's files.
 
 #include "tests/e2e/driver/Session.h"
 

@@ -19,13 +19,13 @@ constexpr DWORD PollMilliseconds = 5;
 
 using Clock = std::chrono::steady_clock;
 
-// An answer that takes longer comes from a window that is at work.
+// An answer that takes longer comes from a busy window.
 constexpr std::chrono::milliseconds LateAnswer(20);
-// Work that a window puts off, as it does its painting, has begun by then.
+// Deferred work of a window, such as painting, has started by then.
 constexpr std::chrono::milliseconds QuietEnd(100);
 
-// Asks the window again and again whether it answers, beside whatever else is asked of it: a reading of many
-// messages lasts long in a window that is at work, but deaf is only one that leaves a single message waiting.
+// Checks repeatedly whether the window answers, in parallel with the commands: a command of many messages
+// takes long in a busy window, but a window hangs only if a single message is not answered.
 class AnswerWatch {
   public:
     explicit AnswerWatch(HWND window)
@@ -51,7 +51,7 @@ class AnswerWatch {
     static constexpr UINT LongestAnswer = 10'000; // milliseconds
 
     Clock::duration longest_{};
-    std::jthread thread_; // last, as it uses the rest
+    std::jthread thread_; // last, because it uses the other members
 };
 
 std::string Milliseconds(Clock::duration duration) {
@@ -90,7 +90,7 @@ Lines Interpreter::Wait(Session& session, const Words& words) const {
     const auto end = Clock::now() + session.timeout;
     std::string last;
     while (true) {
-        // What is not there yet, a window for one, is waited for as well.
+        // What does not exist yet, for example a window, is waited for too.
         try {
             const Lines lines = Run(session, polled);
             last = Joined(lines, "\n");

@@ -10,7 +10,7 @@ class Interpreter {
   public:
     Interpreter();
 
-    // The command's output. Failure when the command is unknown, lacks arguments, or cannot be done.
+    // The command's output. Failure if the command is unknown, lacks arguments or fails.
     Lines Run(Session& session, const Words& words) const;
 
     Lines Help() const;

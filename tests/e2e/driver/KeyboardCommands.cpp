@@ -1,4 +1,4 @@
-// Real key strokes: they go where the focus is, as those of a keyboard do.
+// Real key strokes: like those of a keyboard, they reach the control with the focus.
 
 #include "tests/e2e/driver/Keys.h"
 #include "tests/e2e/driver/Session.h"
@@ -24,7 +24,7 @@ void AppendStroke(Strokes& strokes, WORD key, bool down) {
     strokes.push_back(stroke);
 }
 
-// Keys that go down in this order and up in the opposite one.
+// Keys that are pressed in this order and released in the opposite one.
 void AppendChord(Strokes& strokes, const std::vector<WORD>& keys) {
     for (const WORD key : keys)
         AppendStroke(strokes, key, true);
@@ -50,7 +50,7 @@ HWND FocusIn(HWND window) {
     return information.hwndActive == window ? information.hwndFocus : nullptr;
 }
 
-// A window that was opened just now, or was behind a dialog, gets the keyboard a little later.
+// A window that was just opened, or was behind a dialog, gets the keyboard focus a little later.
 void WaitForTheKeyboard(const Session& session) {
     const auto end = std::chrono::steady_clock::now() + session.timeout;
     const auto hasIt = [](HWND window) { return GetForegroundWindow() == window && FocusIn(window); };

@@ -6,7 +6,7 @@
 
 namespace quarn::uidrive {
 
-// The key with a name such as "tab", or with that character. Failure when there is none.
+// The key with a name such as "tab", or of a character. Failure if there is no such key.
 WORD VirtualKey(const std::string& name);
 
 } // namespace quarn::uidrive

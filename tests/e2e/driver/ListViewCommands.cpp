@@ -57,7 +57,7 @@ class ListView {
         Send(control_, LVM_SETITEMSTATE, static_cast<WPARAM>(row), item_.Parameter());
     }
 
-    // The caption of a column and, where the list is sorted by it, the mark that says so.
+    // The caption of a column, with a mark if the list is sorted by it.
     Lines Column(int column) {
         HDITEMA item{};
         item.mask = HDI_TEXT | HDI_FORMAT | HDI_IMAGE;
@@ -68,7 +68,7 @@ class ListView {
         return {Escaped(text_.ReadText()), SortMark(remote.Get())};
     }
 
-    // The part of a row that every view style lets one click: the text of its first labelled column.
+    // The part of a row that can be clicked in every view style: the text of its first labelled column.
     POINT PointOn(int row) {
         Send(control_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
         RECT asked{};
@@ -87,7 +87,7 @@ class ListView {
         return Centre(rect.Get());
     }
 
-    // The 0-based row that a word names, counted from 1.
+    // The 0-based row of a word that counts from 1.
     int Row(const std::string& word) const {
         const long row = ToNumber(word);
         if (row < 1 || row > RowCount())

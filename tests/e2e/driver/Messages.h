@@ -1,6 +1,6 @@
 #pragma once
 
-// Sending to windows of another process: never for ever, and never silently in vain.
+// Messages to windows of another process: with a time-out, and with an error if they fail.
 
 #include <windows.h>
 
@@ -8,14 +8,14 @@
 
 namespace quarn::uidrive {
 
-// Sends and waits for the answer; a window that does not answer in five seconds is a Failure.
+// Sends and waits for the answer. Failure if the window does not answer in five seconds.
 LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
-// Posts, so that a command that opens a dialog does not hold the driver.
+// Posts, so that a command that opens a dialog does not block the driver.
 void Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 std::string TextOf(HWND window);
-// A top-level window's title, without asking the window: it may hang or be on its way out.
+// A top-level window's title, read without the window's help: it may hang or be about to close.
 std::string TitleOf(HWND window);
 std::string ClassOf(HWND window);
 

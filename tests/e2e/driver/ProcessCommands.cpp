@@ -33,7 +33,7 @@ Lines Kill(Session& session, const Words&) {
     return {};
 }
 
-// A second program beside the one under test, from its start to its end.
+// Runs a second program next to the one under test and waits for its end.
 Lines Run(Session& session, const Words& arguments) {
     Session other;
     other.Start(arguments[0]);

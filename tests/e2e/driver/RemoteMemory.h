@@ -1,8 +1,8 @@
 #pragma once
 
-// Memory inside another process. The messages of the common controls carry pointers that Windows does not
-// translate between processes, so their structures and texts must lie where the control can reach them.
-// Both processes must have the same bitness.
+// Memory inside another process. The messages of the common controls contain pointers that Windows does not
+// translate between processes, so their structures and texts must be in the control's process. Both processes
+// must have the same bitness.
 
 #include <windows.h>
 
@@ -24,7 +24,7 @@ class RemoteMemory {
 
     void Write(const void* from, std::size_t size);
     void Read(void* to, std::size_t size) const;
-    // The text that the memory holds, up to its NUL.
+    // The text in the memory, up to its NUL.
     std::string ReadText() const;
 
   private:
@@ -33,7 +33,7 @@ class RemoteMemory {
     std::size_t size_;
 };
 
-// A structure in the other process: written when made, read back when asked for.
+// A structure in the other process: written on construction, read back on request.
 template<class T>
 class RemoteStruct {
   public:

@@ -33,7 +33,7 @@ DWORD FindProcess(const std::string& executable) {
     return found;
 }
 
-// The n of "Class:n"; 1 where none is given, as in a caption that ends in a colon.
+// The n of "Class:n"; 1 without a number, as in a caption that ends in a colon.
 long Ordinal(const std::string& selector, std::size_t colon) {
     const bool given = colon != std::string::npos && colon + 1 < selector.size();
     return given ? std::atol(selector.c_str() + colon + 1) : 1;
@@ -150,9 +150,8 @@ std::vector<HWND> Session::TopLevelWindows() const {
 }
 
 HWND Session::MainWindow() const {
-    // The window that owns no other and is owned by none, has a title bar, and is no dialog; hidden or not,
-    // since in the tray it is hidden. A dialog that goes meanwhile has lost its class and its owner at once,
-    // so the class is asked for first.
+    // The main window has no owner, has a title bar and is not a dialog. It may be hidden, as in the tray. A
+    // dialog that is destroyed meanwhile loses class and owner at once, so the class is read first.
     for (const HWND window : TopLevelWindows()) {
         const std::string name = ClassOf(window);
         if (name.empty() || name == "#32770")

@@ -1,7 +1,7 @@
 #pragma once
 
-// One program under test and the window of it that commands go to. A session either starts the program, and
-// then ends it when the session ends before it, or attaches to one that runs.
+// The program under test and its window in use, on which commands act. A session either starts the program,
+// and ends it if it still runs at the end of the session, or attaches to a running one.
 
 #include "tests/e2e/driver/Command.h"
 
@@ -21,9 +21,9 @@ class Session {
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    // Starts the program in its own folder. The arguments are put on its command line as they stand.
+    // Starts the program in its own folder. The arguments are put on its command line unchanged.
     void Start(const std::string& path, const std::string& arguments = {});
-    // Takes the running process whose executable has this file name.
+    // Attaches to the running process whose executable has this file name.
     void Attach(const std::string& executable);
 
     bool IsRunning() const;
@@ -33,26 +33,26 @@ class Session {
     HANDLE Process() const;
     DWORD ProcessId() const;
 
-    // The program's top-level windows, the hidden ones too, front to back.
+    // The program's top-level windows including hidden ones, front to back.
     std::vector<HWND> TopLevelWindows() const;
 
-    // From now on commands go to the first visible top-level window whose title matches the pattern; an
-    // empty pattern means the main window again.
+    // From now on commands act on the first visible top-level window whose title matches the pattern; an
+    // empty pattern means the main window.
     void Use(const std::string& titlePattern) { titlePattern_ = titlePattern; }
 
-    // The window in use: the one asked for, or the main window. Failure when there is none.
+    // The window in use: the selected one, or the main window. Failure if it does not exist.
     HWND Window() const;
-    // As Window, and a Failure unless a user could reach it now: a dialog in front disables it.
+    // Like Window, but a Failure if a dialog in front disables it.
     HWND EnabledWindow() const;
     HWND MainWindow() const;
 
     // A control of the window in use, by "#id", by "Class" or "Class:n" (the n-th of its class from 1), or
     // by its caption.
     HWND Control(const std::string& selector) const;
-    // As Control, and a Failure unless it is visible and enabled in a window that is.
+    // Like Control, but a Failure unless it is visible and enabled, and its window too.
     HWND EnabledControl(const std::string& selector) const;
 
-    // Opens a file so that no other program can, until it is let go or the session ends.
+    // Opens a file exclusively until it is released or the session ends.
     void HoldFile(const std::string& path);
     void LetFileGo();
 

@@ -1,4 +1,4 @@
-// Tree views. A node is named by the texts on the way to it, one word each, from the root down.
+// Tree views. A node is named by its path: the texts from the root to the node, one word each.
 
 #include "tests/e2e/driver/Messages.h"
 #include "tests/e2e/driver/RemoteMemory.h"
@@ -58,7 +58,7 @@ class TreeView {
     void Click(HTREEITEM node, uidrive::Click click) const {
         Send(control_, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(node));
         RemoteMemory rect(process_, sizeof(RECT));
-        // The control takes the node from where it will put the rectangle.
+        // The control reads the node from the memory that it then fills with the rectangle.
         rect.Write(&node, sizeof node);
         if (!Send(control_, TVM_GETITEMRECT, TRUE, rect.Parameter()))
             throw Failure("the node is not visible");

@@ -1,4 +1,4 @@
-// Top-level windows: which there are, which one commands go to, what it holds and where it stands.
+// Top-level windows: the list of them, the one in use, its controls and its position.
 
 #include "tests/e2e/driver/Messages.h"
 #include "tests/e2e/driver/RemoteMemory.h"
@@ -74,7 +74,7 @@ Lines Rectangle(Session& session, const Words& arguments) {
             std::to_string(rect.right - rect.left) + " " + std::to_string(rect.bottom - rect.top)};
 }
 
-// By which the display knows the window; Wine keeps it there.
+// The property in which Wine stores the window's number on the display.
 Lines XWindow(Session& session, const Words&) {
     const HANDLE window = GetPropA(session.Window(), "__wine_x11_whole_window");
     return {std::to_string(reinterpret_cast<std::uintptr_t>(window))};
@@ -88,7 +88,7 @@ Lines Move(Session& session, const Words& arguments) {
     return {};
 }
 
-// As when the window is dragged to a screen of another scale, with the size that the system suggests there.
+// Like dragging the window to a screen of another scale, with the size that the system suggests.
 Lines ChangeDpi(Session& session, const Words& arguments) {
     const HWND window = session.Window();
     const int before = static_cast<int>(ToNumber(arguments[0]));

@@ -1,12 +1,12 @@
-// uidrive: works the windows of another program, as a user would, for tests and demonstrations.
+// uidrive: operates the windows of another program like a user, for tests and demonstrations.
 //
 //   uidrive EXECUTABLE COMMAND [ARGUMENT...]   runs one command against a running program
-//   uidrive script                             reads commands from standard input, one a line
+//   uidrive script                             reads commands from standard input, one per line
 //   uidrive help                               lists the commands
 //
 // In a script each output line comes after a blank, and each command ends in a line "ok" or "failed: why".
-// Empty lines and those that begin with # are passed over. The exit code is 0 when every command was done,
-// 1 when one failed, 2 when the command line makes no sense.
+// Empty lines and those that begin with # are ignored. The exit code is 0 if every command succeeded, 1 if
+// one failed, 2 if the command line is wrong.
 
 #include "tests/e2e/driver/Interpreter.h"
 #include "tests/e2e/driver/Session.h"
@@ -79,7 +79,7 @@ int Main(const Words& arguments) {
 } // namespace quarn::uidrive
 
 int main(int count, char** arguments) {
-    // Lines end in LF alone, whoever reads them.
+    // Lines end in LF on every system.
     _setmode(_fileno(stdout), _O_BINARY);
     return quarn::uidrive::Main({arguments + 1, arguments + count});
 }

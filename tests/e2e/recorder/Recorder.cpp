@@ -1,5 +1,5 @@
-// Stands in a game's place: writes its command line and the folder it was started in into the file
-// recorded.txt beside itself, moved there whole, and ends.
+// Takes the place of a game: writes its command line and its current folder into the file recorded.txt next
+// to itself, in one step, and ends.
 
 #include <windows.h>
 

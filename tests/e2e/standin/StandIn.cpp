@@ -1,5 +1,5 @@
-// A window with one of everything that the driver works on. What is done to it shows in its status bar, so
-// that the driver's tests can tell what arrived from what was sent.
+// A window with one control of each kind that the driver operates. Its status bar shows what arrived, so that
+// the driver's tests can compare it with what was sent.
 
 #include "tests/e2e/standin/ids.h"
 
@@ -58,7 +58,7 @@ void CreateControls() {
     AddNode(games, "First & last");
     AddNode(TVI_ROOT, "Filters");
 
-    // The rows live here and not in the control, as in the program under test.
+    // The rows are stored here and not in the control, as in the program under test.
     list = Child(WC_LISTVIEWA, LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS, ID_list, 210, 40, 400, 200);
     SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT);
     AddColumn(0, "");
@@ -76,7 +76,7 @@ void CreateControls() {
 void GiveText(NMLVDISPINFOA& info) {
     if (!(info.item.mask & LVIF_TEXT))
         return;
-    // A tab, a backslash and a byte above 127 must not be able to break a line of the driver apart.
+    // A tab, a backslash and a byte above 127 must not break a line of the driver.
     const std::string text =
         info.item.iSubItem == 0 ? "" : "row\t" + std::to_string(info.item.iItem + 1) + "\\\xe9";
     lstrcpynA(info.item.pszText, text.c_str(), info.item.cchTextMax);

@@ -1,6 +1,6 @@
-// A monitoring program that only notes what it is told: a line for each copy-data message, with the
-// identifier, the length and the bytes in hexadecimal, in a file "received.txt" beside itself. A second start
-// ends at once, the first one with Quarn.
+// A monitoring program that only records its messages: a line for each copy-data message, with the
+// identifier, the length and the bytes in hexadecimal, in a file "received.txt" next to itself. A second
+// instance ends at once; the first one ends with Quarn.
 
 #include "tests/e2e/velmar/version.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 std::string received;
 
-// The file is replaced whole, so that a test finds whole lines.
+// The file is replaced in one step, so that a test reads complete lines.
 void WriteDown() {
     char path[1024] = "";
     GetModuleFileNameA(nullptr, path, sizeof path);

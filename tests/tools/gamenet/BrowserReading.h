@@ -1,8 +1,8 @@
 #pragma once
 
-// Reads replies as the browser does, its oddities included: values of variables without a column are read
-// as keys, a field is searched from its second character on, Doom 3 pings come out byte-swapped. Written
-// for these tests alone, so that an honest reply that a browser could not use in full is found here.
+// Reads replies like the browser, including its oddities: values of variables without a column are read as
+// keys, a field is searched from its second character on, Doom 3 pings are byte-swapped. Written for these
+// tests only, to find honest replies that a browser could not read completely.
 
 #include "tools/gamenet/world/Settings.h"
 
@@ -36,7 +36,7 @@ struct Reading {
     std::vector<ReadPlayer> players;
 };
 
-// The replies to one look at a server. The three of the Half-Life family may come in any order.
+// The replies to one query of a server. The three of the Half-Life family may be in any order.
 Reading ReadReplies(Family family, const std::vector<std::string>& replies);
 
 // The addresses of a list, without a truncated last one. Empty if the header differs.

@@ -60,14 +60,14 @@ std::string JoinedNames(const Reading& reading) {
     return names;
 }
 
-TEST(LiveNetwork, EveryServerOfTheDemoSaysWhatTheTruthFileSays) {
+TEST(LiveNetwork, EveryServerOfTheDemoRepliesWhatTheTruthFileSays) {
     RunningNetwork network({"--latency", "2-9"});
     const std::vector<TruthLine> truth = network.Truth();
     EXPECT_EQ(truth.size(), 60U);
     for (const TruthLine& line : truth) {
         SCOPED_TRACE(line.at("game") + ' ' + line.at("address") + ' ' + line.at("name"));
         const std::vector<Answer> answers = AskServer(line);
-        // Three answers leave together, so the last question may wait less than the first.
+        // Three replies are sent together, so the last request may wait less than the first.
         if (answers.size() == 1) {
             EXPECT_GE(answers[0].after,
                       milliseconds(std::stoi(line.at("latency"))) - std::chrono::microseconds(500));
@@ -119,7 +119,7 @@ TEST(LiveNetwork, MastersNameListedServers) {
     EXPECT_EQ(network.Truth().at(0).at("kind"), "listed");
 }
 
-TEST(LiveNetwork, CountsWhatItSawAndEndsWellOnSigterm) {
+TEST(LiveNetwork, CountsItsDatagramsAndExitsWithZeroOnSigterm) {
     RunningNetwork network({"--games", "q3a", "--servers", "2", "--silent", "50", "--latency", "1"});
     std::vector<TruthLine> truth = network.Truth();
     std::sort(truth.begin(), truth.end(),
@@ -154,7 +154,7 @@ TEST(LiveNetwork, LateLiarsAreLate) {
     EXPECT_GE(answers[0].after, milliseconds(150) - std::chrono::microseconds(500));
 }
 
-TEST(LiveNetwork, HalfLifeAnswersLeaveTogetherWhateverTheJitter) {
+TEST(LiveNetwork, HalfLifeRepliesAreSentTogetherWhateverTheJitter) {
     RunningNetwork network({"--games", "cs", "--latency", "1", "--jitter", "40"});
     for (const TruthLine& line : network.Truth()) {
         std::string types;
@@ -189,8 +189,8 @@ TEST(LiveProgram, EndsByItselfAfterItsDuration) {
     EXPECT_EQ(process.ExitCode(), 0);
 }
 
-// In a process of its own: starts a network, names its process through the pipe, waits for the pipe's
-// other end to close, and ends without the care that an owner takes of its child.
+// In a separate process: starts a network, writes its process id into the pipe, waits for the other end of
+// the second pipe to close, and ends without ending its child.
 [[noreturn]] void BeANegligentParent(int names, int untilClosed) {
     try {
         const auto* network = new RunningNetwork({"--games", "q3a"});

@@ -1,6 +1,6 @@
 #pragma once
 
-// Runs gamenet as a process of its own and asks it over UDP. Every wait is for a condition and has an end.
+// Runs gamenet as a separate process and queries it over UDP. Every wait is for a condition, with a time-out.
 
 #include "tools/gamenet/network/Sockets.h"
 
@@ -34,7 +34,7 @@ class TemporaryFolder {
     std::filesystem::path path_;
 };
 
-// A child process; killed at the latest by the destructor.
+// A child process; the destructor kills it if it still runs.
 class Process {
   public:
     explicit Process(const std::vector<std::string>& arguments);
@@ -44,7 +44,7 @@ class Process {
 
     void Terminate() const;
     const Descriptor& Ended() const { return ended_; } // readable when the process has ended
-    // Its exit code, nothing where a signal ended it or it did not end in time.
+    // Its exit code; nothing if a signal ended it or it did not end in time.
     std::optional<int> ExitCode();
 
   private:
@@ -57,16 +57,16 @@ Descriptor WatchProcess(pid_t pid);
 
 using TruthLine = std::map<std::string, std::string>;
 
-// A network with a seed and master ports of its own, so that tests run side by side.
+// A network with its own seed and master ports, so that tests can run in parallel.
 class RunningNetwork {
   public:
-    // Returns when the network is ready; throws std::runtime_error where it does not get so far.
+    // Returns when the network is ready; throws std::runtime_error if it does not get ready.
     explicit RunningNetwork(std::vector<std::string> arguments);
 
     Process& Program() { return process_.value(); }
     const TemporaryFolder& Folder() const { return folder_; }
     std::vector<TruthLine> Truth() const;
-    // Values of the game's section in Games.ini, escapes undone.
+    // Values of the game's section in Games.ini, decoded.
     TruthLine Game(const std::string& shortName) const;
 
   private:
@@ -76,7 +76,7 @@ class RunningNetwork {
 
 struct Answer {
     std::string bytes;
-    std::chrono::microseconds after{0}; // since the question
+    std::chrono::microseconds after{0}; // since the request
 };
 
 class Asker {
@@ -84,7 +84,7 @@ class Asker {
     explicit Asker(const Endpoint& server);
 
     void Ask(const std::string& request);
-    // Nothing where no answer came in time; refused() says whether nobody listens there.
+    // Nothing if no answer arrived in time; Refused says whether nothing listens at the address.
     std::optional<Answer> AwaitAnswer(std::chrono::milliseconds timeout = Patience);
     bool Refused() const { return refused_; }
 

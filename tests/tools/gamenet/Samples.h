@@ -42,7 +42,7 @@ inline NetworkSettings OneServer(Family family) {
     return network;
 }
 
-// The requests of one look at a server, in the order in which browsers send them.
+// The requests of one query of a server, in the order in which browsers send them.
 inline std::vector<std::string> StatusRequests(Family family) {
     if (family == Family::Quake3)
         return {"\xFF\xFF\xFF\xFFgetstatus"};

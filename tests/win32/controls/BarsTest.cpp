@@ -69,7 +69,7 @@ TEST_F(ToolbarControlTest, ShowsTheToolTipsOfTheModel) {
     EXPECT_EQ(ToolTipOf(99), "");
 }
 
-TEST_F(ToolbarControlTest, KeepsToolTipsOffAnOpenMenu) {
+TEST_F(ToolbarControlTest, ShowsNoToolTipsOverAnOpenMenu) {
     control.AllowToolTips(false);
     EXPECT_EQ(ToolTipOf(1), "");
     control.AllowToolTips(true);
@@ -88,7 +88,7 @@ TEST_F(ToolbarControlTest, EnablesButtonsAtTheFlush) {
     EXPECT_FALSE(IsEnabled(4));
 }
 
-TEST_F(ToolbarControlTest, TellsTheKeyOfTheButton) {
+TEST_F(ToolbarControlTest, ReportsTheKeyOfTheButton) {
     EXPECT_TRUE(control.OnCommand(FirstCommand + 4));
     EXPECT_FALSE(control.OnCommand(FirstCommand + 2));
     EXPECT_FALSE(control.OnCommand(FirstCommand + 5));
@@ -155,7 +155,9 @@ TEST_F(StatusBarControlTest, DocksAgainWhenAsked) {
     EXPECT_FALSE(model.redraw);
 }
 
-TEST_F(StatusBarControlTest, CarriesTheProgressBarWhereTheModelPutsIt) {
+class ProgressBarControlTest : public StatusBarControlTest {};
+
+TEST_F(ProgressBarControlTest, LiesOnTheStatusBarWhereTheModelPutsIt) {
     ProgressBar progress;
     ProgressBarControl bar(progress);
     bar.Create(control.Handle(), 2);

@@ -54,7 +54,7 @@ class ListViewControlTest : public testing::Test {
         return text;
     }
 
-    // As the user does it, by the control itself.
+    // As the user does it, in the control itself.
     void SelectInControl(std::int32_t row, bool selected = true) {
         LVITEMA item{};
         item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
@@ -125,7 +125,7 @@ TEST_F(ListViewControlTest, ShowsARowOnlyAfterAFlush) {
     EXPECT_EQ(Count(), 1);
 }
 
-TEST_F(ListViewControlTest, CountsWhatIsLeft) {
+TEST_F(ListViewControlTest, CountsTheRemainingRows) {
     AddRows({"a", "b", "c"});
     model.Remove(2);
     control.Flush();
@@ -148,7 +148,7 @@ TEST_F(ListViewControlTest, EndsAShownTextAtItsNul) {
     EXPECT_EQ(TextOf(1, 3), "shown");
 }
 
-TEST_F(ListViewControlTest, ShowsNothingForRowsThatTheModelHasNoMore) {
+TEST_F(ListViewControlTest, ShowsNothingForRowsThatTheModelNoLongerHas) {
     AddRows({"first", "second"});
     model.Clear();
     EXPECT_EQ(TextOf(2, 3), "");
@@ -181,7 +181,7 @@ TEST_F(ListViewControlTest, SelectsWhatTheModelSelects) {
     EXPECT_TRUE(IsFocused(3));
 }
 
-TEST_F(ListViewControlTest, TellsTheModelWhatTheUserSelects) {
+TEST_F(ListViewControlTest, ReportsTheUsersSelectionToTheModel) {
     AddRows({"a", "b", "c"});
     SelectInControl(1);
     SelectInControl(3);
@@ -205,7 +205,7 @@ TEST_F(ListViewControlTest, SelectsOneRowAfterTheUserSelectedOthers) {
     EXPECT_TRUE(IsSelected(3));
 }
 
-TEST_F(ListViewControlTest, KeepsTheSelectionWithItsRowsWhenOthersGo) {
+TEST_F(ListViewControlTest, KeepsTheSelectionWithItsRowsWhenOthersAreRemoved) {
     AddRows({"a", "b", "c", "d"});
     SelectInControl(2);
     SelectInControl(4);
@@ -245,7 +245,7 @@ TEST_F(ListViewControlTest, SelectsNoRowInAnEmptiedAndRefilledList) {
     EXPECT_EQ(SelectedCount(), 0);
 }
 
-TEST_F(ListViewControlTest, ScrollsToTheRowToBeSeen) {
+TEST_F(ListViewControlTest, ScrollsToTheRequestedRow) {
     AddManyRows(1000);
     model.EnsureVisible(900);
     control.Flush();
@@ -255,7 +255,7 @@ TEST_F(ListViewControlTest, ScrollsToTheRowToBeSeen) {
     EXPECT_LE(top, 899);
 }
 
-TEST_F(ListViewControlTest, StaysWhereItIsWhenRowsAreAdded) {
+TEST_F(ListViewControlTest, DoesNotScrollWhenRowsAreAdded) {
     AddManyRows(1000);
     model.EnsureVisible(500);
     control.Flush();
@@ -268,7 +268,7 @@ TEST_F(ListViewControlTest, FindsRowsByTheBeginningOfTheirName) {
     AddRows({"Alpha", "Beta", "betamax", "Gamma"});
     EXPECT_EQ(Find("bet"), 2);
     EXPECT_EQ(Find("betam"), 3);
-    EXPECT_EQ(Find("a", 2), 1); // round the end
+    EXPECT_EQ(Find("a", 2), 1); // wraps around
     EXPECT_EQ(Find("delta"), 0);
     EXPECT_EQ(Find("alphabet"), 0);
 }
@@ -277,7 +277,7 @@ TEST_F(ListViewControlTest, FindsNothingInAnEmptyList) {
     EXPECT_EQ(Find("a"), 0);
 }
 
-TEST_F(ListViewControlTest, PutsTheArrowIntoTheSortedHeaderAlone) {
+TEST_F(ListViewControlTest, ShowsTheArrowInTheSortedHeaderOnly) {
     const Images pictures(16, {"ascending", "descending"});
     control.SetImages(pictures, ListViewControl::Pictures::OfHeaders);
     model.columns[2].headerIcon = "ascending";
@@ -290,7 +290,7 @@ TEST_F(ListViewControlTest, PutsTheArrowIntoTheSortedHeaderAlone) {
     EXPECT_NE(HeaderFormat(3) & HDF_IMAGE, 0);
 }
 
-TEST_F(ListViewControlTest, PaintsACountrysFlagBehindItsCode) {
+TEST_F(ListViewControlTest, PaintsACountrysFlagAfterItsCode) {
     Images pictures(16, {});
     pictures.AddFlags();
     control.SetImages(pictures, ListViewControl::Pictures::OfRowsAndHeaders);
@@ -309,7 +309,7 @@ TEST_F(ListViewControlTest, PaintsACountrysFlagBehindItsCode) {
     EXPECT_LT(codeAndFlag.back() - code.back(), 32);
 }
 
-TEST_F(ListViewControlTest, SelectsTheRowUnderTheRightButtonBeforeItTells) {
+TEST_F(ListViewControlTest, SelectsTheRowUnderTheRightButtonBeforeItsHandlerRuns) {
     AddRows({"a", "b", "c"});
     std::int32_t selectedThen = 0;
     control.RightPressed = [&] { selectedThen = model.SelectedRow(); };

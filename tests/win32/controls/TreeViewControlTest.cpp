@@ -61,7 +61,7 @@ class TreeViewControlTest : public testing::Test {
         return MAKELPARAM((bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2);
     }
 
-    // Posted, as the control waits for the release inside the press.
+    // Posted, because the control waits for the release inside the press.
     void Click(UINT press, UINT release, LPARAM position) {
         PostMessageA(control.Handle(), press, MK_LBUTTON, position);
         PostMessageA(control.Handle(), release, 0, position);
@@ -90,7 +90,7 @@ TEST_F(TreeViewControlTest, ShowsNodesBelowTheirParents) {
     EXPECT_FALSE(IsExpanded(filters));
 }
 
-TEST_F(TreeViewControlTest, ShowsWhatWasAddedAndRemoved) {
+TEST_F(TreeViewControlTest, ShowsAddedAndRemovedNodes) {
     Add("hl", "games");
     model.Remove("q3");
     control.Flush();
@@ -127,7 +127,7 @@ TEST_F(TreeViewControlTest, KeepsTheSelectionThroughARebuildWithoutAHandler) {
     EXPECT_EQ(byKeyboard, Keys{});
 }
 
-TEST_F(TreeViewControlTest, TellsOfASelectionByKeyboard) {
+TEST_F(TreeViewControlTest, ReportsASelectionByKeyboard) {
     model.Select("games");
     control.Flush();
     Press(VK_DOWN);
@@ -136,7 +136,7 @@ TEST_F(TreeViewControlTest, TellsOfASelectionByKeyboard) {
     EXPECT_EQ(clicked, Keys{});
 }
 
-TEST_F(TreeViewControlTest, TakesSpaceAndEnterForAClick) {
+TEST_F(TreeViewControlTest, SpaceAndEnterAreClicks) {
     model.Select("filters");
     control.Flush();
     Press(VK_SPACE);
@@ -144,7 +144,7 @@ TEST_F(TreeViewControlTest, TakesSpaceAndEnterForAClick) {
     EXPECT_EQ(clicked, (Keys{"filters", "filters"}));
 }
 
-TEST_F(TreeViewControlTest, TellsOfAClickOnANodeAlsoWhenItIsSelected) {
+TEST_F(TreeViewControlTest, ReportsAClickOnANodeEvenIfItIsSelected) {
     const LPARAM q3 = MiddleOf(Next(TVGN_CHILD, Next(TVGN_ROOT)));
     Click(WM_LBUTTONDOWN, WM_LBUTTONUP, q3);
     Click(WM_LBUTTONDOWN, WM_LBUTTONUP, q3);
@@ -152,7 +152,7 @@ TEST_F(TreeViewControlTest, TellsOfAClickOnANodeAlsoWhenItIsSelected) {
     EXPECT_EQ(model.SelectedKey(), "q3");
 }
 
-TEST_F(TreeViewControlTest, TellsOfNoClickBesideTheNodesOrOnTheirButtons) {
+TEST_F(TreeViewControlTest, ReportsNoClickNextToTheNodesOrOnTheirButtons) {
     const LPARAM games = MiddleOf(Next(TVGN_ROOT));
     Click(WM_LBUTTONDOWN, WM_LBUTTONUP, MAKELPARAM(290, 390));
     Click(WM_LBUTTONDOWN, WM_LBUTTONUP, MAKELPARAM(8, HIWORD(games)));

@@ -22,10 +22,10 @@ TEST(ClockWinTest, TicksAreFineAndMonotonic) {
             smallestStep = std::min(smallestStep, now - last);
         last = now;
     }
-    EXPECT_LE(smallestStep, 5); // the system's own counter moves by 16 or so
+    EXPECT_LE(smallestStep, 5); // the system's own counter moves by about 16
 }
 
-TEST(ClockWinTest, ADifferenceIsTrueToTheMillisecond) {
+TEST(ClockWinTest, DifferencesAreExactToTheMillisecond) {
     const ClockWin clock;
     const auto take = [&](std::int64_t& before, std::int64_t& after) {
         before = PerformanceMicroseconds();

@@ -5,7 +5,7 @@
 namespace quarn {
 namespace {
 
-// A coarse counter that shows the time of its last step.
+// A coarse counter; it returns the time of its last step.
 std::uint32_t Coarse(std::int64_t microseconds, std::int64_t step = 16000) {
     return static_cast<std::uint32_t>(microseconds / step * step / 1000);
 }
@@ -41,7 +41,7 @@ TEST(ContinuousTicksTest, NeverRunsBackwards) {
     EXPECT_EQ(ticks.At(1000, 901'000), first + 1);
 }
 
-TEST(ContinuousTicksTest, DriftIsHeldAndShortDifferencesStayTrue) {
+TEST(ContinuousTicksTest, DriftIsBoundedAndShortDifferencesStayExact) {
     // The fine counter a hundred parts in a million too slow or too fast, over a day.
     for (const int drift : {-100, 100}) {
         ContinuousTicks ticks(0, 0);
@@ -59,7 +59,7 @@ TEST(ContinuousTicksTest, DriftIsHeldAndShortDifferencesStayTrue) {
 }
 
 TEST(ContinuousTicksTest, FollowsTheCoarseCounterThroughAGap) {
-    // The fine counter stood still while the computer slept for an hour.
+    // The fine counter stopped while the computer slept for an hour.
     ContinuousTicks ticks(1000, 0);
     EXPECT_EQ(ticks.At(1000 + 3'600'000, 1000), 1000U + 3'600'000U);
     EXPECT_EQ(ticks.At(1000 + 3'600'000, 9000), 1000U + 3'600'008U);
@@ -70,7 +70,7 @@ TEST(ContinuousTicksTest, ACoarseCounterThatIsLateDoesNotStopIt) {
     const std::uint32_t first = ticks.At(1000, 0);
     EXPECT_EQ(ticks.At(1000, 100'000) - first, 100U);
     EXPECT_EQ(ticks.At(1000, 200'000) - first, 200U);
-    EXPECT_EQ(ticks.At(1000, 10'000'000), 1250U); // but only so far
+    EXPECT_EQ(ticks.At(1000, 10'000'000), 1250U); // but only to this limit
 }
 
 } // namespace

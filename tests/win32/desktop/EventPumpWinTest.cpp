@@ -14,7 +14,7 @@ namespace {
 
 class EventPumpWinTest : public ::testing::Test {
   protected:
-    // What making windows has put into the queue is no part of any test.
+    // Messages from the creation of windows are not part of the test.
     EventPumpWinTest() {
         MSG message;
         while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
@@ -26,7 +26,7 @@ class EventPumpWinTest : public ::testing::Test {
             PostMessageA(window.Handle(), WM_APP, 0, 0);
     }
 
-    // Polls as a loop over many records does.
+    // Yields like a loop over many records.
     bool DoEventsUntil(const std::function<bool()>& condition) {
         const ULONGLONG start = GetTickCount64();
         while (!condition() && GetTickCount64() - start < PatienceMilliseconds)
@@ -87,7 +87,7 @@ TEST_F(EventPumpWinTest, AMessageSentByAnotherThreadEndsAWait) {
     EXPECT_EQ(handled, 1);
 }
 
-TEST_F(EventPumpWinTest, WindowsFollowNoFasterThanTheEye) {
+TEST_F(EventPumpWinTest, WindowsAreUpdatedAtALimitedRate) {
     int updates = 0;
     pump.updateWindows = [&] { ++updates; };
     onMessage = [this] { Post(1); };
@@ -106,7 +106,7 @@ void Spend(std::int64_t microseconds) {
     }
 }
 
-TEST_F(EventPumpWinTest, DearUpdatesComeMoreRarely) {
+TEST_F(EventPumpWinTest, ExpensiveUpdatesRunLessOften) {
     int updates = 0;
     pump.updateWindows = [&] {
         ++updates;
@@ -121,7 +121,7 @@ TEST_F(EventPumpWinTest, DearUpdatesComeMoreRarely) {
     EXPECT_LE(updates, 3);
 }
 
-TEST_F(EventPumpWinTest, WhatALongCommandLeavesIsShownAtOnce) {
+TEST_F(EventPumpWinTest, TheResultOfALongCommandIsShownAtOnce) {
     std::int64_t ended = 0;
     std::int64_t shown = 0;
     pump.updateWindows = [&] {
@@ -129,7 +129,7 @@ TEST_F(EventPumpWinTest, WhatALongCommandLeavesIsShownAtOnce) {
             shown = PerformanceMicroseconds();
             PostQuitMessage(0);
         }
-        Spend(40'000); // whose rest lasts 760 ms
+        Spend(40'000); // followed by a pause of 760 ms
     };
     onMessage = [&] {
         if (handled != 1)
@@ -143,7 +143,7 @@ TEST_F(EventPumpWinTest, WhatALongCommandLeavesIsShownAtOnce) {
     EXPECT_LT(shown - ended, 300'000);
 }
 
-TEST_F(EventPumpWinTest, WhatACommandDoesAfterItsLastYieldIsShown) {
+TEST_F(EventPumpWinTest, ChangesAfterTheLastYieldAreShown) {
     int updates = 0;
     bool ended = false;
     pump.updateWindows = [&] {
@@ -157,18 +157,18 @@ TEST_F(EventPumpWinTest, WhatACommandDoesAfterItsLastYieldIsShown) {
         ended = true;
     };
     Post(1);
-    pump.Run(); // no other message comes
+    pump.Run(); // there is no other message
     EXPECT_TRUE(ended);
 }
 
 class EventPumpWinActTest : public EventPumpWinTest {
   protected:
-    // Whether the message, to a window that the user sees, is run on windows brought up to date.
+    // Whether the windows are updated before this message to a visible window is dispatched.
     bool BringsWindowsUpToDate(UINT message) {
         EventPumpWin waiting;
-        waiting.updateWindows = [] { Spend(30'000); }; // whose rest outlasts what follows
+        waiting.updateWindows = [] { Spend(30'000); }; // followed by a pause that is longer than the test
         waiting.DoEvents();
-        Post(1); // so that there may be something to show
+        Post(1); // so that an update may be needed
         waiting.WaitForEvent();
         bool updated = false;
         waiting.updateWindows = [&] { updated = true; };
@@ -181,17 +181,17 @@ class EventPumpWinActTest : public EventPumpWinTest {
                                                nullptr, nullptr, nullptr)};
 };
 
-TEST_F(EventPumpWinActTest, ClicksAndKeysMeetWindowsThatAreUpToDate) {
+TEST_F(EventPumpWinActTest, WindowsAreUpToDateBeforeClicksAndKeys) {
     for (const UINT message : {WM_LBUTTONDOWN, WM_RBUTTONUP, WM_KEYDOWN, WM_COMMAND, WM_CLOSE})
         EXPECT_TRUE(BringsWindowsUpToDate(message)) << message;
 }
 
-TEST_F(EventPumpWinActTest, WhatComesByItselfWaitsForTheNextUpdate) {
+TEST_F(EventPumpWinActTest, OtherMessagesWaitForTheNextUpdate) {
     for (const UINT message : {WM_MOUSEMOVE, WM_NCMOUSEMOVE, WM_TIMER})
         EXPECT_FALSE(BringsWindowsUpToDate(message)) << message;
 }
 
-TEST_F(EventPumpWinTest, WhatTheLastEventChangedIsShownWhileTheWaitGoesOn) {
+TEST_F(EventPumpWinTest, ChangesOfTheLastEventAreShownDuringTheWait) {
     bool changed = false;
     std::string order;
     pump.updateWindows = [&] {
@@ -206,7 +206,7 @@ TEST_F(EventPumpWinTest, WhatTheLastEventChangedIsShownWhileTheWaitGoesOn) {
     EXPECT_EQ(order.back(), 'c');
 }
 
-TEST_F(EventPumpWinTest, AMessageDealtWithBeforehandIsNotDispatched) {
+TEST_F(EventPumpWinTest, AMessageThatWasAlreadyHandledIsNotDispatched) {
     int seen = 0;
     pump.preTranslate = [&](MSG& message) { return message.message == WM_APP && ++seen == 1; };
     Post(2);
@@ -217,7 +217,7 @@ TEST_F(EventPumpWinTest, AMessageDealtWithBeforehandIsNotDispatched) {
     EXPECT_EQ(seen, 2);
 }
 
-TEST_F(EventPumpWinTest, AYieldRunsWhatIsPending) {
+TEST_F(EventPumpWinTest, AYieldRunsPendingEvents) {
     int updates = 0;
     pump.updateWindows = [&] { ++updates; };
     Post(3);
@@ -290,9 +290,9 @@ TEST_F(EventPumpWinTest, TheEndOfTheProgramEndsWaitsInsideHandlersToo) {
             return;
         while (!pump.QuitReceived())
             pump.WaitForEvent();
-        pump.WaitForEvent(); // sleeps no more
+        pump.WaitForEvent(); // does not sleep
         Post(1);
-        pump.DoEvents(); // and nothing runs any more
+        pump.DoEvents(); // runs nothing
         MSG message;
         EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE));
         innerEnded = true;
@@ -303,7 +303,7 @@ TEST_F(EventPumpWinTest, TheEndOfTheProgramEndsWaitsInsideHandlersToo) {
     EXPECT_EQ(handled, 2);
 }
 
-TEST_F(EventPumpWinTest, TheEndMetByAYieldIsRemembered) {
+TEST_F(EventPumpWinTest, AQuitMessageFoundByAYieldIsRemembered) {
     PostQuitMessage(5);
     pump.DoEvents();
     EXPECT_TRUE(pump.QuitReceived());

@@ -11,7 +11,7 @@ namespace {
 
 class FilesWinTest : public ::testing::Test {
   protected:
-    // Somebody else's handle to a file, letting nobody in.
+    // Another program's handle to a file, without any sharing.
     static FileHandle Lock(const std::string& path) {
         FileHandle handle(CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
                                       FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -59,7 +59,7 @@ TEST_F(FilesWinTest, WriteTruncatesAndAppendCreates) {
     EXPECT_EQ(files.Read(folder / "new"), "one;two;");
 }
 
-TEST_F(FilesWinTest, ALogCanBeReadAndWrittenWhileSomebodyReadsIt) {
+TEST_F(FilesWinTest, ALogCanBeReadAndWrittenWhileAnotherProgramReadsIt) {
     files.Write(folder / "log", "one;");
     const FileHandle reader(CreateFileA((folder / "log").c_str(), GENERIC_READ,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
@@ -69,20 +69,20 @@ TEST_F(FilesWinTest, ALogCanBeReadAndWrittenWhileSomebodyReadsIt) {
     EXPECT_EQ(files.Read(folder / "log"), "one;two;");
 }
 
-TEST_F(FilesWinTest, ReplaceLeavesNothingBesideTheFile) {
+TEST_F(FilesWinTest, ReplaceLeavesNoTemporaryFile) {
     files.Replace(folder / "a", "first");
     files.Replace(folder / "a", "second");
     EXPECT_EQ(folder.EntryCount(), 1U);
 }
 
-TEST_F(FilesWinTest, ReplaceClearsAwayTheLeftoverOfACrash) {
+TEST_F(FilesWinTest, ReplaceOverwritesTheTemporaryFileOfACrash) {
     files.Write(folder / "a.0.tmp", "longer than what comes");
     files.Replace(folder / "a", "new");
     EXPECT_EQ(files.Read(folder / "a"), "new");
     EXPECT_EQ(folder.EntryCount(), 1U);
 }
 
-TEST_F(FilesWinTest, ReplacePassesOverWhatAnotherProgramWrites) {
+TEST_F(FilesWinTest, ReplaceSkipsATemporaryFileInUse) {
     files.Write(folder / "a.0.tmp", "in work");
     FileHandle lock = Lock(folder / "a.0.tmp");
     files.Replace(folder / "a", "new");
@@ -102,7 +102,7 @@ TEST_F(FilesWinTest, AReplacementThatFailsLeavesTheFileAsItWas) {
 }
 
 TEST_F(FilesWinTest, ReplacingAFileThatIsBeingReadSucceedsOrFailsAsAWhole) {
-    // Systems differ in whether they let a file be moved over an open one, whose reader allows it.
+    // Systems differ in whether a file can be moved over an open one whose reader allows it.
     files.Write(folder / "a", "old");
     const FileHandle reader(CreateFileA((folder / "a").c_str(), GENERIC_READ,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -181,7 +181,7 @@ TEST_F(FilesWinTest, RemovesFiles) {
     EXPECT_EQ(folder.EntryCount(), 0U);
 }
 
-TEST_F(FilesWinTest, TellsFilesFromFoldersAndNothing) {
+TEST_F(FilesWinTest, DistinguishesFilesFromFoldersAndMissingPaths) {
     files.Write(folder / "file", "");
     EXPECT_TRUE(files.IsFile(folder / "file"));
     EXPECT_TRUE(files.IsFile(folder / "FILE"));

@@ -11,7 +11,7 @@
 namespace quarn {
 namespace {
 
-TEST(HelpViewerWin, AFileThatIsNotThereShowsNoWindow) {
+TEST(HelpViewerWinTest, AMissingFileShowsNoWindow) {
     OwnerTestWindow owner;
     TemporaryFolder folder;
     HelpViewerWin viewer;
@@ -23,12 +23,12 @@ TEST(HelpViewerWin, AFileThatIsNotThereShowsNoWindow) {
     EXPECT_TRUE(IsWindow(owner.Handle()));
 }
 
-// A help library of the test's own, which shows a window for each topic.
-class HelpRequestTest : public ::testing::Test {
+// A fake help library, which shows a window for each topic.
+class HelpViewerWinRequestTest : public ::testing::Test {
   protected:
     using Requests = std::vector<std::string>;
 
-    HelpRequestTest() {
+    HelpViewerWinRequestTest() {
         requests.clear();
         librariesLoaded = 0;
         libraryIsThere = true;
@@ -64,14 +64,14 @@ class HelpRequestTest : public ::testing::Test {
     ReplacedImport getProcAddress_{&GetProcAddress, &FindHelp};
 };
 
-TEST_F(HelpRequestTest, AsksTheSystemsHelpLibraryForTheTopic) {
+TEST_F(HelpViewerWinRequestTest, AsksTheSystemsHelpLibraryForTheTopic) {
     EXPECT_TRUE(viewer.HtmlHelp(caller, "C:\\Help.chm>Main", HelpCommand::DisplayTopic, "Main.htm"));
     EXPECT_FALSE(viewer.HtmlHelp(caller, "C:\\Help.chm>Main", HelpCommand::CloseAll, nullptr));
     EXPECT_EQ(requests, (Requests{"C:\\Help.chm>Main 0 Main.htm", "C:\\Help.chm>Main 18 -"}));
     EXPECT_EQ(librariesLoaded, 1);
 }
 
-TEST_F(HelpRequestTest, ShowsNothingWithoutTheLibrary) {
+TEST_F(HelpViewerWinRequestTest, ShowsNothingWithoutTheLibrary) {
     libraryIsThere = false;
     for (int i = 0; i < 2; ++i)
         EXPECT_FALSE(viewer.HtmlHelp(caller, "C:\\Help.chm>Main", HelpCommand::DisplayTopic, "Main.htm"));

@@ -16,19 +16,19 @@ TEST(HostNamesWinTest, FindsAddresses) {
     EXPECT_EQ(HostNamesWin().AddressOf("127.200.0.255"), "127.200.0.255");
 }
 
-TEST(HostNamesWinTest, WhatDoesNotResolveIsEmpty) {
-    // No label of a name is longer than 63 characters, so nobody needs to be asked for these.
+TEST(HostNamesWinTest, AnUnknownNameGivesAnEmptyAddress) {
+    // A label of a name has at most 63 characters, so these fail without a request to a name server.
     const std::string impossible(64, 'x');
     for (const std::string& host : {std::string(), impossible, impossible + ".example", "a." + impossible})
         EXPECT_EQ(HostNamesWin().AddressOf(host), "") << host;
 }
 
-// A sockets library of the test's own.
-class WatchedHostNamesTest : public ::testing::Test {
+// A fake sockets library.
+class HostNamesWinWatchedTest : public ::testing::Test {
   protected:
     using Calls = std::vector<std::string>;
 
-    WatchedHostNamesTest() {
+    HostNamesWinWatchedTest() {
         calls.clear();
         startError = 0;
         addresses = {};
@@ -62,7 +62,7 @@ class WatchedHostNamesTest : public ::testing::Test {
     ReplacedImport cleanup_{&WSACleanup, &Cleanup};
 };
 
-TEST_F(WatchedHostNamesTest, TakesTheFirstAddress) {
+TEST_F(HostNamesWinWatchedTest, TakesTheFirstAddress) {
     char first[] = "\x0A\0\xC8\xFF";
     char second[] = "\x7F\0\0\1";
     addresses = {first, second, nullptr};
@@ -70,7 +70,7 @@ TEST_F(WatchedHostNamesTest, TakesTheFirstAddress) {
     EXPECT_EQ(calls, (Calls{"start 1.1", "ask for host.example", "end"}));
 }
 
-TEST_F(WatchedHostNamesTest, LetsTheLibraryGoThoughNothingWasFound) {
+TEST_F(HostNamesWinWatchedTest, FreesTheLibraryEvenIfNothingWasFound) {
     EXPECT_EQ(HostNamesWin().AddressOf("host.example"), "");
     addresses = {nullptr};
     EXPECT_EQ(HostNamesWin().AddressOf("host.example"), "");
@@ -78,7 +78,7 @@ TEST_F(WatchedHostNamesTest, LetsTheLibraryGoThoughNothingWasFound) {
                             "end"}));
 }
 
-TEST_F(WatchedHostNamesTest, AsksNobodyWithoutTheLibrary) {
+TEST_F(HostNamesWinWatchedTest, FindsNothingWithoutTheLibrary) {
     startError = WSAVERNOTSUPPORTED;
     char address[] = "\x7F\0\0\1";
     addresses = {address, nullptr};

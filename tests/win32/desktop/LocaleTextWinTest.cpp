@@ -12,7 +12,7 @@
 namespace quarn {
 namespace {
 
-// The expected texts are those of one locale.
+// The expected texts are those of the test's locale.
 class LocaleTextWinTest : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -22,7 +22,7 @@ class LocaleTextWinTest : public ::testing::Test {
     LocaleTextWin locale;
 };
 
-TEST_F(LocaleTextWinTest, TellsNumbersFromOtherTexts) {
+TEST_F(LocaleTextWinTest, RecognisesNumbers) {
     for (const char* text : {"5", "1.2", " -3 ", "1,000", ".5", "5.", "1e3", "1.5E-2", "+7", "0", "$5"})
         EXPECT_TRUE(locale.IsNumeric(text)) << text;
     for (const char* text : {"", " ", "-", "1.2.3", "127.0.0.1", "e3", "abc", "12x", ".", "27a", "1 2 3x",
@@ -53,7 +53,7 @@ TEST_F(LocaleTextWinTest, ConvertsNumbers) {
     }
 }
 
-TEST_F(LocaleTextWinTest, RefusesWhatIsNoNumberOrTooLarge) {
+TEST_F(LocaleTextWinTest, RefusesTextsAndNumbersOutOfRange) {
     for (const char* text :
          {"", " ", "-", ".", "abc", "12x", "1.2.3", "127.0.0.1", "0x", "1e", "e1", "\xE4"}) {
         EXPECT_EQ(ErrorOf([&] { locale.ToLong(text); }), ErrorNumber::TypeMismatch) << text;
@@ -99,7 +99,7 @@ TEST_F(LocaleTextWinTest, ReadsDatesInOtherForms) {
         EXPECT_EQ(locale.ToDate(text), DateTime::From({2024, 2, 29, 0, 0, 0})) << text;
 }
 
-// Counts how often the system has to read a date.
+// Counts how often the system had to read a date.
 class CountingLocale : public LocaleText {
   public:
     mutable int dates = 0;
@@ -118,7 +118,7 @@ class CountingLocale : public LocaleText {
     LocaleTextWin system_;
 };
 
-TEST_F(LocaleTextWinTest, GeneralDatesAreReadAsItReadsThem) {
+TEST_F(LocaleTextWinTest, GeneralDatesReadsDatesLikeTheLocale) {
     const CountingLocale counting;
     GeneralDates dates(counting);
     const int before = counting.dates;
@@ -131,7 +131,7 @@ TEST_F(LocaleTextWinTest, GeneralDatesAreReadAsItReadsThem) {
     EXPECT_EQ(counting.dates, before);
 }
 
-TEST_F(LocaleTextWinTest, RefusesWhatIsNoDate) {
+TEST_F(LocaleTextWinTest, RefusesTextThatIsNotADate) {
     for (const char* text : {"", " ", "abc", "2/30/2026", "99/99/9999", "1/2/2026x", "1/2/2026 25:00",
                              "never", "\xE4", "1/2/3/4/5", "8:60:00 AM", "27015"})
         EXPECT_NE(ErrorOf([&] { locale.ToDate(text); }), NoError) << text;
@@ -145,7 +145,7 @@ TEST_F(LocaleTextWinTest, RefusesADateOutsideTheCalendar) {
 }
 
 TEST_F(LocaleTextWinTest, SortKeysHaveTheAlphabetsOrder) {
-    // Each text after the one before it.
+    // Each text sorts after the previous one.
     const std::vector<const char*> ordered = {"", "1", "10", "2", "a", "\xE4rger", "b", "Ba", "bb", "C", "z"};
     for (std::size_t i = 1; i < ordered.size(); ++i)
         EXPECT_LT(locale.SortKey(ordered[i - 1]), locale.SortKey(ordered[i]))

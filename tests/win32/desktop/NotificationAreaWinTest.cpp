@@ -31,7 +31,7 @@ class NotificationAreaWinTest : public ::testing::Test {
     NotifyIconRecord record;
 };
 
-TEST_F(NotificationAreaWinTest, PutsAnIconThereAndTakesItAway) {
+TEST_F(NotificationAreaWinTest, AddsAndRemovesAnIcon) {
     EXPECT_FALSE(area.Notify(NotifyCommand::Modify, record)) << "there is none yet";
     EXPECT_TRUE(area.Notify(NotifyCommand::Add, record));
     record.tip[0] = 'Q';
@@ -68,7 +68,7 @@ TEST_F(NotificationAreaWinTest, DescribesTheIconInTheFirstVersionOfTheRecord) {
     }
 }
 
-TEST_F(NotificationAreaWinTest, TakesATipOfItsWholeField) {
+TEST_F(NotificationAreaWinTest, AcceptsATooltipThatFillsItsField) {
     record.tip.fill('x');
     record.tip.back() = '\0';
     EXPECT_TRUE(area.Notify(NotifyCommand::Add, record));
@@ -80,7 +80,7 @@ TEST_F(NotificationAreaWinTest, ThePictureBoxIsAnInvisibleChild) {
     EXPECT_FALSE(IsWindowVisible(box));
 }
 
-TEST_F(NotificationAreaWinTest, PassesTheMessageOnAsAPosition) {
+TEST_F(NotificationAreaWinTest, PassesTheMessageAsAPosition) {
     for (const int message : {512, 513, 514, 515, 516, 517, 518, 0, 65535})
         SendMessageA(box, WM_MOUSEMOVE, 1, message);
     ASSERT_EQ(positions.size(), 9U);
@@ -91,13 +91,13 @@ TEST_F(NotificationAreaWinTest, PassesTheMessageOnAsAPosition) {
     EXPECT_EQ(std::lround(positions[8] / twips), 65535);
 }
 
-TEST_F(NotificationAreaWinTest, OtherMessagesAreNoMouseMoves) {
+TEST_F(NotificationAreaWinTest, OtherMessagesAreIgnored) {
     for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_RBUTTONUP})
         SendMessageA(box, message, 0, 515);
     EXPECT_TRUE(positions.empty());
 }
 
-TEST_F(NotificationAreaWinTest, AFailingHandlerHarmsNobody) {
+TEST_F(NotificationAreaWinTest, AnErrorOfAHandlerIsContained) {
     const HWND failing = reinterpret_cast<HWND>(
         area.AddPictureBox(reinterpret_cast<WindowReference>(owner.Handle()),
                            [](double) { throw std::runtime_error("a handler that fails"); }));

@@ -91,7 +91,7 @@ TEST_F(PeerProgramsWinTest, FindsTheRightOneAmongLookAlikes) {
     }
 }
 
-TEST_F(PeerProgramsWinTest, AWindowThatHangsIsGivenUp) {
+TEST_F(PeerProgramsWinTest, AHungWindowIsSkipped) {
     std::promise<void> ready, release;
     std::thread hanging([&] {
         const PeerWindow window("Velmar that hangs");
@@ -115,7 +115,7 @@ TEST_F(PeerProgramsWinTest, ReadsTheVersionOfAProgram) {
     EXPECT_EQ(version.build, VersionRevision);
 }
 
-TEST_F(PeerProgramsWinTest, TellsAMissingProgramFromOneWithoutAVersion) {
+TEST_F(PeerProgramsWinTest, DistinguishesAMissingProgramFromOneWithoutAVersion) {
     const TemporaryFolder folder;
     FilesWin().Write(folder / "text.exe", "no program at all");
     FilesWin().Write(folder / "empty.exe", "");

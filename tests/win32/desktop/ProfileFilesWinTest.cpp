@@ -124,7 +124,7 @@ TEST_F(ProfileFilesWinTest, ABareNameMeansTheCurrentFolder) {
     SetCurrentDirectoryA(before);
 }
 
-TEST_F(ProfileFilesWinTest, TellsWhenItCannotWrite) {
+TEST_F(ProfileFilesWinTest, ReportsWhenItCannotWrite) {
     EXPECT_FALSE(profiles.WriteText(folder / "no folder\\test.ini", "General", "Key", "value"));
     EXPECT_FALSE(profiles.WriteText(folder.Path(), "General", "Key", "value"));
 }

@@ -1,6 +1,6 @@
 #include "win32/desktop/PromptsWin.h"
 
-#include "tests/win32/harness/BoxDriver.h"
+#include "tests/win32/harness/DialogDriver.h"
 #include "tests/win32/harness/OwnerTestWindow.h"
 #include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/desktop/FilesWin.h"
@@ -13,17 +13,17 @@
 namespace quarn {
 namespace {
 
-// Control numbers of the system's boxes.
+// Control ids of the system's dialogs.
 constexpr int MessageText = 0xFFFF;
 constexpr int FileNameCombo = 0x47C;
 constexpr int FileNameEdit = 0x480;
 
 class PromptsWinTest : public ::testing::Test {
   protected:
-    // Runs the call while the steps answer its boxes.
+    // Runs the call while the steps answer its dialogs.
     template<class Call>
-    auto Answered(std::deque<BoxDriver::Step> steps, Call&& call) {
-        BoxDriver driver(owner.Handle(), std::move(steps));
+    auto Answered(std::deque<DialogDriver::Step> steps, Call&& call) {
+        DialogDriver driver(owner.Handle(), std::move(steps));
         auto result = call();
         EXPECT_EQ(driver.StepsLeft(), 0U);
         EXPECT_EQ(GetLastActivePopup(owner.Handle()), owner.Handle());
@@ -31,7 +31,7 @@ class PromptsWinTest : public ::testing::Test {
         return result;
     }
 
-    // The picture beside a message.
+    // The icon next to a message.
     static HICON IconOf(HWND box) {
         HICON icon = nullptr;
         for (HWND text = nullptr;
@@ -50,16 +50,16 @@ class PromptsWinTest : public ::testing::Test {
     PromptsWin prompts{owner.AsOwner()};
 };
 
-TEST_F(PromptsWinTest, ShowsAnErrorAndReturnsWhenItIsRead) {
+TEST_F(PromptsWinTest, ShowsAnErrorUntilItIsClosed) {
     std::string text, title;
     bool ownerDisabled = false;
     Answered({[&](HWND box) {
-                 title = BoxDriver::TextOf(box);
-                 text = BoxDriver::TextOf(box, MessageText);
+                 title = DialogDriver::TextOf(box);
+                 text = DialogDriver::TextOf(box, MessageText);
                  ownerDisabled = !IsWindowEnabled(owner.Handle());
                  EXPECT_EQ(IconOf(box), LoadIconA(nullptr, IDI_ERROR));
                  EXPECT_EQ(GetWindow(box, GW_OWNER), owner.Handle());
-                 BoxDriver::Press(box, IDOK);
+                 DialogDriver::Press(box, IDOK);
              }},
              [&] {
                  prompts.ShowError("first line\r\nsecond & third", "Quarn - Error");
@@ -72,33 +72,33 @@ TEST_F(PromptsWinTest, ShowsAnErrorAndReturnsWhenItIsRead) {
 
 TEST_F(PromptsWinTest, TrueOnYesOnly) {
     const auto ask = [&] { return prompts.AskYesNo("Sure?", "Question"); };
-    EXPECT_TRUE(Answered({[](HWND box) { BoxDriver::Press(box, IDYES); }}, ask));
-    EXPECT_FALSE(Answered({[](HWND box) { BoxDriver::Press(box, IDNO); }}, ask));
+    EXPECT_TRUE(Answered({[](HWND box) { DialogDriver::Press(box, IDYES); }}, ask));
+    EXPECT_FALSE(Answered({[](HWND box) { DialogDriver::Press(box, IDNO); }}, ask));
     EXPECT_FALSE(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, ask));
 }
 
-TEST_F(PromptsWinTest, ABoxOnTopOfABoxIsOwnedByIt) {
+TEST_F(PromptsWinTest, ANestedMessageBoxIsOwnedByTheOuterOne) {
     HWND first = nullptr;
     Answered({[&](HWND box) {
                   first = box;
                   prompts.ShowError("inner", "Inner");
                   EXPECT_FALSE(IsWindowEnabled(owner.Handle()));
-                  BoxDriver::Press(box, IDNO);
+                  DialogDriver::Press(box, IDNO);
               },
               [&](HWND box) {
                   EXPECT_EQ(GetWindow(box, GW_OWNER), first);
                   EXPECT_FALSE(IsWindowEnabled(first));
-                  BoxDriver::Press(box, IDOK);
+                  DialogDriver::Press(box, IDOK);
               }},
              [&] { return prompts.AskYesNo("outer", "Outer"); });
 }
 
-TEST_F(PromptsWinTest, BoxesAreTopMostWhenTheMainWindowIs) {
+TEST_F(PromptsWinTest, MessageBoxesAreTopMostIfTheMainWindowIs) {
     const auto topMost = [](HWND box) { return (GetWindowLongPtrA(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
     for (const bool wanted : {true, false}) {
         SetWindowPos(owner.Handle(), wanted ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
                      SWP_NOMOVE | SWP_NOSIZE);
-        const BoxDriver::Step check = [&](HWND box) {
+        const DialogDriver::Step check = [&](HWND box) {
             EXPECT_EQ(topMost(box), wanted);
             prompts.CancelOpenBox();
         };
@@ -107,22 +107,24 @@ TEST_F(PromptsWinTest, BoxesAreTopMostWhenTheMainWindowIs) {
     }
 }
 
-TEST_F(PromptsWinTest, ABoxWithoutAMainWindowHasNoOwner) {
+TEST_F(PromptsWinTest, AMessageBoxWithoutAMainWindowHasNoOwner) {
     const OwnerWindow none;
     EXPECT_EQ(none.ForBox(), nullptr);
     EXPECT_FALSE(none.IsTopMost());
     EXPECT_FALSE(PromptsWin(none).CancelOpenBox());
 }
 
-TEST_F(PromptsWinTest, AsksForAText) {
+class InputBoxTest : public PromptsWinTest {};
+
+TEST_F(InputBoxTest, AsksForAText) {
     std::string prompt, title, before;
     const auto typed = Answered({[&](HWND box) {
-                                    title = BoxDriver::TextOf(box);
-                                    prompt = BoxDriver::TextOf(box, ID_lblInputPrompt);
-                                    before = BoxDriver::TextOf(box, ID_txtInput);
+                                    title = DialogDriver::TextOf(box);
+                                    prompt = DialogDriver::TextOf(box, ID_lblInputPrompt);
+                                    before = DialogDriver::TextOf(box, ID_txtInput);
                                     EXPECT_EQ(GetFocus(), GetDlgItem(box, ID_txtInput));
                                     SetDlgItemTextA(box, ID_txtInput, " My & \xE4 folder ");
-                                    BoxDriver::Press(box, IDOK);
+                                    DialogDriver::Press(box, IDOK);
                                 }},
                                 [&] { return prompts.AskText("Enter a new && name:", "Change name"); });
     EXPECT_EQ(title, "Change name");
@@ -131,12 +133,12 @@ TEST_F(PromptsWinTest, AsksForAText) {
     EXPECT_EQ(typed, " My & \xE4 folder ");
 }
 
-TEST_F(PromptsWinTest, EnterIsOkAndEscapeIsCancel) {
+TEST_F(InputBoxTest, EnterIsOkAndEscapeIsCancel) {
     const auto ask = [&] { return prompts.AskText("Name:", "Title"); };
     const auto typeAndPress = [](WPARAM key) {
         return [key](HWND box) {
             SetDlgItemTextA(box, ID_txtInput, "typed");
-            BoxDriver::PressKey(GetDlgItem(box, ID_txtInput), key);
+            DialogDriver::PressKey(GetDlgItem(box, ID_txtInput), key);
         };
     };
     EXPECT_EQ(Answered({typeAndPress(VK_RETURN)}, ask), "typed");
@@ -145,7 +147,7 @@ TEST_F(PromptsWinTest, EnterIsOkAndEscapeIsCancel) {
     EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, ask), "");
 }
 
-TEST_F(PromptsWinTest, TheInputBoxStandsInTheMiddleOfItsOwner) {
+TEST_F(InputBoxTest, IsCentredOnItsOwner) {
     RECT inner{}, outer{};
     GetWindowRect(owner.Handle(), &outer);
     Answered({[&](HWND box) {
@@ -157,26 +159,26 @@ TEST_F(PromptsWinTest, TheInputBoxStandsInTheMiddleOfItsOwner) {
     EXPECT_NEAR(inner.top + inner.bottom, outer.top + outer.bottom, 4);
 }
 
-class SaveDialogTest : public PromptsWinTest {
+class PromptsWinSaveDialogTest : public PromptsWinTest {
   protected:
     std::string Ask() {
         return prompts.AskSaveFile("Save serverlist as...", "Text file (*.txt)|*.txt|All files (*.*)|*.*");
     }
-    BoxDriver::Step Save(const std::string& name) {
+    DialogDriver::Step Save(const std::string& name) {
         return [=](HWND box) {
             TypeFileName(box, name);
-            BoxDriver::Press(box, IDOK);
+            DialogDriver::Press(box, IDOK);
         };
     }
     TemporaryFolder folder;
     FilesWin files;
 };
 
-TEST_F(SaveDialogTest, ReturnsTheChosenPath) {
+TEST_F(PromptsWinSaveDialogTest, ReturnsTheChosenPath) {
     std::string title, name;
     const auto chosen = Answered({[&](HWND box) {
-                                     title = BoxDriver::TextOf(box);
-                                     name = BoxDriver::TextOf(box, FileNameEdit);
+                                     title = DialogDriver::TextOf(box);
+                                     name = DialogDriver::TextOf(box, FileNameEdit);
                                      Save(folder / "list.txt").act(box);
                                  }},
                                  [&] { return Ask(); });
@@ -186,29 +188,29 @@ TEST_F(SaveDialogTest, ReturnsTheChosenPath) {
     EXPECT_FALSE(files.IsFile(chosen));
 }
 
-TEST_F(SaveDialogTest, AddsTheExtensionOfTheFilter) {
+TEST_F(PromptsWinSaveDialogTest, AddsTheExtensionOfTheFilter) {
     EXPECT_EQ(Answered({Save(folder / "list")}, [&] { return Ask(); }), folder / "list.txt");
     EXPECT_EQ(Answered({Save(folder / "list.csv")}, [&] { return Ask(); }), folder / "list.csv");
 }
 
-TEST_F(SaveDialogTest, AsksBeforeAFileIsOverwritten) {
+TEST_F(PromptsWinSaveDialogTest, AsksBeforeAFileIsOverwritten) {
     files.Write(folder / "list.txt", "old");
-    EXPECT_EQ(Answered({Save(folder / "list.txt"), [](HWND box) { BoxDriver::Press(box, IDYES); }},
+    EXPECT_EQ(Answered({Save(folder / "list.txt"), [](HWND box) { DialogDriver::Press(box, IDYES); }},
                        [&] { return Ask(); }),
               folder / "list.txt");
-    EXPECT_EQ(Answered({Save(folder / "list.txt"), [](HWND box) { BoxDriver::Press(box, IDNO); },
-                        [](HWND box) { BoxDriver::Press(box, IDCANCEL); }},
+    EXPECT_EQ(Answered({Save(folder / "list.txt"), [](HWND box) { DialogDriver::Press(box, IDNO); },
+                        [](HWND box) { DialogDriver::Press(box, IDCANCEL); }},
                        [&] { return Ask(); }),
               "");
     EXPECT_EQ(files.Read(folder / "list.txt"), "old");
 }
 
-TEST_F(SaveDialogTest, ACancelledOneReturnsNothing) {
-    EXPECT_EQ(Answered({[](HWND box) { BoxDriver::Press(box, IDCANCEL); }}, [&] { return Ask(); }), "");
+TEST_F(PromptsWinSaveDialogTest, ACancelledOneReturnsNothing) {
+    EXPECT_EQ(Answered({[](HWND box) { DialogDriver::Press(box, IDCANCEL); }}, [&] { return Ask(); }), "");
     EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, [&] { return Ask(); }), "");
 }
 
-TEST_F(SaveDialogTest, LeavesTheCurrentFolderAlone) {
+TEST_F(PromptsWinSaveDialogTest, DoesNotChangeTheCurrentFolder) {
     char before[1024], after[1024];
     GetCurrentDirectoryA(sizeof before, before);
     Answered({Save(folder / "list.txt")}, [&] { return Ask(); });
@@ -216,11 +218,10 @@ TEST_F(SaveDialogTest, LeavesTheCurrentFolderAlone) {
     EXPECT_STREQ(after, before);
 }
 
-class FolderDialogTest : public PromptsWinTest {
+class PromptsWinFolderDialogTest : public PromptsWinTest {
   protected:
-    // A folder that has been there for long: the dialog of Wine sometimes overlooks one that was only just
-    // made.
-    FolderDialogTest() {
+    // A folder that has existed for a while: Wine's dialog sometimes misses one that was just created.
+    PromptsWinFolderDialogTest() {
         char path[MAX_PATH] = "";
         GetSystemDirectoryA(path, sizeof path);
         folder = path;
@@ -256,23 +257,24 @@ std::string SelectedFolder(HWND box) {
     return text;
 }
 
-TEST_F(FolderDialogTest, ReturnsTheFolderSelectedBeforehand) {
+TEST_F(PromptsWinFolderDialogTest, ReturnsTheFolderSelectedBeforehand) {
     const std::string name = folder.substr(folder.rfind('\\') + 1);
-    const BoxDriver::Step confirm([&](HWND box) { return SelectedFolder(box) == name; },
-                                  [](HWND box) { BoxDriver::Press(box, IDOK); });
+    const DialogDriver::Step confirm([&](HWND box) { return SelectedFolder(box) == name; },
+                                     [](HWND box) { DialogDriver::Press(box, IDOK); });
     EXPECT_EQ(Answered({confirm}, [&] { return Ask(folder); }), folder);
 }
 
-TEST_F(FolderDialogTest, ACancelledOneReturnsNothing) {
-    EXPECT_EQ(Answered({[](HWND box) { BoxDriver::Press(box, IDCANCEL); }}, [&] { return Ask(folder); }), "");
+TEST_F(PromptsWinFolderDialogTest, ACancelledOneReturnsNothing) {
+    EXPECT_EQ(Answered({[](HWND box) { DialogDriver::Press(box, IDCANCEL); }}, [&] { return Ask(folder); }),
+              "");
     EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, [&] { return Ask(""); }), "");
 }
 
-TEST_F(PromptsWinTest, WithNoBoxOpenThereIsNothingToCancel) {
+TEST_F(PromptsWinTest, WithoutAnOpenMessageBoxThereIsNothingToCancel) {
     EXPECT_FALSE(prompts.CancelOpenBox());
 }
 
-TEST_F(PromptsWinTest, BoxesOnEachOtherAreCancelledFromTheTop) {
+TEST_F(PromptsWinTest, NestedMessageBoxesAreCancelledFromTheTop) {
     std::vector<HWND> cancelled;
     Answered({[&](HWND outer) {
                   EXPECT_FALSE(prompts.AskYesNo("inner", "Inner"));

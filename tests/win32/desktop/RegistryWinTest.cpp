@@ -12,7 +12,7 @@ namespace {
 
 constexpr RegistryRoot User = RegistryRoot::CurrentUser;
 
-// Works in a key of this process, which goes with the test.
+// Works in a key of this process, which is deleted after the test.
 class RegistryWinTest : public ::testing::Test {
   protected:
     ~RegistryWinTest() override {
@@ -31,7 +31,7 @@ class RegistryWinTest : public ::testing::Test {
     const std::string key = "Software\\QuarnTest" + std::to_string(GetCurrentProcessId());
 };
 
-TEST_F(RegistryWinTest, MakesListsAndRemovesKeys) {
+TEST_F(RegistryWinTest, CreatesListsAndRemovesKeys) {
     EXPECT_FALSE(registry.KeyExists(User, key));
     EXPECT_EQ(registry.SubKeys(User, key), std::nullopt);
     EXPECT_TRUE(registry.CreateKey(User, key));
@@ -69,14 +69,14 @@ TEST_F(RegistryWinTest, KeepsTheBytesOfEveryType) {
     }
 }
 
-TEST_F(RegistryWinTest, RefusesWhatTheBufferCannotHold) {
+TEST_F(RegistryWinTest, RefusesAValueLargerThanTheBuffer) {
     ASSERT_TRUE(registry.CreateKey(User, key));
     ASSERT_TRUE(Write(std::string(255, 'x') + '\0', REG_SZ));
     EXPECT_EQ(Read(255), std::nullopt);
     EXPECT_EQ(Read(256), std::string(255, 'x') + '\0');
 }
 
-TEST_F(RegistryWinTest, AMissingKeyOrValueIsAnAnswer) {
+TEST_F(RegistryWinTest, AMissingKeyOrValueIsNotAnError) {
     EXPECT_FALSE(Write("x"));
     EXPECT_EQ(Read(), std::nullopt);
     EXPECT_FALSE(registry.DeleteValue(User, key, "Value"));
@@ -95,9 +95,9 @@ TEST_F(RegistryWinTest, KnowsThePredefinedRoots) {
     EXPECT_FALSE(registry.KeyExists(User, "SOFTWARE\\Microsoft\\No such key of any program"));
 }
 
-class RegistryAccessTest : public RegistryWinTest {
+class RegistryWinAccessTest : public RegistryWinTest {
   protected:
-    RegistryAccessTest() { accesses.clear(); }
+    RegistryWinAccessTest() { accesses.clear(); }
 
     static LSTATUS WINAPI Refuse(HKEY, LPCSTR, DWORD, REGSAM access, PHKEY) {
         accesses.push_back(access);
@@ -110,7 +110,7 @@ class RegistryAccessTest : public RegistryWinTest {
     ReplacedImport openKey_{&RegOpenKeyExA, &Refuse};
 };
 
-TEST_F(RegistryAccessTest, AsksForNoMoreThanItNeeds) {
+TEST_F(RegistryWinAccessTest, AsksForNoMoreThanItNeeds) {
     EXPECT_EQ(Read(), std::nullopt);
     EXPECT_FALSE(registry.KeyExists(User, key));
     EXPECT_EQ(registry.SubKeys(User, key), std::nullopt);

@@ -18,7 +18,7 @@ namespace {
 
 class ShellWinTest : public ::testing::Test {
   protected:
-    // What a started program wrote, once it has.
+    // Waits for the output of a started program.
     std::string Written(const std::string& path) {
         std::string content;
         PumpUntil([&] {
@@ -54,7 +54,7 @@ TEST_F(ShellWinTest, StartsAProgramInAFolder) {
     EXPECT_EQ(Written(folder / "where.txt"), folder.Path() + "\r\n");
 }
 
-TEST_F(ShellWinTest, HandsTheParametersOnAsTheyAre) {
+TEST_F(ShellWinTest, PassesTheParametersUnchanged) {
     const std::string out = folder / "out.txt";
     Shell::Request request;
     request.file = "cmd.exe";
@@ -65,7 +65,7 @@ TEST_F(ShellWinTest, HandsTheParametersOnAsTheyAre) {
     EXPECT_EQ(Written(out), "+set fs_game  +exec  +name a b +connect 1.2.3.4:27960\r\n");
 }
 
-TEST_F(ShellWinTest, WhatCannotBeOpenedIsNoError) {
+TEST_F(ShellWinTest, AFailureToOpenIsNotAnError) {
     for (const std::string& file : {folder / "missing.exe", std::string(), folder / "no folder\\x.exe"}) {
         Shell::Request request;
         request.file = file;
@@ -74,7 +74,7 @@ TEST_F(ShellWinTest, WhatCannotBeOpenedIsNoError) {
     }
 }
 
-class ShellRequestTest : public ShellWinTest {
+class ShellWinRequestTest : public ShellWinTest {
   protected:
     struct Asked {
         HWND owner;
@@ -82,7 +82,7 @@ class ShellRequestTest : public ShellWinTest {
         int show;
     };
 
-    ShellRequestTest() { asked.clear(); }
+    ShellWinRequestTest() { asked.clear(); }
 
     static HINSTANCE WINAPI Note(HWND owner, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR folder,
                                  INT show) {
@@ -97,7 +97,7 @@ class ShellRequestTest : public ShellWinTest {
     ReplacedImport shellExecute_{&ShellExecuteA, &Note};
 };
 
-TEST_F(ShellRequestTest, AsksForExactlyWhatIsWanted) {
+TEST_F(ShellWinRequestTest, PassesTheRequestUnchanged) {
     Shell::Request game;
     game.verb = "open";
     game.file = "C:\\Arena\\arena.exe";
@@ -133,7 +133,7 @@ TEST_F(ShellWinTest, PutsTextOnTheClipboard) {
     EXPECT_EQ(ClipboardText(), large);
 }
 
-// Another program that has opened the clipboard, until it is told to let go.
+// Another program that keeps the clipboard open until it is told to close it.
 class ClipboardHolder {
   public:
     ClipboardHolder() { held_.get_future().wait(); }
@@ -158,7 +158,7 @@ class ClipboardHolder {
     std::thread thread_{[this] { Hold(); }};
 };
 
-TEST_F(ShellWinTest, AClipboardThatSomebodyKeepsIsAnError) {
+TEST_F(ShellWinTest, AClipboardThatStaysInUseIsAnError) {
     shell.SetClipboardText("before");
     {
         ClipboardHolder holder;
@@ -170,7 +170,7 @@ TEST_F(ShellWinTest, AClipboardThatSomebodyKeepsIsAnError) {
     EXPECT_EQ(ClipboardText(), "after");
 }
 
-TEST_F(ShellWinTest, AClipboardThatSomebodyHoldsForAMomentIsWaitedFor) {
+TEST_F(ShellWinTest, WaitsForAClipboardThatIsBrieflyInUse) {
     ClipboardHolder holder;
     holder.LetGoAfter(40);
     shell.SetClipboardText("patience");

@@ -19,7 +19,7 @@ class SystemInformationWinTest : public ::testing::Test {
     SystemInformationWin system;
 };
 
-TEST_F(SystemInformationWinTest, KnowsTheSystem) {
+TEST_F(SystemInformationWinTest, KnowsTheWindowsVersion) {
     const OsVersion version = system.WindowsVersion();
     EXPECT_GE(version.number.major, 6U);
     EXPECT_GT(version.number.build, 0U);
@@ -31,7 +31,7 @@ TEST_F(SystemInformationWinTest, KnowsTheShellLibrarysVersion) {
     EXPECT_GE(system.ShellLightWeightVersion().major, 4U);
 }
 
-TEST_F(SystemInformationWinTest, ReadsWhatTheRegistrySaysOfDirectX) {
+TEST_F(SystemInformationWinTest, ReadsTheDirectXVersionFromTheRegistry) {
     char expected[255] = "";
     DWORD size = sizeof expected;
     RegGetValueA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\DirectX", "Version", RRF_RT_REG_SZ, nullptr,
@@ -69,10 +69,10 @@ INITCOMMONCONTROLSEX controlsAskedFor;
 
 BOOL WINAPI NoteControls(const INITCOMMONCONTROLSEX* record) {
     controlsAskedFor = *record;
-    return FALSE; // no error to anybody
+    return FALSE; // not reported as an error
 }
 
-TEST_F(SystemInformationWinTest, HandsOnWhichControlsAreWanted) {
+TEST_F(SystemInformationWinTest, PassesTheClassesOfControlsUnchanged) {
     const ReplacedImport initControls(&InitCommonControlsEx, &NoteControls);
     system.InitCommonControls(8, 0x200);
     EXPECT_EQ(controlsAskedFor.dwSize, 8U);
@@ -84,7 +84,7 @@ TEST_F(SystemInformationWinTest, OneInstanceOfATitleRunsAtATime) {
     {
         SystemInformationWin first;
         EXPECT_FALSE(first.AlreadyRunning(title));
-        EXPECT_FALSE(first.AlreadyRunning(title)); // it is the one that runs
+        EXPECT_FALSE(first.AlreadyRunning(title)); // this is the running instance
         EXPECT_TRUE(system.AlreadyRunning(title));
         EXPECT_TRUE(system.AlreadyRunning(title));
         SystemInformationWin other;
@@ -93,7 +93,7 @@ TEST_F(SystemInformationWinTest, OneInstanceOfATitleRunsAtATime) {
     EXPECT_FALSE(system.AlreadyRunning(title));
 }
 
-// What the system is asked, and answers of the test's own.
+// The requests to the system, which the test answers.
 
 static_assert(sizeof(OSVERSIONINFOA) == 148);
 static_assert(sizeof(DLLVERSIONINFO) == 20);

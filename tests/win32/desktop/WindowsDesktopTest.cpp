@@ -1,6 +1,6 @@
 #include "win32/desktop/WindowsDesktop.h"
 
-#include "tests/win32/harness/BoxDriver.h"
+#include "tests/win32/harness/DialogDriver.h"
 #include "tests/win32/harness/OwnerTestWindow.h"
 
 #include <gtest/gtest.h>
@@ -22,15 +22,15 @@ TEST(WindowsDesktopTest, BundlesTheRealServices) {
     EXPECT_FALSE(interfaces.files.IsFile(""));
 }
 
-TEST(WindowsDesktopTest, TheMainWindowOwnsItsBoxes) {
+TEST(WindowsDesktopTest, TheMainWindowOwnsItsMessageBoxes) {
     const OwnerTestWindow main;
     WindowsDesktop desktop;
     desktop.SetMainWindow(main.Handle());
     HWND owner = nullptr;
-    const BoxDriver driver(main.Handle(), {[&](HWND box) {
-                               owner = GetWindow(box, GW_OWNER);
-                               EXPECT_TRUE(desktop.Prompts().CancelOpenBox());
-                           }});
+    const DialogDriver driver(main.Handle(), {[&](HWND box) {
+                                  owner = GetWindow(box, GW_OWNER);
+                                  EXPECT_TRUE(desktop.Prompts().CancelOpenBox());
+                              }});
     desktop.Interfaces().prompts.ShowError("text", "title");
     EXPECT_EQ(owner, main.Handle());
 }

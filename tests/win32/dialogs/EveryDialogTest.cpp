@@ -1,4 +1,4 @@
-// What holds for every dialog.
+// Rules for every dialog.
 
 #include "tests/win32/dialogs/FormsTest.h"
 
@@ -20,7 +20,7 @@ class EveryDialogTest : public FormsTest {
 
     // Shows one dialog after the other to the inspector, and cancels each.
     void ForEveryDialog(const Inspect& inspect, bool topMost = false) {
-        const BoxDriver::Step step = [&](HWND dialog) {
+        const DialogDriver::Step step = [&](HWND dialog) {
             inspect(dialog);
             SendMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
         };
@@ -45,13 +45,13 @@ class EveryDialogTest : public FormsTest {
     }
     static bool IsTabs(HWND window) { return ClassOf(window) == WC_TABCONTROLA; }
 
-    // An icon's text, which is the name of the picture, is not shown.
+    // The text of an icon control is the icon's name and is not shown.
     static bool ShowsItsText(HWND control) {
         const bool isIcon = (GetWindowLongPtrA(control, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
         return ClassOf(control) == "Button" || (ClassOf(control) == "Static" && !isIcon);
     }
 
-    // The controls that stand on the dialog or page itself.
+    // The controls on the dialog or page itself.
     static std::vector<HWND> ControlsOn(HWND parent) {
         std::vector<HWND> controls;
         for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr;
@@ -74,9 +74,9 @@ class EveryDialogTest : public FormsTest {
         MapWindowPoints(nullptr, GetParent(control), reinterpret_cast<POINT*>(&place), 2);
         return place;
     }
-    // Room that a caption takes on one line, without its access key's mark.
+    // Width of a caption on one line, without the mark of its access key.
     static SIZE TextSize(HWND control) {
-        std::string text = BoxDriver::TextOf(control);
+        std::string text = DialogDriver::TextOf(control);
         std::erase(text, '&');
         const HDC dc = GetDC(control);
         const HGDIOBJ before =
@@ -89,7 +89,7 @@ class EveryDialogTest : public FormsTest {
     }
 };
 
-TEST_F(EveryDialogTest, IsOwnedByTheMainWindowAndStandsInItsMiddle) {
+TEST_F(EveryDialogTest, IsOwnedByTheMainWindowAndCentredOnIt) {
     ForEveryDialog([&](HWND dialog) {
         EXPECT_EQ(GetWindow(dialog, GW_OWNER), owner.Handle());
         EXPECT_FALSE(IsWindowEnabled(owner.Handle()));
@@ -101,7 +101,7 @@ TEST_F(EveryDialogTest, IsOwnedByTheMainWindowAndStandsInItsMiddle) {
     });
 }
 
-TEST_F(EveryDialogTest, BearsTheIconsOfItsOwner) {
+TEST_F(EveryDialogTest, HasTheIconsOfItsOwner) {
     const HICON big = LoadIconA(nullptr, MAKEINTRESOURCEA(32516));
     const HICON small = LoadIconA(nullptr, MAKEINTRESOURCEA(32515));
     SetClassLongPtrA(owner.Handle(), GCLP_HICON, reinterpret_cast<LONG_PTR>(big));
@@ -127,7 +127,7 @@ TEST_F(EveryDialogTest, HasADefaultButton) {
     });
 }
 
-TEST_F(EveryDialogTest, CutsNoCaption) {
+TEST_F(EveryDialogTest, TruncatesNoCaption) {
     ForEveryDialog([&](HWND dialog) {
         for (const HWND surface : DialogAndPages(dialog))
             for (const HWND control : ControlsOn(surface)) {
@@ -135,14 +135,14 @@ TEST_F(EveryDialogTest, CutsNoCaption) {
                     continue;
                 const RECT place = PlaceOf(control);
                 const SIZE text = TextSize(control);
-                EXPECT_LE(text.cx, place.right - place.left) << BoxDriver::TextOf(control);
+                EXPECT_LE(text.cx, place.right - place.left) << DialogDriver::TextOf(control);
                 const LONG height = text.cx > 0 ? text.cy : 0;
-                EXPECT_LE(height, place.bottom - place.top + 1) << BoxDriver::TextOf(control);
+                EXPECT_LE(height, place.bottom - place.top + 1) << DialogDriver::TextOf(control);
             }
     });
 }
 
-TEST_F(EveryDialogTest, HasEveryControlInsideAndApartFromItsNeighbours) {
+TEST_F(EveryDialogTest, HasEveryControlInsideAndNoneOverlapping) {
     ForEveryDialog([&](HWND dialog) {
         for (const HWND surface : DialogAndPages(dialog)) {
             RECT room{};
@@ -174,7 +174,7 @@ TEST_F(EveryDialogTest, UsesEachAccessKeyOnce) {
         for (const HWND surface : DialogAndPages(dialog))
             for (const HWND control : ControlsOn(surface)) {
                 const std::string kind = ClassOf(control);
-                const std::string caption = BoxDriver::TextOf(control);
+                const std::string caption = DialogDriver::TextOf(control);
                 const std::size_t mark = caption.find('&');
                 const bool hasKeys =
                     kind == "Button" ||

@@ -1,7 +1,6 @@
 #pragma once
 
-// What the tests of all dialogs share: a program's state, the real desktop, and a user who works in the
-// dialog that a form is shown in.
+// Shared by the tests of all dialogs: a program's state, the real desktop, and a user who works in a dialog.
 
 #include "launch/frmGamSetup.h"
 #include "launch/frmOptions.h"
@@ -10,7 +9,8 @@
 #include "query/frmAddServer.h"
 #include "support/clsAppLog.h"
 #include "support/frmAbout.h"
-#include "tests/win32/harness/BoxDriver.h"
+#include "tests/fakes/Samples.h"
+#include "tests/win32/harness/DialogDriver.h"
 #include "tests/win32/harness/OwnerTestWindow.h"
 #include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/desktop/WindowsDesktop.h"
@@ -39,12 +39,7 @@ class FormsTest : public ::testing::Test {
     }
 
     void DefineGames(const std::vector<std::pair<std::string, std::string>>& games) {
-        program.GameNum = static_cast<std::int32_t>(games.size());
-        program.Games.Reset(program.GameNum);
-        program.GamePath.Reset(program.GameNum);
-        program.GameConfig.Reset(program.GameNum);
-        program.GamePlayerName.Reset(program.GameNum);
-        program.GameVisible.Reset(program.GameNum);
+        ResetGames(program, static_cast<std::int32_t>(games.size()));
         std::int32_t i = 0;
         for (const auto& [gameShort, description] : games) {
             program.Games[++i].GameShort = gameShort;
@@ -53,7 +48,7 @@ class FormsTest : public ::testing::Test {
         }
     }
 
-    // Forms as the main window makes them.
+    // Forms as the main window creates them.
     std::function<void()> Closing() {
         return [this] { forms.Unload(); };
     }
@@ -76,10 +71,10 @@ class FormsTest : public ::testing::Test {
             Closing());
     }
 
-    // Shows the form while the steps work in its dialog, and in the boxes that it opens.
+    // Shows the form while the steps work in its dialog and in the message boxes that it opens.
     template<class Form>
-    void Show(Form&& form, std::deque<BoxDriver::Step> steps, bool topMost = false) {
-        BoxDriver driver(owner.Handle(), std::move(steps));
+    void Show(Form&& form, std::deque<DialogDriver::Step> steps, bool topMost = false) {
+        DialogDriver driver(owner.Handle(), std::move(steps));
         forms.ShowModal(form, topMost);
         EXPECT_EQ(driver.StepsLeft(), 0U);
         EXPECT_TRUE(IsWindowEnabled(owner.Handle()));
@@ -103,7 +98,7 @@ class FormsTest : public ::testing::Test {
             static_cast<std::size_t>(GetWindowTextA(item, text.data(), static_cast<int>(text.size()))));
         return text;
     }
-    // As typing does, with what the control tells its dialog about it.
+    // Like typing, including the control's notification to its dialog.
     static void Type(HWND dialog, int id, const std::string& text) {
         SendMessageA(Item(dialog, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
     }

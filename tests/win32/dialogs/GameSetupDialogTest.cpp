@@ -37,7 +37,7 @@ TEST_F(GameSetupDialogTest, ShowsTheGamesAndTheFirstOnesSetup) {
     program.GamePlayerName[1] = "Pl\xe4yer \"1\"";
     program.GameVisible[1] = 1;
     Show(GameSetup(), {[&](HWND dialog) {
-             EXPECT_EQ(BoxDriver::TextOf(dialog), "Game Setup");
+             EXPECT_EQ(DialogDriver::TextOf(dialog), "Game Setup");
              EXPECT_EQ(GameText(dialog, 0), "Arena");
              EXPECT_EQ(GameText(dialog, 1), "Crow && bar");
              EXPECT_EQ(Selected(dialog), 0);
@@ -47,7 +47,7 @@ TEST_F(GameSetupDialogTest, ShowsTheGamesAndTheFirstOnesSetup) {
              EXPECT_TRUE(IsChecked(dialog, ID_chkVisible));
              EXPECT_EQ(Text(dialog, ID_lblDefinition), "Test & more");
              EXPECT_EQ(Text(dialog, ID_lblDefVersion), "1.05.0012");
-             BoxDriver::Press(dialog, IDCANCEL);
+             DialogDriver::Press(dialog, IDCANCEL);
          }});
     EXPECT_EQ(treeRefreshed, 1);
 }
@@ -72,11 +72,11 @@ TEST_F(GameSetupDialogTest, LabelsItsFields) {
              EXPECT_EQ(TabOrder(dialog),
                        (std::vector<int>{ID_lvwGameSel, ID_txtPath, ID_cmdBrowse, ID_txtConfig, ID_txtName,
                                          ID_chkVisible, IDOK, IDCANCEL}));
-             BoxDriver::Press(dialog, IDCANCEL);
+             DialogDriver::Press(dialog, IDCANCEL);
          }});
 }
 
-TEST_F(GameSetupDialogTest, KeepsWhatIsTypedForEachGame) {
+TEST_F(GameSetupDialogTest, KeepsTheInputForEachGame) {
     const std::string longPath = "C:\\" + std::string(10'000, 'p');
     Show(GameSetup(), {[&](HWND dialog) {
              Type(dialog, ID_txtPath, longPath);
@@ -90,7 +90,7 @@ TEST_F(GameSetupDialogTest, KeepsWhatIsTypedForEachGame) {
              EXPECT_EQ(Text(dialog, ID_txtPath), longPath);
              EXPECT_FALSE(IsChecked(dialog, ID_chkVisible));
              EXPECT_EQ(program.GamePath[1], "") << "nothing is in force yet";
-             BoxDriver::Press(dialog, IDOK);
+             DialogDriver::Press(dialog, IDOK);
          }});
     EXPECT_EQ(program.GamePath[1], longPath);
     EXPECT_EQ(program.GameConfig[1], "first.cfg");
@@ -103,23 +103,23 @@ TEST_F(GameSetupDialogTest, KeepsWhatIsTypedForEachGame) {
 TEST_F(GameSetupDialogTest, AlwaysHasAGameSelected) {
     Show(GameSetup(), {[&](HWND dialog) {
              Select(dialog, 1);
-             Select(dialog, 1, false); // as a click beside the games does first
+             Select(dialog, 1, false); // as a click next to the games does first
              NMITEMACTIVATE click{};
              click.hdr = {Item(dialog, ID_lvwGameSel), ID_lvwGameSel, static_cast<UINT>(NM_CLICK)};
              click.iItem = -1;
              SendMessageA(dialog, WM_NOTIFY, ID_lvwGameSel, reinterpret_cast<LPARAM>(&click));
              EXPECT_EQ(Selected(dialog), 1);
              Type(dialog, ID_txtPath, "D:\\");
-             BoxDriver::Press(dialog, IDOK);
+             DialogDriver::Press(dialog, IDOK);
          }});
     EXPECT_EQ(program.GamePath[2], "D:\\");
 }
 
-TEST_F(GameSetupDialogTest, EscapeAndTheCloseBoxChangeNothing) {
+TEST_F(GameSetupDialogTest, EscapeAndTheCloseButtonChangeNothing) {
     program.GamePath[1] = "C:\\";
     Show(GameSetup(), {[&](HWND dialog) {
              Type(dialog, ID_txtPath, "D:\\");
-             BoxDriver::PressKey(Item(dialog, ID_txtPath), VK_ESCAPE);
+             DialogDriver::PressKey(Item(dialog, ID_txtPath), VK_ESCAPE);
          }});
     Show(GameSetup(), {[&](HWND dialog) {
              Type(dialog, ID_txtPath, "D:\\");
@@ -134,22 +134,22 @@ TEST_F(GameSetupDialogTest, WithoutGamesItsFieldsAreDisabled) {
     Show(GameSetup(), {[&](HWND dialog) {
              for (const int field : {ID_txtPath, ID_cmdBrowse, ID_txtConfig, ID_txtName, ID_chkVisible})
                  EXPECT_FALSE(IsWindowEnabled(Item(dialog, field))) << field;
-             BoxDriver::Press(dialog, IDOK);
+             DialogDriver::Press(dialog, IDOK);
          }});
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
 TEST_F(GameSetupDialogTest, ACancelledBrowserClearsThePathButNotItsField) {
     program.GamePath[1] = "C:\\Games";
-    Show(GameSetup(), {[&](HWND dialog) { BoxDriver::Press(dialog, ID_cmdBrowse); },
-                       [&](HWND browser) { BoxDriver::Press(browser, IDCANCEL); },
+    Show(GameSetup(), {[&](HWND dialog) { DialogDriver::Press(dialog, ID_cmdBrowse); },
+                       [&](HWND browser) { DialogDriver::Press(browser, IDCANCEL); },
                        [&](HWND box) {
-                           EXPECT_EQ(BoxDriver::TextOf(box), "Quarn - Error");
-                           BoxDriver::Press(box, IDOK);
+                           EXPECT_EQ(DialogDriver::TextOf(box), "Quarn - Error");
+                           DialogDriver::Press(box, IDOK);
                        },
                        [&](HWND dialog) {
                            EXPECT_EQ(Text(dialog, ID_txtPath), "C:\\Games");
-                           BoxDriver::Press(dialog, IDOK);
+                           DialogDriver::Press(dialog, IDOK);
                        }});
     EXPECT_EQ(program.GamePath[1], "");
 }

@@ -22,7 +22,7 @@ class OptionsDialogTest : public FormsTest {
 
 TEST_F(OptionsDialogTest, ShowsOnePageForEachTab) {
     Show(Options(), {[&](HWND dialog) {
-             EXPECT_EQ(BoxDriver::TextOf(dialog), "Options");
+             EXPECT_EQ(DialogDriver::TextOf(dialog), "Options");
              const int fields[] = {ID_chkMinToTray, ID_txtScanPingTimeout, ID_cmbNumFavorites};
              for (int tab = 0; tab < 3; ++tab) {
                  char caption[50] = "";
@@ -38,7 +38,7 @@ TEST_F(OptionsDialogTest, ShowsOnePageForEachTab) {
                  for (int page = 0; page < 3; ++page)
                      EXPECT_EQ(IsWindowVisible(Item(dialog, fields[page])) != FALSE, page == tab);
              }
-             BoxDriver::Press(dialog, IDCANCEL);
+             DialogDriver::Press(dialog, IDCANCEL);
          }});
     EXPECT_EQ(interfaceRefreshed, 1);
     EXPECT_EQ(treeRefreshed, 1);
@@ -72,7 +72,7 @@ TEST_F(OptionsDialogTest, LabelsItsFields) {
              GetWindowRect(Item(dialog, ID_optQuitAfterLaunch0), &third);
              EXPECT_LT(first.top, second.top);
              EXPECT_LT(second.top, third.top);
-             BoxDriver::Press(dialog, IDCANCEL);
+             DialogDriver::Press(dialog, IDCANCEL);
          }});
 }
 
@@ -86,7 +86,7 @@ TEST_F(OptionsDialogTest, TheTabKeyVisitsThePageInFront) {
              ChooseTab(dialog, 2);
              EXPECT_EQ(TabOrder(dialog), (std::vector<int>{ID_sstOptions, ID_optQuitAfterLaunch0,
                                                            ID_cmbNumFavorites, IDOK, IDCANCEL}));
-             BoxDriver::Press(dialog, IDCANCEL);
+             DialogDriver::Press(dialog, IDCANCEL);
          }});
 }
 
@@ -112,7 +112,7 @@ TEST_F(OptionsDialogTest, ShowsAndStoresEverySetting) {
              Type(dialog, ID_txtScanPingTimeout, "350");
              Click(dialog, ID_optQuitAfterLaunch0);
              SendMessageA(Item(dialog, ID_cmbNumFavorites), CB_SETCURSEL, 0, 0);
-             BoxDriver::Press(dialog, IDOK);
+             DialogDriver::Press(dialog, IDOK);
          }});
     EXPECT_EQ(program.MinToTray, 1);
     EXPECT_EQ(program.KeepOnTop, 0);
@@ -129,17 +129,17 @@ TEST_F(OptionsDialogTest, ChoosesNothingForSettingsOutOfRange) {
              for (int option = 0; option < 3; ++option)
                  EXPECT_FALSE(IsChecked(dialog, ID_optQuitAfterLaunch + option));
              EXPECT_EQ(ChosenNumber(dialog), CB_ERR);
-             BoxDriver::Press(dialog, IDOK);
+             DialogDriver::Press(dialog, IDOK);
          }});
     EXPECT_EQ(program.QuitAfterStart, 77);
 }
 
-TEST_F(OptionsDialogTest, BringsAWrongTimeOutBackIntoView) {
+TEST_F(OptionsDialogTest, ShowsAWrongTimeOutAgain) {
     Show(Options(), {[&](HWND dialog) {
                          Type(dialog, ID_txtScanPingTimeout, "soon");
-                         BoxDriver::Press(dialog, IDOK);
+                         DialogDriver::Press(dialog, IDOK);
                      },
-                     [&](HWND box) { BoxDriver::Press(box, IDOK); },
+                     [&](HWND box) { DialogDriver::Press(box, IDOK); },
                      [&](HWND dialog) {
                          const HWND field = Item(dialog, ID_txtScanPingTimeout);
                          EXPECT_EQ(GetFocus(), field);
@@ -149,7 +149,7 @@ TEST_F(OptionsDialogTest, BringsAWrongTimeOutBackIntoView) {
                          EXPECT_EQ(from, 0U);
                          EXPECT_EQ(to, 4U);
                          EXPECT_TRUE(IsWindowVisible(field));
-                         BoxDriver::PressKey(field, VK_ESCAPE);
+                         DialogDriver::PressKey(field, VK_ESCAPE);
                      }});
     EXPECT_EQ(program.PingTimeout, 1000);
 }
@@ -158,7 +158,7 @@ TEST_F(OptionsDialogTest, EnterInAFieldIsOk) {
     Show(Options(), {[&](HWND dialog) {
              ChooseTab(dialog, 1);
              Type(dialog, ID_txtScanPingTimeout, "5");
-             BoxDriver::PressKey(Item(dialog, ID_txtScanPingTimeout), VK_RETURN);
+             DialogDriver::PressKey(Item(dialog, ID_txtScanPingTimeout), VK_RETURN);
          }});
     EXPECT_EQ(program.PingTimeout, 5);
 }

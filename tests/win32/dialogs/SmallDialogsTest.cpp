@@ -10,7 +10,7 @@
 namespace quarn {
 namespace {
 
-class SmallDialogsTest : public FormsTest {
+class SetPasswordDialogTest : public FormsTest {
   protected:
     static bool IsLine(HWND control) {
         RECT bounds{};
@@ -21,51 +21,54 @@ class SmallDialogsTest : public FormsTest {
     }
 };
 
-TEST_F(SmallDialogsTest, PasswordIsShownAndTakenByteForByte) {
+class AddServerDialogTest : public FormsTest {};
+class AboutDialogTest : public FormsTest {};
+
+TEST_F(SetPasswordDialogTest, ShowsAndTakesThePasswordByteForByte) {
     for (const std::string& password : {std::string("p\xe4ss w\xf6rd; \"x\" & \\"), std::string(" "),
                                         std::string(10'000, 'p'), std::string()}) {
         program.Servers[1].Password = "before";
         Show(Password(), {[&](HWND dialog) {
-                 EXPECT_EQ(BoxDriver::TextOf(dialog), "Server Password");
+                 EXPECT_EQ(DialogDriver::TextOf(dialog), "Server Password");
                  EXPECT_EQ(Text(dialog, ID_lblMsg), "Enter the password for this server:");
                  EXPECT_EQ(Text(dialog, IDOK), "OK");
                  EXPECT_EQ(Text(dialog, IDCANCEL), "Cancel");
                  EXPECT_TRUE(IsLine(Item(dialog, ID_lblSeperator)));
                  EXPECT_EQ(Text(dialog, ID_txtPass), "before");
                  Type(dialog, ID_txtPass, password);
-                 BoxDriver::Press(dialog, IDOK);
+                 DialogDriver::Press(dialog, IDOK);
              }});
         EXPECT_EQ(program.Servers[1].Password, password);
     }
 }
 
-TEST_F(SmallDialogsTest, PasswordTakesEnterAndLeavesEscape) {
+TEST_F(SetPasswordDialogTest, EnterIsOkAndEscapeIsCancel) {
     program.Servers[1].Password = "before";
     Show(Password(), {[&](HWND dialog) {
              EXPECT_EQ(GetFocus(), Item(dialog, ID_txtPass));
              Type(dialog, ID_txtPass, "not this");
-             BoxDriver::PressKey(GetFocus(), VK_ESCAPE);
+             DialogDriver::PressKey(GetFocus(), VK_ESCAPE);
          }});
     EXPECT_EQ(program.Servers[1].Password, "before");
     Show(Password(), {[&](HWND dialog) {
              Type(dialog, ID_txtPass, "this");
-             BoxDriver::PressKey(GetFocus(), VK_RETURN);
+             DialogDriver::PressKey(GetFocus(), VK_RETURN);
          }});
     EXPECT_EQ(program.Servers[1].Password, "this");
 }
 
-TEST_F(SmallDialogsTest, PasswordIsReplacedByTypingOverIt) {
+TEST_F(SetPasswordDialogTest, TypingReplacesThePassword) {
     program.Servers[1].Password = "before";
     Show(Password(), {[&](HWND dialog) {
              SendMessageA(GetFocus(), WM_CHAR, 'n', 1);
-             BoxDriver::Press(dialog, IDOK);
+             DialogDriver::Press(dialog, IDOK);
          }});
     EXPECT_EQ(program.Servers[1].Password, "n");
 }
 
-TEST_F(SmallDialogsTest, AddServerStaysOpenForTheNextOne) {
+TEST_F(AddServerDialogTest, StaysOpenForTheNextServer) {
     Show(AddServer(), {[&](HWND dialog) {
-             EXPECT_EQ(BoxDriver::TextOf(dialog), "Add Server");
+             EXPECT_EQ(DialogDriver::TextOf(dialog), "Add Server");
              EXPECT_EQ(TabOrder(dialog), (std::vector<int>{ID_txtIP, ID_txtPort, IDOK, IDCANCEL}));
              Type(dialog, ID_txtIP, "127.0.0.1");
              Type(dialog, ID_txtPort, "1");
@@ -74,28 +77,28 @@ TEST_F(SmallDialogsTest, AddServerStaysOpenForTheNextOne) {
              Type(dialog, ID_txtPort, "2");
              SendMessageA(dialog, WM_COMMAND, IDOK, 0);
              EXPECT_TRUE(IsWindow(dialog));
-             BoxDriver::PressKey(GetFocus(), VK_ESCAPE);
+             DialogDriver::PressKey(GetFocus(), VK_ESCAPE);
          }});
     EXPECT_EQ(added, (std::vector<std::string>{"127.0.0.1:1", "127.0.0.1:2"}));
 }
 
-TEST_F(SmallDialogsTest, AddServerTellsWhatIsMissing) {
-    Show(AddServer(), {[&](HWND dialog) { BoxDriver::Press(dialog, IDOK); },
+TEST_F(AddServerDialogTest, ShowsAnErrorForAMissingAddress) {
+    Show(AddServer(), {[&](HWND dialog) { DialogDriver::Press(dialog, IDOK); },
                        [&](HWND box) {
-                           EXPECT_EQ(BoxDriver::TextOf(box), "Quarn - Error");
-                           BoxDriver::Press(box, IDOK);
+                           EXPECT_EQ(DialogDriver::TextOf(box), "Quarn - Error");
+                           DialogDriver::Press(box, IDOK);
                        },
-                       [&](HWND dialog) { BoxDriver::Press(dialog, IDCANCEL); }});
+                       [&](HWND dialog) { DialogDriver::Press(dialog, IDCANCEL); }});
     EXPECT_TRUE(added.empty());
 }
 
-TEST_F(SmallDialogsTest, AboutShowsTheVersionAndClosesOnEnterAndEscape) {
+TEST_F(AboutDialogTest, ShowsTheVersionAndClosesOnEnterAndEscape) {
     for (const WPARAM key : {VK_RETURN, VK_ESCAPE})
         Show(About(), {[&](HWND dialog) {
-                 EXPECT_EQ(BoxDriver::TextOf(dialog), "About Quarn");
+                 EXPECT_EQ(DialogDriver::TextOf(dialog), "About Quarn");
                  EXPECT_EQ(Text(dialog, ID_lblVersion), std::string("Version ") + VersionText);
                  EXPECT_EQ(TabOrder(dialog), (std::vector<int>{IDOK, ID_cmdSystemInfo}));
-                 BoxDriver::PressKey(GetFocus(), key);
+                 DialogDriver::PressKey(GetFocus(), key);
              }});
 }
 

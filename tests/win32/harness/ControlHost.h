@@ -5,7 +5,7 @@
 
 namespace quarn {
 
-// A visible window that holds one control, and passes on what it tells.
+// A visible window with one control, which forwards the control's notifications.
 class ControlHost final : public Window {
   public:
     ControlHost() : Window("ControlHost") {
@@ -17,7 +17,7 @@ class ControlHost final : public Window {
 
     void Watch(Control& control) { control_ = &control; }
 
-    // Runs what is posted, painting included.
+    // Runs posted messages, including painting.
     static void RunPendingEvents() {
         MSG message;
         while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {

@@ -30,7 +30,7 @@ class LoopbackPeer {
         return ntohs(own.sin_port);
     }
 
-    // The next datagram; "(nothing)" when none comes. Its sender is whom Send sends to.
+    // The next datagram; "(nothing)" if none arrives. Send answers its sender.
     std::string Receive() {
         std::vector<char> buffer(65535);
         int length = sizeof sender_;
@@ -39,7 +39,7 @@ class LoopbackPeer {
         return got >= 0 ? std::string(buffer.data(), got) : "(nothing)";
     }
 
-    // Whether a datagram waits at this moment.
+    // Whether a datagram is queued now.
     bool HasDatagram() const {
         u_long bytes = 0;
         fd_set readable;
@@ -57,7 +57,7 @@ class LoopbackPeer {
             << WSAGetLastError();
     }
 
-    // To whom this other peer has heard last.
+    // To the last sender that the other peer heard.
     void SendToSenderOf(const LoopbackPeer& other, const std::string& datagram) {
         sender_ = Loopback(other.SenderPort());
         Send(datagram);

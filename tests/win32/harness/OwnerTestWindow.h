@@ -7,7 +7,7 @@
 
 namespace quarn {
 
-// A visible window in the part of the main window.
+// A visible window in the role of the main window.
 class OwnerTestWindow {
   public:
     OwnerTestWindow()

@@ -4,10 +4,10 @@
 
 namespace quarn {
 
-// Nothing on this machine takes longer; a condition that does not hold by then never will.
+// Longer than anything on this machine takes: a condition that does not hold by then has failed.
 inline constexpr DWORD PatienceMilliseconds = 10000;
 
-// Runs this thread's messages until the condition holds; false when it does not come to hold.
+// Runs this thread's messages until the condition holds; false if it never does.
 template<class Condition>
 bool PumpUntil(Condition&& condition) {
     const ULONGLONG start = GetTickCount64();
@@ -24,7 +24,7 @@ bool PumpUntil(Condition&& condition) {
     return true;
 }
 
-// Waits until the queue holds one of the program's own messages and leaves it there.
+// Waits until the queue contains one of the program's own messages, and leaves it there.
 inline bool WaitForPostedMessage() {
     const ULONGLONG start = GetTickCount64();
     MSG message;

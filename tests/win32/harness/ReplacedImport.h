@@ -6,9 +6,8 @@
 
 namespace quarn {
 
-// Puts a function of the test in the place of one that this program imports from the system, for as long as
-// this lives: the test sees what the system is asked for, and answers instead of it. What the system's
-// libraries call among themselves stays.
+// Replaces a function that this program imports from the system with one of the test, as long as this object
+// exists: the test sees the calls and answers them. Calls between the system's libraries are not affected.
 class ReplacedImport {
   public:
     template<class Function>
@@ -21,7 +20,7 @@ class ReplacedImport {
     ~ReplacedImport() { Store(original_); }
 
   private:
-    // The place in the program's tables of imports from which every call takes the function's address.
+    // The entry of the program's import table from which every call takes the function's address.
     static ULONG_PTR* EntryOf(ULONG_PTR function) {
         BYTE* const program = reinterpret_cast<BYTE*>(GetModuleHandleA(nullptr));
         const auto* const dosHeader = reinterpret_cast<const IMAGE_DOS_HEADER*>(program);

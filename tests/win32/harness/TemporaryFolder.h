@@ -8,7 +8,7 @@
 
 namespace quarn {
 
-// An empty folder of its own for each test, gone with everything in it when the test ends.
+// An empty folder for each test, deleted with its content when the test ends.
 class TemporaryFolder {
   public:
     TemporaryFolder() {

@@ -38,7 +38,7 @@ TEST(Reports, GamesIniInFull) {
               "\r\n[MOD3]\r\nBasedGame=oa\r\nDescription=OAX\r\nGameName=oax\r\nGameVersion=\r\n");
 }
 
-TEST(Reports, GamesIniRefusesWhatItsReadersWouldCut) {
+TEST(Reports, GamesIniRefusesTextsThatReadersWouldTruncate) {
     NetworkSettings network = SmallNetwork();
     network.games[0].description = std::string(254, 'x');
     EXPECT_NO_THROW(GamesIni(network, {{}, {}}));
@@ -51,7 +51,7 @@ TEST(Reports, CountryFileHasItsCountFirst) {
               "2\r\n2131361792;2139226111;DE\r\n2139226112;2147090431;US\r\n");
 }
 
-TEST(Reports, TruthIsOneLineAServer) {
+TEST(Reports, TruthHasOneLineForEachServer) {
     NetworkSettings network = SmallNetwork();
     network.listed = {{"q3a", {0x7F000003, 27960}}};
     World world = CreateWorld(network);

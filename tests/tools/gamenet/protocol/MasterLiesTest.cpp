@@ -14,12 +14,12 @@ namespace {
 std::vector<Endpoint> ReadLie(const GameSettings& game, const std::string& datagram) {
     const char delimiter = game.family == Family::Doom3 ? '\0' : '\\';
     const std::size_t end = datagram.find(delimiter, 1);
-    // A header that does not end makes readers of the Half-Life family take the header for addresses.
+    // Readers of the Half-Life family read a header without an end as addresses.
     return end == std::string::npos ? std::vector<Endpoint>{{0, 0}}
                                     : ReadMasterList(game.family, datagram.substr(0, end), datagram);
 }
 
-TEST(MasterLies, NeverNamesAStranger) {
+TEST(MasterLies, NeverNamesAnAddressOutsideTheLoopback) {
     for (const Family family : {Family::Quake3, Family::Doom3, Family::HalfLife})
         for (const std::string lie : {"truncated", "random", "wrong-header", "oversized", "duplicated"}) {
             GameSettings game = GameOf(family);
@@ -33,7 +33,7 @@ TEST(MasterLies, NeverNamesAStranger) {
         }
 }
 
-TEST(MasterLies, LetsNoEndMarkForm) {
+TEST(MasterLies, NeverContainsAnEndMark) {
     GameSettings game = GameOf(Family::Quake3);
     game.masterLie = MasterLie::Random;
     for (std::uint64_t nth = 0; nth < 50; ++nth)
@@ -41,7 +41,7 @@ TEST(MasterLies, LetsNoEndMarkForm) {
             EXPECT_EQ(datagram.find('E'), std::string::npos);
 }
 
-TEST(MasterLies, LiesAsItWasTold) {
+TEST(MasterLies, LiesAsSet) {
     for (const Family family : {Family::Quake3, Family::Doom3, Family::HalfLife}) {
         GameSettings game = GameOf(family);
         const auto reply = [&](const char* lie) {

@@ -46,7 +46,7 @@ TEST(MasterList, AnEmptyListIsStillOneDatagram) {
               std::vector<std::string>{Bytes("\xFF\xFF\xFF\xFF\x66\n\\")});
 }
 
-TEST(MasterList, IsCutAtTheUsualDatagramOrAtSoManyEntries) {
+TEST(MasterList, IsSplitAtTheUsualSizeOrAtTheGivenNumberOfEntries) {
     for (const Family family : {Family::Quake3, Family::Doom3, Family::HalfLife}) {
         MasterList list = ListOf(family, ManyServers(1000));
         for (const int entries : {0, 1, 7, 1000}) {
@@ -68,7 +68,7 @@ TEST(MasterList, IsCutAtTheUsualDatagramOrAtSoManyEntries) {
     }
 }
 
-TEST(MasterList, EndMarksStandWhereTheyAreWanted) {
+TEST(MasterList, EndMarksAreWhereTheSettingsSay) {
     const std::string mark("\\EOT\0\0\0", 7);
     MasterList list = ListOf(Family::Quake3, ManyServers(5));
     list.entriesPerDatagram = 2;

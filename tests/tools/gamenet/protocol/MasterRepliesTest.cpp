@@ -30,7 +30,7 @@ TEST(MasterReplies, RequestsAreThoseOfTheRealGames) {
                                                              "0.0.0.0:0\0\0"));
 }
 
-TEST(MasterReplies, TakesAnyFilterWords) {
+TEST(MasterReplies, IgnoresFilterWords) {
     for (const std::string& request :
          {Bytes("\xFF\xFF\xFF\xFFgetservers"), Bytes("\xFF\xFF\xFF\xFFgetservers 68 empty\n"),
           Bytes("\xFF\xFF\xFF\xFFGETSERVERS x y z"), Bytes("\xFF\xFF\xFF\xFFgetserversExt Any 71 ipv4")})
@@ -43,7 +43,7 @@ TEST(MasterReplies, TakesAnyFilterWords) {
         EXPECT_EQ(Ask(GameOf(Family::HalfLife), request).size(), 1U) << TruthEscaped(request);
 }
 
-TEST(MasterReplies, SaysNothingToOthers) {
+TEST(MasterReplies, DoesNotAnswerOtherRequests) {
     for (const std::string& request :
          {Bytes(""), Bytes("\xFF\xFF\xFF\xFF"), Bytes("getservers 68"), Bytes("\xFF\xFFgetservers 68"),
           Bytes("\xFF\xFF\xFF\xFFgetserver"), Bytes("\xFF\xFF\xFF\xFFgetstatus"), Bytes("1\xFF"),
@@ -56,7 +56,7 @@ TEST(MasterReplies, SaysNothingToOthers) {
         EXPECT_TRUE(Ask(GameOf(Family::HalfLife), request).empty()) << TruthEscaped(request);
 }
 
-TEST(MasterReplies, APackedListComesBatchByBatch) {
+TEST(MasterReplies, APackedListIsSentBatchByBatch) {
     GameSettings game = GameOf(Family::HalfLife);
     game.halfLifeList = HalfLifeList::Packed;
     game.listEntries = 2;

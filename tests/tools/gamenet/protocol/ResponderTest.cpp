@@ -61,7 +61,7 @@ TEST(Responder, HalfLifeServersAnswerOnceAFrame) {
               milliseconds(10));
 }
 
-TEST(Responder, SilentServersSayNothing) {
+TEST(Responder, SilentServersDoNotAnswer) {
     NetworkSettings network = OneServer(Family::Quake3);
     network.games[0].silent = 100;
     const World world = CreateWorld(network);
@@ -70,7 +70,7 @@ TEST(Responder, SilentServersSayNothing) {
     EXPECT_EQ(responder.Counts().silent, 1U);
 }
 
-TEST(Responder, CountsWhatItDoesNotKnow) {
+TEST(Responder, CountsUnknownRequests) {
     const NetworkSettings network = OneServer(Family::Quake3);
     const World world = CreateWorld(network);
     Responder responder(network, world);

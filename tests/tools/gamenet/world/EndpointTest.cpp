@@ -36,7 +36,7 @@ TEST(Endpoint, RefusesEverythingElse) {
         EXPECT_THROW(ParseLoopbackEndpoint(text), BadSetting) << text;
 }
 
-TEST(Endpoint, KnowsAddressesThatReadAsAnEndMark) {
+TEST(Endpoint, RecognisesAddressesThatReadAsAnEndMark) {
     for (const Endpoint& endpoint :
          {Endpoint{0x7F454F54, 1}, Endpoint{0x7F00454F, 0x5401}, Endpoint{0x7F000045, 0x4F46}})
         EXPECT_TRUE(LooksLikeEndMark(endpoint)) << EndpointText(endpoint);

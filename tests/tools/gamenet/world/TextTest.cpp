@@ -6,7 +6,7 @@
 namespace quarn::gamenet {
 namespace {
 
-TEST(Text, StripsWhatAPlayerDoesNotSee) {
+TEST(Text, RemovesColourCodesAndQuotes) {
     const std::initializer_list<std::pair<std::string, std::string>> cases = {
         {"^1Big^7 \"Boss\"", "Big Boss"},
         {"^xFF00FFPink", "Pink"},
@@ -28,7 +28,7 @@ TEST(Text, EscapesForOneLineOfTruth) {
     EXPECT_EQ(TruthEscaped("a\tb\n|\\\x7F\xFC"), "a\\x09b\\x0A\\x7C\\x5C\\x7F\\xFC");
 }
 
-TEST(Text, IniEscapesComeBackAsTheyWere) {
+TEST(Text, IniEscapesSurviveARoundTrip) {
     const std::initializer_list<std::pair<std::string, std::string>> cases = {
         {"\xFF\xFF\xFF\xFFgetservers 68 full empty", "$255$255$255$255getservers 68 full empty"},
         {std::string("\xFF\xFF\0)\0\1\0\0\0", 9), "$255$255$0)$0$1$0$0$0"},
@@ -50,7 +50,7 @@ TEST(Text, IniEscapesRefuseWhatTheyCannotExpress) {
         EXPECT_THROW(IniEscaped(bytes), BadSetting) << TruthEscaped(bytes);
 }
 
-TEST(Text, ReadsNumbersThatAreNumbers) {
+TEST(Text, ReadsNumbersAndRefusesOtherText) {
     EXPECT_EQ(ParseWhole("27960", 1, 65535), 27960);
     EXPECT_EQ(ParseNumber("2.5", 0, 100), 2.5);
     for (const std::string text :
@@ -60,7 +60,7 @@ TEST(Text, ReadsNumbersThatAreNumbers) {
         EXPECT_THROW(ParseNumber(text, 0, 100), BadSetting) << text;
 }
 
-TEST(Text, SplitsListsAndRefusesHoles) {
+TEST(Text, SplitsListsAndRefusesEmptyParts) {
     EXPECT_EQ(ParseList(" a, b c ,d"), (std::vector<std::string>{"a", "b c", "d"}));
     for (const std::string text : {"", " ", ",", "a,", ",a", "a,,b"})
         EXPECT_THROW(ParseList(text), BadSetting) << text;

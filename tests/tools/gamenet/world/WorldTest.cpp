@@ -63,7 +63,7 @@ TEST(World, CountryBlocksDoNotOverlapAndLeaveTheLowAddressesFree) {
     }
 }
 
-TEST(World, RefusesCountriesItHasNoBlocksFor) {
+TEST(World, RefusesTooFewOrTooManyCountries) {
     for (const std::size_t count : {0U, 241U}) {
         NetworkSettings network = DemoNetwork();
         network.countries.assign(count, "DE");

@@ -1,4 +1,4 @@
-// What a scan makes of replies and of the timer: early, late, several, none.
+// How a scan handles replies and the timer: early, late, several, none.
 
 #include "tests/views/ScanTest.h"
 #include "views/ScanEngine.h"
@@ -15,19 +15,19 @@ using ::testing::IsEmpty;
 constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
 
-class ScanRepliesTest : public ScanTest {
+class ScanEngineRepliesTest : public ScanTest {
   protected:
     void ReplyIn(std::int32_t milliseconds, std::string datagram) {
         browser.sckServer.ReplyIn(milliseconds, std::move(datagram));
     }
 };
 
-TEST_F(ScanRepliesTest, MeasuresTheTimeToTheReply) {
+TEST_F(ScanEngineRepliesTest, MeasuresTheTimeToTheReply) {
     StartWith(4);
     const std::int32_t latencies[] = {1, 999, 0, 250};
     for (std::int32_t n = 1; n <= 4; ++n)
         browser.network.servers.at(Address(n)).latency = latencies[n - 1];
-    // One at a time, so that each begins with a fresh timer.
+    // One at a time, so that each starts with a new timer.
     for (std::int32_t n = 1; n <= 4; ++n) {
         browser.SelectRows({n});
         browser.RefreshSelected();
@@ -35,7 +35,7 @@ TEST_F(ScanRepliesTest, MeasuresTheTimeToTheReply) {
     EXPECT_THAT(browser.Column(PingColumn), ElementsAre("1", "999", "0", "250"));
 }
 
-TEST_F(ScanRepliesTest, GivesASilentServerTheTimeOutAndNoPlayers) {
+TEST_F(ScanEngineRepliesTest, GivesASilentServerTheTimeOutAndNoPlayers) {
     StartWith(1);
     Server(1).Players = 7;
     Server(1).Variables = "\\old\\1";
@@ -52,7 +52,7 @@ TEST_F(ScanRepliesTest, GivesASilentServerTheTimeOutAndNoPlayers) {
     ExpectIdle();
 }
 
-TEST_F(ScanRepliesTest, WaitsOnlyAsLongAsTheTimerHasLeft) {
+TEST_F(ScanEngineRepliesTest, WaitsOnlyAsLongAsTheTimerHasLeft) {
     StartWith(3);
     browser.network.servers.at(Address(1)).latency = 600;
     Silence(2);
@@ -62,7 +62,7 @@ TEST_F(ScanRepliesTest, WaitsOnlyAsLongAsTheTimerHasLeft) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 2000); // the second server had 400 ms only
 }
 
-TEST_F(ScanRepliesTest, TakesAReplyForAnAnswerThatComesBeforeTheTick) {
+TEST_F(ScanEngineRepliesTest, AReplyBeforeTheTickIsAnAnswer) {
     StartWith(1);
     Script(1, [&] { ReplyIn(999, HonestReply(1)); });
     browser.RefreshAll();
@@ -70,7 +70,7 @@ TEST_F(ScanRepliesTest, TakesAReplyForAnAnswerThatComesBeforeTheTick) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "999");
 }
 
-TEST_F(ScanRepliesTest, TakesNoAnswerFromAReplyThatComesWithTheTick) {
+TEST_F(ScanEngineRepliesTest, AReplyAfterTheTickIsNotAnAnswer) {
     StartWith(1);
     Server(1).Players = 5;
     Script(1, [&] { ReplyIn(1000, HonestReply(1)); }); // the tick was queued before
@@ -79,7 +79,7 @@ TEST_F(ScanRepliesTest, TakesNoAnswerFromAReplyThatComesWithTheTick) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 1000);
 }
 
-TEST_F(ScanRepliesTest, ShowsAServerThatATickCutOffAsSoonAsItAnswers) {
+TEST_F(ScanEngineRepliesTest, ShowsAServerThatATickCutOffAsSoonAsItAnswers) {
     StartWith(3);
     browser.network.servers.at(Address(1)).latency = 995;
     browser.RefreshAll(); // the tick comes five milliseconds after server 2 was asked
@@ -88,7 +88,7 @@ TEST_F(ScanRepliesTest, ShowsAServerThatATickCutOffAsSoonAsItAnswers) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 995 + 5 + 20);
 }
 
-TEST_F(ScanRepliesTest, ForgetsNoTickThatCameBeforeTheRequest) {
+TEST_F(ScanEngineRepliesTest, ATickBeforeTheRequestIsATimeOut) {
     StartWith(1);
     browser.Form().scan.tmrTimeout_Timer();
     EXPECT_EQ(browser.Form().scan.ReplyState, 2);
@@ -101,7 +101,7 @@ TEST_F(ScanRepliesTest, ForgetsNoTickThatCameBeforeTheRequest) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "20");
 }
 
-TEST_F(ScanRepliesTest, DoesNotTakeTwoRepliesAtOnceForATimeOut) {
+TEST_F(ScanEngineRepliesTest, TwoRepliesAtOnceAreNotATimeOut) {
     StartWith(2);
     Script(1, [&] {
         for (int i = 0; i < 3; ++i)
@@ -113,9 +113,9 @@ TEST_F(ScanRepliesTest, DoesNotTakeTwoRepliesAtOnceForATimeOut) {
     ExpectIdle();
 }
 
-TEST_F(ScanRepliesTest, TakesAnAnswerFromAReplyThatWasCountedWhateverTheTimerDoes) {
+TEST_F(ScanEngineRepliesTest, TakesAnAnswerFromAReplyThatWasCountedWhateverTheTimerDoes) {
     StartWith(1);
-    // A reply and a tick while something else kept the wait from looking.
+    // A reply and a tick in one event, so that the wait sees both at once.
     struct Case {
         const char* name;
         bool tickFirst;
@@ -136,7 +136,7 @@ TEST_F(ScanRepliesTest, TakesAnAnswerFromAReplyThatWasCountedWhateverTheTimerDoe
     }
 }
 
-TEST_F(ScanRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
+TEST_F(ScanEngineRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
     StartWith(2);
     Script(1, [&] {
         for (const char* tiny : {"", "a", "abc", "\xFF\xFF\xFF\xFF"})
@@ -150,13 +150,13 @@ TEST_F(ScanRepliesTest, IgnoresDatagramsOfFewerThanFiveBytes) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ScanRepliesTest, IgnoresThemAlsoBehindAReply) {
+TEST_F(ScanEngineRepliesTest, IgnoresShortDatagramsAfterAReplyToo) {
     StartWith(1, Family::HalfLife);
     const std::string mark = "\xFF\xFF\xFF\xFF";
     Script(1, [&] {
         ReplyIn(10, HonestReply(1, mark + "info"));
         ReplyIn(10, mark);
-        ReplyIn(10, mark + "E"); // is long enough
+        ReplyIn(10, mark + "E"); // long enough
         ReplyIn(10, HonestReply(1, mark + "rules"));
     });
     browser.RefreshAll();
@@ -166,8 +166,8 @@ TEST_F(ScanRepliesTest, IgnoresThemAlsoBehindAReply) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-// A game whose engine is none of the three is asked nothing; what comes all the same is no status.
-TEST_F(ScanRepliesTest, ReadsNoStatusForAnEngineItDoesNotKnow) {
+// No request is sent for a game of an unknown engine, and a datagram that arrives anyway is not parsed.
+TEST_F(ScanEngineRepliesTest, ParsesNoStatusForAnUnknownEngine) {
     browser.fake.files.Put("C:\\Quarn\\Games.ini",
                            "[General]\nGameNum=1\n[Game1]\nGameShort=q3\nEngine=q4\n");
     StartWith(1);
@@ -177,7 +177,7 @@ TEST_F(ScanRepliesTest, ReadsNoStatusForAnEngineItDoesNotKnow) {
     EXPECT_EQ(browser.Cell(1, NameColumn), "Server 1");
 }
 
-TEST_F(ScanRepliesTest, CountsAReplyOfFiveBytesWhateverItHolds) {
+TEST_F(ScanEngineRepliesTest, CountsAnyReplyOfFiveBytes) {
     StartWith(1);
     Script(1, [&] { ReplyIn(10, "abcde"); });
     browser.RefreshAll();
@@ -185,7 +185,7 @@ TEST_F(ScanRepliesTest, CountsAReplyOfFiveBytesWhateverItHolds) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanRepliesTest, LeavesTheRecordToADisconnectingServer) {
+TEST_F(ScanEngineRepliesTest, ADisconnectKeepsTheRecord) {
     StartWith(1);
     Script(1, [&] {
         ReplyIn(10, "\xFF\xFF\xFF\xFF"
@@ -196,7 +196,7 @@ TEST_F(ScanRepliesTest, LeavesTheRecordToADisconnectingServer) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "10");
 }
 
-TEST_F(ScanRepliesTest, TakesAHalfLifeServersThreeRepliesWhenTheyComeTogether) {
+TEST_F(ScanEngineRepliesTest, ReadsThreeHalfLifeRepliesThatArriveTogether) {
     StartWith(2, Family::HalfLife);
     browser.network.servers.at(Address(1)).status.players = {{"Gordon", 5, 0, 60}};
     browser.RefreshAll();
@@ -208,7 +208,7 @@ TEST_F(ScanRepliesTest, TakesAHalfLifeServersThreeRepliesWhenTheyComeTogether) {
     EXPECT_EQ(Server(2).Players, 0);
 }
 
-TEST_F(ScanRepliesTest, IsNotHeldUpByAFloodOfReplies) {
+TEST_F(ScanEngineRepliesTest, IsNotHeldUpByAFloodOfReplies) {
     StartWith(2, Family::HalfLife);
     Script(1, [&] {
         for (int i = 0; i < 1000; ++i)
@@ -221,7 +221,7 @@ TEST_F(ScanRepliesTest, IsNotHeldUpByAFloodOfReplies) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanRepliesTest, ParsesWhatCameWithTheTickIntoTheSameServerAndKeepsItsPing) {
+TEST_F(ScanEngineRepliesTest, ParsesAReplyAfterTheTickIntoTheSameServerAndKeepsItsPing) {
     StartWith(2);
     browser.network.servers.at(Address(1)).status.players = {{"Anna", 1, 2, 0}};
     Script(1, [&] { ReplyIn(1000, HonestReply(1)); });
@@ -230,7 +230,7 @@ TEST_F(ScanRepliesTest, ParsesWhatCameWithTheTickIntoTheSameServerAndKeepsItsPin
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 1", "Live 2"));
 }
 
-TEST_F(ScanRepliesTest, MeasuresAcrossAnyReadingOfTheTickCounter) {
+TEST_F(ScanEngineRepliesTest, MeasuresAcrossAnyReadingOfTheTickCounter) {
     for (const std::int32_t start : {0, 1, -1, -20, Highest, Highest - 10, Lowest, Lowest + 5, -1000}) {
         HeadlessBrowser other;
         const std::vector<std::string> server = {"127.0.1.1:27960"};
@@ -245,7 +245,7 @@ TEST_F(ScanRepliesTest, MeasuresAcrossAnyReadingOfTheTickCounter) {
     }
 }
 
-TEST_F(ScanRepliesTest, CountsNoEventWithoutADatagram) {
+TEST_F(ScanEngineRepliesTest, CountsNoEventWithoutADatagram) {
     StartWith(1);
     Script(1, [&] {
         browser.In(5, [&] { browser.Form().scan.sckServer_DataArrival(1, 100); });
@@ -256,7 +256,7 @@ TEST_F(ScanRepliesTest, CountsNoEventWithoutADatagram) {
     EXPECT_EQ(browser.Cell(1, PingColumn), "30");
 }
 
-TEST_F(ScanRepliesTest, LogsADatagramThatItCannotRead) {
+TEST_F(ScanEngineRepliesTest, LogsADatagramThatItCannotRead) {
     StartWith(2);
     browser.sckServer.readFault = ErrorNumber::DeviceIOError;
     browser.RefreshAll();
@@ -268,7 +268,7 @@ TEST_F(ScanRepliesTest, LogsADatagramThatItCannotRead) {
     ExpectIdle();
 }
 
-TEST_F(ScanRepliesTest, GoesOnWhileTheNetworkIsAwayAndWhenItIsBack) {
+TEST_F(ScanEngineRepliesTest, ContinuesWhileTheNetworkIsDownAndUpAgain) {
     StartWith(4);
     for (std::int32_t n = 1; n <= 4; ++n)
         browser.network.servers.at(Address(n)).latency = 20;
@@ -283,7 +283,7 @@ TEST_F(ScanRepliesTest, GoesOnWhileTheNetworkIsAwayAndWhenItIsBack) {
     ExpectIdle();
 }
 
-TEST_F(ScanRepliesTest, DropsADatagramThatNobodyAskedFor) {
+TEST_F(ScanEngineRepliesTest, DropsAnUnexpectedDatagram) {
     StartWith(2);
     browser.ClickRow(2);
     ReplyIn(0, HonestReply(1));
@@ -297,7 +297,7 @@ TEST_F(ScanRepliesTest, DropsADatagramThatNobodyAskedFor) {
     EXPECT_EQ(browser.program.Servers[0].Name, "");
 }
 
-TEST_F(ScanRepliesTest, FollowsANewTimeOutInTheMiddleOfAScan) {
+TEST_F(ScanEngineRepliesTest, FollowsANewTimeOutInTheMiddleOfAScan) {
     StartWith(2);
     Silence(1);
     Silence(2);
@@ -310,7 +310,7 @@ TEST_F(ScanRepliesTest, FollowsANewTimeOutInTheMiddleOfAScan) {
     EXPECT_EQ(browser.fake.clock.Elapsed(), 700);
 }
 
-TEST_F(ScanRepliesTest, EndsAlsoWithoutAUsableTimeOut) {
+TEST_F(ScanEngineRepliesTest, EndsEvenWithoutAUsableTimeOut) {
     for (const std::int32_t timeout : {0, -1, Lowest}) {
         HeadlessBrowser other;
         other.PutList("q3", {"127.0.1.1:27960"});

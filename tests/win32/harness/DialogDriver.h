@@ -10,10 +10,10 @@
 
 namespace quarn {
 
-// Answers the boxes that a modal call opens, from inside the call's own message loop. Each step waits for the
-// box it is about: one that is on top of the owner and not the box of the step before. What is left open when
-// no step answers it is cancelled after a while, so that a test fails instead of standing still.
-class BoxDriver {
+// Answers the message boxes and dialogs that a modal call opens, from inside the call's own message loop.
+// Each step waits for the next one on top of the owner. A dialog without a step is cancelled after a while,
+// so that the test fails instead of hanging.
+class DialogDriver {
   public:
     struct Step {
         template<std::invocable<HWND> Action>
@@ -25,12 +25,12 @@ class BoxDriver {
         std::function<void(HWND box)> act;
     };
 
-    BoxDriver(HWND owner, std::deque<Step> steps) : owner_(owner), steps_(std::move(steps)) {
+    DialogDriver(HWND owner, std::deque<Step> steps) : owner_(owner), steps_(std::move(steps)) {
         current_ = this;
     }
-    BoxDriver(const BoxDriver&) = delete;
-    BoxDriver& operator=(const BoxDriver&) = delete;
-    ~BoxDriver() {
+    DialogDriver(const DialogDriver&) = delete;
+    DialogDriver& operator=(const DialogDriver&) = delete;
+    ~DialogDriver() {
         KillTimer(nullptr, timer_);
         current_ = nullptr;
     }
@@ -60,7 +60,7 @@ class BoxDriver {
 
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) { current_->Look(); }
 
-    // A window to work in, not a tooltip or a list that has dropped down.
+    // A dialog, not a tooltip or a dropped-down list.
     static bool IsBox(HWND window) {
         return IsWindowVisible(window) && IsWindowEnabled(window) && GetWindow(window, GW_OWNER) != nullptr &&
                (GetWindowLongPtrA(window, GWL_EXSTYLE) & WS_EX_TOOLWINDOW) == 0;
@@ -86,7 +86,7 @@ class BoxDriver {
             answered_ = box;
             const Step step = std::move(steps_.front());
             steps_.pop_front();
-            // The window manager may have handed the focus elsewhere, late, for a window that is gone by now.
+            // The window manager may have moved the focus late, because of a window that no longer exists.
             if (GetActiveWindow() != box)
                 SetActiveWindow(box);
             step.act(box);
@@ -95,7 +95,7 @@ class BoxDriver {
             EndDialog(box, IDCANCEL);
     }
 
-    inline static BoxDriver* current_ = nullptr;
+    inline static DialogDriver* current_ = nullptr;
     HWND owner_;
     std::deque<Step> steps_;
     UINT_PTR timer_ = SetTimer(nullptr, 0, 10, &OnTimer);

@@ -13,7 +13,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class FavoritesTest : public ::testing::Test {
+class GamesTreeFavoritesTest : public ::testing::Test {
   protected:
     void SetUp() override {
         browser.PutList("q3", HeadlessBrowser::Addresses(3));
@@ -30,20 +30,20 @@ class FavoritesTest : public ::testing::Test {
     HeadlessBrowser browser;
 };
 
-TEST_F(FavoritesTest, MakesTheFolderWithItsFirstServer) {
+TEST_F(GamesTreeFavoritesTest, CreatesTheFolderWithItsFirstServer) {
     AddTo(2);
     EXPECT_EQ(File("fav2"), " 1\r\n" + entry);
     EXPECT_FALSE(browser.fake.files.Has(HeadlessBrowser::PathOf("fav1")));
 }
 
-TEST_F(FavoritesTest, AppendsAlsoWhatIsThereAlready) {
+TEST_F(GamesTreeFavoritesTest, AppendsAServerThatIsAlreadyThere) {
     browser.PutList("fav1", {"10.0.0.1:1"});
     AddTo(1);
     AddTo(1);
     EXPECT_EQ(File("fav1"), " 3\r\n10.0.0.1;1;--;Server 1;1;0;16;baseq3;q3dm1;0;;;\r\n" + entry + entry);
 }
 
-TEST_F(FavoritesTest, BringsTheShownListBackFromItsFile) {
+TEST_F(GamesTreeFavoritesTest, RestoresTheShownListFromItsFile) {
     browser.program.Servers[1].Name = "Unsaved";
     browser.Form().servers.AddServer("192.0.2.9", "1");
     AddTo(2);
@@ -55,7 +55,7 @@ TEST_F(FavoritesTest, BringsTheShownListBackFromItsFile) {
     EXPECT_EQ(browser.fake.files.Writes(HeadlessBrowser::PathOf("q3")), 0);
 }
 
-TEST_F(FavoritesTest, CopiesTheWholeRecordAsItIsInMemory) {
+TEST_F(GamesTreeFavoritesTest, CopiesTheWholeRecordAsItIsInMemory) {
     ServerRecord& server = browser.program.Servers[2];
     server.Name = "Scanned";
     server.Password = "secret";
@@ -66,7 +66,7 @@ TEST_F(FavoritesTest, CopiesTheWholeRecordAsItIsInMemory) {
               " 1\r\n127.0.1.2;27960;--;Scanned;2;0;16;baseq3;q3dm1;0;;secret\\a\\1;3155673600\r\n");
 }
 
-TEST_F(FavoritesTest, NeedsASelectedServer) {
+TEST_F(GamesTreeFavoritesTest, NeedsASelectedServer) {
     browser.SelectRows({});
     browser.program.CurrentServer = 2;
     AddTo(1);
@@ -78,7 +78,7 @@ TEST_F(FavoritesTest, NeedsASelectedServer) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(FavoritesTest, TellsOfARowThatNamesNoServer) {
+TEST_F(GamesTreeFavoritesTest, ShowsAnErrorForARowWithoutAServer) {
     browser.Controls().lvwServers.Edit(2).main.tag = "x";
     AddTo(1);
     EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServAddToFavorites_Click;13"));
@@ -86,7 +86,7 @@ TEST_F(FavoritesTest, TellsOfARowThatNamesNoServer) {
     EXPECT_FALSE(browser.fake.files.Has(HeadlessBrowser::PathOf("fav1")));
 }
 
-TEST_F(FavoritesTest, ReloadsTheShownListWhateverNodeIsSelected) {
+TEST_F(GamesTreeFavoritesTest, ReloadsTheShownListWhateverNodeIsSelected) {
     struct Case {
         const char* selected;
         bool click;
@@ -110,7 +110,7 @@ TEST_F(FavoritesTest, ReloadsTheShownListWhateverNodeIsSelected) {
     }
 }
 
-TEST_F(FavoritesTest, AddsFromOneFolderToAnother) {
+TEST_F(GamesTreeFavoritesTest, AddsFromOneFolderToAnother) {
     browser.PutList("fav1", {"10.0.0.1:1", "10.0.0.2:2"});
     browser.ClickNode("fav1");
     browser.SelectRows({2});
@@ -119,14 +119,14 @@ TEST_F(FavoritesTest, AddsFromOneFolderToAnother) {
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 2);
 }
 
-TEST_F(FavoritesTest, StartsAFolderAnewWhoseFileItCannotReadAndKeepsTheOld) {
+TEST_F(GamesTreeFavoritesTest, ReplacesAnUnreadableFolderFileAndKeepsACopy) {
     browser.fake.files.Put(HeadlessBrowser::PathOf("fav1"), "5\r\ndamaged\r\n");
     AddTo(1);
     EXPECT_EQ(File("fav1"), " 1\r\n" + entry);
     EXPECT_EQ(browser.fake.files.Get("C:\\Quarn\\servers-fav1.bak"), "5\r\ndamaged\r\n");
 }
 
-TEST_F(FavoritesTest, TellsWhenItCannotSaveTheFolderAndShowsTheListAgain) {
+TEST_F(GamesTreeFavoritesTest, ShowsAnErrorIfItCannotSaveTheFolderAndRestoresTheList) {
     browser.PutList("fav1", {"10.0.0.1:1"});
     browser.fake.files.FailWrites(HeadlessBrowser::PathOf("fav1"), ErrorNumber::DiskFull);
     AddTo(1);
@@ -139,17 +139,17 @@ TEST_F(FavoritesTest, TellsWhenItCannotSaveTheFolderAndShowsTheListAgain) {
     EXPECT_EQ(File("fav1"), HeadlessBrowser::ListFile({"10.0.0.1:1"}));
 }
 
-TEST_F(FavoritesTest, KeepsTheListInForceEmptyWhenItsFileHasGone) {
+TEST_F(GamesTreeFavoritesTest, LeavesTheListEmptyIfItsFileIsMissing) {
     browser.fake.files.Remove(HeadlessBrowser::PathOf("q3"));
     AddTo(1);
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 0);
     EXPECT_EQ(browser.program.ServerCount, 0);
     EXPECT_EQ(browser.RowCount(), 3);
-    browser.ClickRow(3); // its record is gone
+    browser.ClickRow(3); // its record does not exist
     EXPECT_EQ(browser.Errors().front(), "frmMain;RefreshPlayers;9");
 }
 
-TEST_F(FavoritesTest, ShowsDetailsOfTheShownListOnlyThoughARowIsClickedMeanwhile) {
+TEST_F(GamesTreeFavoritesTest, ShowsDetailsOfTheShownListOnly) {
     browser.PutList("fav1", {"10.0.0.1:1", "10.0.0.2:2"});
     std::string favorites = browser.fake.files.Get(HeadlessBrowser::PathOf("fav1"));
     for (std::size_t at = 0; (at = favorites.find(";;;", at)) != std::string::npos; at += 10)

@@ -1,4 +1,4 @@
-// What the system's own dialogs are asked for, with answers of the test's own.
+// What the system's own dialogs are asked for. The test answers in their place.
 
 #include "win32/desktop/PromptsWin.h"
 
@@ -17,7 +17,7 @@
 namespace quarn {
 namespace {
 
-class SaveDialogRequestTest : public ::testing::Test {
+class PromptsWinSaveRequestTest : public ::testing::Test {
   protected:
     struct Request {
         HWND owner;
@@ -28,7 +28,7 @@ class SaveDialogRequestTest : public ::testing::Test {
         DWORD flags;
     };
 
-    SaveDialogRequestTest() { requests.clear(); }
+    PromptsWinSaveRequestTest() { requests.clear(); }
 
     static BOOL WINAPI Note(OPENFILENAMEA* dialog) {
         const char* end = dialog->lpstrFilter;
@@ -44,20 +44,20 @@ class SaveDialogRequestTest : public ::testing::Test {
     PromptsWin prompts{owner.AsOwner()};
 
   private:
-    // The dialog's library is loaded when it is first needed, and asked for the function by name.
+    // The dialog's library is loaded on first use, and the function is found by name.
     static FARPROC WINAPI FindFunction(HMODULE library, LPCSTR name) {
         const bool isDialog = !IS_INTRESOURCE(name) && std::string_view(name) == "GetSaveFileNameA";
         return isDialog ? reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Note))
                         : systemsFindFunction(library, name);
     }
 
-    // Found by name, as the compiler takes the function itself from the table that is changed.
+    // Found by name, because the compiler takes the function's address from the table that is changed.
     inline static const auto systemsFindFunction =
         FunctionAddress<decltype(GetProcAddress)>(GetModuleHandleA("kernel32.dll"), "GetProcAddress");
     ReplacedImport findFunction_{&GetProcAddress, &FindFunction};
 };
 
-TEST_F(SaveDialogRequestTest, OffersTextFilesAndAsksBeforeOneIsOverwritten) {
+TEST_F(PromptsWinSaveRequestTest, OffersTextFilesAndAsksBeforeOneIsOverwritten) {
     EXPECT_EQ(prompts.AskSaveFile("Save serverlist as...", "Text file (*.txt)|*.txt|All files (*.*)|*.*"),
               "");
     ASSERT_EQ(requests.size(), 1U);
@@ -74,11 +74,11 @@ TEST_F(SaveDialogRequestTest, OffersTextFilesAndAsksBeforeOneIsOverwritten) {
     EXPECT_NE(request.flags & OFN_NOCHANGEDIR, 0U);
 }
 
-class FolderDialogRequestTest : public ::testing::Test {
+class PromptsWinFolderRequestTest : public ::testing::Test {
   protected:
     using Lists = std::vector<const void*>;
 
-    FolderDialogRequestTest() {
+    PromptsWinFolderRequestTest() {
         chosen = nullptr;
         path.clear();
         hasPath = true;
@@ -92,7 +92,7 @@ class FolderDialogRequestTest : public ::testing::Test {
     }
     static BOOL WINAPI ToPath(const ITEMIDLIST* list, char* text) {
         EXPECT_EQ(list, chosen);
-        std::fill_n(text, 256, 'x'); // the system may leave anything behind the end
+        std::fill_n(text, 256, 'x'); // the system may leave anything after the end
         std::copy_n(path.c_str(), path.size() + 1, text);
         return hasPath;
     }
@@ -114,7 +114,7 @@ class FolderDialogRequestTest : public ::testing::Test {
     ReplacedImport free_{&CoTaskMemFree, &Free};
 };
 
-TEST_F(FolderDialogRequestTest, OffersEveryFolderOfTheDesktop) {
+TEST_F(PromptsWinFolderRequestTest, OffersEveryFolderOfTheDesktop) {
     EXPECT_EQ(prompts.AskFolder("Where is the game?", "C:\\Games"), "");
     EXPECT_EQ(request.hwndOwner, owner.Handle());
     EXPECT_EQ(request.pidlRoot, nullptr);
@@ -123,14 +123,14 @@ TEST_F(FolderDialogRequestTest, OffersEveryFolderOfTheDesktop) {
     EXPECT_TRUE(freed.empty()) << "nothing was chosen";
 }
 
-TEST_F(FolderDialogRequestTest, ReturnsThePathAndFreesTheList) {
+TEST_F(PromptsWinFolderRequestTest, ReturnsThePathAndFreesTheList) {
     chosen = &someList;
     path = "C:\\Games\\Arena";
     EXPECT_EQ(prompts.AskFolder("Where is the game?", ""), "C:\\Games\\Arena");
     EXPECT_EQ(freed, Lists{&someList});
 }
 
-TEST_F(FolderDialogRequestTest, FreesAlsoAListThatHasNoPath) {
+TEST_F(PromptsWinFolderRequestTest, FreesAListThatHasNoPathToo) {
     chosen = &someList;
     path = "left over";
     hasPath = false;
@@ -138,7 +138,7 @@ TEST_F(FolderDialogRequestTest, FreesAlsoAListThatHasNoPath) {
     EXPECT_EQ(freed, Lists{&someList});
 }
 
-// A window in the place of the dialog, which notes what it is told.
+// A window in place of the dialog, which records its messages.
 LRESULT CALLBACK NoteSelection(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message >= WM_USER) {
         auto& told = *reinterpret_cast<std::vector<std::string>*>(GetWindowLongPtrA(window, GWLP_USERDATA));
@@ -148,7 +148,7 @@ LRESULT CALLBACK NoteSelection(HWND window, UINT message, WPARAM wParam, LPARAM 
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
-TEST_F(FolderDialogRequestTest, PreselectsTheFolderWhenTheDialogIsMadeAndNeverAgain) {
+TEST_F(PromptsWinFolderRequestTest, PreselectsTheFolderOnceWhenTheDialogIsCreated) {
     std::vector<std::string> told;
     static std::vector<std::string>* toldWithinTheCall;
     toldWithinTheCall = &told;

@@ -1,4 +1,4 @@
-// Which list is shown after a click in the tree, and what happens to the one that was.
+// Which list is shown after a click in the tree, and what happens to the previous one.
 
 #include "tests/fakes/HeadlessBrowser.h"
 #include "views/GamesTree.h"
@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class ShownListTest : public ::testing::Test {
+class GamesTreeShownListTest : public ::testing::Test {
   protected:
     void Definitions(const std::string& text) { browser.fake.files.Put("C:\\Quarn\\Games.ini", text); }
     GamesTree& Form() { return browser.Form().tree; }
@@ -33,7 +33,7 @@ class ShownListTest : public ::testing::Test {
     HeadlessBrowser browser;
 };
 
-TEST_F(ShownListTest, SwitchesTheListAndSavesTheOneItLeaves) {
+TEST_F(GamesTreeShownListTest, SwitchesTheListAndSavesTheOneItLeaves) {
     browser.PutList("q3", HeadlessBrowser::Addresses(2));
     browser.PutList("d3", HeadlessBrowser::Addresses(4));
     ASSERT_TRUE(browser.Start());
@@ -52,11 +52,11 @@ TEST_F(ShownListTest, SwitchesTheListAndSavesTheOneItLeaves) {
     EXPECT_EQ(browser.Cell(1, NameColumn), "Changed");
 }
 
-TEST_F(ShownListTest, SavesThenSetsTheCommandsThenLoadsThenShows) {
+TEST_F(GamesTreeShownListTest, SavesThenSetsTheCommandsThenLoadsThenShows) {
     browser.PutList("q3", HeadlessBrowser::Addresses(1));
     browser.PutList("fav1", HeadlessBrowser::Addresses(4));
     ASSERT_TRUE(browser.Start());
-    std::vector<std::string> steps; // what the events of each step find
+    std::vector<std::string> steps; // what events see during each step
     browser.fake.events.whenYielding = [&](std::int32_t) {
         const bool forFolder = !browser.Controls().tbMain.buttons[10].enabled;
         steps.push_back((forFolder ? "folder " : "game ") + Form().ShownList() + " " +
@@ -71,7 +71,7 @@ TEST_F(ShownListTest, SavesThenSetsTheCommandsThenLoadsThenShows) {
     EXPECT_EQ(browser.RowCount(), 4);
 }
 
-TEST_F(ShownListTest, SavesAndReloadsBetweenAGameAndItsMods) {
+TEST_F(GamesTreeShownListTest, SavesAndReloadsBetweenAGameAndItsMods) {
     struct Step {
         const char* key;
         std::int32_t saves;
@@ -96,14 +96,14 @@ TEST_F(ShownListTest, SavesAndReloadsBetweenAGameAndItsMods) {
         EXPECT_EQ(browser.program.CurrentGame, "q3");
         EXPECT_EQ(browser.Count(), "3 servers");
     }
-    // Left under a MOD filter: what was found out there is lost.
+    // Left with a MOD filter: the results of the scan are lost.
     browser.program.Servers[1].Name = "Lost";
     browser.ClickNode("d3");
     EXPECT_EQ(Saves("q3"), 3);
     EXPECT_EQ(browser.Form().servers.ModFilter, 0);
 }
 
-TEST_F(ShownListTest, ShowsNothingInAFolderAndSavesItWhenItIsLeft) {
+TEST_F(GamesTreeShownListTest, ShowsNothingInAFolderAndSavesItWhenItIsLeft) {
     browser.PutList("q3", HeadlessBrowser::Addresses(2));
     ASSERT_TRUE(browser.Start());
     for (const char* folder : {"games", "favorites", "filters"}) {
@@ -119,7 +119,7 @@ TEST_F(ShownListTest, ShowsNothingInAFolderAndSavesItWhenItIsLeft) {
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
 }
 
-TEST_F(ShownListTest, EnablesTheCommandsThatSuitTheList) {
+TEST_F(GamesTreeShownListTest, EnablesTheCommandsThatSuitTheList) {
     struct Case {
         const char* key;
         bool menus;
@@ -145,7 +145,7 @@ TEST_F(ShownListTest, EnablesTheCommandsThatSuitTheList) {
     }
 }
 
-TEST_F(ShownListTest, SwitchesNotWhenTheListCannotBeSaved) {
+TEST_F(GamesTreeShownListTest, DoesNotSwitchIfTheListCannotBeSaved) {
     browser.PutList("q3", HeadlessBrowser::Addresses(2));
     browser.PutList("d3", HeadlessBrowser::Addresses(4));
     ASSERT_TRUE(browser.Start());
@@ -167,7 +167,7 @@ TEST_F(ShownListTest, SwitchesNotWhenTheListCannotBeSaved) {
     EXPECT_EQ(browser.RowCount(), 4);
 }
 
-TEST_F(ShownListTest, LosesNothingOfAFileThatItCouldNotRead) {
+TEST_F(GamesTreeShownListTest, KeepsAFileThatItCouldNotRead) {
     browser.fake.files.Put(HeadlessBrowser::PathOf("q3"), "damaged");
     ASSERT_TRUE(browser.Start());
     EXPECT_EQ(browser.Count(), "0 servers");
@@ -178,7 +178,7 @@ TEST_F(ShownListTest, LosesNothingOfAFileThatItCouldNotRead) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ShownListTest, IgnoresANodeThatIsGone) {
+TEST_F(GamesTreeShownListTest, IgnoresANodeThatDoesNotExist) {
     ASSERT_TRUE(browser.Start());
     for (const char* key : {"", "mod99", "fav3", "nothing"})
         Form().trvGames_NodeClick(key);
@@ -186,7 +186,7 @@ TEST_F(ShownListTest, IgnoresANodeThatIsGone) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ShownListTest, TellsOfAKeyThatOnlyLooksLikeAMods) {
+TEST_F(GamesTreeShownListTest, ShowsAnErrorForAKeyThatOnlyLooksLikeAMods) {
     Definitions("[General]\nGameNum=1\n[Game1]\nGameShort=modern\nEngine=q3\n");
     browser.Set("Selection", "LastGame", 1);
     ASSERT_TRUE(browser.Start());

@@ -1,4 +1,4 @@
-// What the user does to the server list: select, sort, copy, add, delete, clear, export.
+// The user's commands on the server list: select, sort, copy, add, delete, clear, export.
 
 #include "support/clsAppLog.h"
 #include "tests/fakes/HeadlessBrowser.h"
@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class ServerCommandsTest : public ::testing::Test {
+class ServerListViewCommandsTest : public ::testing::Test {
   protected:
     void StartWith(std::int32_t count) {
         addresses = HeadlessBrowser::Addresses(count);
@@ -35,7 +35,7 @@ class ServerCommandsTest : public ::testing::Test {
     std::vector<std::string> addresses;
 };
 
-TEST_F(ServerCommandsTest, ShowsTheDetailsOfTheRowThatIsClicked) {
+TEST_F(ServerListViewCommandsTest, ShowsTheDetailsOfTheRowThatIsClicked) {
     StartWith(3);
     ServerRecord& server = browser.program.Servers[2];
     server.Players = 1;
@@ -51,7 +51,7 @@ TEST_F(ServerCommandsTest, ShowsTheDetailsOfTheRowThatIsClicked) {
     EXPECT_THAT(browser.Texts(browser.Controls().lvwServVars), IsEmpty());
 }
 
-TEST_F(ServerCommandsTest, TakesTheFocusedRowAmongSeveral) {
+TEST_F(ServerListViewCommandsTest, TakesTheFocusedRowAmongSeveral) {
     StartWith(4);
     browser.SelectRows({3, 1, 4});
     View().lvwServers_Click();
@@ -61,7 +61,7 @@ TEST_F(ServerCommandsTest, TakesTheFocusedRowAmongSeveral) {
     EXPECT_EQ(browser.program.CurrentServer, 1);
 }
 
-TEST_F(ServerCommandsTest, IgnoresAClickBesideTheRows) {
+TEST_F(ServerListViewCommandsTest, IgnoresAClickNextToTheRows) {
     StartWith(2);
     browser.ClickRow(2);
     browser.SelectRows({});
@@ -71,7 +71,7 @@ TEST_F(ServerCommandsTest, IgnoresAClickBesideTheRows) {
     EXPECT_EQ(browser.program.LastServer, 2);
 }
 
-TEST_F(ServerCommandsTest, IgnoresAClickOnAnEmptyList) {
+TEST_F(ServerListViewCommandsTest, IgnoresAClickOnAnEmptyList) {
     StartWith(0);
     View().lvwServers_Click();
     View().lvwServers_KeyUp(40);
@@ -81,7 +81,7 @@ TEST_F(ServerCommandsTest, IgnoresAClickOnAnEmptyList) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ServerCommandsTest, FollowsTheKeysThatMoveTheSelection) {
+TEST_F(ServerListViewCommandsTest, FollowsTheKeysThatMoveTheSelection) {
     StartWith(3);
     struct Case {
         std::int32_t keyCode;
@@ -98,7 +98,7 @@ TEST_F(ServerCommandsTest, FollowsTheKeysThatMoveTheSelection) {
     }
 }
 
-TEST_F(ServerCommandsTest, RecordsTheRowOnReleaseOfTheMouseOnly) {
+TEST_F(ServerListViewCommandsTest, RecordsTheRowOnReleaseOfTheMouseOnly) {
     StartWith(3);
     browser.SelectRows({3});
     View().lvwServers_Click();
@@ -108,7 +108,7 @@ TEST_F(ServerCommandsTest, RecordsTheRowOnReleaseOfTheMouseOnly) {
     EXPECT_EQ(browser.program.LastServer, 3);
 }
 
-TEST_F(ServerCommandsTest, LogsARowWhoseRecordIsGone) {
+TEST_F(ServerListViewCommandsTest, LogsARowWithoutARecord) {
     StartWith(2);
     browser.Controls().lvwServers.Edit(2).main.tag = "9";
     browser.ClickRow(2);
@@ -118,7 +118,7 @@ TEST_F(ServerCommandsTest, LogsARowWhoseRecordIsGone) {
     EXPECT_EQ(browser.fake.shell.clipboard, std::nullopt);
 }
 
-TEST_F(ServerCommandsTest, SortsByAHeaderAndRemembersIt) {
+TEST_F(ServerListViewCommandsTest, SortsByAHeaderAndRemembersIt) {
     StartWith(3);
     View().lvwServers_ColumnClick(6);
     EXPECT_THAT(browser.Column(PingColumn), ElementsAre("3", "2", "1"));
@@ -132,7 +132,7 @@ TEST_F(ServerCommandsTest, SortsByAHeaderAndRemembersIt) {
     EXPECT_EQ(browser.program.LastSortOrder, 1);
 }
 
-TEST_F(ServerCommandsTest, LeavesTheRecordsInTheirOrderWhenItSorts) {
+TEST_F(ServerListViewCommandsTest, LeavesTheRecordsInTheirOrderWhenItSorts) {
     StartWith(3);
     View().lvwServers_ColumnClick(6);
     EXPECT_THAT(Names(), ElementsAre("Server 1", "Server 2", "Server 3"));
@@ -143,9 +143,9 @@ TEST_F(ServerCommandsTest, LeavesTheRecordsInTheirOrderWhenItSorts) {
     EXPECT_EQ(browser.fake.files.Get(HeadlessBrowser::PathOf("q3")), HeadlessBrowser::ListFile(addresses));
 }
 
-TEST_F(ServerCommandsTest, StaysUsableWhenItCannotSort) {
+TEST_F(ServerListViewCommandsTest, StaysUsableWhenItCannotSort) {
     StartWith(3);
-    View().lvwServers_ColumnClick(9); // nobody was ever visited
+    View().lvwServers_ColumnClick(9); // no server was ever visited
     EXPECT_THAT(browser.Errors(), ElementsAre("clsQuickList;SortList;13"));
     EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
     EXPECT_THAT(browser.Column(LastVisitColumn), ElementsAre("", "", ""));
@@ -154,7 +154,7 @@ TEST_F(ServerCommandsTest, StaysUsableWhenItCannotSort) {
     EXPECT_THAT(browser.Column(PingColumn), ElementsAre("3", "2", "1"));
 }
 
-TEST_F(ServerCommandsTest, SortsThePlayersByThemselves) {
+TEST_F(ServerListViewCommandsTest, SortsThePlayersByThemselves) {
     StartWith(1);
     ServerRecord& server = browser.program.Servers[1];
     server.Players = 3;
@@ -174,7 +174,7 @@ TEST_F(ServerCommandsTest, SortsThePlayersByThemselves) {
     EXPECT_THAT(browser.Errors(), SizeIs(4));
 }
 
-TEST_F(ServerCommandsTest, CopiesAddressAndPort) {
+TEST_F(ServerListViewCommandsTest, CopiesAddressAndPort) {
     StartWith(3);
     browser.fake.shell.clipboard = "before";
     browser.SelectRows({2});
@@ -183,7 +183,7 @@ TEST_F(ServerCommandsTest, CopiesAddressAndPort) {
     EXPECT_EQ(browser.program.CurrentServer, 2);
 }
 
-TEST_F(ServerCommandsTest, CopiesNothingWithoutASelection) {
+TEST_F(ServerListViewCommandsTest, CopiesNothingWithoutASelection) {
     StartWith(2);
     browser.program.CurrentServer = 1;
     View().mnuServCopyAddress_Click();
@@ -191,7 +191,7 @@ TEST_F(ServerCommandsTest, CopiesNothingWithoutASelection) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ServerCommandsTest, TellsWhenTheClipboardIsTaken) {
+TEST_F(ServerListViewCommandsTest, ShowsAnErrorIfTheClipboardIsInUse) {
     StartWith(1);
     browser.SelectRows({1});
     browser.fake.shell.clipboardBlocked = true;
@@ -200,7 +200,7 @@ TEST_F(ServerCommandsTest, TellsWhenTheClipboardIsTaken) {
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
 }
 
-TEST_F(ServerCommandsTest, AddsAServerAtTheEndOfListAndView) {
+TEST_F(ServerListViewCommandsTest, AddsAServerAtTheEndOfListAndView) {
     browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n3221225984;3221226239;XX\r\n");
     StartWith(2);
     View().AddServer("192.0.2.9", "27961");
@@ -217,7 +217,7 @@ TEST_F(ServerCommandsTest, AddsAServerAtTheEndOfListAndView) {
     EXPECT_THAT(browser.sckServer.sent, IsEmpty());
 }
 
-TEST_F(ServerCommandsTest, AddsNothingWithAPortThatIsNone) {
+TEST_F(ServerListViewCommandsTest, AddsNothingWithAMalformedPort) {
     StartWith(2);
     struct Case {
         const char* port;
@@ -238,7 +238,7 @@ TEST_F(ServerCommandsTest, AddsNothingWithAPortThatIsNone) {
     EXPECT_EQ(browser.program.Servers[3].Port, -1);
 }
 
-TEST_F(ServerCommandsTest, AddsNoMoreThanAListMayHold) {
+TEST_F(ServerListViewCommandsTest, AddsNoMoreThanAListMayHold) {
     StartWith(0);
     browser.program.ServerCount = MaxServers;
     View().AddServer("192.0.2.9", "1");
@@ -247,7 +247,7 @@ TEST_F(ServerCommandsTest, AddsNoMoreThanAListMayHold) {
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 0);
 }
 
-TEST_F(ServerCommandsTest, AddsBehindTheGapThatAMasterLeft) {
+TEST_F(ServerListViewCommandsTest, AddsAfterTheGapThatAMasterLeft) {
     StartWith(2);
     browser.program.ServerCount = 3;
     View().AddServer("192.0.2.9", "1");
@@ -257,7 +257,7 @@ TEST_F(ServerCommandsTest, AddsBehindTheGapThatAMasterLeft) {
     EXPECT_EQ(browser.Tags().back(), "4");
 }
 
-TEST_F(ServerCommandsTest, DeletesTheSelectedRowsAndTheirRecords) {
+TEST_F(ServerListViewCommandsTest, DeletesTheSelectedRowsAndTheirRecords) {
     struct Case {
         std::vector<std::int32_t> selected;
         std::vector<std::string> tags;
@@ -288,7 +288,7 @@ TEST_F(ServerCommandsTest, DeletesTheSelectedRowsAndTheirRecords) {
     }
 }
 
-TEST_F(ServerCommandsTest, DeletesNothingWithoutASelection) {
+TEST_F(ServerListViewCommandsTest, DeletesNothingWithoutASelection) {
     StartWith(3);
     browser.program.Servers[2].Address.clear();
     View().mnuServDelete_Click();
@@ -296,7 +296,7 @@ TEST_F(ServerCommandsTest, DeletesNothingWithoutASelection) {
     EXPECT_EQ(browser.RowCount(), 3);
 }
 
-TEST_F(ServerCommandsTest, DeletesInASortedViewWhatTheRowsShow) {
+TEST_F(ServerListViewCommandsTest, DeletesInASortedViewWhatTheRowsShow) {
     StartWith(5);
     View().lvwServers_ColumnClick(6); // 5, 4, 3, 2, 1
     browser.SelectRows({1, 2});
@@ -305,17 +305,17 @@ TEST_F(ServerCommandsTest, DeletesInASortedViewWhatTheRowsShow) {
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Server 3", "Server 2", "Server 1"));
 }
 
-TEST_F(ServerCommandsTest, DeletesHolesAlong) {
+TEST_F(ServerListViewCommandsTest, DeletesEmptySlotsToo) {
     StartWith(4);
     browser.program.Servers[3].Address.clear();
-    browser.program.ServerCount = 5; // one beyond the list
+    browser.program.ServerCount = 5; // one past the end of the list
     browser.SelectRows({1});
     View().mnuServDelete_Click();
     EXPECT_THAT(Names(), ElementsAre("Server 2", "Server 4"));
     EXPECT_EQ(browser.program.ServerCount, 2);
 }
 
-TEST_F(ServerCommandsTest, GivesFreshTagsAtTheNextListing) {
+TEST_F(ServerListViewCommandsTest, AssignsNewTagsAtTheNextListing) {
     StartWith(5);
     browser.SelectRows({2, 3});
     View().mnuServDelete_Click();
@@ -325,7 +325,7 @@ TEST_F(ServerCommandsTest, GivesFreshTagsAtTheNextListing) {
     EXPECT_EQ(browser.Count(), "3 servers");
 }
 
-TEST_F(ServerCommandsTest, StopsADeletionAtARowWhoseRecordIsGone) {
+TEST_F(ServerListViewCommandsTest, StopsADeletionAtARowWithoutARecord) {
     StartWith(5);
     browser.SelectRows({2, 3});
     View().mnuServDelete_Click(); // rows tagged 1, 4, 5; records 1 to 3
@@ -334,12 +334,12 @@ TEST_F(ServerCommandsTest, StopsADeletionAtARowWhoseRecordIsGone) {
     EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServDelete_Click;9"));
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
     EXPECT_THAT(browser.Tags(), ElementsAre("4", "5"));
-    EXPECT_EQ(browser.program.Servers[1].Address, ""); // a hole, which the next deletion takes along
+    EXPECT_EQ(browser.program.Servers[1].Address, ""); // an empty slot, which the next deletion removes
     browser.ClickNode("fltping");
     EXPECT_THAT(browser.Tags(), ElementsAre("2", "3"));
 }
 
-TEST_F(ServerCommandsTest, ClearsTheDetailsOnlyOfADeletedServer) {
+TEST_F(ServerListViewCommandsTest, ClearsTheDetailsOnlyOfADeletedServer) {
     StartWith(3);
     browser.program.Servers[2].Variables = "\\a\\1";
     browser.ClickRow(2);
@@ -353,7 +353,7 @@ TEST_F(ServerCommandsTest, ClearsTheDetailsOnlyOfADeletedServer) {
     EXPECT_THAT(browser.Texts(browser.Controls().lvwServVars), IsEmpty());
 }
 
-TEST_F(ServerCommandsTest, ClearsTheListOnlyWhenTheUserMeansIt) {
+TEST_F(ServerListViewCommandsTest, ClearsTheListOnlyAfterConfirmation) {
     StartWith(3);
     browser.ClickRow(1);
     browser.fake.prompts.yesNoAnswers = {false, true};
@@ -374,20 +374,20 @@ TEST_F(ServerCommandsTest, ClearsTheListOnlyWhenTheUserMeansIt) {
     EXPECT_EQ(browser.program.Servers.HighestIndex(), 0);
     EXPECT_EQ(browser.program.CurrentServer, 0);
     EXPECT_EQ(browser.Controls().lvwServVars.RowCount(), 0);
-    // The file follows when the list is left.
+    // The file is written when another list is shown.
     EXPECT_EQ(browser.fake.files.Writes(HeadlessBrowser::PathOf("q3")), 0);
     browser.ClickNode("d3");
     EXPECT_EQ(browser.fake.files.Get(HeadlessBrowser::PathOf("q3")), " 0\r\n");
 }
 
-TEST_F(ServerCommandsTest, ReturnsWhetherItCleared) {
+TEST_F(ServerListViewCommandsTest, ReturnsWhetherItCleared) {
     StartWith(1);
     browser.fake.prompts.yesNoAnswers = {false, true};
     EXPECT_FALSE(View().ConfirmClearServerList());
     EXPECT_TRUE(View().ConfirmClearServerList());
 }
 
-TEST_F(ServerCommandsTest, ExportsAnEmptyLineForEachRow) {
+TEST_F(ServerListViewCommandsTest, ExportsAnEmptyLineForEachRow) {
     StartWith(3);
     browser.fake.prompts.fileAnswers = {"C:\\out.txt"};
     View().mnuServerListExport_Click();
@@ -398,7 +398,7 @@ TEST_F(ServerCommandsTest, ExportsAnEmptyLineForEachRow) {
     EXPECT_EQ(browser.fake.prompts.shown[0].text, "Text file (*.txt)|*.txt|All files (*.*)|*.*");
 }
 
-TEST_F(ServerCommandsTest, ExportsNoServerThatIsFilteredOut) {
+TEST_F(ServerListViewCommandsTest, ExportsNoServerThatIsFilteredOut) {
     StartWith(3);
     browser.program.Servers[2].Locked = 1;
     browser.ClickNode("fltkey");
@@ -407,7 +407,7 @@ TEST_F(ServerCommandsTest, ExportsNoServerThatIsFilteredOut) {
     EXPECT_EQ(browser.fake.files.Get("C:\\out.txt"), "\r\n\r\n");
 }
 
-TEST_F(ServerCommandsTest, ExportsNothingWhenCancelled) {
+TEST_F(ServerListViewCommandsTest, ExportsNothingWhenCancelled) {
     StartWith(3);
     const std::int32_t writes = browser.fake.files.TotalWrites();
     browser.fake.prompts.fileAnswers = {""};
@@ -416,7 +416,7 @@ TEST_F(ServerCommandsTest, ExportsNothingWhenCancelled) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ServerCommandsTest, TellsWhenItCannotExport) {
+TEST_F(ServerListViewCommandsTest, ShowsAnErrorIfItCannotExport) {
     StartWith(3);
     browser.fake.files.Put("C:\\out.txt", "old");
     browser.fake.files.FailWrites("C:\\out.txt", ErrorNumber::PermissionDenied);

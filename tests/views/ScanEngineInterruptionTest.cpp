@@ -1,4 +1,4 @@
-// A scan in which the user does something else, stops it or goes.
+// A scan during which the user does something else, stops it or closes the program.
 
 #include "tests/views/ScanTest.h"
 #include "views/ScanEngine.h"
@@ -12,9 +12,9 @@ using ::testing::SizeIs;
 
 constexpr const char* Aborted = "Scanning aborted by user.";
 
-class ScanInterruptionTest : public ScanTest {
+class ScanEngineInterruptionTest : public ScanTest {
   protected:
-    // Something that happens while this server is being queried, before its answer.
+    // Runs an action while this server is queried, before its answer.
     void During(std::int32_t number, std::function<void()> action) {
         browser.network.whenAsked = [this, number, action = std::move(action)](const std::string& address) {
             if (address == Address(number))
@@ -23,7 +23,7 @@ class ScanInterruptionTest : public ScanTest {
     }
 };
 
-TEST_F(ScanInterruptionTest, StopsAfterTheServerInHand) {
+TEST_F(ScanEngineInterruptionTest, StopsAfterTheCurrentServer) {
     StartWith(5);
     During(2, [&] {
         browser.Stop();
@@ -40,7 +40,7 @@ TEST_F(ScanInterruptionTest, StopsAfterTheServerInHand) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanInterruptionTest, StopsAScanOfSelectedRowsAsWell) {
+TEST_F(ScanEngineInterruptionTest, StopsAScanOfSelectedRowsToo) {
     StartWith(5);
     browser.SelectRows({1, 3, 5});
     During(3, [&] { browser.Stop(); });
@@ -49,7 +49,7 @@ TEST_F(ScanInterruptionTest, StopsAScanOfSelectedRowsAsWell) {
     EXPECT_EQ(browser.Message(), Aborted);
 }
 
-TEST_F(ScanInterruptionTest, WaitsForASilentServersTickBeforeItStops) {
+TEST_F(ScanEngineInterruptionTest, WaitsForASilentServersTickBeforeItStops) {
     StartWith(2);
     Silence(1);
     During(1, [&] { browser.Stop(); });
@@ -60,7 +60,7 @@ TEST_F(ScanInterruptionTest, WaitsForASilentServersTickBeforeItStops) {
     EXPECT_EQ(browser.Message(), Aborted);
 }
 
-TEST_F(ScanInterruptionTest, RemembersAStopThatCameTooEarly) {
+TEST_F(ScanEngineInterruptionTest, RemembersAnEarlyStop) {
     StartWith(3);
     browser.Stop();
     EXPECT_EQ(browser.Message(), "Ready.");
@@ -73,7 +73,7 @@ TEST_F(ScanInterruptionTest, RemembersAStopThatCameTooEarly) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanInterruptionTest, ClearsAnEarlyStopAlsoWhenThereIsNothingToQuery) {
+TEST_F(ScanEngineInterruptionTest, ClearsAnEarlyStopIfThereIsNothingToQuery) {
     StartWith(0);
     browser.Stop();
     browser.RefreshAll();
@@ -82,10 +82,10 @@ TEST_F(ScanInterruptionTest, ClearsAnEarlyStopAlsoWhenThereIsNothingToQuery) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanInterruptionTest, PassesOverRowsThatTheFilterHasTaken) {
+TEST_F(ScanEngineInterruptionTest, SkipsRowsThatAFilterRemoved) {
     StartWith(4);
     browser.ClickNode("png100");
-    browser.network.servers.at(Address(2)).latency = 150; // beyond the limit: its row goes
+    browser.network.servers.at(Address(2)).latency = 150; // above the limit: its row is removed
     std::vector<std::string> counts;
     std::vector<std::int32_t> progress;
     browser.network.whenAsked = [&](const std::string&) {
@@ -100,7 +100,7 @@ TEST_F(ScanInterruptionTest, PassesOverRowsThatTheFilterHasTaken) {
     EXPECT_EQ(Server(2).Name, "Live 2");
 }
 
-TEST_F(ScanInterruptionTest, QueriesEachRowOnceThoughAllOfThemGo) {
+TEST_F(ScanEngineInterruptionTest, QueriesEachRowOnceThoughAllAreRemoved) {
     StartWith(6);
     browser.ClickNode("png20");
     for (auto& [address, server] : browser.network.servers)
@@ -112,7 +112,7 @@ TEST_F(ScanInterruptionTest, QueriesEachRowOnceThoughAllOfThemGo) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ScanInterruptionTest, QueriesEachRowOnceThoughASortMovesThem) {
+TEST_F(ScanEngineInterruptionTest, QueriesEachRowOnceThoughASortMovesThem) {
     StartWith(5);
     During(2, [&] { browser.Form().servers.lvwServers_ColumnClick(4); }); // by name, descending
     browser.RefreshAll();
@@ -122,7 +122,7 @@ TEST_F(ScanInterruptionTest, QueriesEachRowOnceThoughASortMovesThem) {
     EXPECT_THAT(browser.Column(NameColumn), ElementsAre("Live 5", "Live 4", "Live 3", "Live 2", "Live 1"));
 }
 
-TEST_F(ScanInterruptionTest, GoesOnWithTheRowsThatAFilterListsAnew) {
+TEST_F(ScanEngineInterruptionTest, ContinuesWithTheRowsThatAFilterListsAgain) {
     StartWith(5);
     Server(4).Locked = 1;
     During(2, [&] { browser.ClickNode("fltkey"); });
@@ -141,7 +141,7 @@ TEST_F(ScanInterruptionTest, GoesOnWithTheRowsThatAFilterListsAnew) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(ScanInterruptionTest, QueriesNoServerThatAppearsMeanwhile) {
+TEST_F(ScanEngineInterruptionTest, QueriesNoServerThatAppearsMeanwhile) {
     StartWith(3);
     Server(2).Locked = 1;
     browser.ClickNode("fltkey");
@@ -156,7 +156,7 @@ TEST_F(ScanInterruptionTest, QueriesNoServerThatAppearsMeanwhile) {
     EXPECT_EQ(browser.Count(), "4 servers");
 }
 
-TEST_F(ScanInterruptionTest, KeepsAReplyWithItsServerWhateverRowIsClicked) {
+TEST_F(ScanEngineInterruptionTest, KeepsAReplyWithItsServerWhateverRowIsClicked) {
     StartWith(3);
     Server(3).PlayerList.Reset(1);
     Server(3).PlayerList[1].Name = "Somebody";
@@ -171,11 +171,11 @@ TEST_F(ScanInterruptionTest, KeepsAReplyWithItsServerWhateverRowIsClicked) {
     EXPECT_EQ(Server(1).Name, "Live 1");
     EXPECT_EQ(Server(1).Ping, 20);
     EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1");
-    // Then row 3 is reached, and it is selected now.
+    // The scan then reaches row 3, which is selected now.
     EXPECT_THAT(Asked(), ElementsAre(1, 3));
 }
 
-TEST_F(ScanInterruptionTest, KeepsATimeOutWithItsServerWhateverRowIsClicked) {
+TEST_F(ScanEngineInterruptionTest, KeepsATimeOutWithItsServerWhateverRowIsClicked) {
     StartWith(3);
     Silence(1);
     Server(1).Players = 4;
@@ -190,7 +190,7 @@ TEST_F(ScanInterruptionTest, KeepsATimeOutWithItsServerWhateverRowIsClicked) {
     EXPECT_EQ(Server(3).Name, "Live 3");
 }
 
-TEST_F(ScanInterruptionTest, LetsACommandReachTheServerThatTheUserSelected) {
+TEST_F(ScanEngineInterruptionTest, CommandsUseTheServerThatTheUserSelected) {
     StartWith(3);
     browser.SelectRows({1});
     During(1, [&] {
@@ -205,7 +205,7 @@ TEST_F(ScanInterruptionTest, LetsACommandReachTheServerThatTheUserSelected) {
     EXPECT_EQ(Server(1).Name, "Live 1");
 }
 
-TEST_F(ScanInterruptionTest, RunsASecondScanInsideTheFirst) {
+TEST_F(ScanEngineInterruptionTest, RunsASecondScanInsideTheFirst) {
     StartWith(4);
     browser.SelectRows({4, 1, 2});
     bool nested = false;
@@ -228,7 +228,7 @@ TEST_F(ScanInterruptionTest, RunsASecondScanInsideTheFirst) {
     ExpectIdle();
 }
 
-TEST_F(ScanInterruptionTest, RunsAScanOfAllRowsInsideAnother) {
+TEST_F(ScanEngineInterruptionTest, RunsAScanOfAllRowsInsideAnother) {
     StartWith(2);
     bool nested = false;
     During(1, [&] {
@@ -245,7 +245,7 @@ TEST_F(ScanInterruptionTest, RunsAScanOfAllRowsInsideAnother) {
     ExpectIdle();
 }
 
-TEST_F(ScanInterruptionTest, LetsTheFirstScanWaitForRepliesOnlyAfterASecond) {
+TEST_F(ScanEngineInterruptionTest, TheFirstScanHasNoTimeOutAfterASecond) {
     StartWith(3);
     Silence(3);
     bool nested = false;
@@ -268,7 +268,7 @@ TEST_F(ScanInterruptionTest, LetsTheFirstScanWaitForRepliesOnlyAfterASecond) {
     ExpectIdle();
 }
 
-TEST_F(ScanInterruptionTest, GoesOnThroughCommandsThatLeaveTheList) {
+TEST_F(ScanEngineInterruptionTest, ContinuesThroughCommandsThatKeepTheList) {
     StartWith(3);
     browser.fake.prompts.textAnswers = {"Renamed"};
     browser.fake.prompts.fileAnswers = {"C:\\out.txt"};
@@ -300,7 +300,7 @@ TEST_F(ScanInterruptionTest, GoesOnThroughCommandsThatLeaveTheList) {
     ExpectIdle();
 }
 
-TEST_F(ScanInterruptionTest, EndsTheScanBeforeTheListIsReplaced) {
+TEST_F(ScanEngineInterruptionTest, EndsTheScanBeforeTheListIsReplaced) {
     struct Case {
         const char* name;
         std::function<void(HeadlessBrowser&)> command;
@@ -345,7 +345,7 @@ TEST_F(ScanInterruptionTest, EndsTheScanBeforeTheListIsReplaced) {
         for (std::int32_t i = 1; i <= other.program.Servers.HighestIndex() && c.list != std::string("q3");
              ++i)
             EXPECT_EQ(other.program.Servers[i].Name.rfind("Live", 0), std::string::npos) << c.name;
-        // The list that was left holds what the scan had found out.
+        // The previous list contains the results of the scan.
         if (c.list != std::string("q3")) {
             EXPECT_NE(other.fake.files.Get(HeadlessBrowser::PathOf("q3")).find("Live 2"), std::string::npos)
                 << c.name;
@@ -353,7 +353,7 @@ TEST_F(ScanInterruptionTest, EndsTheScanBeforeTheListIsReplaced) {
     }
 }
 
-TEST_F(ScanInterruptionTest, GoesOnWhenTheNodeInForceIsClickedAndSavesIt) {
+TEST_F(ScanEngineInterruptionTest, ContinuesAndSavesWhenTheCurrentNodeIsClicked) {
     StartWith(4);
     During(2, [&] { browser.ClickNode("q3"); });
     browser.RefreshAll();
@@ -364,7 +364,7 @@ TEST_F(ScanInterruptionTest, GoesOnWhenTheNodeInForceIsClickedAndSavesIt) {
     EXPECT_NE(saved.find(";Server 2;"), std::string::npos);
 }
 
-TEST_F(ScanInterruptionTest, StoresNoReplyOfTheOldListIntoTheNewOne) {
+TEST_F(ScanEngineInterruptionTest, StoresNoReplyOfTheOldListIntoTheNewOne) {
     StartWith(2);
     browser.PutList("hl", {"127.0.3.1:27015", "127.0.3.2:27015"});
     Script(1, [&] {
@@ -381,7 +381,7 @@ TEST_F(ScanInterruptionTest, StoresNoReplyOfTheOldListIntoTheNewOne) {
     ExpectIdle();
 }
 
-TEST_F(ScanInterruptionTest, EndsBothScansWhenTheListIsReplacedInTheSecond) {
+TEST_F(ScanEngineInterruptionTest, EndsBothScansWhenTheListIsReplacedInTheSecond) {
     StartWith(3);
     browser.PutList("d3", {"127.0.3.1:27666"});
     bool nested = false;
@@ -401,7 +401,7 @@ TEST_F(ScanInterruptionTest, EndsBothScansWhenTheListIsReplacedInTheSecond) {
     ExpectIdle();
 }
 
-TEST_F(ScanInterruptionTest, EndsAtOnceWhenTheWindowIsClosed) {
+TEST_F(ScanEngineInterruptionTest, EndsAtOnceWhenTheWindowIsClosed) {
     for (const bool answered : {true, false}) {
         HeadlessBrowser other;
         const std::vector<std::string> servers = HeadlessBrowser::Addresses(3);
@@ -428,7 +428,7 @@ TEST_F(ScanInterruptionTest, EndsAtOnceWhenTheWindowIsClosed) {
     }
 }
 
-TEST_F(ScanInterruptionTest, EndsAllScansThatAreNestedWhenTheWindowIsClosed) {
+TEST_F(ScanEngineInterruptionTest, EndsAllScansThatAreNestedWhenTheWindowIsClosed) {
     StartWith(3);
     std::int32_t depth = 0;
     During(1, [&] {
@@ -443,7 +443,7 @@ TEST_F(ScanInterruptionTest, EndsAllScansThatAreNestedWhenTheWindowIsClosed) {
     EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
-TEST_F(ScanInterruptionTest, DropsWhatWaitedForItsEndWhenTheWindowIsClosed) {
+TEST_F(ScanEngineInterruptionTest, DropsWaitingCommandsWhenTheWindowIsClosed) {
     StartWith(3);
     browser.PutList("d3", {"127.0.3.1:27666"});
     During(1, [&] {
@@ -456,7 +456,7 @@ TEST_F(ScanInterruptionTest, DropsWhatWaitedForItsEndWhenTheWindowIsClosed) {
     EXPECT_EQ(browser.window.destroyCalls, 1);
 }
 
-TEST_F(ScanInterruptionTest, UnloadsInTheMiddleWhenTheSystemEnds) {
+TEST_F(ScanEngineInterruptionTest, UnloadsInTheMiddleWhenTheSessionEnds) {
     StartWith(3);
     During(1, [&] {
         browser.Form().EndSession();
