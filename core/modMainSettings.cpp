@@ -97,10 +97,7 @@ void SaveSettings(const ProgramState& program, Desktop& desktop) {
     const std::string path = SettingsPath(program);
     const std::string copy = path + ".new";
     const bool saved = Succeeds([&] {
-        if (desktop.files.IsFile(path))
-            desktop.files.Copy(path, copy);
-        else
-            desktop.files.Write(copy, {});
+        desktop.files.Write(copy, desktop.files.ReadIfThere(path).value_or(std::string()));
         ForEachSetting(program, SettingWriter{desktop.profiles, copy});
         desktop.files.Move(copy, path);
     });
