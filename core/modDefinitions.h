@@ -138,6 +138,9 @@ struct ProgramState {
     std::int32_t FavoritesNumber = 2;
     std::array<std::string, MaxFavoritesFolders + 1> FavoriteNames; // 1..9 are used
     std::int32_t QuitAfterStart = 0;
+
+    // Quarn.ini is there but could not be read, so that the settings are the defaults. It is left as it is.
+    bool SettingsUnreadable = false;
 };
 
 // Name of a favorites folder; a number outside 0..9 is error 9.
