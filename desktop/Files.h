@@ -20,7 +20,8 @@ class Files {
   public:
     virtual ~Files() = default;
 
-    // Folder of the executable, with or without a trailing backslash.
+    // Folder of the executable, with or without a trailing backslash. Error 52 when it has no name in the
+    // system's code page.
     virtual std::string ProgramFolder() const = 0;
 
     // Nothing when there is no such file. Any other failure is an error: the file may well be there, on a

@@ -36,6 +36,12 @@ bool Matches(std::string_view pattern, std::string_view name) {
 
 } // namespace
 
+std::string MemoryFiles::ProgramFolder() const {
+    if (!programFolderHasName)
+        throw RunTimeError(ErrorNumber::BadFileName);
+    return programFolder;
+}
+
 const MemoryFiles::Stored& MemoryFiles::Existing(const std::string& path) const {
     const std::string key = Key(path);
     if (folders_.contains(key))

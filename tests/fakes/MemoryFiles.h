@@ -22,7 +22,9 @@ class MemoryFiles : public Files {
   public:
     std::string programFolder = "C:\\Quarn\\";
 
-    std::string ProgramFolder() const override { return programFolder; }
+    bool programFolderHasName = true; // in the code page
+
+    std::string ProgramFolder() const override;
     std::optional<std::string> ReadIfThere(const std::string& path) const override;
     void Replace(const std::string& path, std::string_view content) override;
     bool WriteNew(const std::string& path, std::string_view content) override;

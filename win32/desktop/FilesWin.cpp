@@ -1,5 +1,6 @@
 #include "win32/desktop/FilesWin.h"
 
+#include "win32/AnsiText.h"
 #include "win32/Handles.h"
 #include "win32/SystemError.h"
 #include "win32/desktop/Patience.h"
@@ -133,6 +134,20 @@ void MoveOver(Patience& patience, const std::string& from, const std::string& to
         ThrowSystemError(ERROR_ALREADY_EXISTS);
 }
 
+std::wstring ModulePath() {
+    // The call cuts a path that does not fit and tells so by filling the buffer.
+    std::wstring path(MAX_PATH, L'\0');
+    DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    while (length == path.size()) {
+        path.resize(path.size() * 2);
+        length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    }
+    if (length == 0)
+        ThrowLastError();
+    path.resize(length);
+    return path;
+}
+
 // A drive that is away reports some of its files as not found.
 bool FolderExists(const std::string& path) noexcept {
     const std::size_t slash = path.find_last_of("\\/");
@@ -142,17 +157,8 @@ bool FolderExists(const std::string& path) noexcept {
 } // namespace
 
 std::string FilesWin::ProgramFolder() const {
-    // The call cuts a path that does not fit and tells so by filling the buffer.
-    std::string path(MAX_PATH, '\0');
-    DWORD length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    while (length == path.size()) {
-        path.resize(path.size() * 2);
-        length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    }
-    if (length == 0)
-        ThrowLastError();
-    path.resize(length);
-    return path.substr(0, path.find_last_of('\\') + 1);
+    const std::wstring path = ModulePath();
+    return ExpressiblePath(path.substr(0, path.find_last_of(L'\\') + 1));
 }
 
 std::optional<std::string> FilesWin::ReadIfThere(const std::string& path) const {
