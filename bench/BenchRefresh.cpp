@@ -95,7 +95,7 @@ void ListMod_floor(benchmark::State& state) {
 // One iteration asks all servers; the fake network is part of it.
 void RefreshAll(benchmark::State& state) {
     ListedServers fixture;
-    FakeUdpSocket& socket = fixture.browser.sckServer;
+    FakeUdpSockets& socket = fixture.browser.sckServer;
     const std::string reply = Q3Status(ReplySize);
     socket.whenSent = [&](const SentDatagram&) { socket.ReplyIn(0, reply); };
     for (auto _ : state) {

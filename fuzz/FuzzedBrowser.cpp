@@ -87,14 +87,6 @@ void FuzzedBrowser::NoteStaleRows() {
     staleList_.clear();
 }
 
-void FuzzedBrowser::Deliver(FakeUdpSocket& socket, std::string datagram) {
-    if (socket.CurrentState() == UdpSocket::State::Closed)
-        return; // nothing arrives there
-    ++things_;
-    bytes_ += static_cast<std::int64_t>(datagram.size());
-    socket.ReplyIn(0, std::move(datagram));
-}
-
 void FuzzedBrowser::PutFile(const std::string& path, std::string content) {
     bytes_ += static_cast<std::int64_t>(content.size());
     foreignFiles_.insert_or_assign(path, content);

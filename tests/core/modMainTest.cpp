@@ -130,6 +130,8 @@ TEST_F(MainTest, GoesOnWithoutTheNewerControls) {
 TEST_F(MainTest, GoesOnWithALogThatCannotBeWritten) {
     fake.files.FailWrites(LogFile, ErrorNumber::PermissionDenied);
     EXPECT_TRUE(Run());
+    EXPECT_TRUE(fake.prompts.shown.empty()); // told when the window is there
+    program.AppLog->TellWriteFault();
     ASSERT_EQ(fake.prompts.shown.size(), 1U);
     EXPECT_EQ(fake.prompts.shown[0].text, "Error number 70 in class AppLog, Sub WriteLogEntry");
 }

@@ -33,8 +33,8 @@ EmulatedServer MakeServer(Family family, const std::string& name, const std::str
     return server;
 }
 
-EmulatedServers::EmulatedServers(FakeUdpSocket& socket) : socket_(socket) {
-    socket_.whenSent = [this](const SentDatagram& request) { Answer(request); };
+EmulatedServers::EmulatedServers(FakeUdpSockets& sockets) {
+    sockets.whenSent = [this](const SentDatagram& request) { Answer(request); };
 }
 
 void EmulatedServers::Answer(const SentDatagram& request) {
@@ -55,7 +55,7 @@ void EmulatedServers::Answer(const SentDatagram& request) {
     std::optional<std::string> reply =
         gamenet::ServerReply(found->second.family, found->second.status, request.bytes);
     if (reply)
-        socket_.ReplyIn(found->second.latency, std::move(*reply));
+        request.socket->ReplyIn(found->second.latency, std::move(*reply));
 }
 
 std::string MasterDatagram(Family family, const std::vector<std::string>& listed, bool endMark) {

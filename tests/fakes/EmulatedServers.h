@@ -2,7 +2,7 @@
 
 // Game servers that answer on a fake socket as honest servers of their family do.
 
-#include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/FakeUdpSockets.h"
 #include "tools/gamenet/world/World.h"
 
 #include <cstdint>
@@ -25,7 +25,7 @@ EmulatedServer MakeServer(gamenet::Family family, const std::string& name, const
 
 class EmulatedServers {
   public:
-    explicit EmulatedServers(FakeUdpSocket& socket);
+    explicit EmulatedServers(FakeUdpSockets& sockets);
     EmulatedServers(const EmulatedServers&) = delete;
     EmulatedServers& operator=(const EmulatedServers&) = delete;
 
@@ -46,7 +46,6 @@ class EmulatedServers {
   private:
     void Answer(const SentDatagram& request);
 
-    FakeUdpSocket& socket_;
     std::vector<std::string> asked_;
 };
 

@@ -17,13 +17,13 @@ bool IsDottedAddress(std::string_view host) {
 void FakeUdpSocket::SendData(std::string_view datagram) {
     if (RemoteHost.empty() || RemotePort < 1 || RemotePort > 65535)
         return;
-    SentDatagram sending{RemoteHost, {}, RemotePort, std::string(datagram), 0};
+    SentDatagram sending{RemoteHost, {}, RemotePort, std::string(datagram), 0, this};
     if (IsDottedAddress(RemoteHost)) {
         Send(RemoteHost, std::move(sending));
         return;
     }
     state_ = State::ResolvingHost;
-    PostWhileOpen(lookUpMilliseconds, [this, sending = std::move(sending)] {
+    PostWhileOpen(behaviour_.lookUpMilliseconds, [this, sending = std::move(sending)] {
         const std::string address = hosts_.AddressOf(sending.host);
         if (address.empty())
             Fail("Host not found: " + sending.host);
@@ -33,8 +33,13 @@ void FakeUdpSocket::SendData(std::string_view datagram) {
 }
 
 void FakeUdpSocket::Send(std::string address, SentDatagram datagram) {
-    if (!sendFailure.empty()) {
-        PostWhileOpen(0, [this] { Fail(sendFailure); });
+    if (!behaviour_.sendFailure.empty()) {
+        PostWhileOpen(0, [this] { Fail(behaviour_.sendFailure); });
+        return;
+    }
+    if (state_ == State::Closed && mayOpen && !mayOpen()) {
+        if (SendFailed)
+            SendFailed("Too many open sockets");
         return;
     }
     state_ = State::Open;
@@ -60,7 +65,7 @@ std::optional<std::string> FakeUdpSocket::GetData() {
         return std::nullopt;
     std::string bytes = std::move(arrivals_.front().bytes);
     arrivals_.pop_front();
-    if (const std::optional<ErrorNumber> fault = std::exchange(readFault, std::nullopt))
+    if (const std::optional<ErrorNumber> fault = std::exchange(behaviour_.readFault, std::nullopt))
         throw RunTimeError(*fault);
     return bytes;
 }
@@ -69,9 +74,9 @@ void FakeUdpSocket::Close() {
     ++closeCalls;
     ++*generation_;
     arrivals_.clear();
-    state_ = closeMilliseconds > 0 ? State::Closing : State::Closed;
+    state_ = behaviour_.closeMilliseconds > 0 ? State::Closing : State::Closed;
     if (state_ == State::Closing)
-        PostWhileOpen(closeMilliseconds, [this] { state_ = State::Closed; });
+        PostWhileOpen(behaviour_.closeMilliseconds, [this] { state_ = State::Closed; });
 }
 
 void FakeUdpSocket::ReplyIn(std::int32_t milliseconds, std::string datagram) {

@@ -20,18 +20,34 @@
 
 namespace quarn {
 
+class FakeUdpSocket;
+
 struct SentDatagram {
     std::string host;    // as it stood in RemoteHost
     std::string address; // what it resolved to
     std::int32_t port = 0;
     std::string bytes;
     std::int32_t tick = 0;
+    FakeUdpSocket* socket = nullptr; // that sent it
 };
 
-class FakeUdpSocket : public UdpSocket {
+// What goes wrong with sockets, and how long they take.
+struct FakeSocketBehaviour {
+    std::int32_t closeMilliseconds = 0;
+    std::int32_t lookUpMilliseconds = 0;
+    std::string sendFailure;              // when not empty: no send succeeds, and this is why
+    std::optional<ErrorNumber> readFault; // the next datagram read is lost to this error
+};
+
+class FakeUdpSocket : public UdpSocket, public FakeSocketBehaviour {
   public:
     FakeUdpSocket(FakeClock& clock, FakeEvents& events, FakeHostNames& hosts)
-        : clock_(clock), events_(events), hosts_(hosts) {}
+        : clock_(clock), events_(events), hosts_(hosts), behaviour_(*this) {}
+
+    // One of several sockets that behave alike.
+    FakeUdpSocket(FakeClock& clock, FakeEvents& events, FakeHostNames& hosts, FakeSocketBehaviour& shared)
+        : clock_(clock), events_(events), hosts_(hosts), behaviour_(shared) {}
+
     ~FakeUdpSocket() override { ++*generation_; }
     FakeUdpSocket(const FakeUdpSocket&) = delete;
     FakeUdpSocket& operator=(const FakeUdpSocket&) = delete;
@@ -52,10 +68,9 @@ class FakeUdpSocket : public UdpSocket {
     void ReplyIn(std::int32_t milliseconds, std::string datagram);
     void ReplyAt(std::int32_t tick, std::string datagram);
 
-    std::int32_t closeMilliseconds = 0;
-    std::int32_t lookUpMilliseconds = 0;
-    std::string sendFailure;              // when not empty: no send succeeds, and this is why
-    std::optional<ErrorNumber> readFault; // the next datagram read is lost to this error
+    // Asked before the socket opens; false: the system has no socket left.
+    std::function<bool()> mayOpen;
+
     std::int32_t closeCalls = 0;
 
   private:
@@ -75,6 +90,7 @@ class FakeUdpSocket : public UdpSocket {
     FakeClock& clock_;
     FakeEvents& events_;
     FakeHostNames& hosts_;
+    FakeSocketBehaviour& behaviour_;
     State state_ = State::Closed;
     std::deque<Arrival> arrivals_; // by moment
     // Counts closings; shared, since queued events may outlive the socket.

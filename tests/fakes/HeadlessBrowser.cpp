@@ -62,7 +62,9 @@ std::string HeadlessBrowser::Setting(const std::string& section, const std::stri
 bool HeadlessBrowser::Start() {
     return Main(program, fake.desktop, [this] {
         form_.emplace(program, fake.desktop, window, dialogs, sckMaster, sckServer, engines);
-        timer_.emplace(fake.events, form_->controls.tmrTimeout);
+        MainControls& controls = form_->controls;
+        for (Timer* const timer : {&controls.tmrTimeout, &controls.tmrPorts, &controls.tmrDeadlines})
+            timers_.push_back(std::make_unique<FakeTimerDriver>(fake.events, *timer));
         window.resized = [this] { form_->Form_Resize(); };
         form_->Form_Load();
         if (!Ended())

@@ -12,6 +12,7 @@
 #include "tests/fakes/FakeModalForms.h"
 #include "tests/fakes/FakeTimerDriver.h"
 #include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/FakeUdpSockets.h"
 #include "views/frmMain.h"
 
 #include <cstdint>
@@ -93,12 +94,12 @@ class HeadlessBrowser {
     FakeFormWindow window;
     FakeModalForms dialogs;
     FakeUdpSocket sckMaster{fake.clock, fake.events, fake.hosts};
-    FakeUdpSocket sckServer{fake.clock, fake.events, fake.hosts};
+    FakeUdpSockets sckServer{fake.clock, fake.events, fake.hosts};
     EmulatedServers network{sckServer};
 
   private:
     std::optional<frmMain> form_;
-    std::optional<FakeTimerDriver> timer_;
+    std::vector<std::unique_ptr<FakeTimerDriver>> timers_;
 };
 
 // The settings and definitions that HeadlessBrowser starts from.

@@ -1,6 +1,7 @@
 #pragma once
 
-// A program state with its log, on a desktop in memory: what one routine or form needs, without the main form.
+// A program state with its log, on a desktop in memory: what one routine or form needs, without the main
+// form.
 
 #include "core/modDefinitions.h"
 #include "support/clsAppLog.h"

@@ -69,7 +69,10 @@ class ScanTest : public ::testing::Test {
         EXPECT_EQ(browser.Form().scan.ReplyState, 0);
         EXPECT_EQ(browser.Form().scan.QuerySentTick, 0);
         EXPECT_FALSE(browser.Form().scan.ScanAborted);
+        browser.fake.events.RunFor(2 * Timeout); // until late replies are not waited for any more
         EXPECT_EQ(browser.sckServer.CurrentState(), UdpSocket::State::Closed);
+        EXPECT_FALSE(browser.Controls().tmrPorts.Enabled());
+        EXPECT_FALSE(browser.Controls().tmrDeadlines.Enabled());
     }
 
     HeadlessBrowser browser;
