@@ -272,6 +272,26 @@ TEST_F(FilesWinTest, TellsTheErrorOfAFileThatStaysHeld) {
     }
 }
 
+// Else every line of a log in a folder without rights would cost half a second.
+TEST_F(FilesWinTest, WaitsOnceForALogThatCannotBeWritten) {
+    FileHandle lock = Lock(folder / "log");
+    EXPECT_EQ(ErrorOf([&] { files.Write(folder / "log", "start"); }), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(sleep.Milliseconds(), HalfASecond);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(ErrorOf([&] { files.Append(folder / "log", "entry"); }), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(sleep.Milliseconds(), HalfASecond);
+    EXPECT_EQ(ErrorOf([&] { files.Read(folder / "log"); }), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(sleep.Milliseconds(), 2 * HalfASecond);
+
+    lock.Reset();
+    files.Append(folder / "log", "entry");
+    lock = Lock(folder / "log");
+    sleep.After(100, [&] { lock.Reset(); });
+    files.Append(folder / "log", ";entry");
+    EXPECT_EQ(sleep.Milliseconds(), 2 * HalfASecond + 100);
+    EXPECT_EQ(files.Read(folder / "log"), "entry;entry");
+}
+
 // Each of these errors comes from a call in the middle of the operation.
 TEST_F(FilesWinTest, WaitsAlsoForALockedRangeAndForAMoveThatIsDenied) {
     static int failures;
