@@ -8,7 +8,7 @@ source "$SCRIPTS/package.sh"
 
 print_help() {
     cat <<'HELP'
-Usage: ./package.sh [--verify] [--help]
+Usage: ./package.sh [--sign COMMAND] [--verify] [--help]
 
 Builds Quarn and makes, in build/packages/:
 
@@ -17,9 +17,11 @@ Builds Quarn and makes, in build/packages/:
 
 Missing Debian packages are installed first, as root or through sudo.
 
-  --verify   builds and packs a second time, in another folder and without any cache, and compares: the same
-             source must give the same bytes
-  --help     this text
+  --sign COMMAND   signs the program, the uninstaller and the installer: COMMAND is called by a shell with the
+                   path of each, and signs that file in place
+  --verify         builds and packs a second time, in another folder and without any cache, and compares: the
+                   same source must give the same bytes. Not with --sign, as signatures hold their time
+  --help           this text
 HELP
 }
 
@@ -38,19 +40,27 @@ verify_packages() {
 }
 
 verify=false
+sign=
 while (($# > 0)); do
     case $1 in
         --verify) verify=true ;;
+        --sign)
+            [[ ${2-} ]] || fail "--sign needs a command; see ./package.sh --help"
+            sign=$2
+            shift
+            ;;
         --help) print_help && exit ;;
         *) fail "unknown option $1; see ./package.sh --help" ;;
     esac
     shift
 done
 
+! { $verify && [[ $sign ]]; } || fail "--verify compares packages without signatures: leave out --sign"
+
 take_build_folder
 ensure_packages "${PACKAGES_TO_BUILD_NATIVE[@]}" "${PACKAGES_TO_BUILD_PROGRAM[@]}" "${PACKAGES_TO_PACK[@]}"
 build_preset win64 Quarn
 say "Packing"
-make_packages
+make_packages "$sign"
 (cd "$PACKAGES" && du --apparent-size -h -- * && sha256sum -- *)
 ! $verify || verify_packages

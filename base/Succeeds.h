@@ -1,5 +1,7 @@
 #pragma once
 
+#include <exception>
+
 namespace quarn {
 
 // Runs the body and tells whether it came to its end without an exception. For the few failures that are
@@ -11,6 +13,17 @@ bool Succeeds(Body&& body) noexcept {
         return true;
     } catch (...) {
         return false;
+    }
+}
+
+// Runs the body and returns the exception that ended it; null when it came to its end.
+template<class Body>
+std::exception_ptr FailureOf(Body&& body) noexcept {
+    try {
+        body();
+        return nullptr;
+    } catch (...) {
+        return std::current_exception();
     }
 }
 

@@ -3,6 +3,9 @@
 #include "base/Conversions.h"
 #include "support/clsAppLog.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace quarn {
 
 namespace {
@@ -62,7 +65,11 @@ std::string EngineOfShort(const ProgramState& program, std::string_view gameShor
 std::string DateToSeconds(DateTime date) {
     if (date.IsZero())
         return {};
-    return std::to_string(date.seconds - StartOf1990().seconds + SecondsFrom1900To1990);
+    // What lies further away from 1990 could be written, but not read.
+    using Readable = std::numeric_limits<std::int32_t>;
+    const std::int64_t since1990 =
+        std::clamp<std::int64_t>(date.seconds - StartOf1990().seconds, Readable::min(), Readable::max());
+    return std::to_string(since1990 + SecondsFrom1900To1990);
 }
 
 DateTime SecondsToDate(double secondsSince1900) {

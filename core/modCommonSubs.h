@@ -38,7 +38,8 @@ std::int32_t GameIndexOfShort(const ProgramState& program, std::string_view game
 // Its engine, "" if there is no such game.
 std::string EngineOfShort(const ProgramState& program, std::string_view gameShort);
 
-// Seconds since 1900-01-01 as the list files hold them: decimal text, "" for no date.
+// Seconds since 1900-01-01 as the list files hold them: decimal text, "" for no date. A date that
+// SecondsToDate could not read, before 1921-12-13 or after 2058-01-19, becomes the nearest one that it can.
 std::string DateToSeconds(DateTime date);
 
 // The reverse, of a list file's number. Error 6 when the seconds since 1990 do not fit 32 bits.

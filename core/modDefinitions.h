@@ -149,6 +149,9 @@ struct ProgramState {
     std::array<std::string, MaxFavoritesFolders + 1> FavoriteNames; // 1..9 are used
     std::int32_t QuitAfterStart = 0;
 
+    // Quarn.ini is there but could not be read, so that the settings are the defaults. It is left as it is.
+    bool SettingsUnreadable = false;
+
     // Extras ("Quarn.ini", section "Extras"): off by default, and then not in the file.
     std::int32_t Simultaneous = 1;   // servers asked at once, 1 to 64
     std::int32_t SaveListAtExit = 0; // the list shown is saved at the end

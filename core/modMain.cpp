@@ -1,5 +1,6 @@
 #include "core/modMain.h"
 
+#include "base/Succeeds.h"
 #include "core/Version.h"
 #include "core/modXPCompat.h"
 #include "query/clsIPLocation.h"
@@ -9,6 +10,11 @@
 namespace quarn {
 
 namespace {
+
+constexpr const char* FolderWithoutName =
+    "Quarn cannot use its own folder: the folder's name holds characters that Windows cannot express in its "
+    "language for programs without Unicode.\r\n"
+    "Please move Quarn to a folder with another name, for example C:\\Quarn.";
 
 // The maintainer's mailbox, under a domain that is reserved for examples; a distributor sets his own.
 constexpr const char* SupportAddress = "support@quarn.example";
@@ -22,7 +28,10 @@ std::string WithTrailingBackslash(std::string folder) {
 } // namespace
 
 bool Main(ProgramState& program, Desktop& desktop, const std::function<void()>& showMainWindow) {
-    program.AppPath = WithTrailingBackslash(desktop.files.ProgramFolder());
+    if (!Succeeds([&] { program.AppPath = WithTrailingBackslash(desktop.files.ProgramFolder()); })) {
+        clsAppLog(desktop, {}).ErrorMessage(FolderWithoutName); // it has nowhere to write to
+        return false;
+    }
     program.AppLog = std::make_unique<clsAppLog>(desktop, program.AppPath);
     clsAppLog& log = *program.AppLog;
     log.NotifyEmailAddress = SupportAddress;

@@ -26,12 +26,13 @@ void LoadGamesIniSections(ProgramState& program, const Desktop& desktop);
 // decoded text. The result may hold NULs.
 std::string DecodeIniEscapes(std::string& text);
 
-// "Quarn.ini": every setting into its global; a missing file gives the defaults.
+// "Quarn.ini": every setting into its global; a missing or unreadable file gives the defaults.
 void LoadSettings(ProgramState& program, const Desktop& desktop);
 
 // Writes every setting, into a copy of the file ("Quarn.ini.new") that then replaces it, so that a crash at
-// any moment leaves the old settings or the new ones. Keys of the file that are no settings stay. A failure
-// is not reported and leaves the file as it was.
+// any moment leaves the old settings or the new ones. Before that, every setting is read back from the copy.
+// Keys of the file that are no settings stay. A failure is not reported, leaves the file as it was and
+// removes the copy. A file that could not be read at the start is not replaced.
 void SaveSettings(const ProgramState& program, Desktop& desktop);
 
 } // namespace quarn

@@ -1,5 +1,6 @@
 #include "core/modMain.h"
 
+#include "base/Succeeds.h"
 #include "core/modStringHelper.h"
 
 namespace quarn {
@@ -9,7 +10,10 @@ namespace {
 class DefinitionsFile {
   public:
     DefinitionsFile(const ProgramState& program, const Desktop& desktop)
-        : profiles_(desktop.profiles), path_(program.AppPath + "Games.ini") {}
+        : profiles_(desktop.profiles), path_(program.AppPath + "Games.ini") {
+        // Waits if another program holds the file, which would make its keys seem missing.
+        Succeeds([&] { desktop.files.ReadIfThere(path_); });
+    }
 
     std::int32_t Number(const std::string& section, const char* key, std::int32_t missing = 0) const {
         return profiles_.ReadInteger(path_, section, key, missing);

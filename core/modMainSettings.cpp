@@ -3,6 +3,9 @@
 #include "base/RunTimeError.h"
 #include "base/Succeeds.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace quarn {
 
 namespace {
@@ -56,6 +59,9 @@ void ForEachSetting(Program& program, Visitor&& visit) {
     }
 }
 
+// In bytes; far more than the settings of a hundred games take.
+constexpr std::size_t RoomForSettings = 1 << 16;
+
 std::string SettingsPath(const ProgramState& program) {
     return program.AppPath + "Quarn.ini";
 }
@@ -87,25 +93,63 @@ struct SettingWriter {
     }
 };
 
+// What of a text comes back from an INI file: the profile calls end it at a line end and take blanks and
+// quotes off it.
+std::string_view Kept(std::string_view text) {
+    constexpr std::string_view Taken = " \t\v\f\"'";
+    text = text.substr(0, text.find_first_of(std::string_view("\0\r\n", 3)));
+    const std::size_t begin = std::min(text.find_first_not_of(Taken), text.size());
+    return text.substr(begin, text.find_last_not_of(Taken) + 1 - begin);
+}
+
+// Fails unless a file holds the settings that were written into it.
+struct SettingCheck {
+    const ProfileFiles& profiles;
+    std::string path;
+
+    void operator()(const char* section, const std::string& key, std::int32_t value,
+                    std::int32_t /*missing*/) const {
+        (*this)(section, key, std::to_string(value));
+    }
+    void operator()(const char* section, const std::string& key, const std::string& value) const {
+        const std::size_t enough = value.size() + ProfileTextSize;
+        if (Kept(profiles.ReadText(path, section, key, enough)) != Kept(value))
+            throw RunTimeError(ErrorNumber::DiskFull);
+    }
+};
+
 } // namespace
 
 void LoadSettings(ProgramState& program, const Desktop& desktop) {
-    ForEachSetting(program, SettingReader{desktop.profiles, SettingsPath(program)});
+    const std::string path = SettingsPath(program);
+    program.SettingsUnreadable = !Succeeds([&] { desktop.files.ReadIfThere(path); });
+    ForEachSetting(program, SettingReader{desktop.profiles, path});
 }
 
 void SaveSettings(const ProgramState& program, Desktop& desktop) {
+    if (program.SettingsUnreadable)
+        return;
+    Files& files = desktop.files;
+    ProfileFiles& profiles = desktop.profiles;
     const std::string path = SettingsPath(program);
     const std::string copy = path + ".new";
+    const auto removeCopy = [&] { Succeeds([&] { files.Remove(copy); }); };
+
+    removeCopy(); // of a run that crashed; it may be write-protected
     const bool saved = Succeeds([&] {
-        if (desktop.files.IsFile(path))
-            desktop.files.Copy(path, copy);
-        else
-            desktop.files.Write(copy, {});
-        ForEachSetting(program, SettingWriter{desktop.profiles, copy});
-        desktop.files.Move(copy, path);
+        const std::string before = files.ReadIfThere(path).value_or(std::string());
+        // On a full disk the profile calls cut the file without an error: the keys at its end that are no
+        // settings would be lost. So there has to be more room than they need.
+        files.Write(copy, before + std::string(before.size() + RoomForSettings, ' '));
+        files.Write(copy, before);
+        ForEachSetting(program, SettingWriter{profiles, copy});
+        profiles.Forget(copy);
+        files.Read(copy); // waits for a virus scanner, which would make the settings seem missing
+        ForEachSetting(program, SettingCheck{profiles, copy});
+        files.Move(copy, path);
     });
     if (!saved)
-        Succeeds([&] { desktop.files.Remove(copy); });
+        removeCopy();
 }
 
 } // namespace quarn

@@ -2,7 +2,8 @@
 
 // INI files with the semantics of the platform's private-profile calls: section and key names without
 // case; a missing file, section or key gives the default; a present number is the value of its leading
-// digits; quotes and blanks around a value are stripped; the first of duplicate keys counts.
+// digits; quotes and blanks around a value are stripped; the first of duplicate keys counts. A file that
+// cannot be read counts as missing: Files::ReadIfThere tells the two apart.
 
 #include <cstddef>
 #include <cstdint>
@@ -25,9 +26,13 @@ class ProfileFiles {
                                  std::size_t bufferSize) const = 0;
 
     // Creates the file, the section and the key as needed and replaces an existing value in place. False
-    // when the file could not be written.
+    // when the file could not be written, but not reliably: on a full disk the system may cut the file and
+    // return success. Waits for a file that another program holds as Files does.
     virtual bool WriteText(const std::string& path, const std::string& section, const std::string& key,
                            const std::string& value) = 0;
+
+    // Drops what the system remembers of the file's content, so that the next read shows what the disk holds.
+    virtual void Forget(const std::string& path) = 0;
 };
 
 } // namespace quarn

@@ -1,4 +1,5 @@
-// A settings file of any content gives every setting a value, and the same values are written and read again.
+// A settings file of any content gives every setting a value, and these values are what is written and read
+// again. A disk with any amount of space leaves the old file or the whole new one, and nothing else.
 
 #include "core/modMain.h"
 #include "fuzz/FuzzedProgram.h"
@@ -42,6 +43,30 @@ bool IsKeptByProfileCalls(const std::string& text) {
                             std::string(Taken).find(text.back()) == std::string::npos);
 }
 
+constexpr const char* Path = "C:\\Quarn\\Quarn.ini";
+
+void RequireOldOrNew(FuzzedProgram& fuzzed, const std::string& before, const std::string& after) {
+    MemoryFiles& disk = fuzzed.fake.files;
+    disk.Put(Path, before);
+    disk.Protect(Path);
+    SaveSettings(fuzzed.program, fuzzed.fake.desktop);
+    Require(disk.Get(Path) == before, "a write-protected file stays as it is");
+    disk.Unprotect(Path);
+
+    disk.freeBytes = before.size() * 37 % 70'000;
+    SaveSettings(fuzzed.program, fuzzed.fake.desktop);
+    const std::string saved = disk.Get(Path);
+    Require(saved == before || saved == after, "a full disk leaves the old file or the new one");
+    disk.freeBytes.reset();
+    Require(disk.Paths() == std::vector<std::string>{Path}, "nothing is left next to the file");
+
+    disk.FailReads(Path, ErrorNumber::PermissionDenied);
+    LoadSettings(fuzzed.program, fuzzed.fake.desktop);
+    disk.ClearFaults();
+    SaveSettings(fuzzed.program, fuzzed.fake.desktop);
+    Require(disk.Get(Path) == saved, "settings that could not be read are not replaced by defaults");
+}
+
 } // namespace
 
 } // namespace quarn::fuzz
@@ -51,15 +76,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace quarn::fuzz;
     FuzzedProgram fuzzed;
     ProgramState& program = fuzzed.program;
-    const std::string path = "C:\\Quarn\\Quarn.ini";
-    fuzzed.fake.files.Put(path, std::string(reinterpret_cast<const char*>(data), size));
+    const std::string content(reinterpret_cast<const char*>(data), size);
+    fuzzed.fake.files.Put(Path, content);
     ResetGames(program, Games);
     LoadSettings(program, fuzzed.fake.desktop);
     for (const std::string& text : Texts(program))
         Require(text.size() <= LongestText, "a text fits its buffer");
 
     SaveSettings(program, fuzzed.fake.desktop);
-    Require(!fuzzed.fake.files.Has(path + ".new"), "the copy has become the file");
+    Require(!fuzzed.fake.files.Has(std::string(Path) + ".new"), "the copy has become the file");
+    const std::string after = fuzzed.fake.files.Get(Path);
     ProgramState again;
     again.AppPath = program.AppPath;
     ResetGames(again, Games);
@@ -70,5 +96,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::size_t i = 0; i < written.size(); ++i)
         Require(!IsKeptByProfileCalls(written[i]) || read[i] == written[i],
                 "the texts written are the texts read");
+    RequireOldOrNew(fuzzed, content, after);
     return 0;
 }

@@ -204,7 +204,7 @@ void GamesTree::SetGameFilter(const std::string& key) {
         const std::string listName = isMod ? form_.controls.trvGames.Node(key).parent : key;
 
         if (!shownList_.empty() && servers_.ModFilter == 0)
-            listFiles_.SaveServerList(shownList_);
+            listFiles_.SaveBeforeLeaving(shownList_);
         if (listName == shownList_ && modFilter == servers_.ModFilter)
             return;
 
@@ -271,6 +271,7 @@ void GamesTree::AppendToList(const std::string& listName, const ServerRecord& se
     // The shown list comes back whatever happens: otherwise the next switch would save the folder's servers
     // over its file.
     form_.Trapped("mnuServAddToFavorites_Click", OnError::LogAndShow, [&] {
+        listFiles_.RequireRead(listName); // else the folder would hold this one server only
         program.ServerCount = program.Servers.HighestIndex();
         program.AppendServer() = copy;
         listFiles_.SaveServerList(listName);

@@ -5,7 +5,10 @@
 #include "base/Succeeds.h"
 #include "core/modCommonSubs.h"
 #include "core/modStringHelper.h"
+#include "support/Trap.h"
+#include "views/MainFormContext.h"
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -103,16 +106,22 @@ std::string ServerListFiles::PathOf(const std::string& listName) const {
 
 void ServerListFiles::LoadServerList(const std::string& listName) {
     const CommandGate::ListActivity activity(gate_);
-    const std::string path = PathOf(listName);
+    damaged_.erase(listName);
+    unreadable_.erase(listName);
+    std::optional<std::string> content;
     OneBased<ServerRecord> list;
-    if (Succeeds([&] { list = ReadList(files_.Read(path)); })) {
-        unreadable_.erase(listName);
-    } else {
+    if (const auto failure = FailureOf([&] { content = files_.ReadIfThere(PathOf(listName)); })) {
+        unreadable_.emplace(listName, failure);
+    } else if (content && !Succeeds([&] { list = ReadList(*content); })) {
         list.Reset();
-        if (files_.IsFile(path))
-            unreadable_.insert(listName);
+        damaged_.insert(listName);
     }
     program_.Servers = std::move(list);
+}
+
+void ServerListFiles::RequireRead(const std::string& listName) const {
+    if (const auto found = unreadable_.find(listName); found != unreadable_.end())
+        std::rethrow_exception(found->second);
 }
 
 // The list is read beside the one in force and takes its place when it is whole, so that whatever runs in
@@ -136,13 +145,32 @@ OneBased<ServerRecord> ServerListFiles::ReadList(const std::string& content) {
 
 void ServerListFiles::SaveServerList(const std::string& listName) {
     const CommandGate::ListActivity activity(gate_);
-    const std::string path = PathOf(listName);
+    if (program_.Servers.HighestIndex() == 0)
+        RequireRead(listName);
     const std::string content = WriteList();
-    if (unreadable_.contains(listName)) {
-        files_.Copy(path, program_.AppPath + "servers-" + listName + ".bak");
-        unreadable_.erase(listName);
+    if (damaged_.contains(listName) || unreadable_.contains(listName))
+        KeepExisting(listName);
+    files_.Replace(PathOf(listName), content);
+}
+
+void ServerListFiles::SaveBeforeLeaving(const std::string& listName) {
+    if (program_.Servers.HighestIndex() == 0)
+        Trapped(*program_.AppLog, MainFormName, "SetGameFilter", OnError::Log,
+                [&] { SaveServerList(listName); });
+    else
+        SaveServerList(listName);
+}
+
+// No backup is ever overwritten: a server whose name holds a ";" damages its list again and again.
+void ServerListFiles::KeepExisting(const std::string& listName) {
+    if (const auto content = files_.ReadIfThere(PathOf(listName))) {
+        const std::string stem = program_.AppPath + "servers-" + listName;
+        std::string backup = stem + ".bak";
+        for (std::int32_t number = 2; !files_.WriteNew(backup, *content); ++number)
+            backup = stem + "." + std::to_string(number) + ".bak";
     }
-    files_.Replace(path, content);
+    damaged_.erase(listName);
+    unreadable_.erase(listName);
 }
 
 std::string ServerListFiles::WriteList() {

@@ -14,6 +14,8 @@
 #include "desktop/Files.h"
 #include "views/CommandGate.h"
 
+#include <exception>
+#include <map>
 #include <set>
 #include <string>
 
@@ -24,24 +26,36 @@ class ServerListFiles {
     ServerListFiles(ProgramState& program, Files& files, CommandGate& gate)
         : program_(program), files_(files), gate_(gate) {}
 
-    // Replaces Servers by the list's file and ServerCount by the count it states. Any damage, or no file,
-    // gives an empty list, silently. Lets events run once for each entry.
+    // Replaces Servers by the list's file and ServerCount by the count it states. Any damage, no file, or a
+    // file that cannot be read gives an empty list, silently. Lets events run once for each entry.
     void LoadServerList(const std::string& listName);
 
-    // Replaces the list's file by Servers, as one step. A file that could not be read is kept beside as
-    // "servers-<list>.bak". Errors are left to the caller.
+    // Throws the error that kept the last load from reading the list's file. Returns if the file was read,
+    // also if it was damaged, or if there was none.
+    void RequireRead(const std::string& listName) const;
+
+    // Replaces the list's file by Servers, as one step. A file that the last load could not make out is kept
+    // first: as "servers-<list>.bak", or where that name is taken as "servers-<list>.2.bak" and so on. A file
+    // that the last load could not read is not replaced by an empty list: the load's error is thrown again.
+    // Errors are left to the caller.
     void SaveServerList(const std::string& listName);
+
+    // The same for a list that is about to leave the window. An empty one that cannot be saved does not hold
+    // that up, as nothing is lost with it: the error is logged.
+    void SaveBeforeLeaving(const std::string& listName);
 
     std::string PathOf(const std::string& listName) const;
 
   private:
     OneBased<ServerRecord> ReadList(const std::string& content);
     std::string WriteList();
+    void KeepExisting(const std::string& listName);
 
     ProgramState& program_;
     Files& files_;
     CommandGate& gate_;
-    std::set<std::string> unreadable_; // lists whose file is there but could not be read
+    std::set<std::string> damaged_;                        // lists whose file was read but not made out
+    std::map<std::string, std::exception_ptr> unreadable_; // lists whose file could not be read, and why
 };
 
 } // namespace quarn

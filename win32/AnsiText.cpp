@@ -1,5 +1,6 @@
 #include "win32/AnsiText.h"
 
+#include "base/RunTimeError.h"
 #include "win32/WindowsHeaders.h"
 
 namespace quarn {
@@ -17,6 +18,18 @@ std::string Narrowed(std::wstring_view text) {
                        '\0');
     WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(), static_cast<int>(narrow.size()),
                         nullptr, nullptr);
+    return narrow;
+}
+
+std::string ExpressiblePath(const std::wstring& path) {
+    std::string narrow = Narrowed(path);
+    if (Widened(narrow) == path)
+        return narrow;
+    std::wstring shortPath(GetShortPathNameW(path.c_str(), nullptr, 0), L'\0');
+    shortPath.resize(GetShortPathNameW(path.c_str(), shortPath.data(), static_cast<DWORD>(shortPath.size())));
+    narrow = Narrowed(shortPath);
+    if (shortPath.empty() || Widened(narrow) != shortPath)
+        throw RunTimeError(ErrorNumber::BadFileName);
     return narrow;
 }
 

@@ -13,4 +13,8 @@ std::wstring Widened(std::string_view text);
 // Characters that the code page lacks become their nearest likeness or "?".
 std::string Narrowed(std::wstring_view text);
 
+// A path by a name that the code page can express: its own, or else its short one. Error 52 when the file
+// system keeps no short name for it either. The file or folder must exist.
+std::string ExpressiblePath(const std::wstring& path);
+
 } // namespace quarn

@@ -60,6 +60,10 @@ void ThrowLastError() {
     ThrowSystemError(GetLastError());
 }
 
+void SuppressDriveMessages() noexcept {
+    SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, nullptr);
+}
+
 std::string SystemErrorText(DWORD systemError) {
     char buffer[512];
     DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,

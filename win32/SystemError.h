@@ -17,6 +17,11 @@ ErrorNumber ErrorNumberOf(DWORD systemError) noexcept;
 // Of the call that has just failed on this thread.
 [[noreturn]] void ThrowLastError();
 
+// Makes errors of drives come back as error codes: the system would ask, in a message box of its own, for the
+// medium of an empty drive. Applies to this thread alone, so that the games that the program starts are not
+// affected.
+void SuppressDriveMessages() noexcept;
+
 // The system's own sentence on an error code, followed by the code in brackets; for the log.
 std::string SystemErrorText(DWORD systemError);
 

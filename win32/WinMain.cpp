@@ -9,6 +9,7 @@
 #include "support/clsAppLog.h"
 #include "win32/Libraries.h"
 #include "win32/MainWindow.h"
+#include "win32/SystemError.h"
 #include "win32/UncaughtErrors.h"
 #include "win32/desktop/WindowsDesktop.h"
 
@@ -17,6 +18,7 @@
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     using namespace quarn;
     RestrictLibrarySearch();
+    SuppressDriveMessages();
 
     ProgramState program;
     SetUncaughtErrorReporter([&program](std::string_view module, std::string_view handler) {

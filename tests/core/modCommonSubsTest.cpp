@@ -6,7 +6,9 @@
 #include "tests/fakes/FakeDesktop.h"
 #include "tests/fakes/LoggedEntries.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 
 namespace quarn {
@@ -135,7 +137,7 @@ TEST(modCommonSubsListFileDatesTest, AreSecondsSince1900) {
     } cases[] = {
         {{1990, 1, 1, 0, 0, 0}, "2840140800"},      {{1990, 1, 1, 0, 0, 1}, "2840140801"},
         {{1989, 12, 31, 23, 59, 59}, "2840140799"}, {{2026, 11, 21, 8, 5, 0}, "4004237100"},
-        {{2000, 2, 29, 12, 0, 0}, "3160814400"},    {{1900, 1, 1, 0, 0, 0}, "0"},
+        {{2000, 2, 29, 12, 0, 0}, "3160814400"},    {{1922, 1, 1, 0, 0, 0}, "694224000"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(DateToSeconds(DateTime::From(c.calendar)), c.seconds);
@@ -150,6 +152,31 @@ TEST(modCommonSubsListFileDatesTest, SurviveARoundTrip) {
         const DateTime date = DateTime::From(calendar);
         EXPECT_EQ(SecondsToDate(std::stod(DateToSeconds(date))), date) << calendar.year;
     }
+}
+
+TEST(modCommonSubsListFileDatesTest, AreWrittenAsDatesThatCanBeRead) {
+    const struct {
+        CalendarTime written;
+        CalendarTime read;
+    } cases[] = {
+        {{2058, 1, 19, 3, 14, 7}, {2058, 1, 19, 3, 14, 7}},
+        {{2058, 1, 19, 3, 14, 8}, {2058, 1, 19, 3, 14, 7}},
+        {{2058, 1, 20, 0, 0, 0}, {2058, 1, 19, 3, 14, 7}},
+        {{2100, 1, 1, 0, 0, 0}, {2058, 1, 19, 3, 14, 7}},
+        {{9999, 12, 31, 23, 59, 59}, {2058, 1, 19, 3, 14, 7}},
+        {{1921, 12, 13, 20, 45, 52}, {1921, 12, 13, 20, 45, 52}},
+        {{1921, 12, 13, 20, 45, 51}, {1921, 12, 13, 20, 45, 52}},
+        {{1900, 1, 1, 0, 0, 0}, {1921, 12, 13, 20, 45, 52}},
+        {{1899, 12, 30, 0, 0, 1}, {1921, 12, 13, 20, 45, 52}},
+        {{100, 1, 1, 0, 0, 0}, {1921, 12, 13, 20, 45, 52}},
+    };
+    for (const auto& c : cases) {
+        const std::string written = DateToSeconds(DateTime::From(c.written));
+        EXPECT_EQ(SecondsToDate(std::stod(written)), DateTime::From(c.read)) << written;
+    }
+    for (const std::int64_t seconds :
+         {std::numeric_limits<std::int64_t>::max() / 4, std::numeric_limits<std::int64_t>::min() / 4})
+        EXPECT_EQ(ErrorOf([&] { SecondsToDate(std::stod(DateToSeconds(DateTime{seconds}))); }), NoError);
 }
 
 TEST(modCommonSubsListFileDatesTest, RoundToWholeSeconds) {

@@ -14,6 +14,8 @@
 namespace quarn {
 namespace {
 
+using namespace std::string_literals;
+
 constexpr const char* SettingsFile = "C:\\Quarn\\Quarn.ini";
 constexpr const char* CopyFile = "C:\\Quarn\\Quarn.ini.new";
 
@@ -289,11 +291,111 @@ TEST_F(modMainSettingsTest, AFailedSaveKeepsTheOldFileWithoutAMessage) {
     expectUnchanged();
     EXPECT_FALSE(fake.files.Has(CopyFile));
     fake.files.ClearFaults();
+}
 
-    for (const std::size_t room : {0U, 10U, 100U, 1000U}) {
-        fake.files.freeBytes = room;
-        expectUnchanged();
-        EXPECT_FALSE(fake.files.Has(CopyFile)) << room;
+TEST_F(SettingsTest, AFullDiskLeavesTheOldSettingsOrTheWholeNewOnes) {
+    const std::string before = Saved() + "[Mine]\r\nkey=value\r\n";
+    program.WinTop = 123;
+    program.QuitAfterStart = 2;
+    FavoriteName(program, 9) = "Nine";
+    fake.files.Put(SettingsFile, before);
+    const std::string after = Saved();
+    std::size_t free = 0;
+    for (std::string saved = before; saved != after; free += free < 2 * after.size() ? 1 : 1000) {
+        fake.files.Put(SettingsFile, before);
+        fake.files.freeBytes = free;
+        saved = Saved();
+        EXPECT_TRUE(saved == before || saved == after) << free << '\n' << saved;
+        EXPECT_EQ(fake.files.Paths(), std::vector<std::string>{SettingsFile}) << free;
+        ASSERT_LT(free, 1'000'000U);
+    }
+    EXPECT_GT(free, after.size());
+}
+
+// The system's calls report success although they cut the file.
+TEST_F(SettingsTest, ADiskThatBecomesFullMeanwhileLeavesTheOldSettings) {
+    const std::string before = "[General]\r\nWinTop=1\r\n";
+    fake.files.Put(SettingsFile, before);
+    int writes = 0;
+    fake.profiles.beforeWrite = [&] { ++writes; };
+    const std::string after = Saved();
+    for (int fullAt = 1; fullAt <= writes; ++fullAt) {
+        int left = fullAt;
+        fake.profiles.beforeWrite = [&] {
+            if (--left == 0)
+                fake.files.freeBytes = 0;
+        };
+        fake.files.Put(SettingsFile, before);
+        EXPECT_EQ(Saved(), before) << fullAt;
+        EXPECT_EQ(fake.files.Paths(), std::vector<std::string>{SettingsFile}) << fullAt;
+        fake.files.ClearFaults();
+    }
+    fake.profiles.beforeWrite = nullptr;
+    EXPECT_EQ(Saved(), after);
+    EXPECT_GT(writes, 20);
+}
+
+TEST_F(SettingsTest, AFirstSaveOnAFullDiskLeavesNoFile) {
+    for (const std::size_t free : {0U, 10U, 100U, 1000U}) {
+        fake.files.freeBytes = free;
+        SaveSettings(program, fake.desktop);
+        EXPECT_TRUE(fake.files.Paths().empty()) << free;
+    }
+}
+
+TEST_F(SettingsTest, AWriteProtectedFileStaysUntilItIsUnprotected) {
+    const std::string before = "[General]\r\nWinTop=1\r\n";
+    fake.files.Put(SettingsFile, before);
+    fake.files.Protect(SettingsFile);
+    for (int run = 0; run < 2; ++run) {
+        EXPECT_EQ(Saved(), before);
+        EXPECT_EQ(fake.files.Paths(), std::vector<std::string>{SettingsFile});
+    }
+    fake.files.Unprotect(SettingsFile);
+    EXPECT_TRUE(Saved().starts_with("[General]\r\nWinTop=500\r\n"));
+}
+
+TEST_F(SettingsTest, AWriteProtectedLeftoverIsRemoved) {
+    fake.files.Put(SettingsFile, "[General]\r\nWinTop=1\r\n");
+    fake.files.Put(CopyFile, "[Left]\r\nover=1\r\n");
+    fake.files.Protect(CopyFile);
+    EXPECT_TRUE(Saved().starts_with("[General]\r\nWinTop=500\r\n"));
+    EXPECT_EQ(fake.files.Paths(), std::vector<std::string>{SettingsFile});
+
+    fake.files.Put(CopyFile, "[Left]\r\nover=1\r\n");
+    fake.files.Protect(CopyFile);
+    fake.files.Protect(SettingsFile);
+    SaveSettings(program, fake.desktop);
+    EXPECT_EQ(fake.files.Paths(), std::vector<std::string>{SettingsFile});
+}
+
+TEST_F(SettingsTest, AFileThatCouldNotBeReadAtTheStartIsNotReplacedByDefaults) {
+    const std::string before = "[General]\r\nWinTop=1\r\n";
+    for (const ErrorNumber error : {ErrorNumber::PermissionDenied, ErrorNumber::PathNotFound,
+                                    ErrorNumber::DiskNotReady, ErrorNumber::DeviceIOError}) {
+        fake.files.FailReads(SettingsFile, error);
+        Load(before);
+        ExpectDefaults();
+        fake.files.ClearFaults();
+        EXPECT_EQ(Saved(), before) << static_cast<int>(error);
+        EXPECT_EQ(fake.files.TotalWrites(), 0);
+    }
+    Load(before);
+    program.WinTop = 2;
+    EXPECT_TRUE(Saved().starts_with("[General]\r\nWinTop=2\r\n"));
+}
+
+// The profile calls do not give every text back as it was written. No text may keep the others from being
+// saved.
+TEST_F(SettingsTest, NoTextKeepsTheSettingsFromBeingSaved) {
+    SizeGames(1);
+    for (const std::string& text :
+         {" blanks "s, "\"quoted\""s, "'quoted'"s, "\""s, "'"s, "\"\"\""s, " \" ' "s, "a\"b'c"s, ";"s, "["s,
+          "="s, "a\r\nb"s, "\r\n"s, "\t"s, "\xFF\x80"s, std::string(254, 'x'), std::string(300, 'x'),
+          std::string(1000, ' ') + "x"}) {
+        fake.files.Put(SettingsFile, "");
+        program.GamePath[1] = program.GameConfig[1] = FavoriteName(program, 3) = text;
+        EXPECT_NE(Saved().find("WinTop=500"), std::string::npos) << text;
     }
 }
 

@@ -74,7 +74,18 @@ TEST_F(modMainTest, KeepsItsFilesInTheProgramsFolder) {
     }
 }
 
-TEST_F(modMainTest, StartsANewLog) {
+TEST_F(modMainTest, EndsWithAMessageInAFolderWithoutAName) {
+    fake.files.programFolderHasName = false;
+    EXPECT_FALSE(Run());
+    EXPECT_EQ(windowsShown, 0);
+    ASSERT_EQ(fake.prompts.shown.size(), 1U);
+    EXPECT_EQ(fake.prompts.shown[0].title, "Quarn - Error");
+    EXPECT_TRUE(fake.prompts.shown[0].text.starts_with("Quarn cannot use its own folder: "));
+    EXPECT_EQ(fake.files.TotalWrites(), 0);
+    EXPECT_TRUE(fake.system.instancesAskedFor.empty());
+}
+
+TEST_F(modMainTest, BeginsAFreshLog) {
     fake.files.Put(LogFile, "from the last run\r\n");
     EXPECT_TRUE(Run());
     EXPECT_EQ(fake.files.Get(LogFile), StartEntry);

@@ -4,7 +4,7 @@ import re
 
 import pytest
 
-from harness.quarn import write_settings
+from harness.quarn import fresh_folder, write_settings
 from harness.places import PROGRAM_FOLDER, wait_until
 
 FIXED_NODES = ["Filters", "  Open servers only", "  Ping", "    <= 20", "    <= 50", "    <= 100"]
@@ -150,6 +150,27 @@ def test_arguments_change_nothing(folder, start):
     assert len(plain[0][6]) == 1
     for arguments in ("/? --help -h", "servers-q3.dat", '"unpaired', "/minimized " + "x" * 10000):
         assert run(arguments) == plain, arguments
+
+
+def test_works_in_a_folder_that_the_code_page_cannot_name(tmp_path, start):
+    program_folder = fresh_folder(tmp_path / "\u0418\u0433\u0440\u0430 \u03a9")
+    write_settings(program_folder, games=1)
+    (program_folder / "servers-q3.dat").write_bytes(
+        b" 1\r\n127.0.0.1;27960;--;One;5;0;8;baseq3;q3dm1;0;;;\r\n"
+    )
+    quarn = start(program_folder)
+    quarn.wait_until_usable()
+    assert [row.name for row in quarn.rows()] == ["One"]
+    assert quarn.log().startswith("modMain;Main;")
+    quarn.do("select-rows", quarn.control("lvwServers"), 1)
+    quarn.choose("mnuServDelete")
+    quarn.wait_for_rows(0)
+    quarn.click_tree("Games")
+    quarn.do.wait("Games", "selected-node", quarn.control("trvGames"))
+    assert quarn.close() == 0
+    assert (program_folder / "servers-q3.dat").read_bytes() == b" 0\r\n"
+    assert b"QuitAfterStart=0\r\n" in (program_folder / "Quarn.ini").read_bytes()
+    assert {path.name for path in tmp_path.iterdir()} == {program_folder.name}
 
 
 def test_a_second_instance_only_logs(browse):

@@ -36,6 +36,12 @@ bool Matches(std::string_view pattern, std::string_view name) {
 
 } // namespace
 
+std::string MemoryFiles::ProgramFolder() const {
+    if (!programFolderHasName)
+        throw RunTimeError(ErrorNumber::BadFileName);
+    return programFolder;
+}
+
 const MemoryFiles::Stored& MemoryFiles::Existing(const std::string& path) const {
     const std::string key = Key(path);
     if (folders_.contains(key))
@@ -46,11 +52,17 @@ const MemoryFiles::Stored& MemoryFiles::Existing(const std::string& path) const 
     return found->second;
 }
 
-std::string MemoryFiles::Read(const std::string& path) const {
-    ++reads_[Key(path)];
-    if (const auto fault = readFaults_.find(Key(path)); fault != readFaults_.end())
-        throw RunTimeError(fault->second);
-    return Existing(path).content;
+std::optional<std::string> MemoryFiles::ReadIfThere(const std::string& path) const {
+    const std::string key = Key(path);
+    ++reads_[key];
+    if (const auto fault = readFaults_.find(key); fault != readFaults_.end() && fault->second.timesLeft > 0) {
+        --fault->second.timesLeft;
+        throw RunTimeError(fault->second.error);
+    }
+    if (folders_.contains(key))
+        throw RunTimeError(ErrorNumber::PathFileAccessError);
+    const auto found = files_.find(key);
+    return found == files_.end() ? std::nullopt : std::optional(found->second.content);
 }
 
 void MemoryFiles::BeginWrite(const std::string& path) {
@@ -58,11 +70,11 @@ void MemoryFiles::BeginWrite(const std::string& path) {
     ++writes_[key];
     if (const auto fault = writeFaults_.find(key); fault != writeFaults_.end())
         throw RunTimeError(fault->second);
-    if (folders_.contains(key))
+    if (folders_.contains(key) || protected_.contains(key))
         throw RunTimeError(ErrorNumber::PathFileAccessError);
 }
 
-std::string_view MemoryFiles::TakeRoomFor(std::string_view content) {
+std::string_view MemoryFiles::TakeSpaceFor(std::string_view content) {
     if (!freeBytes)
         return content;
     const std::string_view fitting = content.substr(0, *freeBytes);
@@ -70,21 +82,31 @@ std::string_view MemoryFiles::TakeRoomFor(std::string_view content) {
     return fitting;
 }
 
-void MemoryFiles::RequireRoomFor(std::string_view content) {
-    if (freeBytes && *freeBytes < content.size())
-        throw RunTimeError(ErrorNumber::DiskFull);
-    TakeRoomFor(content);
+void MemoryFiles::FreeSpaceOf(const std::string& path) {
+    if (freeBytes && IsFile(path))
+        *freeBytes += Existing(path).content.size();
 }
 
 void MemoryFiles::Replace(const std::string& path, std::string_view content) {
     BeginWrite(path);
-    RequireRoomFor(content);
+    if (freeBytes && *freeBytes < content.size())
+        throw RunTimeError(ErrorNumber::DiskFull);
+    TakeSpaceFor(content);
+    FreeSpaceOf(path);
     Put(path, std::string(content));
+}
+
+bool MemoryFiles::WriteNew(const std::string& path, std::string_view content) {
+    if (IsFile(path) || folders_.contains(Key(path)))
+        return false;
+    Replace(path, content);
+    return true;
 }
 
 void MemoryFiles::Write(const std::string& path, std::string_view content) {
     BeginWrite(path);
-    const std::string_view fitting = TakeRoomFor(content);
+    FreeSpaceOf(path);
+    const std::string_view fitting = TakeSpaceFor(content);
     Put(path, std::string(fitting));
     if (fitting.size() < content.size())
         throw RunTimeError(ErrorNumber::DiskFull);
@@ -92,30 +114,26 @@ void MemoryFiles::Write(const std::string& path, std::string_view content) {
 
 void MemoryFiles::Append(const std::string& path, std::string_view content) {
     BeginWrite(path);
-    const std::string_view fitting = TakeRoomFor(content);
+    const std::string_view fitting = TakeSpaceFor(content);
     Put(path, (IsFile(path) ? Existing(path).content : std::string()) + std::string(fitting));
     if (fitting.size() < content.size())
         throw RunTimeError(ErrorNumber::DiskFull);
-}
-
-void MemoryFiles::Copy(const std::string& from, const std::string& to) {
-    const std::string content = Read(from);
-    BeginWrite(to);
-    RequireRoomFor(content);
-    Put(to, content);
 }
 
 void MemoryFiles::Move(const std::string& from, const std::string& to) {
     const std::string content = Existing(from).content;
     BeginWrite(from);
     BeginWrite(to);
+    FreeSpaceOf(to);
     files_.erase(Key(from));
     Put(to, content);
 }
 
 void MemoryFiles::Remove(const std::string& path) {
     Existing(path);
+    protected_.erase(Key(path));
     BeginWrite(path);
+    FreeSpaceOf(path);
     files_.erase(Key(path));
 }
 
@@ -158,8 +176,8 @@ std::vector<std::string> MemoryFiles::Paths() const {
     return paths;
 }
 
-void MemoryFiles::FailReads(const std::string& path, ErrorNumber error) {
-    readFaults_.insert_or_assign(Key(path), error);
+void MemoryFiles::FailReads(const std::string& path, ErrorNumber error, std::int32_t times) {
+    readFaults_.insert_or_assign(Key(path), ReadFault{error, times});
 }
 
 void MemoryFiles::FailWrites(const std::string& path, ErrorNumber error) {
@@ -170,6 +188,14 @@ void MemoryFiles::ClearFaults() {
     readFaults_.clear();
     writeFaults_.clear();
     freeBytes.reset();
+}
+
+void MemoryFiles::Protect(const std::string& path) {
+    protected_.insert(Key(path));
+}
+
+void MemoryFiles::Unprotect(const std::string& path) {
+    protected_.erase(Key(path));
 }
 
 std::int32_t MemoryFiles::Reads(const std::string& path) const {

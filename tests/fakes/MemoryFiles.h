@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <optional>
 #include <set>
@@ -21,12 +22,14 @@ class MemoryFiles : public Files {
   public:
     std::string programFolder = "C:\\Quarn\\";
 
-    std::string ProgramFolder() const override { return programFolder; }
-    std::string Read(const std::string& path) const override;
+    bool programFolderHasName = true; // in the code page
+
+    std::string ProgramFolder() const override;
+    std::optional<std::string> ReadIfThere(const std::string& path) const override;
     void Replace(const std::string& path, std::string_view content) override;
+    bool WriteNew(const std::string& path, std::string_view content) override;
     void Write(const std::string& path, std::string_view content) override;
     void Append(const std::string& path, std::string_view content) override;
-    void Copy(const std::string& from, const std::string& to) override;
     void Move(const std::string& from, const std::string& to) override;
     void Remove(const std::string& path) override;
     bool IsFile(const std::string& path) const override;
@@ -39,12 +42,17 @@ class MemoryFiles : public Files {
     void PutFolder(const std::string& path);
     std::vector<std::string> Paths() const; // as they were written first, in alphabetical order
 
-    // Every later read of, or change to, this path throws the error.
-    void FailReads(const std::string& path, ErrorNumber error);
+    // Every later read of, or change to, this path ends in the error; or the next reads only.
+    void FailReads(const std::string& path, ErrorNumber error,
+                   std::int32_t times = std::numeric_limits<std::int32_t>::max());
     void FailWrites(const std::string& path, ErrorNumber error);
     void ClearFaults();
 
-    // Free space of the disk, in bytes; writing more is error 61. A plain write leaves the bytes that fitted.
+    // The file can be read and removed, but not changed or replaced, until it is removed or unprotected.
+    void Protect(const std::string& path);
+    void Unprotect(const std::string& path);
+
+    // Space left on the disk, in bytes; writing beyond it is error 61. A plain write leaves what fitted.
     std::optional<std::size_t> freeBytes;
 
     // How often the program tried to read or to change the file. A copy or move changes its target; a move or
@@ -61,13 +69,19 @@ class MemoryFiles : public Files {
 
     const Stored& Existing(const std::string& path) const;
     void BeginWrite(const std::string& path);
-    std::string_view TakeRoomFor(std::string_view content);
-    void RequireRoomFor(std::string_view content);
+    std::string_view TakeSpaceFor(std::string_view content);
+    void FreeSpaceOf(const std::string& path);
 
     std::map<std::string, Stored> files_; // by the path in lower case, as all maps here
     std::set<std::string> folders_;
-    std::map<std::string, ErrorNumber> readFaults_;
+    struct ReadFault {
+        ErrorNumber error;
+        std::int32_t timesLeft;
+    };
+
+    mutable std::map<std::string, ReadFault> readFaults_;
     std::map<std::string, ErrorNumber> writeFaults_;
+    std::set<std::string> protected_;
     mutable std::map<std::string, std::int32_t> reads_;
     std::map<std::string, std::int32_t> writes_;
 };

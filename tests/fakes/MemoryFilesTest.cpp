@@ -22,11 +22,10 @@ TEST_F(MemoryFilesTest, KeepsBytesUnderPathsWithoutCase) {
     EXPECT_EQ(files.Reads("C:\\Quarn\\List.dat"), 1);
 }
 
-TEST_F(MemoryFilesTest, CopiesMovesAndRemoves) {
-    files.Put("a", "1");
-    files.Copy("a", "b");
+TEST_F(MemoryFilesTest, MovesAndRemoves) {
+    files.Put("b", "1");
     files.Move("b", "c");
-    EXPECT_EQ(files.Paths(), (std::vector<std::string>{"a", "c"}));
+    EXPECT_EQ(files.Paths(), std::vector<std::string>{"c"});
     files.Put("a", "2");
     files.Move("a", "c");
     EXPECT_EQ(files.Get("c"), "2");
@@ -34,11 +33,49 @@ TEST_F(MemoryFilesTest, CopiesMovesAndRemoves) {
     EXPECT_TRUE(files.Paths().empty());
 }
 
+TEST_F(MemoryFilesTest, WritesANewFileOnlyUnderAFreeName) {
+    files.Put("taken", "1");
+    files.PutFolder("folder");
+    EXPECT_TRUE(files.WriteNew("free", "2"));
+    EXPECT_EQ(files.Get("free"), "2");
+    EXPECT_FALSE(files.WriteNew("taken", "2"));
+    EXPECT_EQ(files.Get("taken"), "1");
+    EXPECT_FALSE(files.WriteNew("folder", "2"));
+    files.FailWrites("bad", ErrorNumber::DiskFull);
+    EXPECT_EQ(ErrorOf([&] { files.WriteNew("bad", "2"); }), ErrorNumber::DiskFull);
+    EXPECT_FALSE(files.Has("bad"));
+}
+
+TEST_F(MemoryFilesTest, TellsAMissingFileFromOneThatCannotBeRead) {
+    files.Put("there", "content");
+    files.PutFolder("folder");
+    EXPECT_EQ(files.ReadIfThere("there"), "content");
+    EXPECT_EQ(files.ReadIfThere("missing"), std::nullopt);
+    EXPECT_EQ(ErrorOf([&] { files.ReadIfThere("folder"); }), ErrorNumber::PathFileAccessError);
+    files.FailReads("there", ErrorNumber::DiskNotReady, 2);
+    EXPECT_EQ(ErrorOf([&] { files.ReadIfThere("there"); }), ErrorNumber::DiskNotReady);
+    EXPECT_EQ(ErrorOf([&] { files.Read("there"); }), ErrorNumber::DiskNotReady);
+    EXPECT_EQ(files.Read("there"), "content");
+}
+
+TEST_F(MemoryFilesTest, AProtectedFileCanBeReadAndRemoved) {
+    files.Put("a", "1");
+    files.Put("b", "2");
+    files.Protect("A");
+    EXPECT_EQ(files.Read("a"), "1");
+    EXPECT_EQ(ErrorOf([&] { files.Write("a", "3"); }), ErrorNumber::PathFileAccessError);
+    EXPECT_EQ(ErrorOf([&] { files.Replace("a", "3"); }), ErrorNumber::PathFileAccessError);
+    EXPECT_EQ(ErrorOf([&] { files.Move("b", "a"); }), ErrorNumber::PathFileAccessError);
+    EXPECT_EQ(files.Get("a"), "1");
+    files.Remove("a");
+    files.Write("a", "4");
+    EXPECT_EQ(files.Get("a"), "4");
+}
+
 TEST_F(MemoryFilesTest, NamesTheCauseOfAFailure) {
     files.Put("there", "old");
     files.PutFolder("C:\\Folder");
     EXPECT_EQ(ErrorOf([&] { files.Read("missing"); }), ErrorNumber::FileNotFound);
-    EXPECT_EQ(ErrorOf([&] { files.Copy("missing", "there"); }), ErrorNumber::FileNotFound);
     EXPECT_EQ(ErrorOf([&] { files.Move("missing", "there"); }), ErrorNumber::FileNotFound);
     EXPECT_EQ(ErrorOf([&] { files.Remove("missing"); }), ErrorNumber::FileNotFound);
     EXPECT_EQ(ErrorOf([&] { files.Read("C:\\Folder"); }), ErrorNumber::PathFileAccessError);
@@ -59,10 +96,27 @@ TEST_F(MemoryFilesTest, AFullDiskLeavesAPlainWriteHalfDoneAndAReplacementUndone)
     files.freeBytes = 2;
     EXPECT_EQ(ErrorOf([&] { files.Replace("list", "newer"); }), ErrorNumber::DiskFull);
     EXPECT_EQ(files.Get("list"), "old");
-    EXPECT_EQ(ErrorOf([&] { files.Write("list", "newer"); }), ErrorNumber::DiskFull);
-    EXPECT_EQ(files.Get("list"), "ne");
+    EXPECT_EQ(ErrorOf([&] { files.Write("list", "much newer"); }), ErrorNumber::DiskFull);
+    EXPECT_EQ(files.Get("list"), "much ");
     EXPECT_EQ(ErrorOf([&] { files.Append("list", "!"); }), ErrorNumber::DiskFull);
-    EXPECT_EQ(files.Get("list"), "ne");
+    EXPECT_EQ(files.Get("list"), "much ");
+}
+
+TEST_F(MemoryFilesTest, ADiskGetsTheSpaceOfAFileBack) {
+    files.freeBytes = 10;
+    files.Write("a", "12345");
+    EXPECT_EQ(files.freeBytes, 5U);
+    files.Write("a", "1234567890");
+    EXPECT_EQ(files.freeBytes, 0U);
+    files.Write("a", "12");
+    EXPECT_EQ(files.freeBytes, 8U);
+    files.Replace("a", "123");
+    EXPECT_EQ(files.freeBytes, 7U);
+    files.Write("b", "1234");
+    files.Move("b", "a");
+    EXPECT_EQ(files.freeBytes, 6U);
+    files.Remove("a");
+    EXPECT_EQ(files.freeBytes, 10U);
 }
 
 TEST_F(MemoryFilesTest, MatchesPatternsInTheLastComponent) {
@@ -101,6 +155,19 @@ TEST(MemoryProfilesTest, WriteIntoTheFileAndReportFailures) {
     fake.files.FailWrites("x.ini", ErrorNumber::PermissionDenied);
     EXPECT_FALSE(fake.profiles.WriteText("x.ini", "A", "n", "2"));
     EXPECT_EQ(fake.files.Get("x.ini"), "[A]\r\nn=1\r\n");
+}
+
+TEST(MemoryProfiles, SeemToWriteOnAFullDisk) {
+    FakeDesktop fake;
+    fake.files.freeBytes = 12;
+    EXPECT_TRUE(fake.profiles.WriteText("x.ini", "A", "n", "123456789"));
+    EXPECT_EQ(fake.files.Get("x.ini"), "[A]\r\nn=12345");
+    EXPECT_EQ(fake.profiles.ReadText("x.ini", "A", "n", 255), "123456789");
+    fake.profiles.Forget("x.ini");
+    EXPECT_EQ(fake.profiles.ReadText("x.ini", "A", "n", 255), "12345");
+    EXPECT_TRUE(fake.profiles.WriteText("x.ini", "A", "n", "7"));
+    fake.files.Put("x.ini", "[A]\r\nn=8\r\n");
+    EXPECT_EQ(fake.profiles.ReadText("x.ini", "A", "n", 255), "8");
 }
 
 } // namespace

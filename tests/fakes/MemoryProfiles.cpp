@@ -4,35 +4,45 @@
 
 namespace quarn {
 
-namespace {
+std::optional<std::string> MemoryProfiles::TextOf(const std::string& path) const {
+    const auto onDisk = files_.ReadIfThere(path);
+    const auto found = remembered_.find(path);
+    return found != remembered_.end() && found->second.onDisk == onDisk ? found->second.intended : onDisk;
+}
 
-std::optional<std::string> ValueIn(const MemoryFiles& files, const std::string& path,
-                                   const std::string& section, const std::string& key) {
+std::optional<std::string> MemoryProfiles::ValueIn(const std::string& path, const std::string& section,
+                                                   const std::string& key) const {
     try {
-        return IniValue(files.Read(path), section, key);
+        return IniValue(TextOf(path).value_or(std::string()), section, key);
     } catch (const RunTimeError&) {
         return std::nullopt;
     }
 }
 
-} // namespace
-
 std::int32_t MemoryProfiles::ReadInteger(const std::string& path, const std::string& section,
                                          const std::string& key, std::int32_t missing) const {
-    const auto value = ValueIn(files_, path, section, key);
+    const auto value = ValueIn(path, section, key);
     return value ? LeadingInteger(*value) : missing;
 }
 
 std::string MemoryProfiles::ReadText(const std::string& path, const std::string& section,
                                      const std::string& key, std::size_t bufferSize) const {
-    return ValueIn(files_, path, section, key).value_or(std::string()).substr(0, bufferSize - 1);
+    return ValueIn(path, section, key).value_or(std::string()).substr(0, bufferSize - 1);
 }
 
 bool MemoryProfiles::WriteText(const std::string& path, const std::string& section, const std::string& key,
                                const std::string& value) {
+    if (beforeWrite)
+        beforeWrite();
     try {
-        const std::string text = files_.IsFile(path) ? files_.Read(path) : std::string();
-        files_.Write(path, WithIniValue(text, section, key, value));
+        const std::string text = WithIniValue(TextOf(path).value_or(std::string()), section, key, value);
+        try {
+            files_.Write(path, text);
+        } catch (const RunTimeError& error) {
+            if (error.Kind() != ErrorNumber::DiskFull)
+                throw;
+        }
+        remembered_.insert_or_assign(path, Remembered{files_.Get(path), text});
         return true;
     } catch (const RunTimeError&) {
         return false;

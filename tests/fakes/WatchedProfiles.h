@@ -35,6 +35,7 @@ class WatchedProfiles : public ProfileFiles {
                    const std::string& value) override {
         return profiles_.WriteText(path, section, key, value);
     }
+    void Forget(const std::string& path) override { profiles_.Forget(path); }
 
   private:
     ProfileFiles& profiles_;

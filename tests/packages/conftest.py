@@ -33,9 +33,15 @@ def pytest_runtestloop(session):
 def pack():
     """Packs a build folder; returns the ZIP and the installer."""
 
-    def run(build, version, output, day=SOME_DAY, **environment):
+    def run(build, version, output, day=SOME_DAY, sign=None, **environment):
         subprocess.run(
-            [ROOT / "tools" / "packaging" / "make-packages", build, version, output],
+            [
+                ROOT / "tools" / "packaging" / "make-packages",
+                build,
+                version,
+                output,
+                *([sign] if sign else []),
+            ],
             check=True,
             env={**os.environ, "SOURCE_DATE_EPOCH": day, **environment},
         )

@@ -3,6 +3,7 @@
 import zipfile
 import zlib
 from subprocess import DEVNULL, Popen
+from threading import Timer
 
 import pytest
 
@@ -67,6 +68,31 @@ def test_installs_for_the_user_and_says_what_it_is(installation, shipped):
     assert size <= int(entry["EstimatedSize"], 16) * 1024 < size * 1.05
 
 
+def test_a_first_installation_names_the_favorites_folders(installation):
+    assert installation.run(SETUP) == 0
+    with Quarn(installation.folder) as quarn:
+        quarn.message(NO_GAME_SET_UP)
+        quarn.answer(NO_GAME_SET_UP, "OK")
+        quarn.answer("Game Setup", "Cancel")
+        quarn.wait_until_usable()
+        assert quarn.tree()[:4] == ["Games", "Favorites", "  My servers", "  Friends"]
+        assert quarn.close() == 0
+    settings = (installation.folder / "Quarn.ini").read_bytes()
+    assert b"Name1=My servers\r\nName2=Friends\r\n" in settings and b"[General]" in settings
+
+    assert installation.remove() == 0
+    assert installation.files() == {"Quarn.ini": settings}
+    assert installation.run(SETUP) == 0
+    assert (installation.folder / "Quarn.ini").read_bytes() == settings
+
+
+def test_an_upgrade_brings_no_settings(installation, older_setup):
+    assert installation.run(older_setup) == 0
+    (installation.folder / "Quarn.ini").unlink()
+    assert installation.run(SETUP) == 0
+    assert not (installation.folder / "Quarn.ini").exists()
+
+
 def test_the_installed_program_fetches_and_scans_a_list(installation, tmp_path):
     assert installation.run(SETUP) == 0
     with Gamenet(tmp_path, "--seed", SEED, "--master-port", 0, "--games", "d3") as network:
@@ -124,6 +150,55 @@ def test_nothing_is_touched_while_the_program_runs(installation, older_setup):
         del during["Quarn.log"]
         assert during == before
         assert installation.entry()["DisplayVersion"] == OLDER_VERSION
+
+
+HELD = ["Quarn.exe", "Uninstall.exe", "ReadMe.txt", "Licences/GCC runtime.txt", "Games.ini", "countryip.dat"]
+
+
+@pytest.mark.parametrize("name", HELD)
+def test_a_file_that_stays_held_leaves_the_older_version_whole(installation, older_setup, name):
+    assert installation.run(older_setup) == 0
+    before = installation.files()
+    with Driver() as other:
+        other("hold", windows_path(installation.folder / name))
+        aborted = 2
+        assert installation.run(SETUP) == aborted
+    assert installation.files() == before
+    assert installation.entry()["DisplayVersion"] == OLDER_VERSION
+
+
+@pytest.mark.parametrize("name", HELD)
+def test_a_file_that_is_held_for_a_moment_is_waited_for(installation, older_setup, name, shipped):
+    assert installation.run(older_setup) == 0
+    with Driver() as other:
+        other("hold", windows_path(installation.folder / name))
+        Timer(0.7, other, ["let-go"]).start()
+        assert installation.run(SETUP) == 0
+    assert without_uninstaller(installation.files()) == shipped
+
+
+def test_a_folder_that_cannot_be_written_to_is_refused(installation):
+    installation.folder.parent.mkdir(parents=True, exist_ok=True)
+    installation.folder.write_text("a file in its place")
+    try:
+        aborted = 2
+        assert installation.run(SETUP) == aborted
+        assert installation.folder.read_text() == "a file in its place"
+    finally:
+        installation.folder.unlink()
+    assert installation.entry() == {}
+    assert not installation.shortcut.exists()
+
+
+def test_signed_packages_install_signed_files(installation, small_build, pack, tmp_path):
+    command = "f() { printf SIGNATURE >>$1; }; f"
+    setup = pack(small_build, OLDER_VERSION, tmp_path, sign=command)[1]
+    assert installation.run(setup) == 0
+    files = installation.files()
+    for name in ("Quarn.exe", "Uninstall.exe"):
+        assert files[name].endswith(b"SIGNATURE"), name
+    assert installation.remove() == 0
+    assert not installation.folder.exists()
 
 
 def test_a_silent_removal_leaves_only_what_is_the_users(installation):

@@ -2,13 +2,17 @@
 
 import shutil
 import struct
+import subprocess
 import zipfile
 
-from conftest import BUILD, OLDER_VERSION, PACKAGES
+import pytest
+
+from conftest import BUILD, OLDER_VERSION, PACKAGES, ROOT
 from release import VERSION
 
 FILES = {
     "Games.ini",
+    "Quarn.ini",
     "Licences/GCC runtime.txt",
     "Licences/MinGW-w64 runtime.txt",
     "Licences/Third-party notices.txt",
@@ -28,6 +32,13 @@ def test_the_zip_has_one_folder_that_holds_everything():
             text = packed.read(f"Quarn/{name}")
             assert text.count(b"\n") == text.count(b"\r\n") > 0, name
         assert packed.read("Quarn/ReadMe.txt").startswith(f"Quarn {VERSION}\r\n".encode())
+
+
+def test_the_settings_name_two_favorites_folders_and_nothing_else():
+    with zipfile.ZipFile(PACKAGES / f"Quarn-{VERSION}.zip") as packed:
+        settings = packed.read("Quarn/Quarn.ini")
+        assert b"keep your own Quarn.ini" in b" ".join(packed.read("Quarn/ReadMe.txt").split())
+    assert settings == b"[Favorites]\r\nName1=My servers\r\nName2=Friends\r\n"
 
 
 def test_only_two_packages_are_made():
@@ -53,3 +64,48 @@ def test_packing_elsewhere_and_later_gives_the_same_bytes(small_build, pack, tmp
         assert one.read_bytes() == other.read_bytes(), one.name
     another_day = pack(small_build, OLDER_VERSION, tmp_path / "third", day="1700000100")
     assert another_day[0].read_bytes() != first[0].read_bytes()
+
+
+def test_a_signing_command_gets_program_uninstaller_and_installer(small_build, pack, tmp_path):
+    signed = tmp_path / "signed files.txt"
+    command = tmp_path / "sign it"
+    command.write_text(f'#!/bin/bash\necho "$1: $2" >>"{signed}"\nprintf SIGNATURE >>"$2"\n')
+    command.chmod(0o755)
+    packed, setup = pack(small_build, OLDER_VERSION, tmp_path / "output", sign=f'"{command}" --quietly')
+    lines = signed.read_text().splitlines()
+    assert len(lines) == 3
+    assert all(line.startswith("--quietly: /") for line in lines)
+    assert lines[0].endswith("/Quarn.exe")
+    assert lines[2].endswith(f"/Quarn-{OLDER_VERSION}-setup.exe")
+    assert setup.read_bytes().endswith(b"SIGNATURE")
+    with zipfile.ZipFile(packed) as files:
+        assert files.read("Quarn/Quarn.exe").endswith(b"olderSIGNATURE")
+
+
+def test_a_signature_that_fails_makes_no_package(small_build, pack, tmp_path):
+    with pytest.raises(subprocess.CalledProcessError):
+        pack(small_build, OLDER_VERSION, tmp_path / "output", sign="false")
+    assert not list((tmp_path / "output").iterdir())
+    only_program = "f() { [[ $1 == */Quarn.exe ]]; }; f"
+    with pytest.raises(subprocess.CalledProcessError):
+        pack(small_build, OLDER_VERSION, tmp_path / "output", sign=only_program)
+    assert not list((tmp_path / "output").glob("*.exe"))
+
+
+@pytest.mark.parametrize(
+    "options, error",
+    [
+        (["--sign"], "error: --sign needs a command; see ./package.sh --help\n"),
+        (
+            ["--sign", "true", "--verify"],
+            "error: --verify compares packages without signatures: leave out --sign\n",
+        ),
+        (
+            ["--verify", "--sign", "true"],
+            "error: --verify compares packages without signatures: leave out --sign\n",
+        ),
+    ],
+)
+def test_options_that_do_not_go_together_are_refused(options, error):
+    done = subprocess.run([ROOT / "package.sh", *options], capture_output=True, text=True)
+    assert (done.returncode, done.stderr) == (1, error)

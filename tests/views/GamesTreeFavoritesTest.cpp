@@ -126,7 +126,21 @@ TEST_F(GamesTreeFavoritesTest, ReplacesAnUnreadableFolderFileAndKeepsACopy) {
     EXPECT_EQ(browser.fake.files.Get("C:\\Quarn\\servers-fav1.bak"), "5\r\ndamaged\r\n");
 }
 
-TEST_F(GamesTreeFavoritesTest, ShowsAnErrorIfItCannotSaveTheFolderAndRestoresTheList) {
+TEST_F(GamesTreeFavoritesTest, LeavesAFolderAloneWhoseFileAnotherProgramHolds) {
+    browser.PutList("fav1", {"10.0.0.1:1"});
+    // Its file can be read again right after the folder was loaded.
+    browser.fake.files.FailReads(HeadlessBrowser::PathOf("fav1"), ErrorNumber::PermissionDenied, 1);
+    AddTo(1);
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServAddToFavorites_Click;70"));
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    EXPECT_EQ(File("fav1"), HeadlessBrowser::ListFile({"10.0.0.1:1"}));
+    EXPECT_EQ(browser.program.Servers.HighestIndex(), 3);
+    AddTo(1);
+    EXPECT_EQ(browser.program.Servers.HighestIndex(), 3);
+    EXPECT_TRUE(File("fav1").ends_with(entry));
+}
+
+TEST_F(GamesTreeFavoritesTest, TellsWhenItCannotSaveTheFolderAndShowsTheListAgain) {
     browser.PutList("fav1", {"10.0.0.1:1"});
     browser.fake.files.FailWrites(HeadlessBrowser::PathOf("fav1"), ErrorNumber::DiskFull);
     AddTo(1);

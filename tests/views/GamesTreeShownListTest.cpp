@@ -178,7 +178,33 @@ TEST_F(GamesTreeShownListTest, KeepsAFileThatItCouldNotRead) {
     EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
-TEST_F(GamesTreeShownListTest, IgnoresANodeThatDoesNotExist) {
+TEST_F(GamesTreeShownListTest, LeavesAFileAloneThatCouldNotBeReadAndGoesOn) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(2));
+    const std::string before = File("q3");
+    browser.fake.files.FailReads(HeadlessBrowser::PathOf("q3"), ErrorNumber::PathNotFound, 1);
+    ASSERT_TRUE(browser.Start());
+    EXPECT_EQ(browser.Count(), "0 servers");
+    browser.ClickNode("d3");
+    EXPECT_EQ(browser.program.CurrentGame, "d3");
+    EXPECT_EQ(File("q3"), before);
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;SetGameFilter;76"));
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+    browser.ClickNode("q3");
+    EXPECT_EQ(browser.Count(), "2 servers");
+}
+
+TEST_F(GamesTreeShownListTest, AnEmptyListThatCannotBeSavedDoesNotHoldUpASwitch) {
+    browser.PutList("d3", HeadlessBrowser::Addresses(4));
+    ASSERT_TRUE(browser.Start());
+    browser.fake.files.FailWrites(HeadlessBrowser::PathOf("q3"), ErrorNumber::PathFileAccessError);
+    browser.ClickNode("d3");
+    EXPECT_EQ(browser.program.CurrentGame, "d3");
+    EXPECT_EQ(browser.RowCount(), 4);
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;SetGameFilter;75"));
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+}
+
+TEST_F(GamesTreeShownListTest, IgnoresANodeThatIsGone) {
     ASSERT_TRUE(browser.Start());
     for (const char* key : {"", "mod99", "fav3", "nothing"})
         Form().trvGames_NodeClick(key);

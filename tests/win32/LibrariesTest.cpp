@@ -14,7 +14,7 @@ TEST(LibrariesTest, LibrariesOfTheCurrentFolderAreNotLoaded) {
     char own[1024];
     GetModuleFileNameA(nullptr, own, sizeof own);
     const TemporaryFolder folder;
-    FilesWin().Copy(own, folder / "planted.dll");
+    FilesWin().WriteNew(folder / "planted.dll", FilesWin().Read(own));
     char before[1024];
     GetCurrentDirectoryA(sizeof before, before);
     SetCurrentDirectoryA(folder.Path().c_str());

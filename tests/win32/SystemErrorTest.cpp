@@ -43,5 +43,13 @@ TEST(SystemErrorTest, AnUnknownCodeHasATextToo) {
     EXPECT_EQ(SystemErrorText(0x2FFFFFFF), "Unknown error (805306367)");
 }
 
+TEST(SystemErrorTest, NoMessageOfTheSystemAsksForTheMediumOfADrive) {
+    const UINT ofTheProcess = GetErrorMode();
+    SuppressDriveMessages();
+    EXPECT_EQ(GetThreadErrorMode(), DWORD{SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX});
+    EXPECT_EQ(GetErrorMode(), ofTheProcess);
+    SetThreadErrorMode(0, nullptr);
+}
+
 } // namespace
 } // namespace quarn

@@ -4,14 +4,16 @@
 ; Made by make-packages, which defines
 ;   VERSION    of the program, three numbers
 ;   FILES      the folder that holds what is installed
-;   LISTS      the folder of install.nsh and uninstall.nsh, which name those files one by one
+;   LISTS      the folder of wait.nsh, install.nsh and uninstall.nsh, which name those files one by one
 ;   SIZE_KB    what FILES takes
 ;   ICON       the program's icon
 ;   SIDE       the picture beside the first and the last page
 ;   OUTPUT     the installer to write
+;   SIGN       a program that signs the executable file that it is given; may be missing
 ;
-; Games.ini and countryip.dat are Quarn's as long as nobody has touched them: they count as untouched while
-; their time is the one that was noted when they were installed. Once edited they are the user's, and stay.
+; Games.ini, countryip.dat and Quarn.ini are Quarn's as long as nobody has touched them: they count as untouched
+; while their time is the one that was noted when they were installed. Once edited they are the user's, and stay.
+; Quarn.ini is part of a first installation only.
 
 Target amd64-unicode
 SetCompressor /SOLID lzma
@@ -25,6 +27,10 @@ SetCompressor /SOLID lzma
 
 Name Quarn
 OutFile "${OUTPUT}"
+!ifdef SIGN
+    !finalize '"${SIGN}" "%1"' = 0
+    !uninstfinalize '"${SIGN}" "%1"' = 0
+!endif
 InstallDir $LOCALAPPDATA\Programs\Quarn
 InstallDirRegKey HKCU "${ENTRY}" InstallLocation
 RequestExecutionLevel user
@@ -67,23 +73,39 @@ Function PassOverWhenInstalled
     ${EndIf}
 FunctionEnd
 
-; Goes on as soon as the program in $INSTDIR does not run: a program that runs cannot be opened for writing.
-!macro WaitUntilClosed
+; Goes on as soon as a file in $INSTDIR can be written or does not exist. Virus scanners hold a file for a moment,
+; so it is tried for a second before the user is asked.
+!macro WaitUntilWritable FILE SENTENCE
+    StrCpy $1 1
     ${Do}
-        ${IfNot} ${FileExists} $INSTDIR\Quarn.exe
+        ${IfNot} ${FileExists} "$INSTDIR\${FILE}"
             ${ExitDo}
         ${EndIf}
         ClearErrors
-        FileOpen $0 $INSTDIR\Quarn.exe a
+        FileOpen $0 "$INSTDIR\${FILE}" a
         ${IfNot} ${Errors}
             FileClose $0
             ${ExitDo}
         ${EndIf}
+        ${If} $1 < 10
+            IntOp $1 $1 + 1
+            Sleep 100
+            ${Continue}
+        ${EndIf}
         ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION \
-            "Quarn is running. Please close it, then choose Retry." /SD IDCANCEL IDCANCEL`
-            Abort "Quarn is running."
+            "${SENTENCE} Please close it, then choose Retry." /SD IDCANCEL IDCANCEL`
+            Abort "${SENTENCE}"
         ${EndIf}
     ${Loop}
+!macroend
+
+; A program that runs cannot be opened for writing.
+!macro WaitUntilClosed
+    !insertmacro WaitUntilWritable Quarn.exe "Quarn is running."
+!macroend
+
+!macro WaitUntilFree FILE
+    !insertmacro WaitUntilWritable "${FILE}" "Another program is using ${FILE}."
 !macroend
 
 ; Sets RESULT to the time of a file in $INSTDIR, as one text.
@@ -123,19 +145,36 @@ FunctionEnd
 Section
     !insertmacro WaitUntilClosed
 
+    StrCpy $3 first
+    ${If} ${FileExists} $INSTDIR\Quarn.exe
+        StrCpy $3 upgrade
+    ${EndIf}
+
     ClearErrors
     SetOutPath $INSTDIR
-    FileOpen $0 $INSTDIR\Uninstall.exe w
+    GetTempFileName $0 $INSTDIR
     ${If} ${Errors}
         MessageBox MB_OK|MB_ICONSTOP "You may not write to $INSTDIR. Please choose another folder." /SD IDOK
         Abort "$INSTDIR cannot be written to."
     ${EndIf}
-    FileClose $0
+    Delete $0
+
+    ; Nothing is changed before everything can be.
+    !include "${LISTS}/wait.nsh"
+    !insertmacro WaitUntilFree Games.ini
+    !insertmacro WaitUntilFree countryip.dat
+    !insertmacro WaitUntilFree Uninstall.exe
 
     !include "${LISTS}/install.nsh"
     StrCpy $2 ""
     !insertmacro InstallEditable Games ini
     !insertmacro InstallEditable countryip dat
+    ${If} $3 == first
+    ${AndIfNot} ${FileExists} $INSTDIR\Quarn.ini
+        File "${FILES}/Quarn.ini"
+        !insertmacro TimeOf $0 Quarn.ini
+        WriteRegStr HKCU "${ENTRY}" "Time of Quarn.ini" $0
+    ${EndIf}
     WriteUninstaller $INSTDIR\Uninstall.exe
 
     ; The folder that the shortcut starts Quarn in is the one of the last SetOutPath.
@@ -169,6 +208,7 @@ Section Uninstall
 
     !insertmacro DeleteUntouched Games.ini
     !insertmacro DeleteUntouched countryip.dat
+    !insertmacro DeleteUntouched Quarn.ini
     Delete $INSTDIR\Games.new.ini
     Delete $INSTDIR\countryip.new.dat
     !include "${LISTS}/uninstall.nsh"
@@ -176,6 +216,8 @@ Section Uninstall
     ; What a run leaves behind that is worth nothing without the program.
     Delete $INSTDIR\Quarn.log
     Delete $INSTDIR\server.txt
+    Delete $INSTDIR\Quarn.ini.new
+    Delete $INSTDIR\servers-*.tmp
 
     ${If} ${FileExists} $INSTDIR\Quarn.ini
     ${OrIf} ${FileExists} $INSTDIR\servers-*.*

@@ -1,6 +1,7 @@
 #include "win32/desktop/ProfileFilesWin.h"
 
 #include "win32/WindowsHeaders.h"
+#include "win32/desktop/Patience.h"
 
 #include <algorithm>
 
@@ -40,8 +41,16 @@ std::string ProfileFilesWin::ReadText(const std::string& path, const std::string
 
 bool ProfileFilesWin::WriteText(const std::string& path, const std::string& section, const std::string& key,
                                 const std::string& value) {
-    return WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), FullPath(path).c_str()) !=
-           FALSE;
+    const std::string file = FullPath(path);
+    Patience patience;
+    while (!WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), file.c_str()))
+        if (!patience.TryAgain(file))
+            return false;
+    return true;
+}
+
+void ProfileFilesWin::Forget(const std::string& path) {
+    WritePrivateProfileStringA(nullptr, nullptr, nullptr, FullPath(path).c_str());
 }
 
 } // namespace quarn

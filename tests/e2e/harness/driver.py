@@ -58,6 +58,7 @@ class Driver:
             preexec_fn=set_up,
             restore_signals=set_up is None,
         )
+        self._program = None
         self._received = b""
         self._reply_seconds = REPLY_SECONDS
 
@@ -71,6 +72,9 @@ class Driver:
         finally:
             self._process.kill()
             self._process.stdout.close()
+            if self._program:
+                self._program.kill()
+                self._program.wait()
 
     def __call__(self, *words):
         """Runs a command and returns the lines of its output, still escaped."""
@@ -108,7 +112,14 @@ class Driver:
 
     def start(self, path, arguments=""):
         """Starts a program; the arguments go to it as they stand."""
-        self("start", windows_path(path), arguments)
+        if str(path).isascii():
+            self("start", windows_path(path), arguments)
+            return
+        # The driver cannot name a program outside its code page.
+        self._program = subprocess.Popen(
+            ["wine", path.name], cwd=path.parent, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
+        )
+        self.wait("*", "attach", path.name)
 
     def exit_code(self):
         return int(self.text("exit-code"))

@@ -1,6 +1,7 @@
 #include "win32/desktop/FilesWin.h"
 
 #include "tests/fakes/Errors.h"
+#include "tests/win32/harness/FakeSleep.h"
 #include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/Handles.h"
 
@@ -19,9 +20,17 @@ class FilesWinTest : public ::testing::Test {
         return handle;
     }
 
+    static void Protect(const std::string& path) {
+        EXPECT_TRUE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
+    }
+
+    FakeSleep sleep;
     TemporaryFolder folder;
     FilesWin files;
 };
+
+// About the time for which a file is waited for.
+constexpr DWORD HalfASecond = 500;
 
 const std::string AllBytes = [] {
     std::string bytes;
@@ -117,16 +126,209 @@ TEST_F(FilesWinTest, ReplacingAFileThatIsBeingReadSucceedsOrFailsAsAWhole) {
     EXPECT_STREQ(text, "old");
 }
 
-TEST_F(FilesWinTest, CopiesAndMovesOverExistingFiles) {
+TEST_F(FilesWinTest, MovesOverExistingFiles) {
     files.Write(folder / "a", "content");
-    files.Write(folder / "b", "old");
-    files.Copy(folder / "a", folder / "b");
-    EXPECT_EQ(files.Read(folder / "a"), "content");
-    EXPECT_EQ(files.Read(folder / "b"), "content");
     files.Write(folder / "c", "old");
     files.Move(folder / "a", folder / "c");
     EXPECT_EQ(files.Read(folder / "c"), "content");
     EXPECT_FALSE(files.IsFile(folder / "a"));
+    EXPECT_EQ(folder.EntryCount(), 1U);
+}
+
+TEST_F(FilesWinTest, WritesANewFileOnlyUnderAFreeName) {
+    EXPECT_TRUE(files.WriteNew(folder / "new", AllBytes));
+    EXPECT_EQ(files.Read(folder / "new"), AllBytes);
+    EXPECT_FALSE(files.WriteNew(folder / "new", "other"));
+    EXPECT_EQ(files.Read(folder / "new"), AllBytes);
+    CreateDirectoryA((folder / "sub").c_str(), nullptr);
+    EXPECT_FALSE(files.WriteNew(folder / "sub", "other"));
+    EXPECT_EQ(ErrorOf([&] { files.WriteNew(folder / "no folder\\new", "x"); }), ErrorNumber::PathNotFound);
+    EXPECT_EQ(folder.EntryCount(), 2U);
+}
+
+// Another program takes the name while the file is being written.
+TEST_F(FilesWinTest, AWriterOfANewFileReplacesNoneThatAppearsMeanwhile) {
+    static std::string name;
+    name = folder / "new";
+    const ReplacedImport flush(
+        &FlushFileBuffers, +[](HANDLE) WINAPI -> BOOL {
+            FilesWin().Write(name, "the other program's");
+            return TRUE;
+        });
+    EXPECT_FALSE(files.WriteNew(name, "content"));
+    EXPECT_EQ(files.Read(name), "the other program's");
+    EXPECT_EQ(folder.EntryCount(), 1U);
+}
+
+TEST_F(FilesWinTest, FlushesAFileBeforeItTakesItsPlace) {
+    static int flushes;
+    flushes = 0;
+    const ReplacedImport flush(
+        &FlushFileBuffers, +[](HANDLE) WINAPI -> BOOL {
+            SetLastError(ERROR_DISK_FULL);
+            return ++flushes % 2 == 0;
+        });
+    const std::string path = folder / "a";
+    files.Write(folder / "b", "new");
+    const std::function<void()> actions[] = {[&] { files.Replace(path, "new"); },
+                                             [&] { files.Move(folder / "b", path); },
+                                             [&] { files.WriteNew(folder / "c", "new"); }};
+    int expected = 0;
+    for (const auto& action : actions) {
+        files.Write(path, "old");
+        EXPECT_EQ(ErrorOf(action), ErrorNumber::DiskFull);
+        EXPECT_EQ(files.Read(path), "old");
+        EXPECT_FALSE(files.IsFile(folder / "c"));
+        EXPECT_EQ(ErrorOf(action), NoError);
+        EXPECT_EQ(flushes, expected += 2);
+    }
+    EXPECT_EQ(files.Read(folder / "c"), "new");
+}
+
+TEST_F(FilesWinTest, AWriteProtectedFileIsNotReplaced) {
+    const std::string path = folder / "a";
+    files.Write(path, "old");
+    files.Write(folder / "b", "new");
+    Protect(path);
+    EXPECT_EQ(ErrorOf([&] { files.Replace(path, "new"); }), ErrorNumber::PathFileAccessError);
+    EXPECT_EQ(ErrorOf([&] { files.Move(folder / "b", path); }), ErrorNumber::PathFileAccessError);
+    EXPECT_EQ(files.Read(path), "old");
+    EXPECT_TRUE(GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(folder.EntryCount(), 2U);
+    EXPECT_EQ(sleep.Milliseconds(), 0U);
+    files.Remove(path);
+    EXPECT_EQ(folder.EntryCount(), 1U);
+}
+
+TEST_F(FilesWinTest, TellsAMissingFileFromOneThatCannotBeRead) {
+    files.Write(folder / "there", "content");
+    CreateDirectoryA((folder / "sub").c_str(), nullptr);
+    EXPECT_EQ(files.ReadIfThere(folder / "there"), "content");
+    EXPECT_EQ(files.ReadIfThere(folder / "missing"), std::nullopt);
+    EXPECT_EQ(files.ReadIfThere(folder / "no?name"), std::nullopt);
+    EXPECT_EQ(files.ReadIfThere("a file that is not in the current folder"), std::nullopt);
+    for (const std::string& path :
+         {folder / "no folder\\file", std::string("Q:\\file"), std::string("Q:\\folder\\file")})
+        EXPECT_EQ(ErrorOf([&] { files.ReadIfThere(path); }), ErrorNumber::PathNotFound) << path;
+    EXPECT_EQ(ErrorOf([&] { files.ReadIfThere(folder / "sub"); }), ErrorNumber::PathFileAccessError);
+    EXPECT_EQ(sleep.Milliseconds(), 0U);
+}
+
+struct FileAction {
+    const char* name;
+    std::function<void(FilesWin&, const std::string& path, const std::string& other)> run;
+    bool waitsAgain = true; // when it waited in vain before
+};
+
+const FileAction Actions[] = {
+    {"read", [](FilesWin& f, const std::string& path, const std::string&) { f.Read(path); }},
+    {"replace", [](FilesWin& f, const std::string& path, const std::string&) { f.Replace(path, "new"); }},
+    {"move to", [](FilesWin& f, const std::string& path, const std::string& other) { f.Move(other, path); }},
+    {"move from",
+     [](FilesWin& f, const std::string& path, const std::string& other) { f.Move(path, other); }},
+    {"remove", [](FilesWin& f, const std::string& path, const std::string&) { f.Remove(path); }},
+    {"write", [](FilesWin& f, const std::string& path, const std::string&) { f.Write(path, "new"); }, false},
+    {"append", [](FilesWin& f, const std::string& path, const std::string&) { f.Append(path, "new"); },
+     false},
+};
+
+TEST_F(FilesWinTest, WaitsForAFileThatAnotherProgramHoldsForAMoment) {
+    for (const FileAction& action : Actions) {
+        files.Write(folder / "a", "old");
+        files.Write(folder / "b", "other");
+        FileHandle lock = Lock(folder / "a");
+        const DWORD before = sleep.Milliseconds();
+        sleep.After(100, [&] { lock.Reset(); });
+        EXPECT_EQ(ErrorOf([&] { action.run(files, folder / "a", folder / "b"); }), NoError) << action.name;
+        EXPECT_EQ(sleep.Milliseconds() - before, 100U) << action.name;
+        EXPECT_FALSE(files.IsFile(folder / "a.0.tmp")) << action.name;
+    }
+}
+
+TEST_F(FilesWinTest, TellsTheErrorOfAFileThatStaysHeld) {
+    for (const FileAction& action : Actions) {
+        FilesWin own;
+        FileHandle lock;
+        const auto failAndSleep = [&] {
+            own.Write(folder / "b", "other");
+            const DWORD before = sleep.Milliseconds();
+            EXPECT_EQ(ErrorOf([&] { action.run(own, folder / "a", folder / "b"); }),
+                      ErrorNumber::PermissionDenied)
+                << action.name;
+            return sleep.Milliseconds() - before;
+        };
+        files.Write(folder / "a", "old");
+        lock = Lock(folder / "a");
+        EXPECT_EQ(failAndSleep(), HalfASecond) << action.name;
+        EXPECT_EQ(failAndSleep(), action.waitsAgain ? HalfASecond : 0) << action.name;
+        lock.Reset();
+        EXPECT_EQ(own.Read(folder / "a"), "old") << action.name;
+        EXPECT_EQ(folder.EntryCount(), 2U) << action.name;
+
+        action.run(own, folder / "a", folder / "b");
+        lock = Lock(folder / "a");
+        EXPECT_EQ(failAndSleep(), HalfASecond) << action.name;
+        lock.Reset();
+    }
+}
+
+// Else every line of a log in a folder without rights would cost half a second.
+TEST_F(FilesWinTest, WaitsOnceForALogThatCannotBeWritten) {
+    FileHandle lock = Lock(folder / "log");
+    EXPECT_EQ(ErrorOf([&] { files.Write(folder / "log", "start"); }), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(sleep.Milliseconds(), HalfASecond);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(ErrorOf([&] { files.Append(folder / "log", "entry"); }), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(sleep.Milliseconds(), HalfASecond);
+    EXPECT_EQ(ErrorOf([&] { files.Read(folder / "log"); }), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(sleep.Milliseconds(), 2 * HalfASecond);
+
+    lock.Reset();
+    files.Append(folder / "log", "entry");
+    lock = Lock(folder / "log");
+    sleep.After(100, [&] { lock.Reset(); });
+    files.Append(folder / "log", ";entry");
+    EXPECT_EQ(sleep.Milliseconds(), 2 * HalfASecond + 100);
+    EXPECT_EQ(files.Read(folder / "log"), "entry;entry");
+}
+
+// Each of these errors comes from a call in the middle of the operation.
+TEST_F(FilesWinTest, WaitsAlsoForALockedRangeAndForAMoveThatIsDenied) {
+    static int failures;
+    files.Write(folder / "a", "content");
+    const auto read = +[](HANDLE, void*, DWORD, DWORD* got, OVERLAPPED*) WINAPI -> BOOL {
+        *got = 0;
+        SetLastError(ERROR_LOCK_VIOLATION);
+        return failures-- <= 0;
+    };
+    const auto move = +[](const char*, const char*, DWORD) WINAPI -> BOOL {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return failures-- <= 0;
+    };
+    {
+        failures = 3;
+        const ReplacedImport replaced(&ReadFile, read);
+        EXPECT_EQ(files.Read(folder / "a"), "");
+        EXPECT_EQ(sleep.Milliseconds(), 60U);
+    }
+    const ReplacedImport replaced(&MoveFileExA, move);
+    failures = 2;
+    files.Replace(folder / "a", "new");
+    EXPECT_EQ(sleep.Milliseconds(), 100U);
+    failures = 1000;
+    EXPECT_EQ(ErrorOf([&] { files.Replace(folder / "a", "new"); }), ErrorNumber::PathFileAccessError);
+    EXPECT_EQ(sleep.Milliseconds(), 100U + HalfASecond);
+}
+
+TEST_F(FilesWinTest, DoesNotWaitWhereWaitingDoesNotHelp) {
+    CreateDirectoryA((folder / "sub").c_str(), nullptr);
+    files.Write(folder / "other", "x");
+    for (const FileAction& action : Actions) {
+        for (const std::string& path : {folder / "sub", folder / "no folder\\file", std::string("Q:\\file")})
+            EXPECT_NE(ErrorOf([&] { action.run(files, path, folder / "other"); }), NoError)
+                << action.name << ' ' << path;
+    }
+    EXPECT_EQ(sleep.Milliseconds(), 0U);
 }
 
 TEST_F(FilesWinTest, ErrorsHaveTheNumbersOfTheirCauses) {
@@ -157,9 +359,6 @@ TEST_F(FilesWinTest, ErrorsHaveTheNumbersOfTheirCauses) {
         {"replace nowhere", [&] { files.Replace(nowhere, "x"); }, ErrorNumber::PathNotFound},
         {"replace folder", [&] { files.Replace(sub, "x"); }, ErrorNumber::PathFileAccessError},
         {"replace locked", [&] { files.Replace(locked, "x"); }, ErrorNumber::PermissionDenied},
-        {"copy missing", [&] { files.Copy(missing, there); }, ErrorNumber::FileNotFound},
-        {"copy nowhere", [&] { files.Copy(there, nowhere); }, ErrorNumber::PathNotFound},
-        {"copy locked", [&] { files.Copy(locked, missing); }, ErrorNumber::PermissionDenied},
         {"move missing", [&] { files.Move(missing, there); }, ErrorNumber::FileNotFound},
         {"move nowhere", [&] { files.Move(there, nowhere); }, ErrorNumber::PathNotFound},
         {"move over folder", [&] { files.Move(there, sub); }, ErrorNumber::PathFileAccessError},

@@ -1,6 +1,8 @@
 #include "win32/desktop/ProfileFilesWin.h"
 
+#include "tests/win32/harness/FakeSleep.h"
 #include "tests/win32/harness/TemporaryFolder.h"
+#include "win32/Handles.h"
 #include "win32/desktop/FilesWin.h"
 
 #include <gtest/gtest.h>
@@ -111,6 +113,43 @@ TEST_F(ProfileFilesWinTest, SeesAFileThatWasMovedOverTheOldOne) {
     profiles.WriteText(path, "General", "Key", "old");
     EXPECT_EQ(profiles.ReadText(path, "General", "Key", 255), "old");
     files.Replace(path, "[General]\r\nKey=new\r\n");
+    EXPECT_EQ(profiles.ReadText(path, "General", "Key", 255), "new");
+}
+
+// The system may take a file of the same time for the one that it has read before.
+TEST_F(ProfileFilesWinTest, ReadsAgainWhatItWasToldToForget) {
+    const auto setTime = [&] {
+        const FileHandle file(
+            CreateFileA(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        const FILETIME someDay{0, 0x01D00000};
+        EXPECT_TRUE(SetFileTime(file.Get(), &someDay, &someDay, &someDay));
+    };
+    files.Write(path, "[General]\r\nKey=old\r\n");
+    setTime();
+    EXPECT_EQ(profiles.ReadText(path, "General", "Key", 255), "old");
+    files.Write(path, "[General]\r\nKey=new\r\n");
+    setTime();
+    profiles.Forget(path);
+    EXPECT_EQ(profiles.ReadText(path, "General", "Key", 255), "new");
+    profiles.Forget(folder / "missing");
+}
+
+TEST_F(ProfileFilesWinTest, WaitsToWriteAFileThatAnotherProgramHolds) {
+    FakeSleep sleep;
+    files.Write(path, "[General]\r\nKey=old\r\n");
+    const auto lock = [&] {
+        return FileHandle(CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    };
+    FileHandle held = lock();
+    sleep.After(100, [&] { held.Reset(); });
+    EXPECT_TRUE(profiles.WriteText(path, "General", "Key", "new"));
+    EXPECT_EQ(sleep.Milliseconds(), 100U);
+    EXPECT_EQ(profiles.ReadText(path, "General", "Key", 255), "new");
+
+    held = lock();
+    EXPECT_FALSE(profiles.WriteText(path, "General", "Key", "newer"));
+    EXPECT_EQ(sleep.Milliseconds(), 100U + 500U);
+    held.Reset();
     EXPECT_EQ(profiles.ReadText(path, "General", "Key", 255), "new");
 }
 
