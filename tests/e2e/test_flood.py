@@ -64,3 +64,21 @@ def test_a_key_acts_at_once(quarn, flooder, report):
     assert statistics.median(times) < 0.2
     quarn.wait_for_scan()
     assert quarn.close() == 0
+
+
+def test_a_dialog_answers(quarn, flooder, report):
+    quarn.press_toolbar("refreshall")
+    times = []
+    for _ in range(4):
+        flooder.next_request()
+        quarn.choose("mnuExtrasOptions")
+        quarn.do.wait("*", "use", "Options")
+        start = time.monotonic()
+        quarn.do("keyboard", "escape")
+        quarn.do("use")
+        quarn.do.wait(0, "is-open", "Options")
+        times.append(time.monotonic() - start)
+    report(f"{DATAGRAMS_PER_SECOND} datagrams a second: a dialog closed after {seconds(times)}")
+    assert statistics.median(times) < 0.5
+    quarn.wait_for_scan()
+    assert quarn.close() == 0

@@ -1,5 +1,6 @@
 #include "win32/desktop/EventPumpWin.h"
 
+#include "win32/MessageWindow.h"
 #include "win32/PerformanceCounter.h"
 
 #include <algorithm>
@@ -182,6 +183,7 @@ bool EventPumpWin::RunNext() {
         UpdateWindows();
     updatePending_ = true;
     if (!preTranslate || !preTranslate(message)) {
+        const MessageWindow::OwnLoop handingOut(message);
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
