@@ -1,10 +1,23 @@
 #include "win32/Dialog.h"
 
+#include "win32/Libraries.h"
 #include "win32/SystemError.h"
 
 #include <uxtheme.h>
 
 namespace quarn {
+
+namespace {
+
+// A page has the background of the tab control that it lies on.
+void UseTabTexture(HWND page) noexcept {
+    static const auto enable =
+        SystemFunction<HRESULT WINAPI(HWND, DWORD)>("uxtheme.dll", "EnableThemeDialogTexture");
+    if (enable != nullptr)
+        enable(page, ETDT_ENABLETAB);
+}
+
+} // namespace
 
 INT_PTR Dialog::ShowModal(HWND owner, bool topMost) {
     topMost_ = topMost;
@@ -20,7 +33,7 @@ void Dialog::CreateAsPage(HWND parent) {
     if (CreateDialogParamA(GetModuleHandleA(nullptr), formName_, parent, &DialogProc,
                            reinterpret_cast<LPARAM>(this)) == nullptr)
         ThrowLastError();
-    EnableThemeDialogTexture(handle_, ETDT_ENABLETAB);
+    UseTabTexture(handle_);
 }
 
 INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
