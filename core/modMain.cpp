@@ -1,6 +1,7 @@
 #include "core/modMain.h"
 
 #include "core/Version.h"
+#include "core/modFileHelper.h"
 #include "core/modXPCompat.h"
 #include "query/clsIPLocation.h"
 #include "support/Trap.h"
@@ -13,16 +14,10 @@ namespace {
 // The maintainer's mailbox, under a domain that is reserved for examples; a distributor sets his own.
 constexpr const char* SupportAddress = "support@quarn.example";
 
-std::string WithTrailingBackslash(std::string folder) {
-    if (!folder.ends_with('\\'))
-        folder += '\\';
-    return folder;
-}
-
 } // namespace
 
 bool Main(ProgramState& program, Desktop& desktop, const std::function<void()>& showMainWindow) {
-    program.AppPath = WithTrailingBackslash(desktop.files.ProgramFolder());
+    program.AppPath = WithTrailingBackslash(desktop.locale, desktop.files.ProgramFolder());
     program.AppLog = std::make_unique<clsAppLog>(desktop, program.AppPath);
     clsAppLog& log = *program.AppLog;
     log.NotifyEmailAddress = SupportAddress;

@@ -35,20 +35,19 @@ std::string ParametersOf(const ProgramState& program, std::int32_t game, bool as
 
 } // namespace
 
-std::string GetGameExePath(const ProgramState& program, const Files& files, std::string& gamePath,
+std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, std::string& gamePath,
                            const std::string& gameShortName) {
-    if (gamePath.empty() || gamePath.back() != '\\')
-        gamePath += '\\';
+    gamePath = WithTrailingBackslash(desktop.locale, gamePath);
     const std::int32_t game = GameIndexOfShort(program, gameShortName);
     const std::string candidate = gamePath + program.Games[game].ExeName;
-    return FileExists(files, candidate) ? candidate : std::string();
+    return FileExists(desktop.files, candidate) ? candidate : std::string();
 }
 
 bool StartGame(ProgramState& program, Desktop& desktop, bool asSpectator) {
     const std::int32_t game = GameIndexOfShort(program, program.CurrentGame);
     const std::string exe =
         game == 0 ? std::string()
-                  : GetGameExePath(program, desktop.files, program.GamePath[game], program.CurrentGame);
+                  : GetGameExePath(program, desktop, program.GamePath[game], program.CurrentGame);
     if (exe.empty()) {
         program.AppLog->ErrorMessage("The game executable could not be found. Please check game path!");
         return false;

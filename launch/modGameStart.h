@@ -11,7 +11,7 @@ namespace quarn {
 
 // Full path of the game's executable, "" when there is no such file. The path given gains the backslash at
 // its end that it lacks, whether or not the file is found.
-std::string GetGameExePath(const ProgramState& program, const Files& files, std::string& gamePath,
+std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, std::string& gamePath,
                            const std::string& gameShortName);
 
 // Starts CurrentGame on CurrentServer: writes "server.txt" into the current directory, one line that names

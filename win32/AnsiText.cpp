@@ -20,4 +20,11 @@ std::string Narrowed(std::wstring_view text) {
     return narrow;
 }
 
+std::optional<std::string> NarrowedExactly(std::wstring_view text) {
+    std::string narrow = Narrowed(text);
+    if (Widened(narrow) != text)
+        return std::nullopt;
+    return narrow;
+}
+
 } // namespace quarn

@@ -77,18 +77,47 @@ TEST_F(GameStartTest, AppendsTheBackslashThatAPathLacks) {
     };
     for (const auto& c : cases) {
         std::string path = c.path;
-        GetGameExePath(program, fake.files, path, "ar");
+        GetGameExePath(program, fake.desktop, path, "ar");
         EXPECT_EQ(path, c.after);
-        GetGameExePath(program, fake.files, path, "ar");
+        GetGameExePath(program, fake.desktop, path, "ar");
         EXPECT_EQ(path, c.after) << "the second time";
     }
+}
+
+// In the Japanese code page the last character of the second row is "so", whose bytes are 83 5C.
+TEST_F(GameStartTest, TellsABackslashFromTheSecondByteOfACharacter) {
+    const struct {
+        const char* path;
+        const char* after;
+    } cases[] = {
+        {"C:\\Games\\\x83\x41", "C:\\Games\\\x83\x41\\"},
+        {"C:\\Games\\\x83\x5C", "C:\\Games\\\x83\x5C\\"},
+        {"C:\\Games\\\x83\x5C\\", "C:\\Games\\\x83\x5C\\"},
+        {"C:\\\x83\x83\\", "C:\\\x83\x83\\"},
+        {"\x83\x83\x5C", "\x83\x83\x5C"},
+        {"\x83\x83\x83\x5C", "\x83\x83\x83\x5C\\"},
+        {"C:\\\xB1\\", "C:\\\xB1\\"},
+        {"C:\\cut\x83", "C:\\cut\x83\\"},
+        {"C:\\", "C:\\"},
+        {"", "\\"},
+    };
+    fake.locale.japaneseCodePage = true;
+    for (const auto& c : cases) {
+        std::string path = c.path;
+        GetGameExePath(program, fake.desktop, path, "ar");
+        EXPECT_EQ(path, c.after);
+    }
+    fake.locale.japaneseCodePage = false;
+    std::string western = "C:\\Games\\\x83\x5C";
+    GetGameExePath(program, fake.desktop, western, "ar");
+    EXPECT_EQ(western, "C:\\Games\\\x83\x5C");
 }
 
 TEST_F(GameStartTest, FindsTheExecutableOfTheGameItIsGiven) {
     fake.files.Put("C:\\Games\\Arena\\other.exe", "");
     std::string path = "C:\\Games\\Arena";
-    EXPECT_EQ(GetGameExePath(program, fake.files, path, "ar"), "C:\\Games\\Arena\\arena.exe");
-    EXPECT_EQ(GetGameExePath(program, fake.files, path, "other"), "C:\\Games\\Arena\\other.exe");
+    EXPECT_EQ(GetGameExePath(program, fake.desktop, path, "ar"), "C:\\Games\\Arena\\arena.exe");
+    EXPECT_EQ(GetGameExePath(program, fake.desktop, path, "other"), "C:\\Games\\Arena\\other.exe");
 }
 
 TEST_F(GameStartTest, FindsNoExecutable) {
@@ -99,11 +128,11 @@ TEST_F(GameStartTest, FindsNoExecutable) {
          {"", "\\", "C:", "C:\\Games", "C:\\Games\\Folder", "C:\\Games\\Other", "C:\\Games\\FileAsPath",
           "D:\\Games\\Arena", "Games\\Arena", "C:\\Games\\Aren", "C:\\Games\\Arena\\arena.exe"}) {
         std::string path = folder;
-        EXPECT_EQ(GetGameExePath(program, fake.files, path, "ar"), "") << folder;
+        EXPECT_EQ(GetGameExePath(program, fake.desktop, path, "ar"), "") << folder;
     }
     for (const char* game : {"", "AR", "a", "ar ", "fav1", "games"}) {
         std::string path = "C:\\Games\\Arena";
-        EXPECT_EQ(GetGameExePath(program, fake.files, path, game), "") << game;
+        EXPECT_EQ(GetGameExePath(program, fake.desktop, path, game), "") << game;
         EXPECT_EQ(path, "C:\\Games\\Arena\\") << game;
     }
 }
@@ -111,7 +140,7 @@ TEST_F(GameStartTest, FindsNoExecutable) {
 TEST_F(GameStartTest, AGameWithoutExecutableNameIsNeverFound) {
     program.Games[2].ExeName = "";
     std::string path = "C:\\Games\\Arena";
-    EXPECT_EQ(GetGameExePath(program, fake.files, path, "ar"), "");
+    EXPECT_EQ(GetGameExePath(program, fake.desktop, path, "ar"), "");
 }
 
 TEST_F(GameStartTest, AsksTheShellForTheGameInItsFolder) {
