@@ -26,6 +26,7 @@ bool Main(ProgramState& program, Desktop& desktop, const std::function<void()>& 
     Trapped(log, "modMain", "Main", OnError::LogAndShow, [&] {
         log.Log("modMain", "Main", 0, "Application startup, initializing", false, false, true);
         if (desktop.system.AlreadyRunning(ApplicationTitle)) {
+            desktop.system.ShowRunningInstance();
             log.Log("modMain", "Main", 0, std::string(ApplicationTitle) + " is already running.");
             return;
         }

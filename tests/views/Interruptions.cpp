@@ -124,6 +124,7 @@ const std::vector<Command>& Commands() {
         {"help", [](BusyBrowser& b) { b.Form().mnuInfoHelp_Click(); }},
         {"sort the players", [](BusyBrowser& b) { b.Form().servers.lvwPlayers_ColumnClick(3); }},
         {"a key that moves the selection", [](BusyBrowser& b) { b.Form().servers.lvwServers_KeyUp(40); }},
+        {"start the program again", [](BusyBrowser& b) { b.Form().StartedAgain(); }},
         {"into the tray and back",
          [](BusyBrowser& b) {
              b.window.SetState(WindowState::Minimized);
