@@ -304,12 +304,27 @@ TEST_F(GameStartTest, AListThatBelongsToNoGameHasNoExecutable) {
     EXPECT_EQ(fake.prompts.shown.size(), 3U);
 }
 
-TEST_F(GameStartTest, LeavesErrorsToItsCaller) {
+TEST_F(GameStartTest, AFolderThatCannotBeWrittenStopsNoGame) {
     fake.files.FailWrites(ServerFile, ErrorNumber::PermissionDenied);
-    EXPECT_EQ(ErrorOf([&] { Start(); }), ErrorNumber::PermissionDenied);
-    EXPECT_TRUE(fake.shell.opened.empty());
+    EXPECT_TRUE(Start());
+    ASSERT_EQ(fake.shell.opened.size(), 1U);
+    EXPECT_EQ(fake.shell.opened[0].file, "C:\\Games\\Arena\\arena.exe");
+    EXPECT_TRUE(fake.prompts.shown.empty());
+    EXPECT_EQ(program.AppLog->HistoryLog(),
+              "modGameStart;StartGame;11/21/26 08:05:00.000;70;Permission denied\r\n");
+}
 
-    fake.files.ClearFaults();
+TEST_F(GameStartTest, JoinsTheServerThatWasSelectedWhenItBegan) {
+    fake.files.whileWriting = [this](const std::string& path) {
+        if (path == ServerFile)
+            program.CurrentServer = 1;
+    };
+    program.Servers[1].Address = "9.9.9.9";
+    EXPECT_NE(Parameters(false).find("+connect 1.2.3.4:27960"), std::string::npos);
+    EXPECT_EQ(fake.files.Get(ServerFile), "The server 1.2.3.4:27960\r\n");
+}
+
+TEST_F(GameStartTest, LeavesErrorsToItsCaller) {
     for (const std::int32_t server : {-1, 3, std::numeric_limits<std::int32_t>::max()}) {
         program.CurrentServer = server;
         EXPECT_EQ(ErrorOf([&] { Start(); }), ErrorNumber::SubscriptOutOfRange) << server;

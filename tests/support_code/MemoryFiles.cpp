@@ -54,6 +54,8 @@ std::string MemoryFiles::Read(const std::string& path) const {
 }
 
 void MemoryFiles::BeginWrite(const std::string& path) {
+    if (whileWriting)
+        whileWriting(path);
     const std::string key = Key(path);
     ++writes_[key];
     if (const auto fault = writeFaults_.find(key); fault != writeFaults_.end())

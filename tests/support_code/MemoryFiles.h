@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -43,6 +44,9 @@ class MemoryFiles : public Files {
     void FailReads(const std::string& path, ErrorNumber error);
     void FailWrites(const std::string& path, ErrorNumber error);
     void ClearFaults();
+
+    // Runs while a file is being changed, when the system may let events run.
+    std::function<void(const std::string& path)> whileWriting;
 
     // Room left on the disk, in bytes; writing beyond it is error 61. A plain write leaves what fitted.
     std::optional<std::size_t> freeBytes;
