@@ -63,6 +63,13 @@ TEST_F(AboutTest, LooksAtTheSecondPlaceOnlyWhenTheFirstIsEmpty) {
     EXPECT_EQ(Run(), "");
 }
 
+TEST_F(AboutTest, ExpandsTheVariablesInItsPath) {
+    fake.registry.Put(Machine, ToolKey, "Path", "%Tools%\\msinfo.exe");
+    EXPECT_EQ(Run(), "C:\\Tools\\msinfo.exe");
+    fake.registry.Put(Machine, ToolKey, "Path", "%Unknown%\\msinfo.exe");
+    EXPECT_EQ(Run(), "");
+}
+
 TEST_F(AboutTest, RunsNothingThatIsNoFile) {
     EXPECT_EQ(Run(), "") << "no value at all";
     fake.files.PutFolder("C:\\Tools");
