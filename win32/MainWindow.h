@@ -65,6 +65,7 @@ class MainWindow final : public Window, public FormWindow {
     void SetCaption(const std::string& caption) override;
     void SetVisible(bool visible) override;
     void SetShownInTaskbar(bool shown) override;
+    void ComeToFront() override;
     void SetTopMost(bool topMost) override;
     void PopUp(PopupMenu menu) override;
     void ShowChanges() override;
@@ -89,8 +90,10 @@ class MainWindow final : public Window, public FormWindow {
     Answer OnOwnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     // Look (MainWindow.cpp)
+    void HearLesserPrograms() const noexcept;
     void CreateControls();
     void ApplyLook(Dpi dpi);
+    void ShowIcons();
     void Arrange();
     void MoveListsToLayout();
 
@@ -125,6 +128,7 @@ class MainWindow final : public Window, public FormWindow {
     ModalFormsWin forms_;
     frmMain form_;
     TimerWin tmrTimeout_;
+    TimerWin tmrIcon_;
 
     // Pictures and fonts outlive the controls below that use them.
     Dpi dpi_ = Dpi::OfSystem();
@@ -133,6 +137,8 @@ class MainWindow final : public Window, public FormWindow {
     Images listPictures_;
     IconHandle icon_;
     IconHandle smallIcon_;
+    IconHandle captionIcon_;
+    IconHandle smallCaptionIcon_;
 
     TreeViewControl trvGames_;
     ListViewControl lvwServers_;
@@ -154,7 +160,7 @@ class MainWindow final : public Window, public FormWindow {
     bool askedByKeyboard_ = false;
 
     std::deque<std::function<void()>> postedEvents_;
-    // The system sends it when it has made the taskbar anew.
+    // Sent by the system when it has created the taskbar again.
     const UINT taskbarCreatedMessage_ = RegisterWindowMessageA("TaskbarCreated");
 
     HWND lastFocus_ = nullptr;
