@@ -7,8 +7,6 @@ source "$SCRIPTS/build.sh"
 source "$SCRIPTS/wine.sh"
 source "$SCRIPTS/display.sh"
 source "$SCRIPTS/desktops.sh"
-source "$SCRIPTS/package.sh"
-source "$SCRIPTS/counts.sh"
 
 print_help() {
     cat <<'HELP'
@@ -26,82 +24,81 @@ HELP
 }
 
 RESULTS=$BUILD/results
-# Debian's Python, whose pytest is installed, whatever other one comes first in the path.
-PYTEST=(/usr/bin/python3 -B -m pytest -q -p no:cacheprovider)
 
-long=()
+passed_in_all=0
+failed_in_all=0
+skipped_in_all=0
 
-# execute GROUP COMMAND...: runs a test command that leaves its results in build/results/GROUP.xml. Failing
-# tests do not end the run: they are counted afterwards.
-execute() {
-    local group=$1
+# run_tests PRESET [OPTION...]: runs the tests of a test preset. A failing test does not end the run: what CTest
+# has counted is added up afterwards.
+run_tests() {
+    local preset=$1
     shift
-    rm -f "$RESULTS/$group.xml"
-    logged "test-$group" "$@" || true
+    logged "test-$preset" ctest --preset "$preset" --output-junit "$RESULTS/$preset.xml" "$@" || true
 }
 
-execute_ctest() {
-    execute "$1" ctest --preset "$1" -j "$JOBS" --output-junit "$RESULTS/$1.xml"
-}
+# number NAME FILE: a number in the head of one of CTest's result files.
+number() { sed -n "/<testsuite/,/>/ s/.*\b$1=\"\([0-9]*\)\".*/\1/p" "$2"; }
 
-execute_pytest() {
-    execute "$1" "${PYTEST[@]}" --junitxml "$RESULTS/$1.xml" "tests/$1" "${@:2}"
-}
-
+# count PRESET: prints what CTest has counted, by label as well, and adds it to the total.
 count() {
-    local group
-    for group in "$@"; do
-        count_results "$group" "$RESULTS/$group.xml"
-    done
+    local file=$RESULTS/$1.xml tests failed skipped
+    if [[ ! -s $file ]]; then
+        say "$1: CTest wrote no results, counted as one failure"
+        failed_in_all=$((failed_in_all + 1))
+        return
+    fi
+    tests=$(number tests "$file")
+    failed=$(number failures "$file")
+    skipped=$(($(number skipped "$file") + $(number disabled "$file")))
+    say "$1: $((tests - failed - skipped)) passed, $failed failed, $skipped skipped"
+    sed -n 's/^\([a-z0-9]*\) *=.*(\([0-9]* tests*\))$/    \1: \2/p' "$LOGS/test-$1.log"
+    passed_in_all=$((passed_in_all + tests - failed - skipped))
+    failed_in_all=$((failed_in_all + failed))
+    skipped_in_all=$((skipped_in_all + skipped))
 }
 
 test_natively() {
     build_preset "$1"
-    execute_ctest "$1"
+    run_tests "$1" -j "$JOBS"
     count "$1"
 }
 
-# All in one process: each start of one under Wine would last longer than the test.
-execute_win64() {
-    execute win64 timeout 900 wine "$BUILD/win64/tests/win32/quarn_win32_tests.exe" \
-        "--gtest_output=xml:$(windows_path "$RESULTS/win64.xml")" </dev/null
+# At the lowest priority: tests with windows have to be quick.
+run_style() {
+    renice -n 19 "$BASHPID" >/dev/null
+    run_tests style -j "$JOBS"
 }
 
-test_on_first_desktop() {
-    use_desktop 1
-    execute_win64
-    execute_pytest bench
-    make_packages && execute_pytest packages
-}
-
-# Tests with windows wait more than they work, so three of them share the time.
+# Tests with windows wait more than they work: as many run at once as there are desktops, and the examination of
+# the sources fills the gaps.
 test_under_wine() {
-    start_desktops 3
-    say "Testing under Wine, packing, and testing end to end"
-    in_background test_on_first_desktop
-    QUARN_DESKTOPS=$(desktops_from 2) execute_pytest e2e -n 2 "${long[@]}"
+    start_desktops
+    say "Testing under Wine, and examining the sources"
+    in_background run_style
+    run_tests win64 -j "$((JOBS + 2))" "${long[@]}"
     wait "$background" || true
-    count win64 bench packages e2e
+    count win64
+    count style
 }
 
 test_everything() {
     test_natively native
     test_natively native-asan
-    build_preset native quarn_bench bare_scan
     build_preset win64
-    build_preset win64 bare_scan empty_window
     build_preset win32
-    execute_pytest sources
-    execute_pytest executables
-    count sources executables
     test_under_wine
 }
 
 quick=false
+long=()
 while (($# > 0)); do
     case $1 in
         --quick) quick=true ;;
-        --long) long=(--long) ;;
+        --long)
+            export QUARN_LONG=1
+            long=(--timeout 3600)
+            ;;
         --help) print_help && exit ;;
         *) fail "unknown option $1; see ./test.sh --help" ;;
     esac
@@ -112,13 +109,14 @@ take_build_folder
 mkdir -p "$RESULTS"
 rm -f "$RESULTS"/*.xml "$RESULTS/figures.txt"
 if $quick; then
-    ensure_packages "${PACKAGES_TO_BUILD_NATIVE[@]}"
+    ensure_packages "${PACKAGES_TO_BUILD_NATIVE[@]}" "${PACKAGES_TO_TEST[@]}"
     test_natively native
 else
     ensure_packages "${PACKAGES_TO_BUILD_NATIVE[@]}" "${PACKAGES_TO_BUILD_PROGRAM[@]}" \
-        "${PACKAGES_TO_PACK[@]}" "${PACKAGES_TO_RUN[@]}" "${PACKAGES_TO_TEST[@]}"
+        "${PACKAGES_TO_PACK[@]}" "${PACKAGES_TO_RUN[@]}" "${PACKAGES_TO_TEST[@]}" \
+        "${PACKAGES_TO_TEST_EVERYTHING[@]}" "${PACKAGES_OF_STYLE[@]}"
     test_everything
 fi
 [[ ! -e $RESULTS/figures.txt ]] || cat "$RESULTS/figures.txt"
-print_total
+say "total: $passed_in_all passed, $failed_in_all failed, $skipped_in_all skipped"
 ((failed_in_all == 0))

@@ -1,7 +1,7 @@
 // A country lookup over the ranges of the real database beside a plain pass over two arrays of their bounds.
 
 #include "query/clsIPLocation.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <benchmark/benchmark.h>
 

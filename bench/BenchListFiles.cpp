@@ -5,7 +5,7 @@
 #include "bench/Workloads.h"
 #include "core/modStringHelper.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 #include "views/ServerListFiles.h"
 
 #include <benchmark/benchmark.h>

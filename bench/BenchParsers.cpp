@@ -4,7 +4,7 @@
 #include "query/modGamQuery.h"
 #include "query/modMasterQuery.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <benchmark/benchmark.h>
 

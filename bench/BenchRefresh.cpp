@@ -3,7 +3,7 @@
 
 #include "bench/Workloads.h"
 #include "query/modGamQuery.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <benchmark/benchmark.h>
 
@@ -92,10 +92,10 @@ void ListMod_floor(benchmark::State& state) {
     CopyTexts(state, [](const ServerRecord& server) { return server.ModName == "osp"; });
 }
 
-// One iteration asks all servers; the network's twin is part of it.
+// One iteration asks all servers; the fake network is part of it.
 void RefreshAll(benchmark::State& state) {
     ListedServers fixture;
-    FakeUdpSocket& socket = fixture.browser.sckServer;
+    FakeUdpSockets& socket = fixture.browser.sckServer;
     const std::string reply = Q3Status(ReplySize);
     socket.whenSent = [&](const SentDatagram&) { socket.ReplyIn(0, reply); };
     for (auto _ : state) {

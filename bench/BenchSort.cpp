@@ -2,7 +2,7 @@
 
 #include "controls/ListView.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 #include "views/clsQuickList.h"
 
 #include <benchmark/benchmark.h>

@@ -83,18 +83,24 @@ def measure(servers, latency, rounds):
                 + bare_scan(BARE_NATIVE, addresses)
             )
         packets = network.statistics()
+    print_figures(servers, latency, times, packets)
+
+
+def print_figures(servers, latency, times, packets):
     median = statistics.median
-    passes = 3 * rounds * servers
+    passes = 3 * len(times) * servers
+    cpu, bare_cpu, native_cpu = (1000 * median(t[i] for t in times) / servers for i in (1, 3, 5))
+    requests, replies = (packets[f"server_{name}"] / passes for name in ("requests", "replies"))
     print(
         f"{servers} servers at {latency} ms:",
-        f"  scan           {median(t[0] for t in times):8.3f} s, {1000 * median(t[1] for t in times) / servers:6.2f} ms of CPU a server, "
+        f"  scan           {median(t[0] for t in times):8.3f} s, {cpu:6.2f} ms of CPU a server, "
         f"{100 * median(t[1] / t[0] for t in times):5.1f} % of a core",
-        f"  bare loop      {median(t[2] for t in times):8.3f} s, {1000 * median(t[3] for t in times) / servers:6.2f} ms; "
+        f"  bare loop      {median(t[2] for t in times):8.3f} s, {bare_cpu:6.2f} ms; "
         f"the scan takes {median(t[0] / t[2] for t in times):.3f} times as long, "
         f"{1000 * median(t[0] - t[2] for t in times) / servers:.2f} ms more a server",
-        f"  bare, natively {median(t[4] for t in times):8.3f} s, {1000 * median(t[5] for t in times) / servers:6.2f} ms; "
+        f"  bare, natively {median(t[4] for t in times):8.3f} s, {native_cpu:6.2f} ms; "
         f"the scan takes {median(t[0] / t[4] for t in times):.3f} times as long",
-        f"  a server and pass: {packets['server_requests'] / passes:.2f} requests, {packets['server_replies'] / passes:.2f} replies",
+        f"  a server and pass: {requests:.2f} requests, {replies:.2f} replies",
         sep="\n",
         flush=True,
     )

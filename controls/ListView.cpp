@@ -1,29 +1,11 @@
 #include "controls/ListView.h"
 
+#include "base/NearestIndex.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace quarn {
-
-namespace {
-
-template<class Matches>
-std::int32_t NearestRow(const ListView::Rows& rows, std::int32_t likely, Matches&& matches) noexcept {
-    const auto count = static_cast<std::int32_t>(rows.size());
-    const auto isIt = [&](std::int32_t row) {
-        return row >= 1 && row <= count && matches(*rows[static_cast<std::size_t>(row) - 1]);
-    };
-    const std::int32_t start = std::clamp(likely, 1, std::max(count, 1));
-    for (std::int32_t distance = 0; distance < count; ++distance) {
-        if (isIt(start - distance))
-            return start - distance;
-        if (isIt(start + distance))
-            return start + distance;
-    }
-    return 0;
-}
-
-} // namespace
 
 std::size_t ListView::Checked(std::int32_t row) const {
     if (row < 1 || row > RowCount())
@@ -105,11 +87,15 @@ ListView::Rows ListView::TakeRows() {
 }
 
 std::int32_t ListView::RowOf(std::uint32_t identity, std::int32_t likely) const noexcept {
-    return NearestRow(rows_, likely, [&](const ListRow& row) { return row.identity == identity; });
+    return NearestIndex(RowCount(), likely, [&](std::int32_t row) {
+        return rows_[static_cast<std::size_t>(row) - 1]->identity == identity;
+    });
 }
 
-std::int32_t ListView::RowTagged(std::string_view tag, std::int32_t likely) const noexcept {
-    return NearestRow(rows_, likely, [&](const ListRow& row) { return row.main.tag == tag; });
+std::int32_t ListView::RowShowing(std::uint32_t subject, std::int32_t likely) const noexcept {
+    return NearestIndex(RowCount(), likely, [&](std::int32_t row) {
+        return rows_[static_cast<std::size_t>(row) - 1]->subject == subject;
+    });
 }
 
 const ListCell& ListView::Cell(std::int32_t row, std::int32_t column) const {

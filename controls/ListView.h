@@ -39,6 +39,7 @@ struct ListRow {
     std::string smallIcon;
     std::vector<ListCell> subItems; // columns 2 and on
     std::uint32_t identity = 0;     // never used again when the row is gone
+    std::uint32_t subject = 0;      // number of what the row shows, if the program sets one
     bool selected = false;
 };
 
@@ -62,10 +63,10 @@ class ListView {
     using Rows = std::vector<std::unique_ptr<ListRow>>;
     Rows TakeRows();
 
-    // Number of the row with this identity, or of the nearest with this tag; 0 when there is none. Looked for
-    // from row `likely` outwards.
+    // Number of the row with this identity, or of the nearest that shows this subject; 0 when there is none.
+    // Looked for from row `likely` outwards.
     std::int32_t RowOf(std::uint32_t identity, std::int32_t likely) const noexcept;
-    std::int32_t RowTagged(std::string_view tag, std::int32_t likely) const noexcept;
+    std::int32_t RowShowing(std::uint32_t subject, std::int32_t likely) const noexcept;
 
     // The cell of a row in a column from 1.
     const ListCell& Cell(std::int32_t row, std::int32_t column) const;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 
 namespace quarn {
 
@@ -18,6 +19,9 @@ class ProgressBar {
 
     std::int32_t Value() const noexcept { return value_; }
     void SetValue(std::int32_t value) { value_ = std::clamp(value, 0, maximum_); }
+
+    bool active = false; // work is in progress
+    std::string toolTip;
 
     TwipsRect bounds; // in the window's inner area
     bool flat = false;

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,15 @@ class UdpSocket {
 
     // A look-up or a send failed.
     std::function<void(const std::string& description)> SendFailed;
+};
+
+// Where a program that needs many sockets gets them.
+class UdpSocketFactory {
+  public:
+    virtual ~UdpSocketFactory() = default;
+
+    // A closed socket. It must not outlive the factory.
+    virtual std::unique_ptr<UdpSocket> MakeSocket() = 0;
 };
 
 } // namespace quarn

@@ -21,7 +21,8 @@ constexpr std::uint32_t CopyDataIdentifier = 3;
 
 void LogMissingSeparator(clsAppLog& log) noexcept {
     constexpr ErrorNumber Missing = ErrorNumber::InvalidProcedureCall;
-    log.Log("modCommonSubs", "ExtractString", static_cast<std::int32_t>(Missing), DescriptionOf(Missing));
+    log.LogUncounted("modCommonSubs", "ExtractString", static_cast<std::int32_t>(Missing),
+                     DescriptionOf(Missing));
 }
 
 std::string ExtractString(clsAppLog& log, std::string& text, std::string_view separator) {

@@ -3,6 +3,8 @@
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
 
+#include "base/NearestIndex.h"
+
 #include <algorithm>
 
 namespace quarn {
@@ -23,6 +25,18 @@ ServerRecord& ProgramState::AppendServer() {
         throw RunTimeError(ErrorNumber::OutOfMemory);
     Servers.Resize(ServerCount + 1);
     return Servers[++ServerCount];
+}
+
+std::uint32_t ProgramState::IdentityOf(std::int32_t index) {
+    ServerRecord& server = Servers[index];
+    if (server.Identity == 0)
+        server.Identity = ++LastIdentity;
+    return server.Identity;
+}
+
+std::int32_t ProgramState::FindServer(std::uint32_t identity, std::int32_t likely) const noexcept {
+    return NearestIndex(Servers.HighestIndex(), likely,
+                        [&](std::int32_t index) { return Servers[index].Identity == identity; });
 }
 
 std::string& FavoriteName(ProgramState& program, std::int32_t folder) {

@@ -70,6 +70,9 @@ struct ServerRecord {
     std::string Variables; // \name\value\name\value...
     std::string Password;  // typed by the user; lives only while the program runs
     DateTime LastVisit;    // zero: never
+
+    // Set when the record is first listed and never used again: finds it after others were deleted. 0: none.
+    std::uint32_t Identity = 0;
 };
 
 // "address:port".
@@ -119,6 +122,13 @@ struct ProgramState {
     // Counts one more server and gives it a slot; error 7 beyond MaxServers.
     ServerRecord& AppendServer();
 
+    // The record's identity, which it gets now if it has none.
+    std::uint32_t IdentityOf(std::int32_t index);
+
+    // Index of the record with this identity, looked for from `likely` outwards; 0 when it is gone.
+    std::int32_t FindServer(std::uint32_t identity, std::int32_t likely) const noexcept;
+    std::uint32_t LastIdentity = 0;
+
     // Settings ("Quarn.ini"), with the values of a first run.
     std::int32_t MinToTray = 1;
     std::int32_t KeepOnTop = 0;
@@ -138,6 +148,9 @@ struct ProgramState {
     std::int32_t FavoritesNumber = 2;
     std::array<std::string, MaxFavoritesFolders + 1> FavoriteNames; // 1..9 are used
     std::int32_t QuitAfterStart = 0;
+
+    // Extras ("Quarn.ini", section "Extras"): off by default, and then not in the file.
+    std::int32_t Simultaneous = 1; // servers asked at once, 1 to 64
 };
 
 // Name of a favorites folder; a number outside 0..9 is error 9.

@@ -22,4 +22,9 @@ class Clock {
     virtual LocalTime Now() const = 0;
 };
 
+// Milliseconds from one reading of the tick counter to a later one, across its wrap at 2^32.
+constexpr std::int32_t TicksBetween(std::int32_t from, std::int32_t to) noexcept {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from));
+}
+
 } // namespace quarn

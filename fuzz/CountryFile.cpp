@@ -6,7 +6,7 @@
 #include "core/modStringHelper.h"
 #include "fuzz/Require.h"
 #include "query/clsIPLocation.h"
-#include "tests/support_code/MemoryFiles.h"
+#include "tests/fakes/MemoryFiles.h"
 
 #include <charconv>
 #include <cstddef>

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t LongestText = 254;
 
-// The twin of the profile calls reads the file anew for every key.
+// MemoryProfiles reads the file again for every key.
 constexpr std::int32_t MostSectionsWorthReading = 12;
 
 bool IsWorthReading(std::int32_t count) {

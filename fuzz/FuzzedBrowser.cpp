@@ -4,7 +4,7 @@
 #include "fuzz/BrowserActions.h"
 #include "fuzz/Require.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/IniText.h"
+#include "tests/fakes/IniText.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ constexpr std::int32_t Patience = 20'000; // milliseconds
 constexpr std::int64_t EntriesOfAThing = 8;
 constexpr std::int64_t LengthOfAnEntry = 400;
 
-// The twin of the profile calls reads the file anew for every key of a game or MOD.
+// MemoryProfiles reads the file again for every key of a game or MOD.
 bool CountsFew(const std::string& definitions) {
     const auto isFew = [&](const char* key) {
         return LeadingInteger(IniValue(definitions, "General", key).value_or("0")) <= 12;
@@ -43,7 +43,7 @@ std::vector<std::string> Block(int block) {
     return servers;
 }
 
-// The twins note as a failed test what would be a wait for ever.
+// A wait that would never end is recorded by the fakes as a failed test.
 bool AnyWaitWithoutEnd() {
     return ::testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed();
 }
@@ -85,14 +85,6 @@ std::string FuzzedBrowser::AnyNode(std::int32_t number) {
 void FuzzedBrowser::NoteStaleRows() {
     staleRows_ = true;
     staleList_.clear();
-}
-
-void FuzzedBrowser::Deliver(FakeUdpSocket& socket, std::string datagram) {
-    if (socket.CurrentState() == UdpSocket::State::Closed)
-        return; // nothing arrives there
-    ++things_;
-    bytes_ += static_cast<std::int64_t>(datagram.size());
-    socket.ReplyIn(0, std::move(datagram));
 }
 
 void FuzzedBrowser::PutFile(const std::string& path, std::string content) {

@@ -5,7 +5,7 @@
 // bounds of log and memory are told in it.
 
 #include "fuzz/ByteScript.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <cstdint>
 #include <deque>
@@ -34,7 +34,8 @@ class FuzzedBrowser : public HeadlessBrowser {
     void NoteStaleRows();
 
     // A datagram that arrives now, or that the next server to be asked sends.
-    void Deliver(FakeUdpSocket& socket, std::string datagram);
+    template<class Socket>
+    void Deliver(Socket& socket, std::string datagram);
     void AnswerNextWith(std::string datagram) { nextReplies_.push_back(std::move(datagram)); }
 
     // A file that comes from elsewhere.
@@ -63,5 +64,14 @@ class FuzzedBrowser : public HeadlessBrowser {
     bool staleRows_ = false;
     std::string staleList_;
 };
+
+template<class Socket>
+void FuzzedBrowser::Deliver(Socket& socket, std::string datagram) {
+    if (socket.CurrentState() == UdpSocket::State::Closed)
+        return; // nothing arrives there
+    ++things_;
+    bytes_ += static_cast<std::int64_t>(datagram.size());
+    socket.ReplyIn(0, std::move(datagram));
+}
 
 } // namespace quarn::fuzz

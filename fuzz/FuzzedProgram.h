@@ -4,7 +4,7 @@
 // for every input.
 
 #include "core/modDefinitions.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -8,7 +8,7 @@
 #include "core/modStringHelper.h"
 #include "fuzz/Require.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 #include "views/clsQuickList.h"
 
 #include <cmath>

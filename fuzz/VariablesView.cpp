@@ -3,8 +3,10 @@
 #include "fuzz/FuzzedProgram.h"
 #include "fuzz/Require.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeFormWindow.h"
-#include "tests/support_code/FakeUdpSocket.h"
+#include "tests/fakes/FakeFormWindow.h"
+#include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/FakeUdpSockets.h"
+#include "tests/fakes/LoggedEntries.h"
 #include "views/ServerDetails.h"
 
 #include <algorithm>
@@ -34,8 +36,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text(reinterpret_cast<const char*>(data), size);
     FuzzedProgram fuzzed;
     FakeFormWindow window;
-    FakeUdpSocket socket(fuzzed.fake.clock, fuzzed.fake.events, fuzzed.fake.hosts);
-    MainControls controls(socket, socket);
+    FakeUdpSocket master(fuzzed.fake.clock, fuzzed.fake.events, fuzzed.fake.hosts);
+    FakeUdpSockets servers(fuzzed.fake.clock, fuzzed.fake.events, fuzzed.fake.hosts);
+    MainControls controls(master, servers, fuzzed.fake.clock);
     CommandGate gate(fuzzed.fake.desktop.events);
     ServerDetails details({fuzzed.program, fuzzed.fake.desktop, window, controls, gate});
     fuzzed.program.CurrentServer = 1;
@@ -45,8 +48,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto backslashes = std::count(text.begin(), text.end(), '\\');
     Require(controls.lvwServVars.RowCount() == (backslashes + 1) / 2, "a row for each pair");
     const bool lastIsHalf = backslashes % 2 != 0;
-    Require(fuzzed.program.AppLog->ErrorCount() == (lastIsHalf ? 1 : 0),
+    Require(LoggedEntries(fuzzed.program.AppLog->HistoryLog()).size() == (lastIsHalf ? 1U : 0U),
             "half a pair is logged, nothing else");
+    Require(fuzzed.program.AppLog->ErrorCount() == 0, "what a datagram causes is not counted");
     Require(fuzzed.fake.prompts.shown.empty(), "nothing is shown");
 
     const std::size_t first = text.find('\\');

@@ -2,14 +2,17 @@
 
 // What the parsers of status replies share: known keys with the field that each fills, and players.
 
+#include "base/Scope.h"
 #include "core/modDefinitions.h"
 #include "core/modStringHelper.h"
+#include "query/modGamQuery.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quarn {
 
@@ -33,9 +36,33 @@ inline const std::string& LowerCaseInto(std::string& buffer, std::string_view ke
 }
 
 // Counts one more player and gives him a slot.
-inline PlayerRecord& AddPlayer(ServerRecord& server, std::int32_t& count) {
-    server.PlayerList.Resize(++count);
-    return server.PlayerList[count];
+inline PlayerRecord& AddPlayer(OneBased<PlayerRecord>& players, std::int32_t& count) {
+    players.Resize(++count);
+    return players[count];
+}
+
+// Runs a parse that fills all fields of a status reply. It works on a record of its own, which is stored by
+// index at the end, also when an error ends it: logging and other code may run between two fields. Error 9
+// for an index outside the list.
+template<class Parse>
+void ReplaceStatus(ProgramState& program, std::int32_t index, Parse&& parse) {
+    ServerRecord parsed;
+    parsed.Locked = program.Servers[index].Locked;
+    ClearServerStatus(parsed);
+    const Finally store([&] {
+        if (!program.Servers.Holds(index))
+            return;
+        ServerRecord& server = program.Servers[index];
+        server.Locked = parsed.Locked;
+        server.MaxPlayers = parsed.MaxPlayers;
+        server.Name = std::move(parsed.Name);
+        server.Map = std::move(parsed.Map);
+        server.ModName = std::move(parsed.ModName);
+        server.Players = parsed.Players;
+        server.PlayerList = std::move(parsed.PlayerList);
+        server.Variables = std::move(parsed.Variables);
+    });
+    parse(parsed);
 }
 
 } // namespace quarn

@@ -64,7 +64,7 @@ void ClearServerStatus(ServerRecord& server) {
 
 std::string ClearName(clsAppLog& log, std::string_view text) {
     std::string name;
-    Trapped(log, "modGamQuery", "ClearName", OnError::Log, [&] { name = WithoutCodes(text); });
+    Trapped(log, "modGamQuery", "ClearName", OnError::LogUncounted, [&] { name = WithoutCodes(text); });
     return name;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// The status query of one game server, and how its reply fills the server's record. Errors are logged and
-// end the parse; the fields filled so far stay. Replies are neither checked for their sender nor for their
-// kind beyond what is said here; whatever the bytes are, a parse ends.
+// The status query of one game server, and how its reply fills the server's record. Errors are logged,
+// without being counted, and end the parse; the fields filled so far stay. Replies are neither checked for
+// their sender nor for their kind beyond what is said here; whatever the bytes are, a parse ends.
 
 #include "controls/UdpSocket.h"
 #include "core/modDefinitions.h"
@@ -13,6 +13,9 @@
 #include <string_view>
 
 namespace quarn {
+
+// Players beyond these in one reply are not read.
+inline constexpr std::int32_t MaxPlayersOfAReply = 1'024;
 
 // Beyond this length a Variables text no longer grows by further rules replies.
 inline constexpr std::size_t MaxVariablesLength = 262'144;

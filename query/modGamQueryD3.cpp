@@ -81,9 +81,9 @@ std::int32_t PingOf(std::string_view bytes) {
 
 void ReadPlayers(clsAppLog& log, ServerRecord& server, TextCursor& cursor) {
     std::int32_t count = 0;
-    while (cursor.Rest().size() >= MinPlayerLength) {
+    while (cursor.Rest().size() >= MinPlayerLength && count < MaxPlayersOfAReply) {
         cursor.Take(1); // client number
-        PlayerRecord& player = AddPlayer(server, count);
+        PlayerRecord& player = AddPlayer(server.PlayerList, count);
         player.Ping = PingOf(cursor.Take(2));
         cursor.Take(4); // rate
         player.Name = ClearName(log, cursor.ExtractItem(Nul));
@@ -91,32 +91,32 @@ void ReadPlayers(clsAppLog& log, ServerRecord& server, TextCursor& cursor) {
     server.Players = count;
 }
 
+void ReadReply(clsAppLog& log, ServerRecord& server, std::string_view data) {
+    const std::size_t mark = data.find(PairsMark);
+    if (mark == std::string_view::npos)
+        return;
+    TextCursor cursor(log, data.substr(mark + PairsMark.size()));
+    const Players players = ReadPairs(log, server, cursor);
+
+    std::size_t endMark = EndOfPairs.size();
+    if (server.Variables.ends_with('\\')) {
+        server.Variables.pop_back();
+        --endMark; // one of its NULs went with the last empty value
+    }
+    if (players == Players::None)
+        return;
+    cursor.Drop(endMark);
+    ReadPlayers(log, server, cursor);
+}
+
 } // namespace
 
 void ParseD3EngineStatus(ProgramState& program, std::string_view data, std::int32_t index) {
     clsAppLog& log = *program.AppLog;
-    Trapped(log, "modGamQuery", "ParseD3EngineStatus", OnError::Log, [&] {
+    Trapped(log, "modGamQuery", "ParseD3EngineStatus", OnError::LogUncounted, [&] {
         if (data == Disconnect)
             return;
-        ServerRecord& server = program.Servers[index];
-        ClearServerStatus(server);
-        server.Variables.clear();
-
-        const std::size_t mark = data.find(PairsMark);
-        if (mark == std::string_view::npos)
-            return;
-        TextCursor cursor(log, data.substr(mark + PairsMark.size()));
-        const Players players = ReadPairs(log, server, cursor);
-
-        std::size_t endMark = EndOfPairs.size();
-        if (server.Variables.ends_with('\\')) {
-            server.Variables.pop_back();
-            --endMark; // one of its NULs went with the last empty value
-        }
-        if (players == Players::None)
-            return;
-        cursor.Drop(endMark);
-        ReadPlayers(log, server, cursor);
+        ReplaceStatus(program, index, [&](ServerRecord& server) { ReadReply(log, server, data); });
     });
 }
 

@@ -27,35 +27,49 @@ std::int32_t CodeOfFirst(std::string_view text) {
     return static_cast<unsigned char>(text.front());
 }
 
+// Error 9 for an index outside the list.
+void RequireServer(const ProgramState& program, std::int32_t index) {
+    static_cast<void>(program.Servers[index]);
+}
+
 void ParseHLCSInfo(ProgramState& program, std::string_view data, std::int32_t index) {
     clsAppLog& log = *program.AppLog;
-    Trapped(log, "modGamQuery", "ParseHLCSInfo", OnError::Log, [&] {
-        ServerRecord& server = program.Servers[index];
+    Trapped(log, "modGamQuery", "ParseHLCSInfo", OnError::LogUncounted, [&] {
+        RequireServer(program, index);
         TextCursor cursor(log, data);
         cursor.Extract(Nul); // header and server address
-        server.Name = cursor.Extract(Nul);
-        server.Map = cursor.Extract(Nul);
-        server.ModName = cursor.Extract(Nul);
+        const std::string_view name = cursor.Extract(Nul);
+        const std::string_view map = cursor.Extract(Nul);
+        const std::string_view modName = cursor.Extract(Nul);
         cursor.Drop(1);
+
+        ServerRecord& server = program.Servers[index];
+        server.Name = name;
+        server.Map = map;
+        server.ModName = modName;
         server.MaxPlayers = CodeOfFirst(cursor.Rest());
     });
 }
 
 void ParseHLCSPlayers(ProgramState& program, std::string_view data, std::int32_t index) {
     clsAppLog& log = *program.AppLog;
-    Trapped(log, "modGamQuery", "ParseHLCSPlayers", OnError::Log, [&] {
-        ServerRecord& server = program.Servers[index];
+    Trapped(log, "modGamQuery", "ParseHLCSPlayers", OnError::LogUncounted, [&] {
+        RequireServer(program, index);
+        OneBased<PlayerRecord> players;
+        std::int32_t count = 0;
+        const Finally store([&] {
+            if (program.Servers.Holds(index))
+                program.Servers[index].PlayerList = std::move(players);
+        });
         TextCursor cursor(log, data);
         cursor.Drop(FirstPlayerPosition);
-        server.PlayerList.Reset();
-        std::int32_t count = 0;
-        while (cursor.Rest().size() >= MinPlayerLength) {
-            PlayerRecord& player = AddPlayer(server, count);
+        while (cursor.Rest().size() >= MinPlayerLength && count < MaxPlayersOfAReply) {
+            PlayerRecord& player = AddPlayer(players, count);
             player.Name = cursor.ExtractItem(Nul);
             player.Score = CodeOfFirst(cursor.Rest());
             cursor.Drop(ScoreLength + TimeAndIndexLength);
         }
-        server.Players = count;
+        program.Servers[index].Players = count;
     });
 }
 
@@ -73,7 +87,7 @@ void AppendRules(ServerRecord& server, std::string_view data) {
 } // namespace
 
 void ParseHLCSStatus(ProgramState& program, std::string_view data, std::int32_t index) {
-    Trapped(*program.AppLog, "modGamQuery", "ParseHLCSStatus", OnError::Log, [&] {
+    Trapped(*program.AppLog, "modGamQuery", "ParseHLCSStatus", OnError::LogUncounted, [&] {
         if (data.size() <= KindPosition)
             return;
         switch (LowerCase(data[KindPosition])) {

@@ -58,8 +58,8 @@ void ReadInfo(clsAppLog& log, ServerRecord& server, std::string_view info) {
 void ReadPlayers(clsAppLog& log, ServerRecord& server, std::string_view lines) {
     TextCursor cursor(log, lines);
     std::int32_t count = 0;
-    while (!cursor.Rest().empty()) {
-        PlayerRecord& player = AddPlayer(server, count);
+    while (!cursor.Rest().empty() && count < MaxPlayersOfAReply) {
+        PlayerRecord& player = AddPlayer(server.PlayerList, count);
         player.Score = ToInteger(cursor.Extract(" "));
         player.Ping = ToLong(cursor.Extract(" "));
         player.Name = ClearName(log, cursor.ExtractItem("\n"));
@@ -71,17 +71,15 @@ void ReadPlayers(clsAppLog& log, ServerRecord& server, std::string_view lines) {
 
 void ParseQ3EngineStatus(ProgramState& program, std::string_view data, std::int32_t index) {
     clsAppLog& log = *program.AppLog;
-    Trapped(log, "modGamQuery", "ParseQ3EngineStatus", OnError::Log, [&] {
+    Trapped(log, "modGamQuery", "ParseQ3EngineStatus", OnError::LogUncounted, [&] {
         if (data == Disconnect)
             return;
-        ServerRecord& server = program.Servers[index];
-        ClearServerStatus(server);
-        server.Variables.clear();
-
-        TextCursor cursor(log, data);
-        cursor.Extract("\n"); // the header
-        ReadInfo(log, server, cursor.Extract("\n"));
-        ReadPlayers(log, server, cursor.Rest());
+        ReplaceStatus(program, index, [&](ServerRecord& server) {
+            TextCursor cursor(log, data);
+            cursor.Extract("\n"); // the header
+            ReadInfo(log, server, cursor.Extract("\n"));
+            ReadPlayers(log, server, cursor.Rest());
+        });
     });
 }
 

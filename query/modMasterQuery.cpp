@@ -72,7 +72,7 @@ void AppendServers(ProgramState& program, std::string_view body, const Layout& l
 } // namespace
 
 void ParseQ3EngineServers(ProgramState& program, std::string& data) {
-    Trapped(*program.AppLog, "modMasterQuery", "ParseQ3EngineServers", OnError::Log, [&] {
+    Trapped(*program.AppLog, "modMasterQuery", "ParseQ3EngineServers", OnError::LogUncounted, [&] {
         ReplaceAll(data, "EOT", "");
         ReplaceAll(data, "EOF", "");
         AppendServers(program, data, Q3Layout);
@@ -80,12 +80,12 @@ void ParseQ3EngineServers(ProgramState& program, std::string& data) {
 }
 
 void ParseD3EngineServers(ProgramState& program, std::string_view data) {
-    Trapped(*program.AppLog, "modMasterQuery", "ParseD3EngineServers", OnError::Log,
+    Trapped(*program.AppLog, "modMasterQuery", "ParseD3EngineServers", OnError::LogUncounted,
             [&] { AppendServers(program, data, D3Layout); });
 }
 
 void ParseHLCSServers(ProgramState& program, std::string_view data) {
-    Trapped(*program.AppLog, "modMasterQuery", "ParseHLCSServers", OnError::Log,
+    Trapped(*program.AppLog, "modMasterQuery", "ParseHLCSServers", OnError::LogUncounted,
             [&] { AppendServers(program, data, HLLayout); });
 }
 

@@ -12,9 +12,10 @@
 
 namespace quarn {
 
-// Whether the user sees the error in a message box. What the network or a file drives is only logged: a
-// scan never stops for a box.
-enum class OnError { Log, LogAndShow };
+// What happens to an error besides its line in the log. Errors caused by network data or files show no
+// message box, so that a scan is never interrupted; those caused by datagrams are not counted either, so that
+// no ordinary session ends with the question about an error report.
+enum class OnError { Log, LogAndShow, LogUncounted };
 
 // Number and text of the exception being handled.
 struct CaughtError {
@@ -32,7 +33,10 @@ bool Trapped(clsAppLog& log, std::string_view module, std::string_view routine, 
         return true;
     } catch (...) {
         const CaughtError error = CurrentError();
-        log.Log(module, routine, error.number, error.description, onError == OnError::LogAndShow);
+        if (onError == OnError::LogUncounted)
+            log.LogUncounted(module, routine, error.number, error.description);
+        else
+            log.Log(module, routine, error.number, error.description, onError == OnError::LogAndShow);
         return false;
     }
 }

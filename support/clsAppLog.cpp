@@ -45,8 +45,8 @@ std::string MessageOf(std::string_view module, std::string_view routine, std::in
     return text.append(".log for details.");
 }
 
-std::string FaultText(const char* routine) {
-    return "Error number " + std::to_string(CurrentError().number) + " in class AppLog, Sub " + routine;
+std::string FaultText(std::int32_t number, const char* routine) {
+    return "Error number " + std::to_string(number) + " in class AppLog, Sub " + routine;
 }
 
 std::string VersionNumber(const DllVersion& version) {
@@ -64,22 +64,44 @@ std::string Mebibytes(std::uint64_t bytes) {
 clsAppLog::clsAppLog(Desktop& desktop, const std::string& applicationFolder)
     : desktop_(desktop), logFilename_(applicationFolder + ApplicationTitle + ".log") {}
 
+// Only memory can fail here, and there is nowhere left to report that.
 void clsAppLog::Log(std::string_view ModuleName, std::string_view RoutineName, std::int32_t ErrNumber,
                     std::string_view Description, bool DisplayMessage, bool SendEmail,
                     bool OverwriteLog) noexcept {
-    // What fails here is memory, and there is nobody left to tell.
     Succeeds([&] {
-        if (ErrNumber > 0)
-            ++errorCount_;
-        const std::string line =
-            EntryLine(ModuleName, RoutineName, desktop_.clock.Now(), ErrNumber, Description);
-        history_ += line + LineEnd;
-        WriteLogEntry(line, OverwriteLog);
+        Enter(ModuleName, RoutineName, ErrNumber, Description, Counted::Yes, OverwriteLog);
         if (DisplayMessage)
             ErrorMessage(MessageOf(ModuleName, RoutineName, ErrNumber, Description));
         if (SendEmail)
             SendReport();
     });
+}
+
+void clsAppLog::LogUncounted(std::string_view ModuleName, std::string_view RoutineName,
+                             std::int32_t ErrNumber, std::string_view Description) noexcept {
+    Succeeds([&] { Enter(ModuleName, RoutineName, ErrNumber, Description, Counted::No, false); });
+}
+
+void clsAppLog::Enter(std::string_view module, std::string_view routine, std::int32_t number,
+                      std::string_view description, Counted counted, bool overwrite) {
+    if (number > 0 && counted == Counted::Yes)
+        ++errorCount_;
+    std::int32_t& lines =
+        linesOfAKind_[std::string(module) + ";" + std::string(routine) + ";" + std::to_string(number)];
+    if (lines == MostLinesOfAKind)
+        return;
+    std::string line = EntryLine(module, routine, desktop_.clock.Now(), number, description);
+    if (++lines == MostLinesOfAKind)
+        line += " (further entries like this are left out)";
+    history_ += line + LineEnd;
+    WriteLogEntry(line, overwrite);
+}
+
+void clsAppLog::TellWriteFault() noexcept {
+    if (writeFault_ != WriteFault::Untold || desktop_.prompts.IsOpen())
+        return;
+    writeFault_ = WriteFault::Told;
+    Succeeds([&] { ErrorMessage(FaultText(writeFaultNumber_, "WriteLogEntry")); });
 }
 
 void clsAppLog::ErrorMessage(const std::string& ErrorText) noexcept {
@@ -109,8 +131,11 @@ void clsAppLog::WriteLogEntry(const std::string& line, bool overwrite) {
             desktop_.files.Write(logFilename_, line + LineEnd);
         else
             desktop_.files.Append(logFilename_, line + LineEnd);
+        writeFault_ = WriteFault::None;
     } catch (...) {
-        ErrorMessage(FaultText("WriteLogEntry"));
+        writeFaultNumber_ = CurrentError().number;
+        if (writeFault_ == WriteFault::None)
+            writeFault_ = WriteFault::Untold;
     }
 }
 
@@ -144,7 +169,7 @@ void clsAppLog::EmailError(const std::string& recipient, const std::string& subj
         request.ownedByWindow = false;
         desktop_.shell.Open(request);
     } catch (...) {
-        ErrorMessage(FaultText("EmailError"));
+        ErrorMessage(FaultText(CurrentError().number, "EmailError"));
     }
 }
 

@@ -2,14 +2,18 @@
 
 // The program's single error and message service. One instance, made first of all and living to the end,
 // appends one line for each entry to the log file beside the program, keeps the entries of this run, shows
-// messages and prepares error reports. It never raises: its own faults are shown and end there.
+// messages and prepares error reports. It never throws. A line that cannot be written is kept in memory, and
+// the user is told by TellWriteFault, never from inside Log: callers hold references that events could break.
 //
 // A line reads "Module;Routine;mm/dd/yy hh:nn:ss.mmm;ErrNumber;Description" and ends in CR LF; fields are
-// neither quoted nor escaped. Times are local.
+// neither quoted nor escaped. Times are local. Of one routine and error number, a run writes at most
+// MostLinesOfAKind lines, so that a hostile network fills neither disk nor memory.
 
 #include "desktop/Desktop.h"
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -23,6 +27,14 @@ class clsAppLog {
     void Log(std::string_view ModuleName, std::string_view RoutineName, std::int32_t ErrNumber = 0,
              std::string_view Description = {}, bool DisplayMessage = false, bool SendEmail = false,
              bool OverwriteLog = false) noexcept;
+
+    // An error that datagrams cause: written like any other, but not counted for HandleAppErrors.
+    void LogUncounted(std::string_view ModuleName, std::string_view RoutineName, std::int32_t ErrNumber,
+                      std::string_view Description) noexcept;
+
+    // Tells the user that lines could not be written: once, and again only after a line was written in
+    // between. To be called when no command is at work.
+    void TellWriteFault() noexcept;
 
     // A critical message box under the program's title followed by " - Error". While another box of ours is
     // open, the call returns without showing anything.
@@ -40,7 +52,12 @@ class clsAppLog {
 
     std::string GetOSVersion() const noexcept;
 
+    static constexpr std::int32_t MostLinesOfAKind = 200;
+
   private:
+    enum class Counted { Yes, No };
+    void Enter(std::string_view module, std::string_view routine, std::int32_t number,
+               std::string_view description, Counted counted, bool overwrite);
     void EmailError(const std::string& recipient, const std::string& subject, const std::string& body);
     void WriteLogEntry(const std::string& line, bool overwrite);
     void SendReport();
@@ -53,6 +70,10 @@ class clsAppLog {
     std::string logFilename_;
     std::string history_;
     std::int32_t errorCount_ = 0;
+    std::map<std::string, std::int32_t, std::less<>> linesOfAKind_; // by "routine;number"
+    enum class WriteFault { None, Untold, Told };
+    WriteFault writeFault_ = WriteFault::None;
+    std::int32_t writeFaultNumber_ = 0;
 };
 
 } // namespace quarn

@@ -46,6 +46,8 @@ void CommandGate::FinishOutermost() {
     }
     if (closing_)
         UnloadOnce();
+    else if (Idle)
+        Idle();
 }
 
 void CommandGate::UnloadOnce() {

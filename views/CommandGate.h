@@ -36,6 +36,9 @@ class CommandGate {
 
     bool Closing() const noexcept { return closing_; }
 
+    // Called whenever the outermost command has ended and nothing waits any more.
+    std::function<void()> Idle;
+
     // Lets events run until the condition holds, asleep in between; checked after every single event, and
     // after each command that had to wait until now. False: the program is closing.
     bool WaitUntil(const std::function<bool()>& condition);

@@ -214,6 +214,7 @@ void GamesTree::SetGameFilter(const std::string& key) {
         shownList_ = listName;
         servers_.ModFilter = modFilter;
         SetCommandsFor(listName);
+        form_.controls.sckServer.CloseAll();
         listFiles_.LoadServerList(listName);
         form_.program.CurrentGame = listName;
         RelistServers();
@@ -263,7 +264,9 @@ void GamesTree::mnuServAddToFavorites_Click(std::int32_t Index) {
 
 void GamesTree::AppendToList(const std::string& listName, const ServerRecord& server) {
     ProgramState& program = form_.program;
-    const ServerRecord copy = server;
+    ServerRecord copy = server;
+    copy.Identity = 0;
+    form_.controls.sckServer.CloseAll();
     listFiles_.LoadServerList(listName);
     // The shown list comes back whatever happens: otherwise the next switch would save the folder's servers
     // over its file.

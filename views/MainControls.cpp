@@ -15,6 +15,9 @@ void SetColumns(ListView& list, std::initializer_list<ListColumn> columns) {
         list.columns[++number] = column;
 }
 
+// How exactly the deadlines of queries that run at once are kept, in milliseconds.
+constexpr std::int32_t DeadlineInterval = 20;
+
 void SetPanels(StatusBar& statusBar) {
     statusBar.panels.Reset(ScrollLockPanel);
     using Kind = StatusPanel::Kind;
@@ -29,7 +32,8 @@ void SetPanels(StatusBar& statusBar) {
 
 } // namespace
 
-MainControls::MainControls(UdpSocket& master, UdpSocket& server) : sckMaster(master), sckServer(server) {
+MainControls::MainControls(UdpSocket& master, UdpSocketFactory& serverSockets, const Clock& clock)
+    : sckMaster(master), sckServer(serverSockets, clock, tmrPorts) {
     AddServerColumns(lvwServers);
     SetColumns(lvwPlayers, {{.text = "Name", .tag = "STRING", .width = 3300},
                             {.text = "Score", .tag = "NUMBER", .width = 960, .alignment = Alignment::Right},
@@ -37,6 +41,8 @@ MainControls::MainControls(UdpSocket& master, UdpSocket& server) : sckMaster(mas
     SetColumns(lvwServVars, {{.text = "Variable", .width = 2250}, {.text = "Value", .width = 3300}});
     AddToolbarButtons(tbMain);
     SetPanels(sbMain);
+    pbScanning.toolTip = sbMain.panels[ProgressPanel].toolTip;
+    tmrDeadlines.SetInterval(DeadlineInterval);
     mnuServAddToFavorites.Reset(MaxFavoritesFolders);
     for (std::int32_t i = 1; i <= MaxFavoritesFolders; ++i)
         mnuServAddToFavorites[i].caption = "fav";

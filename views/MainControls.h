@@ -14,6 +14,7 @@
 #include "controls/TreeView.h"
 #include "controls/UdpSocket.h"
 #include "core/modDefinitions.h"
+#include "query/QueryPorts.h"
 #include "views/ServerColumns.h"
 
 namespace quarn {
@@ -42,7 +43,7 @@ struct MainLayout {
 
 struct MainControls {
     // Fills in what is fixed by design: columns, buttons, panels and menu entries.
-    MainControls(UdpSocket& master, UdpSocket& server);
+    MainControls(UdpSocket& master, UdpSocketFactory& serverSockets, const Clock& clock);
 
     TreeView trvGames;
     ListView lvwServers;
@@ -52,8 +53,10 @@ struct MainControls {
     StatusBar sbMain;
     ProgressBar pbScanning;
     UdpSocket& sckMaster;
-    UdpSocket& sckServer;
     Timer tmrTimeout;
+    Timer tmrPorts;       // closes the ports of finished queries
+    Timer tmrDeadlines;   // of queries that run at once
+    QueryPorts sckServer; // a port for each query
 
     MenuEntry mnuServer;
     MenuEntry mnuServerList;

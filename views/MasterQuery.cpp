@@ -31,7 +31,7 @@ void MasterQuery::mnuServerListGet_Click() {
 
 void MasterQuery::sckMaster_DataArrival(std::int32_t bytesTotal) {
     constexpr const char* Routine = "sckMaster_DataArrival";
-    form_.Trapped(Routine, OnError::Log, [&] {
+    form_.Trapped(Routine, OnError::LogUncounted, [&] {
         // Taken off the queue in any case, so that a short one does not stand before the next.
         std::optional<std::string> datagram = form_.controls.sckMaster.GetData();
         if (bytesTotal < ShortestDatagram || !datagram)
@@ -42,7 +42,7 @@ void MasterQuery::sckMaster_DataArrival(std::int32_t bytesTotal) {
                        [this, asked = list(), list, reply = std::move(*datagram)]() mutable {
                            if (asked != list())
                                return;
-                           form_.Trapped(Routine, OnError::Log, [&] {
+                           form_.Trapped(Routine, OnError::LogUncounted, [&] {
                                ParseReply(std::move(reply));
                                servers_.ListServers(true);
                            });

@@ -2,18 +2,18 @@
 
 #include "base/Conversions.h"
 #include "base/Scope.h"
-#include "core/modCommonSubs.h"
 #include "query/modGamQuery.h"
 #include "support/Trap.h"
 
-#include <string>
-#include <vector>
+#include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace quarn {
 
 namespace {
 
-// A server sends three at most; a flood of datagrams must not hold up the scan.
+// A server sends three replies at most; a flood of datagrams must not hold up the scan.
 constexpr int MostFurtherReplies = 16;
 
 // What ReplyState holds when the timer came before any reply.
@@ -21,75 +21,87 @@ constexpr std::int32_t NoAnswer = 2;
 
 constexpr std::int32_t FallbackTimeout = 1000;
 
-// From one reading of the tick counter to another, across its wrap at 2^32.
-std::int32_t Elapsed(std::int32_t from, std::int32_t to) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from));
-}
+constexpr std::int32_t MostAtOnce = 64;
 
 } // namespace
 
 ScanEngine::ScanEngine(const MainFormContext& form, ServerListView& servers, ServerDetails& details)
-    : form_(form), servers_(servers), details_(details) {}
+    : form_(form), servers_(servers), details_(details), results_(form, servers, details) {
+    QueryPorts& ports = form_.controls.sckServer;
+    ports.DataArrival = [this](std::uint32_t query, std::int32_t tick) {
+        sckServer_DataArrival(query, tick);
+    };
+    ports.Failed = [this](const std::string& description) { LogFailure(description); };
+}
 
 void ScanEngine::mnuServRefreshAll_Click() {
-    form_.gate.Run(CommandKind::Ordinary, [this] { Scan(Rows::All, "mnuServRefreshAll_Click"); });
+    Start(Rows::All, "mnuServRefreshAll_Click");
 }
 
 void ScanEngine::mnuServRefresh_Click() {
-    form_.gate.Run(CommandKind::Ordinary, [this] { Scan(Rows::Selected, "mnuServRefresh_Click"); });
+    Start(Rows::Selected, "mnuServRefresh_Click");
+}
+
+// Scans of one server after the other nest. Of several at once, a second one ends the first.
+void ScanEngine::Start(Rows which, const char* routine) {
+    const bool atOnce = form_.program.Simultaneous > 1 || parallel_ != nullptr;
+    form_.gate.Run(atOnce ? CommandKind::ReplacesList : CommandKind::Ordinary,
+                   [this, which, routine] { Scan(which, routine); });
 }
 
 void ScanEngine::Scan(Rows which, const char* routine) {
     const CommandGate::ScanActivity activity(form_.gate);
-    const auto trapped = [&](auto&& step) { form_.Trapped(routine, OnError::Log, step); };
-    PrepareForScan();
-    trapped([&] { ScanRows(which); });
+    ScanProgress progress(form_);
+    PrepareForScan(progress, which);
+    form_.Trapped(routine, OnError::Log, [&] {
+        if (form_.program.Simultaneous > 1)
+            ScanAtOnce(which, progress);
+        else
+            ScanRows(which, progress);
+    });
     if (!form_.gate.Closing())
-        trapped([&] { EndScan(); });
+        form_.Trapped(routine, OnError::Log, [&] { EndScan(progress); });
 }
 
-void ScanEngine::PrepareForScan() {
+void ScanEngine::PrepareForScan(ScanProgress& progress, Rows which) {
     form_.Trapped("PrepareForScan", OnError::Log, [&] {
-        form_.controls.pbScanning.SetMaximum(form_.program.ServerCount);
-        form_.controls.tmrTimeout.SetEnabled(true);
-        form_.controls.SetStatus(MessagePanel, "Retrieving server stats, please wait.");
+        const ListView& list = form_.controls.lvwServers;
+        failureLogged_ = false;
+        results_.Begin();
+        progress.Begin(which == Rows::All ? list.RowCount() : list.SelectedCount());
+        form_.controls.tmrTimeout.SetEnabled(form_.program.Simultaneous <= 1);
     });
 }
 
-ScanEngine::ScannedRow ScanEngine::Remember(std::int32_t row) const {
-    const ListRow& listed = form_.controls.lvwServers.Row(row);
-    return {listed.identity, listed.main.tag};
-}
-
-std::int32_t ScanEngine::Find(const ScannedRow& scanned, std::int32_t likely) const {
+// The identities of the servers that the rows show.
+std::deque<std::uint32_t> ScanEngine::ShownServers(Rows which) const {
     const ListView& list = form_.controls.lvwServers;
-    const std::int32_t row = list.RowOf(scanned.identity, likely);
-    return row != 0 ? row : list.RowTagged(scanned.tag, likely);
+    std::deque<std::uint32_t> shown;
+    for (std::int32_t row = 1; row <= list.RowCount(); ++row)
+        if (which == Rows::All || list.Row(row).selected)
+            shown.push_back(list.Row(row).subject);
+    return shown;
 }
 
-void ScanEngine::ScanRows(Rows which) {
+// Rows may move and vanish meanwhile, so they are found again by the server that they show.
+void ScanEngine::ScanRows(Rows which, ScanProgress& progress) {
     ListView& list = form_.controls.lvwServers;
-    std::vector<ScannedRow> rows;
-    for (std::int32_t row = 1; row <= list.RowCount(); ++row)
-        rows.push_back(Remember(row));
-
     std::int32_t i = 0;
     std::int32_t row = 0;
-    for (const ScannedRow& scanned : rows) {
+    for (const std::uint32_t shown : ShownServers(Rows::All)) {
         ++i;
-        const std::int32_t found = Find(scanned, row + 1);
+        const std::int32_t found = list.RowShowing(shown, row + 1);
         if (found != 0)
             row = found;
         if (found == 0 || (which == Rows::Selected && !list.Row(row).selected))
             continue;
         if (which == Rows::All) {
-            form_.controls.SetStatus(CountPanel,
-                                     std::to_string(i) + "/" + std::to_string(form_.program.ServerCount));
+            progress.ShowNumber(i);
             list.SelectOnly(row);
             list.EnsureVisible(row);
         }
-        form_.controls.pbScanning.SetValue(i);
-        UpdateServer(row);
+        progress.Reach(i);
+        UpdateServer(row, progress);
         if (form_.gate.Closing())
             return;
         if (form_.gate.ScanMustEnd())
@@ -99,94 +111,112 @@ void ScanEngine::ScanRows(Rows which) {
     }
 }
 
-void ScanEngine::UpdateServer(std::int32_t row) {
+void ScanEngine::ScanAtOnce(Rows which, ScanProgress& progress) {
+    ParallelScan scan(form_, results_, progress);
+    const Restore running(parallel_, &scan);
+    scan.Run(ShownServers(which), std::min(form_.program.Simultaneous, MostAtOnce),
+             [this] { return MustStop(); });
+    if (form_.gate.ScanMustEnd())
+        ScanAborted = true;
+}
+
+void ScanEngine::UpdateServer(std::int32_t row, ScanProgress& progress) {
     form_.Trapped("UpdateServer", OnError::Log, [&] {
-        const ScannedRow scanned = Remember(row);
-        if (!QueryServer(ToLong(scanned.tag)))
+        const QueryTarget target = results_.TargetOf(row);
+        const Outcome outcome = QueryServer(target);
+        if (outcome == Outcome::Closing)
             return;
+        progress.Count(outcome == Outcome::Answered);
         details_.RefreshPlayers();
         details_.RefreshVariables();
-        const std::int32_t rowNow = Find(scanned, row);
-        if (rowNow != 0)
+        if (const std::int32_t rowNow = results_.RowOf(target, row); rowNow != 0)
             servers_.UpdateServerListItem(rowNow);
     });
 }
 
-const EngineFamily* ScanEngine::CurrentEngine() const {
-    return FindEngine(form_.engines, EngineOfShort(form_.program, form_.program.CurrentGame));
-}
-
-// False when the program closes meanwhile.
-bool ScanEngine::QueryServer(std::int32_t index) {
+ScanEngine::Outcome ScanEngine::QueryServer(const QueryTarget& target) {
     ProgramState& program = form_.program;
-    UdpSocket& socket = form_.controls.sckServer;
-    program.CurrentServer = index;
+    QueryPorts& ports = form_.controls.sckServer;
+    program.CurrentServer = target.index;
+    ports.CloseOf(target.server);
 
-    // A fresh local port for every query.
-    const auto isClosed = [&] { return socket.CurrentState() == UdpSocket::State::Closed; };
-    if (!isClosed())
-        socket.Close();
-    if (!form_.gate.WaitUntil(isClosed))
-        return false;
-
-    socket.RemotePort = program.Servers[index].Port;
-    socket.RemoteHost = program.Servers[index].Address;
-    {
-        const Restore openQuery(openQuery_, index); // a nested query hides the outer one
-        QuerySentTick = form_.desktop.clock.TickCount();
-        SendServerQuery(*program.AppLog, CurrentEngine(), socket);
-
-        // Where a nested scan has switched the timer off, nothing but a reply or "stop" ends the wait.
-        const bool waited = form_.gate.WaitUntil([&] {
-            const bool stopped = ScanAborted || form_.gate.ScanMustEnd();
-            return ReplyState >= 1 || (stopped && !form_.controls.tmrTimeout.Enabled());
+    QuerySentTick = form_.desktop.clock.TickCount();
+    const ServerRecord& server = program.Servers[target.index];
+    const ServerQuery query =
+        ports.Ask(target, server.Address, server.Port, QuerySentTick, [&](UdpSocket& socket) {
+            SendServerQuery(*program.AppLog, results_.EngineOf(target.index), socket);
         });
-        if (!waited)
-            return false;
-        program.CurrentServer = index;
-        if (ReplyState == NoAnswer) {
-            program.Servers[index].Ping = program.PingTimeout;
-            program.Servers[index].Players = 0;
-        }
-        ReplyState = 0;
-        QuerySentTick = 0;
-    }
-    ParseRepliesAlreadyReceived(index);
-    return true;
-}
+    const Outcome outcome = WaitForReply(query);
+    if (outcome == Outcome::Closing)
+        return outcome;
+    program.CurrentServer = target.index;
+    if (outcome == Outcome::NoAnswer)
+        results_.StoreNoAnswer(target.index);
+    ReplyState = 0;
+    QuerySentTick = 0;
 
-// A server may answer in several datagrams. Those that are here already belong to it; what comes later goes
-// with the closed socket, so that it lands in no other server's record.
-void ScanEngine::ParseRepliesAlreadyReceived(std::int32_t index) {
-    UdpSocket& socket = form_.controls.sckServer;
+    // A server may answer in several datagrams. Those that have arrived are read before the row is shown.
+    ports.Finish(query.number);
     for (int count = 0; count < MostFurtherReplies; ++count) {
-        const std::optional<std::string> datagram = socket.GetData();
-        if (!datagram)
+        const auto reply = ports.Take(query.number, form_.desktop.clock.TickCount());
+        if (!reply)
             break;
-        if (datagram->size() >= ShortestDatagram)
-            ParseReply(*datagram, index);
+        TakeReply(*reply);
     }
-    socket.Close();
+    return outcome;
 }
 
-void ScanEngine::sckServer_DataArrival(std::int32_t bytesTotal) {
+ScanEngine::Outcome ScanEngine::WaitForReply(const ServerQuery& query) {
+    const Restore open(openQuery_, query.number); // a nested query hides the outer one
+    const QueryPorts& ports = form_.controls.sckServer;
+    // A scan inside this one may have asked the same server again, and so closed the port.
+    const auto isReplaced = [&] { return query.number != 0 && ports.Find(query.number).number == 0; };
+    const auto isAnswered = [&] { return ports.Find(query.number).replies > 0; };
+    // Where a nested scan has switched the timer off, nothing but a reply or "stop" ends the wait.
+    const bool waited = form_.gate.WaitUntil([&] {
+        return ReplyState >= 1 || isAnswered() || isReplaced() ||
+               (MustStop() && !form_.controls.tmrTimeout.Enabled());
+    });
+    if (!waited)
+        return Outcome::Closing;
+    const bool isTimedOut = ReplyState == NoAnswer && !isAnswered() && !isReplaced();
+    return isTimedOut ? Outcome::NoAnswer : Outcome::Answered;
+}
+
+void ScanEngine::sckServer_DataArrival(std::uint32_t query, std::int32_t tick) {
     form_.Trapped("sckServer_DataArrival", OnError::Log, [&] {
-        // Taken off the queue in any case, so that a short one does not stand before the reply.
-        const std::optional<std::string> datagram = form_.controls.sckServer.GetData();
-        const bool isAwaited = openQuery_ != 0 && datagram;
-        if (bytesTotal < ShortestDatagram || !isAwaited)
+        std::optional<ServerReply> reply = form_.controls.sckServer.Take(query, tick);
+        if (!reply)
             return;
-        ProgramState& program = form_.program;
-        program.CurrentServer = openQuery_;
-        program.Servers[openQuery_].Ping = Elapsed(QuerySentTick, form_.desktop.clock.TickCount());
-        ++ReplyState;
-        ParseReply(*datagram, openQuery_);
+        if (parallel_ != nullptr && !reply->query.finished)
+            return parallel_->OnReply(std::move(*reply));
+        if (query == openQuery_)
+            ++ReplyState;
+        TakeReply(*reply);
+        if (!reply->query.finished)
+            return;
+        // A late one. Rows wait while the list is being sorted or saved.
+        form_.Command(CommandKind::Ordinary, "sckServer_DataArrival", OnError::Log,
+                      [this, target = reply->query.target] { results_.Show(target); });
     });
 }
 
-void ScanEngine::ParseReply(std::string_view datagram, std::int32_t index) {
-    if (const EngineFamily* const engine = CurrentEngine())
-        engine->parseStatus(form_.program, datagram, index);
+void ScanEngine::TakeReply(const ServerReply& reply) {
+    const ServerQuery& query = reply.query;
+    const std::int32_t index = results_.IndexOf(query.target);
+    if (index == 0)
+        return; // deleted since it was asked
+    if (query.number == openQuery_)
+        form_.program.CurrentServer = index;
+    if (!query.finished || query.replies == 1)
+        form_.program.Servers[index].Ping = TicksBetween(query.sentTick, reply.tick);
+    results_.StoreReply(index, reply.datagram);
+}
+
+// One line for a scan: where sockets run out, each further server would add one.
+void ScanEngine::LogFailure(const std::string& description) {
+    if (!std::exchange(failureLogged_, true))
+        form_.program.AppLog->Log(MainFormName, "SendServerQuery", 0, description);
 }
 
 void ScanEngine::tmrTimeout_Timer() {
@@ -194,15 +224,14 @@ void ScanEngine::tmrTimeout_Timer() {
 }
 
 void ScanEngine::ApplyTimeout() {
-    const std::int32_t timeout = form_.program.PingTimeout;
-    form_.controls.tmrTimeout.SetInterval(timeout > 0 ? timeout : FallbackTimeout);
+    const std::int32_t timeout = form_.program.PingTimeout > 0 ? form_.program.PingTimeout : FallbackTimeout;
+    form_.controls.tmrTimeout.SetInterval(timeout);
+    form_.controls.sckServer.lifetime = timeout;
 }
 
-void ScanEngine::EndScan() {
+void ScanEngine::EndScan(ScanProgress& progress) {
     form_.controls.tmrTimeout.SetEnabled(false);
-    form_.controls.pbScanning.SetValue(1);
-    form_.controls.SetStatus(CountPanel, std::to_string(form_.program.ServerCount) + " servers");
-    form_.controls.SetStatus(MessagePanel, ScanAborted ? "Scanning aborted by user." : "Ready.");
+    progress.End(ScanAborted);
     ScanAborted = false;
 }
 

@@ -1,20 +1,24 @@
 #pragma once
 
-// Queries the listed servers one after another: one query is in flight at any time, and while it waits for
-// the reply or the time-out it sleeps in the event queue, so that the window stays alive and any command may
-// come in between, a second scan included.
+// Queries the listed servers. One after the other, as the settings have it at first: one query is awaited at
+// any time, and while it waits for the reply or the time-out it sleeps in the event queue, so that any
+// command may come in between, a second scan included. Or several at once (views/ParallelScan.h).
 //
-// The time-out timer is started once for a scan and never restarted for a server, so that a server's
-// effective time-out lies between 0 and PingTimeout. A tick sets ReplyState to 2, a reply adds 1 to it;
-// exactly 2 reads as "no answer".
+// One after the other, the time-out timer is started once for a scan and never restarted for a server, so
+// that a server's effective time-out is anything between 0 and PingTimeout. A tick sets ReplyState to 2, a
+// reply adds 1 to it; 2 means "no answer" unless a reply was counted for this query. A reply that comes after
+// its query was finished still reaches its record, as long as its port is open (query/QueryPorts.h).
 
 #include "views/MainFormContext.h"
+#include "views/ParallelScan.h"
+#include "views/QueryResults.h"
+#include "views/ScanProgress.h"
 #include "views/ServerDetails.h"
 #include "views/ServerListView.h"
 
 #include <cstdint>
+#include <deque>
 #include <string>
-#include <string_view>
 
 namespace quarn {
 
@@ -25,10 +29,10 @@ class ScanEngine {
     void mnuServRefresh_Click();    // the selected rows
     void mnuServRefreshAll_Click(); // every row
 
-    // Takes effect when the server in hand has answered or timed out.
+    // Takes effect when the server being queried has answered or timed out; at once where several are asked.
     void Stop() noexcept { ScanAborted = true; }
 
-    void sckServer_DataArrival(std::int32_t bytesTotal);
+    void sckServer_DataArrival(std::uint32_t query, std::int32_t tick);
     void tmrTimeout_Timer();
 
     // The timer ticks at PingTimeout where that is positive, else once a second.
@@ -41,29 +45,28 @@ class ScanEngine {
   private:
     enum class Rows { Selected, All };
 
-    // A row as the scan found it at its start. While a query waits, it may go or move; and where the list is
-    // filtered anew, another row shows its record.
-    struct ScannedRow {
-        std::uint32_t identity;
-        std::string tag;
-    };
-    ScannedRow Remember(std::int32_t row) const;
-    std::int32_t Find(const ScannedRow& scanned, std::int32_t likely) const; // 0: not listed any more
-
+    void Start(Rows which, const char* routine);
     void Scan(Rows which, const char* routine);
-    void PrepareForScan();
-    void ScanRows(Rows which);
-    void UpdateServer(std::int32_t row);
-    const EngineFamily* CurrentEngine() const; // null: the current game has none
-    bool QueryServer(std::int32_t index);
-    void EndScan();
-    void ParseReply(std::string_view datagram, std::int32_t index);
-    void ParseRepliesAlreadyReceived(std::int32_t index);
+    void PrepareForScan(ScanProgress& progress, Rows which);
+    void ScanRows(Rows which, ScanProgress& progress);
+    void ScanAtOnce(Rows which, ScanProgress& progress);
+    std::deque<std::uint32_t> ShownServers(Rows which) const;
+    void UpdateServer(std::int32_t row, ScanProgress& progress);
+    enum class Outcome { Answered, NoAnswer, Closing };
+    Outcome QueryServer(const QueryTarget& target);
+    Outcome WaitForReply(const ServerQuery& query);
+    void TakeReply(const ServerReply& reply);
+    void EndScan(ScanProgress& progress);
+    bool MustStop() const noexcept { return ScanAborted || form_.gate.ScanMustEnd(); }
+    void LogFailure(const std::string& description);
 
     MainFormContext form_;
     ServerListView& servers_;
     ServerDetails& details_;
-    std::int32_t openQuery_ = 0; // index of the server whose reply is awaited, 0: none
+    QueryResults results_;
+    ParallelScan* parallel_ = nullptr; // while several servers are asked at once
+    std::uint32_t openQuery_ = 0;      // number of the query that is awaited, 0: none
+    bool failureLogged_ = false;       // in this scan
 };
 
 } // namespace quarn

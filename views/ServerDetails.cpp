@@ -8,7 +8,7 @@
 namespace quarn {
 
 void ServerDetails::RefreshPlayers() {
-    form_.Trapped("RefreshPlayers", OnError::Log, [&] {
+    form_.Trapped("RefreshPlayers", OnError::LogUncounted, [&] {
         ListView& list = form_.controls.lvwPlayers;
         list.Clear();
         const ServerRecord& server = form_.program.Servers[form_.program.CurrentServer];
@@ -25,7 +25,7 @@ void ServerDetails::RefreshPlayers() {
 }
 
 void ServerDetails::RefreshVariables() {
-    form_.Trapped("RefreshVariables", OnError::Log, [&] {
+    form_.Trapped("RefreshVariables", OnError::LogUncounted, [&] {
         ListView& list = form_.controls.lvwServVars;
         const std::string& variables = form_.program.Servers[form_.program.CurrentServer].Variables;
         const std::vector<std::string_view> parts = Split(variables, '\\');

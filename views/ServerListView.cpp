@@ -76,12 +76,16 @@ void ServerListView::ListServers(bool lookUpCountry) {
 
 void ServerListView::AddServerListItem(std::int32_t index, bool lookUpCountry) {
     form_.Trapped("AddServerListItem", OnError::Log, [&] {
-        ServerRecord& server = form_.program.Servers[index];
+        // Loading the database shows a status text, which lets events run.
+        if (lookUpCountry) {
+            const std::string country = countries_.CountryOf(form_.program.Servers[index].Address);
+            form_.program.Servers[index].Country = country;
+        }
+        const ServerRecord& server = form_.program.Servers[index];
         ListView& list = form_.controls.lvwServers;
         const std::int32_t row = list.Add();
         list.Edit(row).main.tag = std::to_string(index);
-        if (lookUpCountry)
-            server.Country = countries_.CountryOf(server.Address);
+        list.Edit(row).subject = form_.program.IdentityOf(index);
         FillServerRow(list, row, server, form_.desktop.locale, CellsOf::NewRow);
     });
 }
@@ -95,6 +99,19 @@ void ServerListView::UpdateServerListItem(std::int32_t row) {
         }
         FillServerRow(list, row, form_.program.Servers[form_.program.CurrentServer], form_.desktop.locale,
                       CellsOf::UpdatedRow);
+    });
+}
+
+void ServerListView::UpdateRowOf(std::int32_t index, std::int32_t row) {
+    form_.Trapped("UpdateServerListItem", OnError::Log, [&] {
+        ListView& list = form_.controls.lvwServers;
+        const bool passes = ValidateFilter(index);
+        if (row == 0 && passes)
+            AddServerListItem(index, false);
+        else if (row != 0 && passes)
+            FillServerRow(list, row, form_.program.Servers[index], form_.desktop.locale, CellsOf::UpdatedRow);
+        else if (row != 0)
+            list.Remove(row);
     });
 }
 
@@ -116,6 +133,7 @@ bool ServerListView::ConfirmClearServerList() {
                                         "data in it will be lost.\r\nAre you sure you want to proceed?",
                                         "Clear server list"))
         return false;
+    form_.controls.sckServer.CloseAll();
     form_.program.Servers.Reset();
     ResetServerViews();
     return true;

@@ -27,8 +27,13 @@ class ServerListView {
     void ListServers(bool lookUpCountry = false);
     void AddServerListItem(std::int32_t index, bool lookUpCountry);
 
-    // Brings a row up to date after its server was queried; a row that no longer passes the filters goes.
+    // Brings a row up to date with the current server after its query; removes it if the record that its tag
+    // names no longer passes the filters.
     void UpdateServerListItem(std::int32_t row);
+
+    // Brings the row of a record up to date whatever the current server is. A record that passes the filters
+    // and has no row gets one: a late reply may undo what a time-out took away.
+    void UpdateRowOf(std::int32_t index, std::int32_t row);
 
     void ResetServerViews();
 

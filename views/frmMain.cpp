@@ -22,8 +22,8 @@ std::string TitleAndVersion() {
 } // namespace
 
 frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, ModalForms& forms,
-                 UdpSocket& sckMaster, UdpSocket& sckServer, EngineTable engines)
-    : controls(sckMaster, sckServer),
+                 UdpSocket& sckMaster, UdpSocketFactory& serverSockets, EngineTable engines)
+    : controls(sckMaster, serverSockets, desktop.clock),
       program_(program),
       desktop_(desktop),
       window_(window),
@@ -40,11 +40,11 @@ frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, Mo
       scan(context_, servers, details),
       dialogs(context_, forms, servers, tree, [this] { RefreshInterface(); }),
       game(context_, servers, dialogs, [this] { Unload(); }) {
+    gate_.Idle = [this] { program_.AppLog->TellWriteFault(); };
     sckMaster.DataArrival = [this](std::int32_t bytes) { master.sckMaster_DataArrival(bytes); };
     sckMaster.SendFailed = [this](const std::string& description) {
         program_.AppLog->Log(MainFormName, "mnuServerListGet_Click", 0, description);
     };
-    sckServer.DataArrival = [this](std::int32_t bytes) { scan.sckServer_DataArrival(bytes); };
     controls.tmrTimeout.Tick = [this] { scan.tmrTimeout_Timer(); };
     SysTray.LButtonDblClk = [this] { SysTray_LButtonDblClk(); };
     SysTray.RButtonUp = [this] { SysTray_RButtonUP(); };
@@ -154,7 +154,7 @@ void frmMain::Form_Unload(Boxes boxes) {
     const OnError onError = boxes == Boxes::Shown ? OnError::LogAndShow : OnError::Log;
     context_.Trapped("Form_Unload", onError, [&] {
         // What still arrives belongs to nobody.
-        controls.sckServer.Close();
+        controls.sckServer.CloseAll();
         controls.sckMaster.Close();
         HTMLHelp.CloseFile();
         if (boxes == Boxes::Shown)

@@ -32,7 +32,7 @@ namespace quarn {
 class frmMain {
   public:
     frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, ModalForms& forms,
-            UdpSocket& sckMaster, UdpSocket& sckServer, EngineTable engines = StandardEngines());
+            UdpSocket& sckMaster, UdpSocketFactory& serverSockets, EngineTable engines = StandardEngines());
     frmMain(const frmMain&) = delete;
     frmMain& operator=(const frmMain&) = delete;
 

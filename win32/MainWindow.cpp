@@ -41,9 +41,11 @@ MainWindow::MainWindow(ProgramState& program, WindowsDesktop& desktop)
       program_(program),
       desktop_(desktop),
       forms_(desktop.Owner()),
-      form_(program, desktop.Interfaces(), *this, forms_, sckMaster_, sckServer_),
+      form_(program, desktop.Interfaces(), *this, forms_, sckMaster_, serverSockets_),
       tmrTimeout_(form_.controls.tmrTimeout),
       tmrIcon_(form_.SysTray.tmrIcon),
+      tmrPorts_(form_.controls.tmrPorts),
+      tmrDeadlines_(form_.controls.tmrDeadlines),
       trvGames_(form_.controls.trvGames),
       lvwServers_(form_.controls.lvwServers, NameColumn + 1),
       lvwPlayers_(form_.controls.lvwPlayers, 1),
@@ -108,7 +110,6 @@ void MainWindow::CreateControls() {
     tbMain_.Create(Handle(), ID_tbMain, ID_tbMainButton);
     sbMain_.Create(Handle(), ID_sbMain);
     pbScanning_.Create(sbMain_.Handle(), ID_pbScanning);
-    sbMain_.CoverPanel(ProgressPanel, pbScanning_.Handle());
     lastFocus_ = lvwServers_.Handle();
 }
 
@@ -183,6 +184,8 @@ void MainWindow::FlushModels() noexcept {
         tbMain_.Flush();
         sbMain_.Flush();
         pbScanning_.Flush();
+        const ProgressBar& progress = form_.controls.pbScanning;
+        taskbarProgress_.Show(Handle(), progress.active, progress.Value(), progress.Maximum());
         FlushMenus();
     });
     flushing_ = false;

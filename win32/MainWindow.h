@@ -16,6 +16,7 @@
 #include "win32/Fonts.h"
 #include "win32/Handles.h"
 #include "win32/Images.h"
+#include "win32/TaskbarProgress.h"
 #include "win32/TimerWin.h"
 #include "win32/UdpSocketWin.h"
 #include "win32/Window.h"
@@ -124,11 +125,13 @@ class MainWindow final : public Window, public FormWindow {
     ProgramState& program_;
     WindowsDesktop& desktop_;
     UdpSocketWin sckMaster_;
-    UdpSocketWin sckServer_;
+    UdpSocketsWin serverSockets_;
     ModalFormsWin forms_;
     frmMain form_;
     TimerWin tmrTimeout_;
     TimerWin tmrIcon_;
+    TimerWin tmrPorts_;
+    TimerWin tmrDeadlines_;
 
     // Pictures and fonts outlive the controls below that use them.
     Dpi dpi_ = Dpi::OfSystem();
@@ -147,6 +150,7 @@ class MainWindow final : public Window, public FormWindow {
     ToolbarControl tbMain_;
     StatusBarControl sbMain_;
     ProgressBarControl pbScanning_;
+    TaskbarProgress taskbarProgress_;
     MainLayout shownLayout_;
 
     UniqueHandle<MenuKind> popupMenus_;

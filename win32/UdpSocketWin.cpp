@@ -37,9 +37,7 @@ bool MeansNoAnswer(int error) noexcept {
 } // namespace
 
 UdpSocketWin::UdpSocketWin()
-    : buffer_(BufferBytes),
-      lookUp_([this](int error, in_addr address) { OnResolved(error, address); }),
-      window_([this](UINT message, WPARAM, LPARAM) {
+    : window_([this](UINT message, WPARAM, LPARAM) {
           if (message == socketMessage_)
               OnReadable();
       }) {}
@@ -47,7 +45,7 @@ UdpSocketWin::UdpSocketWin()
 UdpSocketWin::~UdpSocketWin() = default;
 
 UdpSocket::State UdpSocketWin::CurrentState() const {
-    if (lookUp_.Underway())
+    if (lookUp_ && lookUp_->Underway())
         return State::ResolvingHost;
     return socket_ ? State::Open : State::Closed;
 }
@@ -70,8 +68,10 @@ void UdpSocketWin::SendData(std::string_view datagram) {
         if (waitingForAddress_.size() == MostWaiting)
             waitingForAddress_.erase(waitingForAddress_.begin());
         waitingForAddress_.emplace_back(datagram);
-        if (!lookUp_.Underway()) {
-            if (const int error = lookUp_.Start(remote_.host); error != 0)
+        if (!lookUp_)
+            lookUp_.emplace([this](int error, in_addr found) { OnResolved(error, found); });
+        if (!lookUp_->Underway()) {
+            if (const int error = lookUp_->Start(remote_.host); error != 0)
                 Fail(error);
         }
     }
@@ -82,7 +82,8 @@ std::optional<std::string> UdpSocketWin::GetData() {
 }
 
 void UdpSocketWin::Close() {
-    lookUp_.Cancel();
+    if (lookUp_)
+        lookUp_->Cancel();
     waitingForAddress_.clear();
     announced_.reset();
     socketMessage_ = 0;
@@ -167,10 +168,11 @@ void UdpSocketWin::Transmit(std::string_view datagram) {
 }
 
 std::optional<std::string> UdpSocketWin::Receive() {
+    static std::vector<char> buffer(BufferBytes); // all sockets belong to one thread
     for (int i = 0; socket_ && i <= MostRefusals; ++i) {
-        const int length = recv(socket_.Get(), buffer_.data(), static_cast<int>(buffer_.size()), 0);
+        const int length = recv(socket_.Get(), buffer.data(), static_cast<int>(buffer.size()), 0);
         if (length != SOCKET_ERROR)
-            return std::string(buffer_.data(), length);
+            return std::string(buffer.data(), length);
         if (!MeansNoAnswer(WSAGetLastError()))
             break;
     }

@@ -59,9 +59,14 @@ class UdpSocketWin final : public UdpSocket {
 
     std::vector<std::string> waitingForAddress_;
     std::optional<std::string> announced_; // by the DataArrival that is being handled
-    std::vector<char> buffer_;
-    NameLookUp lookUp_;
+    std::optional<NameLookUp> lookUp_;     // made for the first name; game servers are known by address
     MessageWindow window_;
+};
+
+// Makes sockets of this kind.
+class UdpSocketsWin final : public UdpSocketFactory {
+  public:
+    std::unique_ptr<UdpSocket> MakeSocket() override { return std::make_unique<UdpSocketWin>(); }
 };
 
 } // namespace quarn

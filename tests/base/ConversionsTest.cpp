@@ -1,6 +1,6 @@
 #include "base/Conversions.h"
 
-#include "tests/support_code/Errors.h"
+#include "tests/fakes/Errors.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "base/OneBased.h"
 
-#include "tests/support_code/Errors.h"
+#include "tests/fakes/Errors.h"
 
 #include <gtest/gtest.h>
 #include <limits>

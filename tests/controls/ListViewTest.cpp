@@ -1,6 +1,6 @@
 #include "controls/ListView.h"
 
-#include "tests/support_code/Errors.h"
+#include "tests/fakes/Errors.h"
 
 #include <cstdint>
 #include <gmock/gmock.h>
@@ -181,15 +181,15 @@ TEST(ListView, FindsARowByItsIdentityWhereverItHasMoved) {
     EXPECT_EQ(list.RowOf(third, 1), 0);
 }
 
-TEST(ListView, FindsTheNearestRowWithATag) {
+TEST(ListView, FindsTheNearestRowThatShowsASubject) {
     ListView list = ListOf({"a", "b", "c", "d", "e"});
     for (const std::int32_t row : {1, 5})
-        list.Edit(row).main.tag = "7";
-    EXPECT_EQ(list.RowTagged("7", 1), 1);
-    EXPECT_EQ(list.RowTagged("7", 2), 1);
-    EXPECT_EQ(list.RowTagged("7", 4), 5);
-    EXPECT_EQ(list.RowTagged("70", 4), 0);
-    EXPECT_EQ(ListView().RowTagged("7", 1), 0);
+        list.Edit(row).subject = 7;
+    EXPECT_EQ(list.RowShowing(7, 1), 1);
+    EXPECT_EQ(list.RowShowing(7, 2), 1);
+    EXPECT_EQ(list.RowShowing(7, 4), 5);
+    EXPECT_EQ(list.RowShowing(70, 4), 0);
+    EXPECT_EQ(ListView().RowShowing(7, 1), 0);
 }
 
 TEST(ListView, NeverUsesAnIdentityAgain) {

@@ -1,6 +1,6 @@
 #include "controls/TreeView.h"
 
-#include "tests/support_code/Errors.h"
+#include "tests/fakes/Errors.h"
 
 #include <cstdint>
 #include <gmock/gmock.h>

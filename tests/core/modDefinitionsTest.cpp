@@ -3,7 +3,7 @@
 #include "base/RunTimeError.h"
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/Errors.h"
+#include "tests/fakes/Errors.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,6 +1,6 @@
 #include "core/modFileHelper.h"
 
-#include "tests/support_code/MemoryFiles.h"
+#include "tests/fakes/MemoryFiles.h"
 
 #include <gtest/gtest.h>
 

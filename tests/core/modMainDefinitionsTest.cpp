@@ -1,10 +1,9 @@
 #include "core/modMain.h"
 
 #include "query/clsIPLocation.h"
-#include "support/clsAppLog.h"
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/WatchedProfiles.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/WatchedProfiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -57,18 +56,13 @@ TEST(DecodeIniEscapes, DecodesAfterALoneSign) {
     EXPECT_EQ(DecodeIniEscapes(text), "$ $\1$2\0"s);
 }
 
-class DefinitionsTest : public ::testing::Test {
+class DefinitionsTest : public ProgramTest {
   protected:
-    DefinitionsTest() { program.AppPath = "C:\\Quarn\\"; }
-
     void Load(const std::string& definitions) {
         fake.files.Put("C:\\Quarn\\Games.ini", definitions);
         LoadGamesIniGeneral(program, fake.desktop);
         LoadGamesIniSections(program, fake.desktop);
     }
-
-    FakeDesktop fake;
-    ProgramState program;
 };
 
 TEST_F(DefinitionsTest, ReadsAWholeFile) {

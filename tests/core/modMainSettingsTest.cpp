@@ -1,10 +1,9 @@
 #include "core/modMain.h"
 
 #include "query/clsIPLocation.h"
-#include "support/clsAppLog.h"
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/WatchedProfiles.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/WatchedProfiles.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -44,10 +43,8 @@ constexpr NumberSettingCase Numbers[] = {
     {"Launcher", "QuitAfterStart", &ProgramState::QuitAfterStart, 0},
 };
 
-class SettingsTest : public ::testing::Test {
+class SettingsTest : public ProgramTest {
   protected:
-    SettingsTest() { program.AppPath = "C:\\Quarn\\"; }
-
     void SizeGames(std::int32_t count) {
         program.GameNum = count;
         program.GamePath.Reset(count);
@@ -75,9 +72,6 @@ class SettingsTest : public ::testing::Test {
             EXPECT_EQ(program.GameVisible[game], 0);
         }
     }
-
-    FakeDesktop fake;
-    ProgramState program;
 };
 
 constexpr const char* FirstSave =

@@ -3,7 +3,7 @@
 #include "core/Version.h"
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -121,6 +121,8 @@ TEST_F(MainTest, GoesOnWithoutTheNewerControls) {
 TEST_F(MainTest, GoesOnWithALogThatCannotBeWritten) {
     fake.files.FailWrites(LogFile, ErrorNumber::PermissionDenied);
     EXPECT_TRUE(Run());
+    EXPECT_TRUE(fake.prompts.shown.empty()); // told when the window is there
+    program.AppLog->TellWriteFault();
     ASSERT_EQ(fake.prompts.shown.size(), 1U);
     EXPECT_EQ(fake.prompts.shown[0].text, "Error number 70 in class AppLog, Sub WriteLogEntry");
 }

@@ -1,6 +1,6 @@
 #include "core/modXPCompat.h"
 
-#include "tests/support_code/FakeSystem.h"
+#include "tests/fakes/FakeSystem.h"
 
 #include <gtest/gtest.h>
 #include <utility>

@@ -15,26 +15,24 @@ FIGURES = BUILD / "results/figures.txt"
 
 
 def pytest_addoption(parser):
-    # Two checkouts tested at once must not want the same addresses, so each has a network of its own.
-    parser.addoption("--seed", type=int, default=zlib.crc32(bytes(ROOT)) % 10000, help="of the game network")
-    parser.addoption("--long", action="store_true", help="the long form of the tests that have one")
-
-
-def pytest_configure(config):
-    # Workers side by side have a desktop each: QUARN_DESKTOPS names a display and a Wine prefix in each line.
-    if hasattr(config, "workerinput"):
-        number = int(config.workerinput["workerid"].removeprefix("gw"))
-        display, prefix = os.environ["QUARN_DESKTOPS"].splitlines()[number].split(" ", 1)
-        os.environ.update(DISPLAY=display, WINEPREFIX=prefix)
-        config.option.seed += number + 1
+    # Networks that run at the same time need different addresses: those of two checkouts, and those of the
+    # desktops of one.
+    seed = zlib.crc32(bytes(ROOT)) % 10000 + int(os.environ.get("QUARN_DESKTOP", 0))
+    parser.addoption("--seed", type=int, default=seed, help="of the game network")
+    parser.addoption(
+        "--long",
+        action="store_true",
+        default="QUARN_LONG" in os.environ,
+        help="the long form of the tests that have one; also with QUARN_LONG in the environment",
+    )
 
 
 def pytest_report_header(config):
     return f"game network: --seed {config.getoption('--seed')}"
 
 
-def pytest_sessionstart():
-    if "WINEPREFIX" not in os.environ or "DISPLAY" not in os.environ:
+def pytest_runtestloop(session):
+    if not session.config.option.collectonly and not {"WINEPREFIX", "DISPLAY"} <= os.environ.keys():
         pytest.exit("the end-to-end tests need Wine and a display: run ./test.sh", returncode=2)
 
 

@@ -9,7 +9,10 @@ from harness.quarn import write_settings
 # The parts that name themselves: a list's columns. A line between groups, and a text that is still empty, have
 # nothing to say.
 WITHOUT_A_NAME = {"SysHeader32", "Static"}
-SERVERS = " 2\r\n127.0.0.1;27960;--;One;5;0;8;baseq3;q3dm1;0;;;\r\n127.0.0.1;27961;--;Two;5;0;8;baseq3;q3dm1;0;;;\r\n"
+SERVERS = (
+    " 2\r\n127.0.0.1;27960;--;One;5;0;8;baseq3;q3dm1;0;;;\r\n"
+    "127.0.0.1;27961;--;Two;5;0;8;baseq3;q3dm1;0;;;\r\n"
+)
 # A dialog, the command that opens it and the keys that lead through its pages.
 DIALOGS = [
     ("Game Setup", "mnuExtrasGameSetup", []),

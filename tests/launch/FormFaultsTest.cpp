@@ -5,13 +5,10 @@
 #include "launch/frmSetPassword.h"
 #include "query/clsIPLocation.h"
 #include "query/frmAddServer.h"
-#include "support/clsAppLog.h"
 #include "support/frmAbout.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/LoggedEntries.h"
+#include "tests/fakes/ProgramTest.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,10 +17,9 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class FormFaultsTest : public ::testing::Test {
+class FormFaultsTest : public ProgramTest {
   protected:
     FormFaultsTest() {
-        program.AppLog = std::make_unique<clsAppLog>(fake.desktop, "C:\\Quarn\\");
         program.Servers.Reset(1);
         program.CurrentServer = 1;
     }
@@ -34,9 +30,6 @@ class FormFaultsTest : public ::testing::Test {
         EXPECT_EQ(LoggedErrors(*program.AppLog), errors);
         EXPECT_EQ(fake.prompts.shown.size(), errors.size());
     }
-
-    FakeDesktop fake;
-    ProgramState program;
 };
 
 TEST_F(FormFaultsTest, AddServer) {

@@ -1,9 +1,7 @@
 #include "launch/frmGamSetup.h"
 
 #include "query/clsIPLocation.h"
-#include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/LoggedEntries.h"
+#include "tests/fakes/ProgramTest.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -16,11 +14,9 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class GamSetupTest : public ::testing::Test {
+class GamSetupTest : public ProgramTest {
   protected:
     GamSetupTest() {
-        program.AppPath = "C:\\Quarn\\";
-        program.AppLog = std::make_unique<clsAppLog>(fake.desktop, program.AppPath);
         program.IniVer = 1050012;
         program.IniDesc = "Test games";
         DefineGames(
@@ -100,8 +96,6 @@ class GamSetupTest : public ::testing::Test {
         return texts;
     }
 
-    FakeDesktop fake;
-    ProgramState program;
     std::unique_ptr<frmGamSetup> form;
     Texts done;
 };

@@ -2,8 +2,7 @@
 
 #include "core/modMain.h"
 #include "query/clsIPLocation.h"
-#include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/ProgramTest.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -17,10 +16,8 @@ namespace {
 constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
 
-class OptionsTest : public ::testing::Test {
+class OptionsTest : public ProgramTest {
   protected:
-    OptionsTest() { program.AppLog = std::make_unique<clsAppLog>(fake.desktop, "C:\\Quarn\\"); }
-
     frmOptions& Open() {
         form = std::make_unique<frmOptions>(program, fake.desktop,
                                             frmOptions::MainWindow{[this] { done.push_back("interface"); },
@@ -31,8 +28,6 @@ class OptionsTest : public ::testing::Test {
         return *form;
     }
 
-    FakeDesktop fake;
-    ProgramState program;
     std::unique_ptr<frmOptions> form;
     std::vector<std::string> done;
 };

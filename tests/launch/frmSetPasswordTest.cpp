@@ -1,22 +1,18 @@
 #include "launch/frmSetPassword.h"
 
 #include "query/clsIPLocation.h"
-#include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/LoggedEntries.h"
+#include "tests/fakes/ProgramTest.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace quarn {
 namespace {
 
-class SetPasswordTest : public ::testing::Test {
+class SetPasswordTest : public ProgramTest {
   protected:
     SetPasswordTest() {
-        program.AppLog = std::make_unique<clsAppLog>(fake.desktop, "C:\\Quarn\\");
         program.Servers.Reset(3);
         program.CurrentServer = 2;
         program.Servers[1].Password = "first";
@@ -28,8 +24,6 @@ class SetPasswordTest : public ::testing::Test {
     }
     const std::string& Password(std::int32_t server = 2) { return program.Servers[server].Password; }
 
-    FakeDesktop fake;
-    ProgramState program;
     int closed = 0;
 };
 

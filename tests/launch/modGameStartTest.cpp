@@ -1,13 +1,11 @@
 #include "launch/modGameStart.h"
 
 #include "query/clsIPLocation.h"
-#include "support/clsAppLog.h"
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/ProgramTest.h"
 
 #include <gtest/gtest.h>
 #include <limits>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,11 +16,9 @@ constexpr const char* MessageOfNoExecutable =
     "The game executable could not be found. Please check game path!";
 constexpr const char* ServerFile = "server.txt";
 
-class GameStartTest : public ::testing::Test {
+class GameStartTest : public ProgramTest {
   protected:
     GameStartTest() {
-        program.AppPath = "C:\\Quarn\\";
-        program.AppLog = std::make_unique<clsAppLog>(fake.desktop, program.AppPath);
         program.GameNum = 2;
         program.Games.Reset(2);
         program.Games[1] = {"Other", "other.exe", "", 0, "", "", "other", "q3"};
@@ -50,9 +46,6 @@ class GameStartTest : public ::testing::Test {
         EXPECT_EQ(fake.shell.opened.size(), 1U);
         return fake.shell.opened.at(0).parameters;
     }
-
-    FakeDesktop fake;
-    ProgramState program;
 };
 
 TEST_F(GameStartTest, AppendsTheBackslashThatAPathLacks) {

@@ -1,12 +1,10 @@
 #include "launch/modMonitor.h"
 
 #include "query/clsIPLocation.h"
-#include "support/clsAppLog.h"
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/ProgramTest.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 
 namespace quarn {
@@ -14,11 +12,9 @@ namespace {
 
 constexpr const char* Velmar = "C:\\Quarn\\..\\Velmar\\Velmar.exe";
 
-class MonitorTest : public ::testing::Test {
+class MonitorTest : public ProgramTest {
   protected:
     MonitorTest() {
-        program.AppPath = "C:\\Quarn\\";
-        program.AppLog = std::make_unique<clsAppLog>(fake.desktop, program.AppPath);
         program.Servers.Reset(1);
         program.ServerCount = 1;
         program.CurrentServer = 1;
@@ -30,9 +26,6 @@ class MonitorTest : public ::testing::Test {
 
     ServerRecord& server() { return program.Servers[1]; }
     void Monitor() { MonitorWithVelmar(program, fake.desktop); }
-
-    FakeDesktop fake;
-    ProgramState program;
 };
 
 TEST_F(MonitorTest, StartsVelmarFromTheFolderBeside) {

@@ -5,4 +5,6 @@ import re
 from harness.places import ROOT
 
 # The one place where the version stands.
-VERSION = re.search(r"^project\(Quarn VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text(), re.MULTILINE)[1]
+VERSION = re.search(r"^project\(Quarn VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text(), re.MULTILINE)[
+    1
+]

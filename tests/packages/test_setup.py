@@ -148,7 +148,9 @@ def test_a_removal_asks_before_it_takes_settings_and_lists(installation, older_s
     assert installation.run(older_setup) == 0
     add_users_files(installation)
     uninstaller = windows_path(installation.folder / "Uninstall.exe")
-    running = Popen(["wine", uninstaller, "_?=" + installation.windows_folder], stdout=DEVNULL, stderr=DEVNULL)
+    running = Popen(
+        ["wine", uninstaller, "_?=" + installation.windows_folder], stdout=DEVNULL, stderr=DEVNULL
+    )
     try:
         with Driver() as driver:
             driver.wait("*", "attach", "Uninstall.exe")

@@ -31,7 +31,10 @@ def test_the_zip_has_one_folder_that_holds_everything():
 
 
 def test_only_two_packages_are_made():
-    assert {path.name for path in PACKAGES.iterdir()} == {f"Quarn-{VERSION}.zip", f"Quarn-{VERSION}-setup.exe"}
+    assert {path.name for path in PACKAGES.iterdir()} == {
+        f"Quarn-{VERSION}.zip",
+        f"Quarn-{VERSION}-setup.exe",
+    }
 
 
 def test_the_installer_carries_the_version():

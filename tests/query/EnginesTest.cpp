@@ -2,7 +2,7 @@
 
 #include "base/Conversions.h"
 #include "core/modStringHelper.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 
 #include "query/modGamQuery.h"
 #include "query/modMasterQuery.h"
-#include "tests/query/QueryTest.h"
+#include "tests/query/ParserTest.h"
 
 #include <functional>
 

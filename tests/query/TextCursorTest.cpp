@@ -1,6 +1,6 @@
 #include "query/TextCursor.h"
 
-#include "tests/query/QueryTest.h"
+#include "tests/fakes/ProgramTest.h"
 
 namespace quarn {
 namespace {
@@ -8,7 +8,7 @@ namespace {
 using namespace std::string_view_literals;
 using ::testing::IsEmpty;
 
-class Cursor : public QueryTest {};
+class Cursor : public ProgramTest {};
 
 TEST_F(Cursor, ExtractsUpToASeparatorSearchedFromTheSecondCharacterOn) {
     const struct {

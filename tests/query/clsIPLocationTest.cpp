@@ -1,25 +1,19 @@
 #include "query/clsIPLocation.h"
 
-#include "base/RunTimeError.h"
-#include "tests/query/QueryTest.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/MemoryFiles.h"
 
-#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
 
 namespace quarn {
 namespace {
 
 using namespace std::string_literals;
+using enum ErrorNumber;
 
 const std::string Path = "C:\\Quarn\\countryip.dat";
-
-std::int32_t ErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 class CountryDatabase : public ::testing::Test {
   protected:
@@ -27,10 +21,10 @@ class CountryDatabase : public ::testing::Test {
         files.Put(Path, content);
         database.InitDatabase();
     }
-    std::int32_t ErrorOfLoading(const std::string& content) {
+    ErrorNumber ErrorOfLoading(const std::string& content) {
         return ErrorOf([&] { Load(content); });
     }
-    std::int32_t ErrorOfLookUp(std::string_view address) {
+    ErrorNumber ErrorOfLookUp(std::string_view address) {
         return ErrorOf([&] { database.GetIPCountry(address); });
     }
 
@@ -167,42 +161,42 @@ TEST_F(CountryDatabase, BoundsAreComparedAsTheyAreWritten) {
 TEST_F(CountryDatabase, ADamagedFileIsRefusedWithItsCause) {
     const struct {
         std::string content;
-        std::int32_t error;
+        ErrorNumber error;
     } cases[] = {
-        {"", 62},
-        {"\n", 13},
-        {"\n1;1;A\n", 13},
-        {"many\n1;1;A\n", 13},
-        {"2;\n1;1;A\n", 13},
-        {"1;1;A\n", 13},
-        {"99999999999\n1;1;A\n", 6},
-        {"0\n1;1;A\n", 62},
-        {"-1\n1;1;A\n", 62},
-        {"-2147483648\n", 62},
-        {"2147483647\n1;1;A\n", 62},
-        {"1", 62},
-        {"1\n", 62},
-        {"2\n1;1;A\n", 62},
-        {"2\n1;1;ABCDEFGHIJ\n", 62}, // one line as long as two
-        {"2\n1;1;ABCDEFGHIJ\n\n", 9},
-        {"1\n\n1;1;A\n", 9},
-        {"1\n1;1\n1;1;A", 9},
-        {"1\n123456\n", 9},
-        {"1\nA;1;A\n", 13},
-        {"1\n1;A;A\n", 13},
-        {"1\n;1;A\n", 13},
-        {"1\n1;;A\n", 13},
-        {"1\n1;0x1F;A\n", 13},
-        {"1\n1,5;2;A\n", 13},
-        {"1\nnonsense\n", 13},
-        {"1\n1;922337203685478;A\n", 6},
-        {"1\n-922337203685478;1;A\n", 6},
-        {"1\n1;1e30;A\n", 6},
-        {"1\n1;1e999;A\n", 6},
+        {"", InputPastEndOfFile},
+        {"\n", TypeMismatch},
+        {"\n1;1;A\n", TypeMismatch},
+        {"many\n1;1;A\n", TypeMismatch},
+        {"2;\n1;1;A\n", TypeMismatch},
+        {"1;1;A\n", TypeMismatch},
+        {"99999999999\n1;1;A\n", Overflow},
+        {"0\n1;1;A\n", InputPastEndOfFile},
+        {"-1\n1;1;A\n", InputPastEndOfFile},
+        {"-2147483648\n", InputPastEndOfFile},
+        {"2147483647\n1;1;A\n", InputPastEndOfFile},
+        {"1", InputPastEndOfFile},
+        {"1\n", InputPastEndOfFile},
+        {"2\n1;1;A\n", InputPastEndOfFile},
+        {"2\n1;1;ABCDEFGHIJ\n", InputPastEndOfFile}, // one line as long as two
+        {"2\n1;1;ABCDEFGHIJ\n\n", SubscriptOutOfRange},
+        {"1\n\n1;1;A\n", SubscriptOutOfRange},
+        {"1\n1;1\n1;1;A", SubscriptOutOfRange},
+        {"1\n123456\n", SubscriptOutOfRange},
+        {"1\nA;1;A\n", TypeMismatch},
+        {"1\n1;A;A\n", TypeMismatch},
+        {"1\n;1;A\n", TypeMismatch},
+        {"1\n1;;A\n", TypeMismatch},
+        {"1\n1;0x1F;A\n", TypeMismatch},
+        {"1\n1,5;2;A\n", TypeMismatch},
+        {"1\nnonsense\n", TypeMismatch},
+        {"1\n1;922337203685478;A\n", Overflow},
+        {"1\n-922337203685478;1;A\n", Overflow},
+        {"1\n1;1e30;A\n", Overflow},
+        {"1\n1;1e999;A\n", Overflow},
         {"\xEF\xBB\xBF"
          "1\n1;1;A\n",
-         13}, // a mark of another encoding is no part of a number
-        {"1\x1A\n1;1;A\n", 13},
+         TypeMismatch}, // a mark of another encoding is no part of a number
+        {"1\x1A\n1;1;A\n", TypeMismatch},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(ErrorOfLoading(c.content), c.error) << c.content;
@@ -211,17 +205,17 @@ TEST_F(CountryDatabase, ADamagedFileIsRefusedWithItsCause) {
 }
 
 TEST_F(CountryDatabase, AFileThatCannotBeReadIsRefusedWithItsCause) {
-    EXPECT_EQ(ErrorOf([&] { database.InitDatabase(); }), 53);
-    files.FailReads(Path, ErrorNumber::PermissionDenied);
-    EXPECT_EQ(ErrorOf([&] { database.InitDatabase(); }), 70);
+    EXPECT_EQ(ErrorOf([&] { database.InitDatabase(); }), FileNotFound);
+    files.FailReads(Path, PermissionDenied);
+    EXPECT_EQ(ErrorOf([&] { database.InitDatabase(); }), PermissionDenied);
     EXPECT_FALSE(database.Initialized());
 }
 
 TEST_F(CountryDatabase, AFailedLoadLeavesNothingOfTheLastOne) {
     Load("1\n1;1;A\n");
-    EXPECT_EQ(ErrorOfLoading("2\n1;1;B\n2;2\n0;0;C"), 9);
+    EXPECT_EQ(ErrorOfLoading("2\n1;1;B\n2;2\n0;0;C"), SubscriptOutOfRange);
     EXPECT_FALSE(database.Initialized());
-    EXPECT_EQ(ErrorOfLookUp("0.0.0.1"), 9);
+    EXPECT_EQ(ErrorOfLookUp("0.0.0.1"), SubscriptOutOfRange);
 }
 
 TEST_F(CountryDatabase, IsInitializedFromACompleteLoadToItsRelease) {
@@ -239,7 +233,7 @@ TEST_F(CountryDatabase, IsInitializedFromACompleteLoadToItsRelease) {
 TEST_F(CountryDatabase, ALookUpAfterTheReleaseFailsAtItsFirstRange) {
     Load("1\n1;1;A\n");
     database.DestroyDatabase();
-    EXPECT_EQ(ErrorOfLookUp("0.0.0.1"), 9);
+    EXPECT_EQ(ErrorOfLookUp("0.0.0.1"), SubscriptOutOfRange);
 }
 
 TEST_F(CountryDatabase, KnowsNoCountryBeforeItIsLoaded) {
@@ -250,22 +244,15 @@ TEST_F(CountryDatabase, AddressesThatAreNoneAreRefused) {
     Load("1\n0;4294967295;A\n");
     const struct {
         const char* address;
-        std::int32_t error;
+        ErrorNumber error;
     } cases[] = {
-        {"", 9},
-        {"1", 9},
-        {"1.2.3", 9},
-        {".", 13},
-        {"1..2.3", 13},
-        {"1.2.3.", 13},
-        {"...", 13},
-        {"a.b.c.d", 13},
-        {"localhost", 13},
-        {"1.2.3.x", 13},
-        {"1.2.3.0x4", 13},
-        {"1.2.3.4:27960", 13},
-        {"1.2.3.9999999999", 6},
-        {"1.2.-9999999999.4", 6},
+        {"", SubscriptOutOfRange},      {"1", SubscriptOutOfRange},
+        {"1.2.3", SubscriptOutOfRange}, {".", TypeMismatch},
+        {"1..2.3", TypeMismatch},       {"1.2.3.", TypeMismatch},
+        {"...", TypeMismatch},          {"a.b.c.d", TypeMismatch},
+        {"localhost", TypeMismatch},    {"1.2.3.x", TypeMismatch},
+        {"1.2.3.0x4", TypeMismatch},    {"1.2.3.4:27960", TypeMismatch},
+        {"1.2.3.9999999999", Overflow}, {"1.2.-9999999999.4", Overflow},
     };
     for (const auto& c : cases)
         EXPECT_EQ(ErrorOfLookUp(c.address), c.error) << c.address;

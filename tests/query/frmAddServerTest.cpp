@@ -1,6 +1,6 @@
 #include "query/frmAddServer.h"
 
-#include "tests/query/QueryTest.h"
+#include "tests/fakes/ProgramTest.h"
 
 namespace quarn {
 namespace {
@@ -8,7 +8,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class AddServerDialog : public QueryTest {
+class AddServerDialog : public ProgramTest {
   protected:
     AddServerDialog() {
         fake.hosts.addresses["games.example"] = "10.1.2.3";

@@ -1,6 +1,6 @@
 #include "query/modGamQuery.h"
 
-#include "tests/query/QueryTest.h"
+#include "tests/query/ParserTest.h"
 
 namespace quarn {
 namespace {
@@ -294,9 +294,9 @@ TEST_F(Doom3Status, ReadsPlayersAsFarAsTheBytesGo) {
 
 TEST_F(Doom3Status, AnEndlessNameIsReadOnAsPlayersButLoggedOnce) {
     Parse(Header + Pair("si_map", "m") + End + std::string(63000, '\x01'));
-    EXPECT_EQ(Server().Players, 9000);
-    EXPECT_EQ(Server().PlayerList[9000].Ping, 257);
-    EXPECT_EQ(Server().PlayerList[9000].Name, "");
+    EXPECT_EQ(Server().Players, MaxPlayersOfAReply);
+    EXPECT_EQ(Server().PlayerList[MaxPlayersOfAReply].Ping, 257);
+    EXPECT_EQ(Server().PlayerList[MaxPlayersOfAReply].Name, "");
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 

@@ -1,6 +1,6 @@
 #include "query/modGamQuery.h"
 
-#include "tests/query/QueryTest.h"
+#include "tests/query/ParserTest.h"
 
 namespace quarn {
 namespace {
@@ -193,8 +193,8 @@ TEST_F(HalfLifeStatus, AReplyWithoutPlayersEmptiesTheList) {
 
 TEST_F(HalfLifeStatus, AnEndlessNameIsReadOnAsPlayersButLoggedOnce) {
     ParsePlayers(std::string(63000, 'x'));
-    EXPECT_EQ(Server().Players, 7000);
-    EXPECT_EQ(Server().PlayerList[7000].Score, 'x');
+    EXPECT_EQ(Server().Players, MaxPlayersOfAReply);
+    EXPECT_EQ(Server().PlayerList[MaxPlayersOfAReply].Score, 'x');
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 

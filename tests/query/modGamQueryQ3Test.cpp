@@ -1,6 +1,6 @@
 #include "query/modGamQuery.h"
 
-#include "tests/query/QueryTest.h"
+#include "tests/query/ParserTest.h"
 
 namespace quarn {
 namespace {
@@ -287,9 +287,9 @@ TEST_F(Quake3Status, ANameWithoutALineEndIsReadOnAsPlayers) {
 
 TEST_F(Quake3Status, NumbersWithoutAnyLineEndLogNoMoreThanTheFirst) {
     ParsePlayers(Repeated("1 ", 32000));
-    EXPECT_EQ(Server().PlayerList.HighestIndex(), 16000);
-    EXPECT_EQ(Server().PlayerList[16000].Score, 1);
-    EXPECT_EQ(Server().Players, 16000);
+    EXPECT_EQ(Server().PlayerList.HighestIndex(), MaxPlayersOfAReply);
+    EXPECT_EQ(Server().PlayerList[MaxPlayersOfAReply].Score, 1);
+    EXPECT_EQ(Server().Players, MaxPlayersOfAReply);
     EXPECT_THAT(Logged(), ElementsAre(Missing));
 }
 

@@ -1,7 +1,7 @@
 #include "query/modGamQuery.h"
 
-#include "tests/query/QueryTest.h"
-#include "tests/support_code/FakeUdpSocket.h"
+#include "tests/fakes/FakeUdpSocket.h"
+#include "tests/query/ParserTest.h"
 
 namespace quarn {
 namespace {
@@ -10,7 +10,7 @@ using namespace std::string_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class ServerQuery : public QueryTest {
+class ServerQuery : public ProgramTest {
   protected:
     std::vector<std::string> SentTo(const std::string& engine) {
         FakeUdpSocket socket(fake.clock, fake.events, fake.hosts);
@@ -84,7 +84,7 @@ TEST(ClearServerStatus, ResetsWhatAReplyFillsAndLeavesTheRest) {
     EXPECT_EQ(server.LastVisit, DateTime{1});
 }
 
-class Names : public QueryTest {};
+class Names : public ProgramTest {};
 
 TEST_F(Names, LoseTheirColourCodesAndQuotes) {
     const struct {

@@ -1,6 +1,6 @@
 #include "query/modGetIP.h"
 
-#include "tests/query/QueryTest.h"
+#include "tests/fakes/ProgramTest.h"
 
 namespace quarn {
 namespace {
@@ -12,7 +12,7 @@ const std::string BothNeeded = "You have to enter both, an address and a port fo
 const std::string PortNotNumerical = "The specified port must be numerical!";
 const std::string NotFourSets = "The IP address entered does not contain 4 sets of numbers!";
 
-class Addresses : public QueryTest {
+class Addresses : public ProgramTest {
   protected:
     std::string Validate(const std::string& address, const std::string& port) {
         return ValidateAddress(program, fake.desktop, address, port);

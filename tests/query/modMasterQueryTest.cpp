@@ -1,6 +1,6 @@
 #include "query/modMasterQuery.h"
 
-#include "tests/query/QueryTest.h"
+#include "tests/query/ParserTest.h"
 
 namespace quarn {
 namespace {
@@ -8,7 +8,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class MasterReply : public QueryTest {
+class MasterReply : public ProgramTest {
   protected:
     void ParseQ3(std::string body) { ParseQ3EngineServers(program, body); }
     void ParseD3(const std::string& body) { ParseD3EngineServers(program, body); }

@@ -1,9 +1,9 @@
 // The definitions that Quarn comes with: docs/games.md names the source of each.
 
 #include "core/modStringHelper.h"
+#include "tests/fakes/HeadlessBrowser.h"
 #include "tests/resources/DefinitionsCheck.h"
 #include "tests/resources/StrictMaster.h"
-#include "tests/support_code/HeadlessBrowser.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
@@ -76,7 +76,7 @@ TEST_P(ShippedGame, GetsItsListFromAMasterOfItsKind) {
     const std::vector<std::string> listed = {"127.20.0.1:27960", "127.20.0.2:1", "127.200.255.254:65535"};
     std::vector<gamenet::Endpoint> servers;
     for (const std::string& server : listed)
-        servers.push_back(gamenet::parseLoopbackEndpoint(server));
+        servers.push_back(gamenet::ParseLoopbackEndpoint(server));
     const std::vector<std::string> reply = GetParam().Answer(browser.sckMaster.sent[0].bytes, servers);
     ASSERT_THAT(reply, SizeIs(1)) << "the master does not understand " << browser.sckMaster.sent[0].bytes;
     browser.sckMaster.ReplyIn(0, reply[0]);

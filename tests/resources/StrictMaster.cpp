@@ -1,8 +1,8 @@
 #include "tests/resources/StrictMaster.h"
 
 #include "core/modStringHelper.h"
-#include "tools/gamenet/MasterList.h"
-#include "tools/gamenet/Wire.h"
+#include "tools/gamenet/protocol/MasterList.h"
+#include "tools/gamenet/protocol/Wire.h"
 
 #include <set>
 
@@ -31,10 +31,10 @@ bool IsQuake3Request(const StrictMaster& master, std::string_view request) {
 bool IsDoom3Request(const StrictMaster& master, std::string_view request) {
     for (const std::uint32_t protocol : {master.protocol, 0U}) {
         std::string expected = "\xFF\xFF";
-        gamenet::putText(expected, "getServers");
-        gamenet::putLittle32(expected, protocol);
-        gamenet::putText(expected, "");
-        gamenet::putByte(expected, 0);
+        gamenet::PutText(expected, "getServers");
+        gamenet::PutLittle32(expected, protocol);
+        gamenet::PutText(expected, "");
+        gamenet::PutByte(expected, 0);
         if (request == expected)
             return true;
     }
@@ -55,9 +55,9 @@ std::vector<std::string> StrictMaster::Answer(std::string_view request,
         return {};
     gamenet::MasterList list;
     list.family = family;
-    list.header = gamenet::masterHeader(family);
+    list.header = gamenet::MasterHeader(family);
     list.servers = servers;
-    return gamenet::cutIntoDatagrams(list);
+    return gamenet::CutIntoDatagrams(list);
 }
 
 } // namespace quarn

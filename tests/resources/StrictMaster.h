@@ -6,8 +6,8 @@
 //   Quake III: FF FF FF FF "getservers" [' ' name] ' ' protocol { ' ' "full" | "empty" }
 //   Doom 3:    FF FF "getServers" 00, protocol (4 bytes, low byte first; 0: any), MOD 00, filter (1 byte)
 
-#include "tools/gamenet/Endpoint.h"
-#include "tools/gamenet/Settings.h"
+#include "tools/gamenet/world/Endpoint.h"
+#include "tools/gamenet/world/Settings.h"
 
 #include <cstdint>
 #include <string>

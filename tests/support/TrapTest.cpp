@@ -1,6 +1,6 @@
 #include "support/Trap.h"
 
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 #include <new>

@@ -1,7 +1,8 @@
 #include "support/clsAppLog.h"
 
 #include "core/Version.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/LoggedEntries.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -134,28 +135,95 @@ TEST_F(AppLogTest, OnlyLogsWhatHappensWhileAMessageIsOpen) {
     EXPECT_EQ(ShownCount(), 2U);
 }
 
-TEST_F(AppLogTest, ShowsThatAnEntryCouldNotBeWritten) {
+TEST_F(AppLogTest, TellsOnceThatEntriesCouldNotBeWritten) {
     fake.files.FailWrites(LogPath, ErrorNumber::PermissionDenied);
     log.Log("m", "lost", 0, "text");
     log.Log("m", "lost too", 0, "text", false, false, true);
-    ASSERT_EQ(ShownCount(), 2U);
-    for (const auto& box : fake.prompts.shown)
-        EXPECT_EQ(box.text, "Error number 70 in class AppLog, Sub WriteLogEntry");
+    EXPECT_EQ(ShownCount(), 0U); // the caller may hold what events would change
+    log.TellWriteFault();
+    log.TellWriteFault();
+    log.Log("m", "lost as well");
+    log.TellWriteFault();
+    ASSERT_EQ(ShownCount(), 1U);
+    EXPECT_EQ(Shown(0).text, "Error number 70 in class AppLog, Sub WriteLogEntry");
     EXPECT_EQ(log.ErrorCount(), 0);
-    EXPECT_EQ(log.HistoryLog(),
-              "m;lost;11/21/26 08:05:00.000;0;text\r\nm;lost too;11/21/26 08:05:00.000;0;text\r\n");
+    EXPECT_TRUE(log.HistoryLog().starts_with(
+        "m;lost;11/21/26 08:05:00.000;0;text\r\nm;lost too;11/21/26 08:05:00.000;0;text\r\n"));
+
     fake.files.ClearFaults();
     log.Log("m", "kept");
+    log.TellWriteFault();
+    EXPECT_EQ(ShownCount(), 1U);
     EXPECT_EQ(fake.files.Get(LogPath), "m;kept;11/21/26 08:05:00.000;0;\r\n");
+}
+
+TEST_F(AppLogTest, TellsOfALaterFaultAgain) {
+    for (const ErrorNumber fault : {ErrorNumber::PermissionDenied, ErrorNumber::DiskFull}) {
+        fake.files.FailWrites(LogPath, fault);
+        log.Log("m", "lost");
+        fake.files.ClearFaults();
+        log.TellWriteFault();
+        log.Log("m", "kept");
+    }
+    ASSERT_EQ(ShownCount(), 2U);
+    EXPECT_EQ(Shown(1).text, "Error number 61 in class AppLog, Sub WriteLogEntry");
+}
+
+TEST_F(AppLogTest, SaysNothingOfAFaultThatIsOver) {
+    fake.files.FailWrites(LogPath, ErrorNumber::PermissionDenied);
+    log.Log("m", "lost");
+    fake.files.ClearFaults();
+    log.Log("m", "kept");
+    log.TellWriteFault();
+    EXPECT_EQ(ShownCount(), 0U);
+}
+
+TEST_F(AppLogTest, TellsOfAFaultAfterTheMessageBoxThatIsOpen) {
+    fake.files.FailWrites(LogPath, ErrorNumber::PermissionDenied);
+    fake.prompts.whileOpen = [&] { log.TellWriteFault(); };
+    log.Log("m", "lost", 9, "text", true);
+    ASSERT_EQ(ShownCount(), 1U);
+    EXPECT_TRUE(Shown(0).text.starts_with("A error has occurred in m in lost"));
+    fake.prompts.whileOpen = nullptr;
+    log.TellWriteFault();
+    ASSERT_EQ(ShownCount(), 2U);
+    EXPECT_EQ(Shown(1).text, "Error number 70 in class AppLog, Sub WriteLogEntry");
 }
 
 TEST_F(AppLogTest, ShowsTheErrorAlsoWhenItsEntryIsLost) {
     fake.files.freeBytes = 10;
     log.Log("m", "r", 9, "text", true);
-    ASSERT_EQ(ShownCount(), 2U);
-    EXPECT_EQ(Shown(0).text, "Error number 61 in class AppLog, Sub WriteLogEntry");
-    EXPECT_EQ(Shown(1).text.substr(0, 34), "A error has occurred in m in r\r\nEr");
+    ASSERT_EQ(ShownCount(), 1U);
+    EXPECT_EQ(Shown(0).text.substr(0, 34), "A error has occurred in m in r\r\nEr");
     EXPECT_EQ(log.ErrorCount(), 1);
+}
+
+TEST_F(AppLogTest, WritesAnUncountedErrorLikeAnyOther) {
+    log.LogUncounted("m", "r", 13, "Type mismatch");
+    EXPECT_EQ(log.ErrorCount(), 0);
+    EXPECT_EQ(fake.files.Get(LogPath), "m;r;11/21/26 08:05:00.000;13;Type mismatch\r\n");
+    log.HandleAppErrors();
+    EXPECT_EQ(ShownCount(), 0U);
+}
+
+TEST_F(AppLogTest, BoundsTheLinesOfOneRoutineAndNumber) {
+    constexpr std::int32_t Most = clsAppLog::MostLinesOfAKind;
+    for (std::int32_t i = 0; i < 3 * Most; ++i) {
+        log.LogUncounted("m", "r", 13, "Type mismatch");
+        log.Log("m", "r", 9, "Subscript out of range");
+    }
+    log.Log("m", "other", 13, "Type mismatch");
+    const std::vector<std::string> lines = LoggedEntries(fake.files.Get(LogPath));
+    ASSERT_EQ(lines.size(), static_cast<std::size_t>(2 * Most + 1));
+    EXPECT_EQ(lines.back(), "m;other;13");
+    EXPECT_EQ(log.ErrorCount(), 3 * Most + 1); // all are counted
+    EXPECT_EQ(log.HistoryLog(), fake.files.Get(LogPath));
+    const std::string& text = log.HistoryLog();
+    const std::string note = " (further entries like this are left out)\r\n";
+    std::size_t notes = 0;
+    for (std::size_t at = text.find(note); at != std::string::npos; at = text.find(note, at + 1))
+        ++notes;
+    EXPECT_EQ(notes, 2U);
 }
 
 class AppLogReportTest : public AppLogTest {

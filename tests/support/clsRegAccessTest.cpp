@@ -1,7 +1,7 @@
 #include "support/clsRegAccess.h"
 
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/LoggedEntries.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/LoggedEntries.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,8 +1,8 @@
 #include "support/clsSysTray.h"
 
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeFormWindow.h"
-#include "tests/support_code/FakeNotificationArea.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/FakeFormWindow.h"
+#include "tests/fakes/FakeNotificationArea.h"
 
 #include <algorithm>
 #include <functional>

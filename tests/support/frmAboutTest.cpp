@@ -2,11 +2,9 @@
 
 #include "core/Version.h"
 #include "query/clsIPLocation.h"
-#include "support/clsAppLog.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/ProgramTest.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 
 namespace quarn {
@@ -16,10 +14,9 @@ constexpr const char* LocationKey = "SOFTWARE\\Microsoft\\Shared Tools Location"
 constexpr const char* ToolKey = "SOFTWARE\\Microsoft\\Shared Tools\\MSInfo";
 constexpr RegistryRoot Machine = RegistryRoot::LocalMachine;
 
-class AboutTest : public ::testing::Test {
+class AboutTest : public ProgramTest {
   protected:
     AboutTest() {
-        program.AppLog = std::make_unique<clsAppLog>(fake.desktop, "C:\\Quarn\\");
         fake.files.Put("C:\\Tools\\msinfo.exe", "");
         fake.files.Put("C:\\Other\\msinfo.exe", "");
     }
@@ -32,8 +29,6 @@ class AboutTest : public ::testing::Test {
         return fake.shell.opened.empty() ? std::string() : fake.shell.opened[0].file;
     }
 
-    FakeDesktop fake;
-    ProgramState program;
     int closed = 0;
     frmAbout form{program, fake.desktop, [this] { ++closed; }};
 };

@@ -1,6 +1,6 @@
 #include "support/modFolderBrowse.h"
 
-#include "tests/support_code/FakePrompts.h"
+#include "tests/fakes/FakePrompts.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,6 +1,6 @@
 #include "views/CommandGate.h"
 
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <functional>
 #include <gmock/gmock.h>

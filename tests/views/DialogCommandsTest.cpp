@@ -1,7 +1,7 @@
 // The commands that open dialogs, and what the dialogs do to the main window.
 
 #include "support/clsAppLog.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Adding a server to a favorites folder.
 
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 #include "views/GamesTree.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 // Joining and monitoring the selected server, from the whole browser.
 
 #include "support/clsAppLog.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <cstdint>
 #include <gmock/gmock.h>

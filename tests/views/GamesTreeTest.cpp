@@ -2,7 +2,7 @@
 
 #include "views/GamesTree.h"
 
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

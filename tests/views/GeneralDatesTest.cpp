@@ -1,7 +1,7 @@
 #include "views/GeneralDates.h"
 
-#include "tests/support_code/ClassicLocale.h"
-#include "tests/support_code/Errors.h"
+#include "tests/fakes/ClassicLocale.h"
+#include "tests/fakes/Errors.h"
 
 #include <array>
 #include <cstdint>

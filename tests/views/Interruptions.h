@@ -3,7 +3,7 @@
 // What can happen in the middle of something else: commands, and the places where events run between the
 // steps of another command.
 
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,7 +1,8 @@
 #include "views/MainControls.h"
 
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/FakeUdpSocket.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/FakeUdpSockets.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,8 +26,8 @@ class MainControlsTest : public ::testing::Test {
 
     FakeDesktop fake;
     FakeUdpSocket master{fake.clock, fake.events, fake.hosts};
-    FakeUdpSocket server{fake.clock, fake.events, fake.hosts};
-    MainControls controls{master, server};
+    FakeUdpSockets servers{fake.clock, fake.events, fake.hosts};
+    MainControls controls{master, servers, fake.clock};
 };
 
 TEST_F(MainControlsTest, NamesTheColumnsOfEachListAndHowTheySort) {
@@ -73,7 +74,7 @@ TEST_F(MainControlsTest, HasNineFavoritesEntriesThatWaitForTheirNames) {
 TEST_F(MainControlsTest, StartsIdle) {
     EXPECT_FALSE(controls.tmrTimeout.Enabled());
     EXPECT_EQ(controls.sckMaster.CurrentState(), UdpSocket::State::Closed);
-    EXPECT_EQ(controls.sckServer.CurrentState(), UdpSocket::State::Closed);
+    EXPECT_EQ(controls.sckServer.OpenCount(), 0);
     EXPECT_EQ(controls.lvwServers.RowCount(), 0);
 }
 

@@ -2,8 +2,8 @@
 
 // A browser that shows a list and is about to query it. Time-out 1000 ms; a server answers after 20 ms.
 
-#include "tests/support_code/HeadlessBrowser.h"
-#include "tools/gamenet/ServerReplies.h"
+#include "tests/fakes/HeadlessBrowser.h"
+#include "tools/gamenet/protocol/ServerReplies.h"
 
 #include <cstdint>
 #include <functional>
@@ -51,7 +51,7 @@ class ScanTest : public ::testing::Test {
     std::string HonestReply(std::int32_t number,
                             const std::string& request = "\xFF\xFF\xFF\xFFgetstatus") const {
         const EmulatedServer& server = browser.network.servers.at(Address(number));
-        return gamenet::serverReply(server.family, server.status, request).value();
+        return gamenet::ServerReply(server.family, server.status, request).value();
     }
 
     // Numbers of the servers asked so far.
@@ -69,7 +69,10 @@ class ScanTest : public ::testing::Test {
         EXPECT_EQ(browser.Form().scan.ReplyState, 0);
         EXPECT_EQ(browser.Form().scan.QuerySentTick, 0);
         EXPECT_FALSE(browser.Form().scan.ScanAborted);
+        browser.fake.events.RunFor(2 * Timeout); // until late replies are not waited for any more
         EXPECT_EQ(browser.sckServer.CurrentState(), UdpSocket::State::Closed);
+        EXPECT_FALSE(browser.Controls().tmrPorts.Enabled());
+        EXPECT_FALSE(browser.Controls().tmrDeadlines.Enabled());
     }
 
     HeadlessBrowser browser;

@@ -1,7 +1,7 @@
 // What the user does to the server list: select, sort, copy, add, delete, clear, export.
 
 #include "support/clsAppLog.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 #include "views/ServerListView.h"
 
 #include <gmock/gmock.h>

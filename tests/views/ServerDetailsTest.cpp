@@ -1,6 +1,6 @@
 #include "views/ServerDetails.h"
 
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,15 +1,13 @@
 #include "views/ServerListFiles.h"
 
 #include "core/modStringHelper.h"
-#include "support/clsAppLog.h"
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/ProgramTest.h"
 
 #include <cstdint>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <random>
 #include <string>
 #include <tuple>
@@ -28,11 +26,9 @@ constexpr const char* BackupPath = "C:\\Quarn\\servers-q3.bak";
 // A whole line of an entry, without its end.
 const std::string Entry = "192.0.2.7;27960;DE;My server;50;3;16;baseq3;q3dm17;0;;\\g_gametype\\4;";
 
-class ServerListFilesTest : public ::testing::Test {
+class ServerListFilesTest : public ProgramTest {
   protected:
     ServerListFilesTest() {
-        program.AppPath = "C:\\Quarn\\";
-        program.AppLog = std::make_unique<clsAppLog>(fake.desktop, program.AppPath);
         // The list in force, which a load replaces.
         program.Servers.Reset(2);
         program.Servers[1].Address = "192.0.2.1";
@@ -65,8 +61,6 @@ class ServerListFilesTest : public ::testing::Test {
         return addresses;
     }
 
-    FakeDesktop fake;
-    ProgramState program;
     CommandGate gate{fake.events};
     ServerListFiles files{program, fake.files, gate};
 };

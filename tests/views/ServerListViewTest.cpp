@@ -3,7 +3,7 @@
 #include "views/ServerListView.h"
 
 #include "query/clsIPLocation.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

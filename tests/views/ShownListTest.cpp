@@ -1,6 +1,6 @@
 // Which list is shown after a click in the tree, and what happens to the one that was.
 
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 #include "views/GamesTree.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "views/clsQuickList.h"
 
-#include "tests/support_code/Errors.h"
-#include "tests/support_code/FakeDesktop.h"
-#include "tests/support_code/LoggedEntries.h"
+#include "tests/fakes/Errors.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/LoggedEntries.h"
 
 #include <cstdint>
 #include <functional>

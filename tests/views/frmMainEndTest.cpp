@@ -2,7 +2,7 @@
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
-#include "tests/support_code/HeadlessBrowser.h"
+#include "tests/fakes/HeadlessBrowser.h"
 
 #include <cstdint>
 #include <gmock/gmock.h>

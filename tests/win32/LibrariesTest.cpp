@@ -1,6 +1,6 @@
 #include "win32/Libraries.h"
 
-#include "tests/win32/support_code/TemporaryFolder.h"
+#include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/Handles.h"
 #include "win32/desktop/FilesWin.h"
 

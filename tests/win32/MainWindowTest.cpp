@@ -2,7 +2,7 @@
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
-#include "tests/win32/support_code/ReplacedImport.h"
+#include "tests/win32/harness/ReplacedImport.h"
 #include "win32/resources/ids.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "win32/MessageWindow.h"
 
-#include "tests/win32/support_code/BoxDriver.h"
-#include "tests/win32/support_code/OwnerTestWindow.h"
-#include "tests/win32/support_code/Pumping.h"
+#include "tests/win32/harness/BoxDriver.h"
+#include "tests/win32/harness/OwnerTestWindow.h"
+#include "tests/win32/harness/Pumping.h"
 #include "win32/UncaughtErrors.h"
 #include "win32/desktop/EventPumpWin.h"
 

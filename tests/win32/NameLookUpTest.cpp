@@ -1,6 +1,6 @@
 #include "win32/NameLookUp.h"
 
-#include "tests/win32/support_code/Pumping.h"
+#include "tests/win32/harness/Pumping.h"
 
 #include <gtest/gtest.h>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "win32/TimerWin.h"
 
-#include "tests/win32/support_code/Pumping.h"
+#include "tests/win32/harness/Pumping.h"
 #include "win32/PerformanceCounter.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "win32/UdpSocketWin.h"
 
-#include "tests/win32/support_code/LoopbackPeer.h"
-#include "tests/win32/support_code/Pumping.h"
+#include "tests/win32/harness/LoopbackPeer.h"
+#include "tests/win32/harness/Pumping.h"
 #include "win32/desktop/EventPumpWin.h"
 
 #include <gtest/gtest.h>

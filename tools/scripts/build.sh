@@ -2,18 +2,19 @@
 
 JOBS=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}
 
+configure_preset() {
+    [[ $1 != win* ]] || ensure_geoip_ranges
+    logged "configure-$1" cmake --preset "$1"
+}
+
 # build_preset PRESET [TARGET...]: brings the targets of a preset, all of them by default, up to date.
 build_preset() {
-    local preset=$1 configure=(cmake --preset "$1") build=(cmake --build --preset "$1" -j "$JOBS")
+    local preset=$1 build=(cmake --build --preset "$1" -j "$JOBS")
     shift
-    if command -v ccache >/dev/null; then
-        configure+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
-    fi
     if (($# > 0)); then
         build+=(--target "$@")
     fi
-    [[ $preset != win* ]] || ensure_geoip_ranges
     say "Building $preset${*:+ ($*)}"
-    logged "configure-$preset" "${configure[@]}" || return
+    configure_preset "$preset" || return
     logged "build-$preset" "${build[@]}"
 }

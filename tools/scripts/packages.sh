@@ -8,9 +8,9 @@ PACKAGES_TO_BUILD_PROGRAM=(
 PACKAGES_TO_PACK=(nsis zip)
 PACKAGES_TO_RUN=(wine wine64 xvfb openbox x11-utils imagemagick python3)
 PACKAGES_OF_CLANG=(clang libclang-rt-dev)
-PACKAGES_TO_TEST=(
-    "${PACKAGES_OF_CLANG[@]}" libbenchmark-dev g++-mingw-w64-i686-posix python3-pytest python3-pytest-xdist
-)
+PACKAGES_TO_TEST=(python3-pytest)
+PACKAGES_TO_TEST_EVERYTHING=("${PACKAGES_OF_CLANG[@]}" libbenchmark-dev g++-mingw-w64-i686-posix)
+PACKAGES_OF_STYLE=(clang-format-14 clang-tidy-14 cppcheck shellcheck black python3-flake8)
 PACKAGES_OF_REAL_SERVERS=(openarena-server)
 
 missing_packages() {

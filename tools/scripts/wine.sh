@@ -26,6 +26,7 @@ start_wine() {
     at_exit stop_wine "$WINEPREFIX"
     wineserver -p 8>&- >/dev/null 2>&1 || fail "the Wine server does not start in $WINEPREFIX"
     wine cmd /c exit 8>&- >/dev/null 2>&1 </dev/null || fail "Wine does not start in $WINEPREFIX"
+    # shellcheck disable=SC2034  # it only has to stay open
     exec {desktop_input}> >(exec wine cmd 8>&- >/dev/null 2>&1)
     wine rundll32 user32.dll,GetDesktopWindow 8>&- >/dev/null 2>&1 </dev/null || true
 }

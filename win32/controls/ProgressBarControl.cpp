@@ -6,6 +6,8 @@ namespace quarn {
 
 void ProgressBarControl::Create(HWND statusBar, int id) {
     Control::Create(statusBar, {PROGRESS_CLASSA, "Progress", PBS_SMOOTH, 0, id});
+    shownToolTip_ = model_.toolTip;
+    toolTips_.AddControl(statusBar, Handle(), shownToolTip_);
 }
 
 void ProgressBarControl::SetDpi(Dpi dpi) {
@@ -15,6 +17,10 @@ void ProgressBarControl::SetDpi(Dpi dpi) {
 
 void ProgressBarControl::Flush() {
     Place();
+    if (model_.toolTip != shownToolTip_) {
+        shownToolTip_ = model_.toolTip;
+        toolTips_.ChangeText(GetParent(Handle()), Handle(), shownToolTip_);
+    }
     if (model_.Maximum() != shownMaximum_) {
         shownMaximum_ = model_.Maximum();
         Send(PBM_SETRANGE32, 0, shownMaximum_);

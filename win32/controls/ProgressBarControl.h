@@ -6,7 +6,10 @@
 
 #include "controls/ProgressBar.h"
 #include "win32/Dpi.h"
+#include "win32/ToolTips.h"
 #include "win32/controls/Control.h"
+
+#include <string>
 
 namespace quarn {
 
@@ -28,6 +31,8 @@ class ProgressBarControl final : public Control {
     TwipsRect shownBounds_;
     std::int32_t shownMaximum_ = -1;
     std::int32_t shownValue_ = -1;
+    ToolTips toolTips_;
+    std::string shownToolTip_;
 };
 
 } // namespace quarn

@@ -58,10 +58,6 @@ void StatusBarControl::AddToolTips() {
             toolTips_.AddArea(Handle(), static_cast<UINT_PTR>(panel), text);
 }
 
-void StatusBarControl::CoverPanel(std::int32_t panel, HWND by) {
-    toolTips_.AddControl(Handle(), by, model_.panels[panel].toolTip);
-}
-
 void StatusBarControl::SetLook(Dpi dpi, HFONT font) {
     dpi_ = dpi;
     SetFont(font);

@@ -19,9 +19,6 @@ class StatusBarControl final : public Control {
 
     void Create(HWND parent, int id);
 
-    // Gives a child control that covers a panel the panel's tooltip.
-    void CoverPanel(std::int32_t panel, HWND by);
-
     void SetLook(Dpi dpi, HFONT font);
 
     // Docks the bar at the bottom of its parent, divides it and reports the geometry to the model.

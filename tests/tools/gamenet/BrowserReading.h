@@ -1,9 +1,10 @@
+#pragma once
+
 // Reads replies as the browser does, its oddities included: values of variables without a column are read
 // as keys, a field is searched from its second character on, Doom 3 pings come out byte-swapped. Written
 // for these tests alone, so that an honest reply that a browser could not use in full is found here.
-#pragma once
 
-#include "tools/gamenet/Settings.h"
+#include "tools/gamenet/world/Settings.h"
 
 #include <stdexcept>
 #include <string>
@@ -11,7 +12,7 @@
 
 namespace quarn::gamenet {
 
-// A reply that an honest server must not send: a field without an end, a number that is none.
+// A reply that an honest server must not send: a field without an end, text in place of a number.
 class ReadingFailed : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -35,12 +36,10 @@ struct Reading {
     std::vector<ReadPlayer> players;
 };
 
-Reading readQuake3Status(std::string reply);
-Reading readDoom3Status(const std::string& reply);
-// The three replies go into one reading, in any order.
-void readHalfLife(std::string reply, Reading& reading);
+// The replies to one look at a server. The three of the Half-Life family may come in any order.
+Reading ReadReplies(Family family, const std::vector<std::string>& replies);
 
-// The addresses of a list, a short last one left out; none where the header is another.
-std::vector<Endpoint> readMasterList(Family family, const std::string& header, const std::string& reply);
+// The addresses of a list, without a truncated last one. Empty if the header differs.
+std::vector<Endpoint> ReadMasterList(Family family, const std::string& header, const std::string& reply);
 
 } // namespace quarn::gamenet

@@ -1,14 +1,14 @@
 #include "tests/tools/gamenet/RunningProgram.h"
 
 #include "tests/tools/gamenet/BrowserReading.h"
-#include "tools/gamenet/Text.h"
-#include "tools/gamenet/Wire.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/tools/gamenet/Samples.h"
+#include "tools/gamenet/protocol/Wire.h"
+#include "tools/gamenet/world/Text.h"
 
 #include <algorithm>
 #include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <set>
 
 #include <sys/wait.h>
@@ -20,43 +20,31 @@ namespace {
 using std::chrono::milliseconds;
 using testing::HasSubstr;
 
-const std::string quake3Request = "\xFF\xFF\xFF\xFFgetstatus";
+const std::string Quake3Request = StatusRequests(Family::Quake3).front();
 
-Endpoint endpointOf(const TruthLine& line) {
-    return parseLoopbackEndpoint(line.at("address") + ':' + line.at("port"));
+Endpoint EndpointOf(const TruthLine& line) {
+    return ParseLoopbackEndpoint(line.at("address") + ':' + line.at("port"));
 }
 
-Endpoint masterOf(const TruthLine& game) {
-    return parseLoopbackEndpoint(game.at("MasterAddress") + ':' + game.at("MasterPort"));
+Endpoint MasterOf(const TruthLine& game) {
+    return ParseLoopbackEndpoint(game.at("MasterAddress") + ':' + game.at("MasterPort"));
 }
 
-std::vector<std::string> requestsOf(const std::string& family) {
-    if (family == "q3")
-        return {quake3Request};
-    if (family == "d3")
-        return {std::string("\xFF\xFFgetinfo\0\0\0\0", 13)};
-    return {"\xFF\xFF\xFF\xFFinfo", "\xFF\xFF\xFF\xFFplayers", "\xFF\xFF\xFF\xFFrules"};
-}
-
-Reading readAnswers(const std::string& family, const std::vector<Answer>& answers) {
-    if (family == "q3")
-        return readQuake3Status(answers.at(0).bytes);
-    if (family == "d3")
-        return readDoom3Status(answers.at(0).bytes);
-    Reading reading;
+Reading ReadAnswers(Family family, const std::vector<Answer>& answers) {
+    std::vector<std::string> replies;
     for (const Answer& answer : answers)
-        readHalfLife(answer.bytes, reading);
-    return reading;
+        replies.push_back(answer.bytes);
+    return ReadReplies(family, replies);
 }
 
-std::vector<Answer> askServer(const TruthLine& line) {
-    Asker asker(endpointOf(line));
-    const std::vector<std::string> requests = requestsOf(line.at("family"));
+std::vector<Answer> AskServer(const TruthLine& line) {
+    Asker asker(EndpointOf(line));
+    const std::vector<std::string> requests = StatusRequests(ParseFamily(line.at("family")));
     for (const std::string& request : requests)
-        asker.ask(request);
+        asker.Ask(request);
     std::vector<Answer> answers;
     while (answers.size() < requests.size()) {
-        std::optional<Answer> answer = asker.answer();
+        std::optional<Answer> answer = asker.AwaitAnswer();
         if (!answer)
             break;
         answers.push_back(*answer);
@@ -65,149 +53,149 @@ std::vector<Answer> askServer(const TruthLine& line) {
     return answers;
 }
 
-std::string joinedNames(const Reading& reading) {
+std::string JoinedNames(const Reading& reading) {
     std::string names;
     for (const ReadPlayer& player : reading.players)
-        names += (names.empty() ? "" : "|") + truthEscaped(player.name);
+        names += (names.empty() ? "" : "|") + TruthEscaped(player.name);
     return names;
 }
 
-TEST(LiveNetwork, everyServerOfTheDemoSaysWhatTheTruthFileSays) {
+TEST(LiveNetwork, EveryServerOfTheDemoSaysWhatTheTruthFileSays) {
     RunningNetwork network({"--latency", "2-9"});
-    const std::vector<TruthLine> truth = network.truth();
+    const std::vector<TruthLine> truth = network.Truth();
     EXPECT_EQ(truth.size(), 60U);
     for (const TruthLine& line : truth) {
         SCOPED_TRACE(line.at("game") + ' ' + line.at("address") + ' ' + line.at("name"));
-        const std::vector<Answer> answers = askServer(line);
+        const std::vector<Answer> answers = AskServer(line);
         // Three answers leave together, so the last question may wait less than the first.
         if (answers.size() == 1) {
             EXPECT_GE(answers[0].after,
                       milliseconds(std::stoi(line.at("latency"))) - std::chrono::microseconds(500));
         }
-        const Reading reading = readAnswers(line.at("family"), answers);
-        EXPECT_EQ(truthEscaped(reading.name), line.at("name"));
+        const Reading reading = ReadAnswers(ParseFamily(line.at("family")), answers);
+        EXPECT_EQ(TruthEscaped(reading.name), line.at("name"));
         EXPECT_EQ(reading.map, line.at("map"));
         EXPECT_EQ(reading.mod, line.at("mod"));
         EXPECT_EQ(std::to_string(reading.players.size()), line.at("players"));
         EXPECT_EQ(std::to_string(reading.maxPlayers), line.at("max"));
         EXPECT_EQ(std::to_string(reading.locked), line.at("locked"));
-        EXPECT_EQ(joinedNames(reading), line.at("player_names"));
+        EXPECT_EQ(JoinedNames(reading), line.at("player_names"));
     }
 }
 
-TEST(LiveNetwork, mastersNameTheServersOfTheirGames) {
+TEST(LiveNetwork, MastersNameTheServersOfTheirGames) {
     RunningNetwork network({"--list-entries", "3"});
     std::map<std::string, std::set<std::string>> expected;
-    for (const TruthLine& line : network.truth())
-        expected[line.at("game")].insert(endpointText(endpointOf(line)));
+    for (const TruthLine& line : network.Truth())
+        expected[line.at("game")].insert(EndpointText(EndpointOf(line)));
     EXPECT_EQ(expected.size(), 8U);
     for (const auto& [shortName, servers] : expected) {
-        const TruthLine game = network.game(shortName);
-        Asker asker(masterOf(game));
-        asker.ask(game.at("MasterPacket"));
+        const TruthLine game = network.Game(shortName);
+        Asker asker(MasterOf(game));
+        asker.Ask(game.at("MasterPacket"));
         std::set<std::string> named;
         while (named.size() < servers.size()) {
-            const std::optional<Answer> answer = asker.answer();
+            const std::optional<Answer> answer = asker.AwaitAnswer();
             ASSERT_TRUE(answer) << shortName;
             for (const Endpoint& server :
-                 readMasterList(parseFamily(game.at("Engine")), game.at("MasterResponse"), answer->bytes))
-                named.insert(endpointText(server));
+                 ReadMasterList(ParseFamily(game.at("Engine")), game.at("MasterResponse"), answer->bytes))
+                named.insert(EndpointText(server));
         }
         EXPECT_EQ(named, servers);
     }
 }
 
-TEST(LiveNetwork, mastersNameListedServers) {
+TEST(LiveNetwork, MastersNameListedServers) {
     TemporaryFolder folder;
-    std::ofstream(folder.file("list")) << "oa 127.0.0.5:27960\n";
-    RunningNetwork network({"--games", "oa", "--servers", "0", "--list", folder.file("list")});
-    const TruthLine game = network.game("oa");
-    Asker asker(masterOf(game));
-    asker.ask(game.at("MasterPacket"));
-    const std::optional<Answer> answer = asker.answer();
+    std::ofstream(folder.File("list")) << "oa 127.0.0.5:27960\n";
+    RunningNetwork network({"--games", "oa", "--servers", "0", "--list", folder.File("list")});
+    const TruthLine game = network.Game("oa");
+    Asker asker(MasterOf(game));
+    asker.Ask(game.at("MasterPacket"));
+    const std::optional<Answer> answer = asker.AwaitAnswer();
     ASSERT_TRUE(answer);
-    EXPECT_EQ(readMasterList(Family::Quake3, game.at("MasterResponse"), answer->bytes),
+    EXPECT_EQ(ReadMasterList(Family::Quake3, game.at("MasterResponse"), answer->bytes),
               (std::vector<Endpoint>{{0x7F000005, 27960}}));
-    EXPECT_EQ(network.truth().at(0).at("kind"), "listed");
+    EXPECT_EQ(network.Truth().at(0).at("kind"), "listed");
 }
 
-TEST(LiveNetwork, countsWhatItSawAndEndsWellOnSigterm) {
+TEST(LiveNetwork, CountsWhatItSawAndEndsWellOnSigterm) {
     RunningNetwork network({"--games", "q3a", "--servers", "2", "--silent", "50", "--latency", "1"});
-    std::vector<TruthLine> truth = network.truth();
+    std::vector<TruthLine> truth = network.Truth();
     std::sort(truth.begin(), truth.end(),
               [](const auto& left, const auto& right) { return left.at("kind") > right.at("kind"); });
     ASSERT_EQ(truth.at(0).at("kind"), "silent");
-    Asker silent(endpointOf(truth[0]));
-    silent.ask(quake3Request);
-    // The answer of the honest one, asked later, says that the silent one has been asked.
-    askServer(truth.at(1));
-    EXPECT_FALSE(silent.answer(milliseconds(0)));
-    network.process().terminate();
-    EXPECT_EQ(network.process().exitCode(), 0);
-    const std::string stats = network.folder().read("stats");
+    Asker silent(EndpointOf(truth[0]));
+    silent.Ask(Quake3Request);
+    // The honest server is asked later: once it has answered, the silent one has been asked too.
+    AskServer(truth.at(1));
+    EXPECT_FALSE(silent.AwaitAnswer(milliseconds(0)));
+    network.Program().Terminate();
+    EXPECT_EQ(network.Program().ExitCode(), 0);
+    const std::string stats = network.Folder().Read("stats");
     EXPECT_THAT(stats, HasSubstr("server_requests=2\n"));
     EXPECT_THAT(stats, HasSubstr("server_replies=1\n"));
     EXPECT_THAT(stats, HasSubstr("silent=1\n"));
 }
 
-TEST(LiveNetwork, nothingListensOnClosedServers) {
+TEST(LiveNetwork, NothingListensOnClosedServers) {
     RunningNetwork network({"--games", "q3a", "--servers", "1", "--closed", "100"});
-    Asker asker(endpointOf(network.truth().at(0)));
-    asker.ask(quake3Request);
-    EXPECT_FALSE(asker.answer());
-    EXPECT_TRUE(asker.refused());
+    Asker asker(EndpointOf(network.Truth().at(0)));
+    asker.Ask(Quake3Request);
+    EXPECT_FALSE(asker.AwaitAnswer());
+    EXPECT_TRUE(asker.Refused());
 }
 
-TEST(LiveNetwork, lateLiarsAreLate) {
+TEST(LiveNetwork, LateLiarsAreLate) {
     RunningNetwork network({"--games", "d3", "--servers", "1", "--liars", "100", "--liar-kinds", "late",
                             "--late-by", "120", "--latency", "30"});
-    const std::vector<Answer> answers = askServer(network.truth().at(0));
+    const std::vector<Answer> answers = AskServer(network.Truth().at(0));
     ASSERT_EQ(answers.size(), 1U);
     EXPECT_GE(answers[0].after, milliseconds(150) - std::chrono::microseconds(500));
 }
 
-TEST(LiveNetwork, halfLifeAnswersLeaveTogetherWhateverTheJitter) {
+TEST(LiveNetwork, HalfLifeAnswersLeaveTogetherWhateverTheJitter) {
     RunningNetwork network({"--games", "cs", "--latency", "1", "--jitter", "40"});
-    for (const TruthLine& line : network.truth()) {
+    for (const TruthLine& line : network.Truth()) {
         std::string types;
-        for (const Answer& answer : askServer(line))
+        for (const Answer& answer : AskServer(line))
             types += answer.bytes.at(4);
         EXPECT_EQ(types, "CED");
     }
 }
 
-TEST(LiveNetwork, theLargestDatagramArrivesWhole) {
+TEST(LiveNetwork, TheLargestDatagramArrivesWhole) {
     RunningNetwork network(
         {"--games", "q3a", "--servers", "1", "--liars", "100", "--liar-kinds", "oversized"});
-    const std::vector<Answer> answers = askServer(network.truth().at(0));
+    const std::vector<Answer> answers = AskServer(network.Truth().at(0));
     ASSERT_EQ(answers.size(), 1U);
-    EXPECT_EQ(answers[0].bytes.size(), largestDatagram);
+    EXPECT_EQ(answers[0].bytes.size(), LargestDatagram);
 }
 
-TEST(LiveNetwork, theSameSeedIsTheSameNetwork) {
+TEST(LiveNetwork, TheSameSeedIsTheSameNetwork) {
     std::string first;
     {
         RunningNetwork network({"--seed", "4711"});
-        first = network.folder().read("write-truth");
-        network.process().terminate();
-        ASSERT_EQ(network.process().exitCode(), 0);
+        first = network.Folder().Read("write-truth");
+        network.Program().Terminate();
+        ASSERT_EQ(network.Program().ExitCode(), 0);
     }
     RunningNetwork network({"--seed", "4711"});
-    EXPECT_EQ(network.folder().read("write-truth"), first);
+    EXPECT_EQ(network.Folder().Read("write-truth"), first);
 }
 
-TEST(LiveProgram, endsByItselfAfterItsDuration) {
+TEST(LiveProgram, EndsByItselfAfterItsDuration) {
     Process process({"--servers", "0", "--master-port", "0", "--duration", "0.05"});
-    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_EQ(process.ExitCode(), 0);
 }
 
 // In a process of its own: starts a network, names its process through the pipe, waits for the pipe's
 // other end to close, and ends without the care that an owner takes of its child.
-[[noreturn]] void beANegligentParent(int names, int untilClosed) {
+[[noreturn]] void BeANegligentParent(int names, int untilClosed) {
     try {
         const auto* network = new RunningNetwork({"--games", "q3a"});
-        const std::string pid = network->folder().read("ready");
-        std::filesystem::remove_all(network->folder().file(""));
+        const std::string pid = network->Folder().Read("ready");
+        std::filesystem::remove_all(network->Folder().File(""));
         char nothing = 0;
         if (write(names, pid.data(), pid.size()) > 0 && read(untilClosed, &nothing, 1) == 0)
             _exit(0);
@@ -216,7 +204,7 @@ TEST(LiveProgram, endsByItselfAfterItsDuration) {
     _exit(1);
 }
 
-TEST(LiveProgram, endsWithItsParent) {
+TEST(LiveProgram, EndsWithItsParent) {
     int names[2];
     int leash[2];
     ASSERT_EQ(pipe(names), 0);
@@ -224,38 +212,38 @@ TEST(LiveProgram, endsWithItsParent) {
     const pid_t parent = fork();
     if (parent == 0) {
         close(leash[1]);
-        beANegligentParent(names[1], leash[0]);
+        BeANegligentParent(names[1], leash[0]);
     }
     char text[32] = {};
     ASSERT_GT(read(names[0], text, sizeof text - 1), 0);
-    const Descriptor network = watchProcess(static_cast<pid_t>(std::stol(text)));
-    ASSERT_GE(network.get(), 0);
-    EXPECT_FALSE(isReadable(network, milliseconds(0)));
+    const Descriptor network = WatchProcess(static_cast<pid_t>(std::stol(text)));
+    ASSERT_GE(network.Get(), 0);
+    EXPECT_FALSE(IsReadable(network, milliseconds(0)));
     close(leash[1]);
     int status = -1;
     waitpid(parent, &status, 0);
     EXPECT_EQ(status, 0);
-    EXPECT_TRUE(isReadable(network, patience));
+    EXPECT_TRUE(IsReadable(network, Patience));
 }
 
-TEST(LiveProgram, aTakenPortIsAnErrorThatNamesIt) {
+TEST(LiveProgram, ATakenPortIsAnErrorThatNamesIt) {
     RunningNetwork network({"--games", "q3a", "--servers", "0"});
-    const std::string port = network.game("q3a").at("MasterPort");
+    const std::string port = network.Game("q3a").at("MasterPort");
     Process second({"--games", "q3a", "--servers", "0", "--master-port", port, "--duration", "5"});
-    EXPECT_EQ(second.exitCode(), 1);
+    EXPECT_EQ(second.ExitCode(), 1);
 }
 
-TEST(LiveProgram, badArgumentsEndWithTwo) {
+TEST(LiveProgram, BadArgumentsEndWithTwo) {
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"--nonsense"}, {"--seed"}, {"--masters", "10.0.0.1"}, {"--loss", "200"}}) {
         Process process(arguments);
-        EXPECT_EQ(process.exitCode(), 2) << arguments[0];
+        EXPECT_EQ(process.ExitCode(), 2) << arguments[0];
     }
 }
 
-TEST(LiveProgram, filesThatCannotBeWrittenEndWithOne) {
+TEST(LiveProgram, FilesThatCannotBeWrittenEndWithOne) {
     Process process({"--servers", "0", "--master-port", "0", "--write-truth", "/nonexistent/truth"});
-    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(process.ExitCode(), 1);
 }
 
 } // namespace

@@ -1,7 +1,8 @@
-// Runs gamenet as a process of its own and asks it over UDP. Every wait is for a condition and has an end.
 #pragma once
 
-#include "tools/gamenet/Sockets.h"
+// Runs gamenet as a process of its own and asks it over UDP. Every wait is for a condition and has an end.
+
+#include "tools/gamenet/network/Sockets.h"
 
 #include <chrono>
 #include <filesystem>
@@ -14,10 +15,10 @@
 
 namespace quarn::gamenet {
 
-constexpr std::chrono::seconds patience{20};
+constexpr std::chrono::seconds Patience{20};
 
 // Readable within this time.
-bool isReadable(const Descriptor& descriptor, std::chrono::milliseconds timeout);
+bool IsReadable(const Descriptor& descriptor, std::chrono::milliseconds timeout);
 
 class TemporaryFolder {
   public:
@@ -26,8 +27,8 @@ class TemporaryFolder {
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::string file(const std::string& name) const { return path_ / name; }
-    std::string read(const std::string& name) const;
+    std::string File(const std::string& name) const { return path_ / name; }
+    std::string Read(const std::string& name) const;
 
   private:
     std::filesystem::path path_;
@@ -41,10 +42,10 @@ class Process {
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
-    void terminate() const;
-    const Descriptor& ended() const { return ended_; } // readable when the process has ended
+    void Terminate() const;
+    const Descriptor& Ended() const { return ended_; } // readable when the process has ended
     // Its exit code, nothing where a signal ended it or it did not end in time.
-    std::optional<int> exitCode();
+    std::optional<int> ExitCode();
 
   private:
     pid_t pid_ = -1;
@@ -52,7 +53,7 @@ class Process {
 };
 
 // Becomes readable when the process has ended.
-Descriptor watchProcess(pid_t pid);
+Descriptor WatchProcess(pid_t pid);
 
 using TruthLine = std::map<std::string, std::string>;
 
@@ -62,11 +63,11 @@ class RunningNetwork {
     // Returns when the network is ready; throws std::runtime_error where it does not get so far.
     explicit RunningNetwork(std::vector<std::string> arguments);
 
-    Process& process() { return process_.value(); }
-    const TemporaryFolder& folder() const { return folder_; }
-    std::vector<TruthLine> truth() const;
+    Process& Program() { return process_.value(); }
+    const TemporaryFolder& Folder() const { return folder_; }
+    std::vector<TruthLine> Truth() const;
     // Values of the game's section in Games.ini, escapes undone.
-    TruthLine game(const std::string& shortName) const;
+    TruthLine Game(const std::string& shortName) const;
 
   private:
     TemporaryFolder folder_;
@@ -82,10 +83,10 @@ class Asker {
   public:
     explicit Asker(const Endpoint& server);
 
-    void ask(const std::string& request);
+    void Ask(const std::string& request);
     // Nothing where no answer came in time; refused() says whether nobody listens there.
-    std::optional<Answer> answer(std::chrono::milliseconds timeout = patience);
-    bool refused() const { return refused_; }
+    std::optional<Answer> AwaitAnswer(std::chrono::milliseconds timeout = Patience);
+    bool Refused() const { return refused_; }
 
   private:
     Descriptor socket_;

@@ -2,7 +2,7 @@
 #include "win32/controls/StatusBarControl.h"
 #include "win32/controls/ToolbarControl.h"
 
-#include "tests/win32/support_code/ControlHost.h"
+#include "tests/win32/harness/ControlHost.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "win32/controls/ListViewControl.h"
 
-#include "tests/win32/support_code/ControlHost.h"
+#include "tests/win32/harness/ControlHost.h"
 
 #include <algorithm>
 #include <commctrl.h>

@@ -1,6 +1,6 @@
 #include "win32/desktop/EventPumpWin.h"
 
-#include "tests/win32/support_code/Pumping.h"
+#include "tests/win32/harness/Pumping.h"
 #include "win32/Handles.h"
 #include "win32/MessageWindow.h"
 #include "win32/PerformanceCounter.h"

@@ -1,7 +1,7 @@
 #include "win32/desktop/FilesWin.h"
 
-#include "tests/support_code/Errors.h"
-#include "tests/win32/support_code/TemporaryFolder.h"
+#include "tests/fakes/Errors.h"
+#include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/Handles.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "win32/desktop/HelpViewerWin.h"
 
-#include "tests/win32/support_code/OwnerTestWindow.h"
-#include "tests/win32/support_code/ReplacedImport.h"
-#include "tests/win32/support_code/TemporaryFolder.h"
+#include "tests/win32/harness/OwnerTestWindow.h"
+#include "tests/win32/harness/ReplacedImport.h"
+#include "tests/win32/harness/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,6 +1,6 @@
 #include "win32/desktop/HostNamesWin.h"
 
-#include "tests/win32/support_code/ReplacedImport.h"
+#include "tests/win32/harness/ReplacedImport.h"
 #include "win32/WinsockSession.h"
 
 #include <gtest/gtest.h>

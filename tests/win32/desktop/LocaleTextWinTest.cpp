@@ -1,7 +1,7 @@
 #include "win32/desktop/LocaleTextWin.h"
 
-#include "tests/support_code/Errors.h"
-#include "tests/win32/support_code/ReplacedImport.h"
+#include "tests/fakes/Errors.h"
+#include "tests/win32/harness/ReplacedImport.h"
 #include "views/GeneralDates.h"
 #include "win32/Handles.h"
 

@@ -1,7 +1,7 @@
 #include "win32/desktop/NotificationAreaWin.h"
 
-#include "tests/win32/support_code/OwnerTestWindow.h"
-#include "tests/win32/support_code/ReplacedImport.h"
+#include "tests/win32/harness/OwnerTestWindow.h"
+#include "tests/win32/harness/ReplacedImport.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

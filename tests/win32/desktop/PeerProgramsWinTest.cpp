@@ -1,9 +1,9 @@
 #include "win32/desktop/PeerProgramsWin.h"
 
 #include "core/Version.h"
-#include "tests/support_code/Errors.h"
-#include "tests/win32/support_code/OwnerTestWindow.h"
-#include "tests/win32/support_code/TemporaryFolder.h"
+#include "tests/fakes/Errors.h"
+#include "tests/win32/harness/OwnerTestWindow.h"
+#include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/desktop/FilesWin.h"
 
 #include <future>

@@ -1,8 +1,8 @@
 #include "win32/desktop/PromptsWin.h"
 
-#include "tests/win32/support_code/BoxDriver.h"
-#include "tests/win32/support_code/OwnerTestWindow.h"
-#include "tests/win32/support_code/TemporaryFolder.h"
+#include "tests/win32/harness/BoxDriver.h"
+#include "tests/win32/harness/OwnerTestWindow.h"
+#include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/desktop/FilesWin.h"
 #include "win32/resources/ids.h"
 

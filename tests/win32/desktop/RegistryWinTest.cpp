@@ -1,6 +1,6 @@
 #include "win32/desktop/RegistryWin.h"
 
-#include "tests/win32/support_code/ReplacedImport.h"
+#include "tests/win32/harness/ReplacedImport.h"
 #include "win32/WindowsHeaders.h"
 
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
 #include "win32/desktop/ShellWin.h"
 
-#include "tests/support_code/Errors.h"
-#include "tests/win32/support_code/OwnerTestWindow.h"
-#include "tests/win32/support_code/Pumping.h"
-#include "tests/win32/support_code/ReplacedImport.h"
-#include "tests/win32/support_code/TemporaryFolder.h"
+#include "tests/fakes/Errors.h"
+#include "tests/win32/harness/OwnerTestWindow.h"
+#include "tests/win32/harness/Pumping.h"
+#include "tests/win32/harness/ReplacedImport.h"
+#include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/desktop/FilesWin.h"
 
 #include <future>

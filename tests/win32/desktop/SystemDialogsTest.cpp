@@ -2,8 +2,8 @@
 
 #include "win32/desktop/PromptsWin.h"
 
-#include "tests/win32/support_code/OwnerTestWindow.h"
-#include "tests/win32/support_code/ReplacedImport.h"
+#include "tests/win32/harness/OwnerTestWindow.h"
+#include "tests/win32/harness/ReplacedImport.h"
 #include "win32/Libraries.h"
 
 #include <algorithm>

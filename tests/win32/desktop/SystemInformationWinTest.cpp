@@ -1,7 +1,7 @@
 #include "win32/desktop/SystemInformationWin.h"
 
 #include "base/RunTimeError.h"
-#include "tests/win32/support_code/ReplacedImport.h"
+#include "tests/win32/harness/ReplacedImport.h"
 #include "win32/Handles.h"
 #include "win32/RunningInstance.h"
 

@@ -1,7 +1,7 @@
 #include "win32/desktop/WindowsDesktop.h"
 
-#include "tests/win32/support_code/BoxDriver.h"
-#include "tests/win32/support_code/OwnerTestWindow.h"
+#include "tests/win32/harness/BoxDriver.h"
+#include "tests/win32/harness/OwnerTestWindow.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,113 @@
+#pragma once
+
+// The local UDP ports of the status queries. Each query opens a port of its own, and the port outlives the
+// wait for the reply: what the server sends late still arrives there, and so finds the record that was asked
+// and no other. A finished query keeps its port until its time is over; of finished ones at most MostFinished
+// are kept.
+//
+// Sockets are made when they are needed and used again, because making one takes the system a while.
+
+#include "controls/Timer.h"
+#include "controls/UdpSocket.h"
+#include "desktop/Clock.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quarn {
+
+// The server of a query. Identities are never used again, so they find the record and the row that shows it
+// after any sorting, filtering or deleting, or nothing at all.
+struct QueryTarget {
+    std::uint32_t server = 0; // identity of the record that is asked
+    std::uint32_t shown = 0;  // identity of the record whose row is scanned: another one where a tag is stale
+    std::int32_t index = 0;   // of the record when it was asked: where a search begins
+};
+
+struct ServerQuery {
+    std::uint32_t number = 0; // never used again; 0: no query
+    QueryTarget target;
+    std::int32_t sentTick = 0;
+    std::int32_t replies = 0; // counted so far
+    bool finished = false;    // its outcome is stored; replies are late from here on
+};
+
+struct ServerReply {
+    ServerQuery query; // with this reply counted
+    std::string datagram;
+    std::int32_t tick = 0; // of its arrival
+};
+
+class QueryPorts {
+  public:
+    static constexpr int MostFinished = 64;
+
+    // A server answers with three datagrams at most. After this many its port is closed: it floods.
+    static constexpr std::int32_t MostReplies = 64;
+
+    // `timer` ticks while a port may have to be closed. All must outlive the ports.
+    QueryPorts(UdpSocketFactory& sockets, const Clock& clock, Timer& timer);
+    QueryPorts(const QueryPorts&) = delete;
+    QueryPorts& operator=(const QueryPorts&) = delete;
+
+    // A datagram arrived at the port of a query, at `tick`, and waits to be taken. Anything may be called
+    // from here.
+    std::function<void(std::uint32_t number, std::int32_t tick)> DataArrival;
+
+    // A port could not be opened or used.
+    std::function<void(const std::string& description)> Failed;
+
+    // Milliseconds after which a finished query's port is closed, counted from its request.
+    std::int32_t lifetime = 1000;
+
+    // Opens a port for a query to the host. `send` sends the requests. The result is a copy of the query's
+    // state; its number is 0 when no port could be opened.
+    ServerQuery Ask(const QueryTarget& target, const std::string& host, std::int32_t port,
+                    std::int32_t sentTick, const std::function<void(UdpSocket&)>& send);
+
+    // The query as it is now; its number is 0 when its port is closed.
+    ServerQuery Find(std::uint32_t number) const noexcept;
+
+    // Takes the next datagram that has arrived for the query and counts it. Datagrams shorter than
+    // ShortestDatagram are dropped. Nothing when there is no other, or when the port is closed or its time
+    // over.
+    std::optional<ServerReply> Take(std::uint32_t number, std::int32_t tick);
+
+    // The outcome of the query is stored.
+    void Finish(std::uint32_t number);
+
+    void Close(std::uint32_t number);
+    void CloseOf(std::uint32_t server); // all ports of one server
+    void CloseFinished();
+    void CloseAll();
+
+    int OpenCount() const noexcept;
+
+  private:
+    struct Port {
+        std::unique_ptr<UdpSocket> socket;
+        ServerQuery query; // number 0: not open
+        bool failed = false;
+    };
+
+    Port& FreePort();
+    Port* PortOf(std::uint32_t number) const noexcept;
+    void CloseOldestFinished();
+    void CloseExpired();
+    template<class Condition>
+    void CloseIf(Condition&& condition);
+    void Close(Port& port);
+
+    UdpSocketFactory& sockets_;
+    const Clock& clock_;
+    Timer& timer_;
+    std::vector<std::unique_ptr<Port>> ports_;
+    std::uint32_t lastNumber_ = 0;
+    int finished_ = 0;
+};
+
+} // namespace quarn

@@ -1,0 +1,152 @@
+#include "views/ParallelScan.h"
+
+#include "base/Scope.h"
+#include "query/modGamQuery.h"
+#include "support/Trap.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quarn {
+
+namespace {
+
+constexpr std::int32_t FallbackTimeout = 1000;
+
+} // namespace
+
+std::int32_t ParallelScan::Timeout() const noexcept {
+    return form_.program.PingTimeout > 0 ? form_.program.PingTimeout : FallbackTimeout;
+}
+
+void ParallelScan::Run(std::deque<std::uint32_t> rows, std::int32_t atOnce,
+                       const std::function<bool()>& stopped) {
+    rows_ = std::move(rows);
+    atOnce_ = static_cast<std::size_t>(std::max(atOnce, 1));
+    bool ticked = false;
+    Timer& deadlines = form_.controls.tmrDeadlines;
+    deadlines.Tick = [&] { ticked = true; };
+    deadlines.SetEnabled(true);
+    const Finally end([&] {
+        deadlines.SetEnabled(false);
+        deadlines.Tick = nullptr;
+        DropPending();
+    });
+
+    while (!stopped()) {
+        while (pending_.size() < atOnce_ && AskNext()) {
+        }
+        if (pending_.empty())
+            return;
+        if (!form_.gate.WaitUntil([&] { return ticked || !arrivals_.empty() || stopped(); }))
+            return;
+        TakeArrivals();
+        if (std::exchange(ticked, false))
+            CheckDeadlines();
+    }
+}
+
+// False when there is no row left, or no port for the next one.
+bool ParallelScan::AskNext() {
+    while (!rows_.empty()) {
+        const std::int32_t row = form_.controls.lvwServers.RowShowing(rows_.front(), likelyRow_);
+        if (row == 0) { // gone since the scan began
+            rows_.pop_front();
+            CountFinished();
+            continue;
+        }
+        likelyRow_ = row + 1;
+        Pending pending{.target = results_.TargetOf(row), .sentTick = form_.desktop.clock.TickCount()};
+        form_.controls.sckServer.CloseOf(pending.target.server);
+        pending.first = Ask(pending.target, pending.target.index).number;
+        if (pending.first == 0 && !pending_.empty()) {
+            atOnce_ = pending_.size(); // no more ports: the next finished query makes room
+            return false;
+        }
+        rows_.pop_front();
+        pending_.push_back(pending);
+        return true;
+    }
+    return false;
+}
+
+ServerQuery ParallelScan::Ask(const QueryTarget& target, std::int32_t index) {
+    const ServerRecord& server = form_.program.Servers[index];
+    const EngineFamily* const engine = results_.EngineOf(index);
+    return form_.controls.sckServer.Ask(
+        target, server.Address, server.Port, form_.desktop.clock.TickCount(),
+        [&](UdpSocket& socket) { SendServerQuery(*form_.program.AppLog, engine, socket); });
+}
+
+void ParallelScan::OnReply(ServerReply reply) {
+    arrivals_.push_back(std::move(reply));
+}
+
+void ParallelScan::TakeArrivals() {
+    while (!arrivals_.empty()) {
+        const ServerReply arrival = std::move(arrivals_.front());
+        arrivals_.pop_front();
+        const std::uint32_t number = arrival.query.number;
+        const auto found = std::ranges::find_if(
+            pending_, [&](const Pending& p) { return p.first == number || p.second == number; });
+        const std::int32_t index = results_.IndexOf(arrival.query.target);
+        // A port that was closed meanwhile belonged to a query that is answered already.
+        if (index == 0 || form_.controls.sckServer.Find(number).number == 0)
+            continue;
+        if (found != pending_.end())
+            form_.program.Servers[index].Ping = TicksBetween(arrival.query.sentTick, arrival.tick);
+        results_.StoreReply(index, arrival.datagram);
+        if (found != pending_.end()) {
+            // What the other request brings would be the same again.
+            form_.controls.sckServer.Close(found->first == number ? found->second : found->first);
+            Finish(static_cast<std::size_t>(found - pending_.begin()), true);
+        } else {
+            results_.Show(arrival.query.target);
+        }
+    }
+}
+
+void ParallelScan::CheckDeadlines() {
+    const std::int32_t now = form_.desktop.clock.TickCount();
+    for (std::size_t position = 0; position < pending_.size();) {
+        Pending& pending = pending_[position];
+        const std::int32_t index = results_.IndexOf(pending.target);
+        const std::int32_t waited = TicksBetween(pending.sentTick, now);
+        if (waited >= Timeout() || index == 0) {
+            if (index != 0)
+                results_.StoreNoAnswer(index);
+            Finish(position, false);
+            continue;
+        }
+        if (pending.second == 0 && waited >= Timeout() / 2)
+            pending.second = Ask(pending.target, index).number;
+        ++position;
+    }
+}
+
+void ParallelScan::Finish(std::size_t position, bool answered) {
+    const Pending done = pending_[position];
+    pending_.erase(pending_.begin() + static_cast<std::ptrdiff_t>(position));
+    form_.controls.sckServer.Finish(done.first);
+    form_.controls.sckServer.Finish(done.second);
+    progress_.Count(answered);
+    CountFinished();
+    results_.Show(done.target);
+}
+
+void ParallelScan::CountFinished() {
+    ++finished_;
+    progress_.Reach(finished_);
+    progress_.ShowNumber(finished_);
+}
+
+void ParallelScan::DropPending() {
+    for (const Pending& pending : pending_) {
+        form_.controls.sckServer.Close(pending.first);
+        form_.controls.sckServer.Close(pending.second);
+    }
+    pending_.clear();
+    arrivals_.clear();
+}
+
+} // namespace quarn

@@ -1,0 +1,53 @@
+#pragma once
+
+// What a query's outcome does to the record of its server, and to the row and the details that show it. Used
+// for replies in time and late ones alike.
+
+#include "query/QueryPorts.h"
+#include "views/MainFormContext.h"
+#include "views/ServerDetails.h"
+#include "views/ServerListView.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace quarn {
+
+class QueryResults {
+  public:
+    // All players and variables of a list may take this many bytes together; what comes beyond is not kept.
+    static constexpr std::size_t MostDetailBytes = 256U << 20;
+
+    QueryResults(const MainFormContext& form, ServerListView& servers, ServerDetails& details)
+        : form_(form), servers_(servers), details_(details) {}
+
+    // At the start of a scan: counts what the list's details take.
+    void Begin();
+
+    // The server that the row's tag names. Error 13 for a tag that is not a number, 9 outside the list.
+    QueryTarget TargetOf(std::int32_t row) const;
+
+    // Index of the record that was asked, 0 when it is gone.
+    std::int32_t IndexOf(const QueryTarget& target) const noexcept;
+
+    // The row, looked for from `likely` outwards; 0 when it is not listed.
+    std::int32_t RowOf(const QueryTarget& target, std::int32_t likely) const noexcept;
+
+    // Null for a game without an engine family.
+    const EngineFamily* EngineOf(std::int32_t index) const;
+
+    void StoreReply(std::int32_t index, std::string_view datagram);
+    void StoreNoAnswer(std::int32_t index);
+
+    // Brings the row up to date, and the details where they show this server.
+    void Show(const QueryTarget& target);
+
+  private:
+    MainFormContext form_;
+    ServerListView& servers_;
+    ServerDetails& details_;
+    std::size_t detailBytes_ = 0;
+};
+
+} // namespace quarn
