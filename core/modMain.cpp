@@ -2,6 +2,7 @@
 
 #include "base/Succeeds.h"
 #include "core/Version.h"
+#include "core/modFileHelper.h"
 #include "core/modXPCompat.h"
 #include "query/clsIPLocation.h"
 #include "support/Trap.h"
@@ -19,16 +20,12 @@ constexpr const char* FolderWithoutName =
 // The maintainer's mailbox, under a domain that is reserved for examples; a distributor sets his own.
 constexpr const char* SupportAddress = "support@quarn.example";
 
-std::string WithTrailingBackslash(std::string folder) {
-    if (!folder.ends_with('\\'))
-        folder += '\\';
-    return folder;
-}
-
 } // namespace
 
 bool Main(ProgramState& program, Desktop& desktop, const std::function<void()>& showMainWindow) {
-    if (!Succeeds([&] { program.AppPath = WithTrailingBackslash(desktop.files.ProgramFolder()); })) {
+    if (!Succeeds([&] {
+            program.AppPath = WithTrailingBackslash(desktop.locale, desktop.files.ProgramFolder());
+        })) {
         clsAppLog(desktop, {}).ErrorMessage(FolderWithoutName); // it has nowhere to write to
         return false;
     }
@@ -40,6 +37,7 @@ bool Main(ProgramState& program, Desktop& desktop, const std::function<void()>& 
     Trapped(log, "modMain", "Main", OnError::LogAndShow, [&] {
         log.Log("modMain", "Main", 0, "Application startup, initializing", false, false, true);
         if (desktop.system.AlreadyRunning(ApplicationTitle)) {
+            desktop.system.ShowRunningInstance();
             log.Log("modMain", "Main", 0, std::string(ApplicationTitle) + " is already running.");
             return;
         }

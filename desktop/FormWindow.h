@@ -36,6 +36,10 @@ class FormWindow {
     virtual void SetCaption(const std::string& caption) = 0;
     virtual void SetVisible(bool visible) = 0;
     virtual void SetShownInTaskbar(bool shown) = 0;
+
+    // Restores a minimised window, and puts it in front of those of other programs.
+    virtual void ComeToFront() = 0;
+
     virtual void SetTopMost(bool topMost) = 0;
 
     // At the mouse, or where the menu belongs when the keyboard asked for it.

@@ -1,6 +1,6 @@
 #pragma once
 
-// Text as the user's locale has it: numbers, dates and alphabetical order.
+// Text as the user's locale has it: numbers, dates and alphabetical order; and the bytes of its characters.
 
 #include "base/DateTime.h"
 
@@ -27,6 +27,10 @@ class LocaleText {
 
     // Bytes that compare as the texts do in the alphabetical order of the locale, without case.
     virtual std::string SortKey(const std::string& text) const = 0;
+
+    // In code pages of East Asian scripts: whether the byte begins a character of two. The second byte can
+    // have the code of a letter, a bracket or a backslash.
+    virtual bool IsLeadByte(char byte) const = 0;
 };
 
 } // namespace quarn

@@ -36,6 +36,10 @@ class Registry {
     virtual std::optional<std::string> ReadValue(RegistryRoot root, const std::string& key,
                                                  const std::string& value, std::size_t bufferSize) const = 0;
 
+    // The text with each %NAME% of an environment variable replaced by its value, as texts of the type
+    // "expandable" are meant.
+    virtual std::string Expanded(const std::string& text) const = 0;
+
     // The key must exist.
     virtual bool WriteValue(RegistryRoot root, const std::string& key, const std::string& value,
                             std::uint32_t type, std::string_view bytes) = 0;

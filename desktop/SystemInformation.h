@@ -40,6 +40,9 @@ class SystemInformation {
 
     // True when another instance of the program of this title runs already.
     virtual bool AlreadyRunning(const std::string& title) = 0;
+
+    // Asks that other instance to show its window.
+    virtual void ShowRunningInstance() = 0;
 };
 
 } // namespace quarn

@@ -101,7 +101,7 @@ void frmGamSetup::cmdBrowse_Click() {
     Trapped(*program_.AppLog, FormName, "cmdBrowse_Click", OnError::LogAndShow, [&] {
         GameSetup& setup = Working();
         setup.path = BrowseForFolder(desktop_.prompts, program_.AppPath);
-        if (GetGameExePath(program_, desktop_.files, setup.path, game_).empty()) {
+        if (GetGameExePath(program_, desktop_, setup.path, game_).empty()) {
             setup.path.clear();
             program_.AppLog->ErrorMessage("The selected game was not found in this directory!");
             return;

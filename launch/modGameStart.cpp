@@ -3,6 +3,7 @@
 #include "core/modCommonSubs.h"
 #include "core/modFileHelper.h"
 #include "core/modStringHelper.h"
+#include "support/Trap.h"
 #include "support/clsAppLog.h"
 
 namespace quarn {
@@ -11,12 +12,12 @@ namespace {
 
 constexpr const char* ServerFile = "server.txt";
 
-// Whoever reads the file takes its first line: a line end inside the name must not hide the address.
-void WriteServerFile(Files& files, const ServerRecord& server) {
+// Readers of the file take its first line: a line end inside the name must not hide the address.
+std::string ServerLine(const ServerRecord& server) {
     std::string name = server.Name;
     ReplaceAll(name, "\r", " ");
     ReplaceAll(name, "\n", " ");
-    files.Write(ServerFile, name + " " + AddressText(server) + "\r\n");
+    return name + " " + AddressText(server) + "\r\n";
 }
 
 // Every keyword stands there also when its value is empty, and values go in as they are, without quotes: the
@@ -35,31 +36,32 @@ std::string ParametersOf(const ProgramState& program, std::int32_t game, bool as
 
 } // namespace
 
-std::string GetGameExePath(const ProgramState& program, const Files& files, std::string& gamePath,
+std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, std::string& gamePath,
                            const std::string& gameShortName) {
-    if (gamePath.empty() || gamePath.back() != '\\')
-        gamePath += '\\';
+    gamePath = WithTrailingBackslash(desktop.locale, gamePath);
     const std::int32_t game = GameIndexOfShort(program, gameShortName);
     const std::string candidate = gamePath + program.Games[game].ExeName;
-    return FileExists(files, candidate) ? candidate : std::string();
+    return FileExists(desktop.files, candidate) ? candidate : std::string();
 }
 
 bool StartGame(ProgramState& program, Desktop& desktop, bool asSpectator) {
     const std::int32_t game = GameIndexOfShort(program, program.CurrentGame);
     const std::string exe =
         game == 0 ? std::string()
-                  : GetGameExePath(program, desktop.files, program.GamePath[game], program.CurrentGame);
+                  : GetGameExePath(program, desktop, program.GamePath[game], program.CurrentGame);
     if (exe.empty()) {
         program.AppLog->ErrorMessage("The game executable could not be found. Please check game path!");
         return false;
     }
-    WriteServerFile(desktop.files, program.Servers[program.CurrentServer]);
-
+    // Taken now, as writing a file may let events run in which another server is selected.
     Shell::Request request;
     request.file = exe;
     request.parameters = ParametersOf(program, game, asSpectator);
     request.folder = program.GamePath[game];
     request.show = ShowState::Show;
+    const std::string line = ServerLine(program.Servers[program.CurrentServer]);
+    Trapped(*program.AppLog, "modGameStart", "StartGame", OnError::Log,
+            [&] { desktop.files.Write(ServerFile, line); });
     desktop.shell.Open(request);
     return true;
 }

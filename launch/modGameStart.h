@@ -11,13 +11,13 @@ namespace quarn {
 
 // Full path of the game's executable, "" when there is no such file. The path given gains the backslash at
 // its end that it lacks, whether or not the file is found.
-std::string GetGameExePath(const ProgramState& program, const Files& files, std::string& gamePath,
+std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, std::string& gamePath,
                            const std::string& gameShortName);
 
 // Starts CurrentGame on CurrentServer: writes "server.txt" into the current directory, one line that names
 // the server, and asks the shell for the game's executable with the command line of its engine. False, after
-// a message, when the executable was not found; whether the shell could start it is not examined. Errors are
-// left to the caller.
+// a message, when the executable was not found; whether the shell could start it is not examined. A file that
+// cannot be written is only logged; other errors are left to the caller.
 bool StartGame(ProgramState& program, Desktop& desktop, bool asSpectator);
 
 } // namespace quarn

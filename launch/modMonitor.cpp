@@ -21,6 +21,8 @@ std::string WindowTitleOfVelmar(const Desktop& desktop, const std::string& execu
 } // namespace
 
 void MonitorWithVelmar(const ProgramState& program, Desktop& desktop) {
+    // Taken now, as the shell may let events run in which another server is selected.
+    const std::string message = "ConGam:" + AddressText(program.Servers[program.CurrentServer]);
     const std::string executable = program.AppPath + VelmarFromProgramFolder;
     Shell::Request request;
     request.file = executable;
@@ -29,8 +31,7 @@ void MonitorWithVelmar(const ProgramState& program, Desktop& desktop) {
     desktop.shell.Open(request);
 
     const std::string title = WindowTitleOfVelmar(desktop, executable);
-    const ServerRecord& server = program.Servers[program.CurrentServer];
-    SendCopyData(desktop, title, "ConGam:" + AddressText(server));
+    SendCopyData(desktop, title, message);
 }
 
 } // namespace quarn

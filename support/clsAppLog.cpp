@@ -5,6 +5,7 @@
 #include "support/MailLink.h"
 #include "support/Trap.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace quarn {
@@ -151,10 +152,12 @@ void clsAppLog::SendReport() {
     addItem("DirectX Version", GetDirectXVersion());
     addItem("OS Language", GetOSLanguage());
     addItem("Memory", GetMemory());
-    body.append(LineEnd).append("Log:").append(LineEnd).append(history_);
+    body.append(LineEnd).append("Log:").append(LineEnd);
 
-    EmailError(NotifyEmailAddress, std::string("Error log from ") + ApplicationTitle + " " + VersionText,
-               body);
+    const std::string subject = std::string("Error log from ") + ApplicationTitle + " " + VersionText;
+    const std::size_t taken = MailLink(NotifyEmailAddress, subject, body).size();
+    EmailError(NotifyEmailAddress, subject,
+               body + NewestLines(history_, LongestMailLink - std::min(taken, LongestMailLink)));
 }
 
 void clsAppLog::EmailError(const std::string& recipient, const std::string& subject,

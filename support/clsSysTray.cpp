@@ -13,6 +13,9 @@ namespace {
 constexpr std::uint32_t IconIdentifier = 1;
 constexpr std::uint32_t MessageIconAndTipValid = 7;
 
+constexpr std::int32_t MillisecondsBetweenAttempts = 1000;
+constexpr int MostAttempts = 15;
+
 // Mouse messages, with the platform's numbers.
 constexpr std::uint32_t MouseMoveMessage = 512;
 constexpr std::int32_t LButtonDownMessage = 513;
@@ -28,6 +31,8 @@ clsSysTray::clsSysTray(NotificationArea& area) : area_(area) {
     record_.identifier = IconIdentifier;
     record_.flags = MessageIconAndTipValid;
     record_.callbackMessage = MouseMoveMessage;
+    tmrIcon.SetInterval(MillisecondsBetweenAttempts);
+    tmrIcon.Tick = [this] { tmrIcon_Timer(); };
 }
 
 FormWindow& clsSysTray::SourceWindow() const {
@@ -70,6 +75,7 @@ bool clsSysTray::IconInSysTray() {
 
 void clsSysTray::RemoveFromSysTray() {
     inTray_ = false;
+    tmrIcon.SetEnabled(false);
     record_.size = NotifyIconRecord::FirstVersionSize;
     area_.Notify(NotifyCommand::Delete, record_);
 }
@@ -88,8 +94,20 @@ void clsSysTray::ChangeToolTip(const std::string& cNewTip) {
 }
 
 void clsSysTray::MinToSysTray() {
-    if (!IconInSysTray())
-        return;
+    if (AddIcon())
+        HideWindow();
+}
+
+// A taskbar that is slow can report a failure for an icon that it shows in the end: then it can be changed.
+bool clsSysTray::AddIcon() {
+    const bool added = IconInSysTray() || area_.Notify(NotifyCommand::Modify, record_);
+    if (!added && !tmrIcon.Enabled())
+        attempts_ = 0;
+    tmrIcon.SetEnabled(!added);
+    return added;
+}
+
+void clsSysTray::HideWindow() {
     inTray_ = true;
     SourceWindow().SetVisible(false);
     SourceWindow().SetShownInTaskbar(false);
@@ -104,7 +122,21 @@ void clsSysTray::BringWindowBack() {
 
 void clsSysTray::TaskbarCreated() {
     if (inTray_)
-        IconInSysTray();
+        AddIcon();
+}
+
+void clsSysTray::tmrIcon_Timer() {
+    const bool waitsOnTaskbar = !inTray_ && SourceWindow().State() == WindowState::Minimized;
+    if (!inTray_ && !waitsOnTaskbar) {
+        tmrIcon.SetEnabled(false);
+    } else if (AddIcon()) {
+        if (waitsOnTaskbar)
+            HideWindow();
+    } else if (++attempts_ == MostAttempts) {
+        tmrIcon.SetEnabled(false);
+        if (inTray_)
+            BringWindowBack();
+    }
 }
 
 void clsSysTray::pichook_MouseMove(double X) {

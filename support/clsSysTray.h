@@ -4,9 +4,13 @@
 // in the tray, which means the icon is there and the window hidden and off the taskbar. What the mouse does
 // to the icon comes as six events.
 //
+// While the taskbar starts, or starts again, it can refuse the icon. Then it is asked again for some seconds;
+// a hidden window whose icon never appears is shown.
+//
 // The system reports the mouse to an invisible picture box on the window, as mouse moves whose position
 // carries the message that is meant.
 
+#include "controls/Timer.h"
 #include "desktop/FormWindow.h"
 #include "desktop/NotificationArea.h"
 
@@ -58,12 +62,17 @@ class clsSysTray {
     // A longer text than 63 characters is cut. The caption of a minimised window follows.
     void ChangeToolTip(const std::string& cNewTip);
 
-    // Without an icon to come back by, the window stays where it is.
+    // The window stays where it is until there is an icon to come back by.
     void MinToSysTray();
     void BringWindowBack();
+    bool InTray() const noexcept { return inTray_; }
 
-    // The taskbar was made anew and has forgotten its icons.
+    // There is a new taskbar, which has no icons yet.
     void TaskbarCreated();
+
+    // Runs while an icon is missing.
+    Timer tmrIcon;
+    void tmrIcon_Timer();
 
     // Number of the mouse message that came last.
     std::int32_t LastMessage() const noexcept { return lastMessage_; }
@@ -74,6 +83,8 @@ class clsSysTray {
         IconReference picture = 0;
     };
 
+    bool AddIcon();
+    void HideWindow();
     void pichook_MouseMove(double X);
     const Event* EventOf(std::int32_t message) const noexcept;
 
@@ -84,6 +95,7 @@ class clsSysTray {
     IconReference icon_ = 0;
     std::string toolTip_;
     bool inTray_ = false;
+    int attempts_ = 0; // at the icon that is missing
     bool busy_ = false;
     std::int32_t lastMessage_ = 0;
 };

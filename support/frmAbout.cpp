@@ -26,7 +26,7 @@ void frmAbout::Form_Load() {
 void frmAbout::cmdSystemInfo_Click() {
     Trapped(*program_.AppLog, FormName, "cmdSystemInfo_Click", OnError::LogAndShow, [&] {
         Shell::Request request;
-        request.file = SystemInformationTool();
+        request.file = desktop_.registry.Expanded(SystemInformationTool());
         if (FileExists(desktop_.files, request.file))
             desktop_.shell.Open(request);
     });

@@ -182,6 +182,16 @@ void frmMain::StoreWindowPosition() {
     program_.WinWidth = bounds.width;
 }
 
+void frmMain::StartedAgain() {
+    context_.Trapped("StartedAgain", OnError::LogAndShow, [&] {
+        if (gate_.Closing())
+            return;
+        if (SysTray.InTray())
+            SysTray.BringWindowBack();
+        window_.ComeToFront();
+    });
+}
+
 void frmMain::mnuSysOpen_Click() {
     context_.Trapped("mnuSysOpen_Click", OnError::LogAndShow, [&] { SysTray.BringWindowBack(); });
 }

@@ -57,6 +57,9 @@ class frmMain {
     // Joins the row's server. The row is known by its identity, as a scan may have moved the selection since.
     void lvwServers_DblClick(std::uint32_t rowIdentity);
 
+    // The program was started a second time: its window is what the user wants to see.
+    void StartedAgain();
+
     void mnuSysOpen_Click();
     void mnuSysQuit_Click();
     void SysTray_LButtonDblClk() { mnuSysOpen_Click(); }

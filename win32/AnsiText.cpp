@@ -21,16 +21,22 @@ std::string Narrowed(std::wstring_view text) {
     return narrow;
 }
 
+std::optional<std::string> NarrowedExactly(std::wstring_view text) {
+    std::string narrow = Narrowed(text);
+    if (Widened(narrow) != text)
+        return std::nullopt;
+    return narrow;
+}
+
 std::string ExpressiblePath(const std::wstring& path) {
-    std::string narrow = Narrowed(path);
-    if (Widened(narrow) == path)
-        return narrow;
+    if (const std::optional<std::string> narrow = NarrowedExactly(path))
+        return *narrow;
     std::wstring shortPath(GetShortPathNameW(path.c_str(), nullptr, 0), L'\0');
     shortPath.resize(GetShortPathNameW(path.c_str(), shortPath.data(), static_cast<DWORD>(shortPath.size())));
-    narrow = Narrowed(shortPath);
-    if (shortPath.empty() || Widened(narrow) != shortPath)
+    const std::optional<std::string> narrow = NarrowedExactly(shortPath);
+    if (shortPath.empty() || !narrow)
         throw RunTimeError(ErrorNumber::BadFileName);
-    return narrow;
+    return *narrow;
 }
 
 } // namespace quarn

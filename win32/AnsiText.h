@@ -3,6 +3,7 @@
 // Between the program's text, bytes in the ANSI code page, and the wide characters of the few interfaces that
 // have no other form.
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,9 @@ std::wstring Widened(std::string_view text);
 
 // Characters that the code page lacks become their nearest likeness or "?".
 std::string Narrowed(std::wstring_view text);
+
+// Nothing if the code page lacks a character.
+std::optional<std::string> NarrowedExactly(std::wstring_view text);
 
 // A path by a name that the code page can express: its own, or else its short one. Error 52 when the file
 // system keeps no short name for it either. The file or folder must exist.

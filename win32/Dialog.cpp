@@ -1,26 +1,45 @@
 #include "win32/Dialog.h"
 
+#include "win32/DialogTemplate.h"
+#include "win32/Libraries.h"
 #include "win32/SystemError.h"
 
 #include <uxtheme.h>
+#include <vector>
 
 namespace quarn {
+
+namespace {
+
+// A page has the background of the tab control that it lies on.
+void UseTabTexture(HWND page) noexcept {
+    static const auto enable =
+        SystemFunction<HRESULT WINAPI(HWND, DWORD)>("uxtheme.dll", "EnableThemeDialogTexture");
+    if (enable != nullptr)
+        enable(page, ETDT_ENABLETAB);
+}
+
+} // namespace
 
 INT_PTR Dialog::ShowModal(HWND owner, bool topMost) {
     topMost_ = topMost;
     focusMoved_ = false;
-    const INT_PTR result = DialogBoxParamA(GetModuleHandleA(nullptr), formName_, owner, &DialogProc,
-                                           reinterpret_cast<LPARAM>(this));
+    const std::vector<unsigned char> layout = DialogTemplate(formName_);
+    const INT_PTR result = DialogBoxIndirectParamA(GetModuleHandleA(nullptr),
+                                                   reinterpret_cast<const DLGTEMPLATE*>(layout.data()), owner,
+                                                   &DialogProc, reinterpret_cast<LPARAM>(this));
     if (result == -1)
         ThrowLastError();
     return result;
 }
 
 void Dialog::CreateAsPage(HWND parent) {
-    if (CreateDialogParamA(GetModuleHandleA(nullptr), formName_, parent, &DialogProc,
-                           reinterpret_cast<LPARAM>(this)) == nullptr)
+    const std::vector<unsigned char> layout = DialogTemplate(formName_);
+    if (CreateDialogIndirectParamA(GetModuleHandleA(nullptr),
+                                   reinterpret_cast<const DLGTEMPLATE*>(layout.data()), parent, &DialogProc,
+                                   reinterpret_cast<LPARAM>(this)) == nullptr)
         ThrowLastError();
-    EnableThemeDialogTexture(handle_, ETDT_ENABLETAB);
+    UseTabTexture(handle_);
 }
 
 INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -96,7 +115,10 @@ void Dialog::CentreOnOwner() noexcept {
 void Dialog::TakeIconsOfOwner() noexcept {
     const HWND owner = GetWindow(handle_, GW_OWNER);
     const auto take = [&](WPARAM kind, int ofClass) {
-        SendMessageA(handle_, WM_SETICON, kind, static_cast<LPARAM>(GetClassLongPtrA(owner, ofClass)));
+        LRESULT icon = SendMessageA(owner, WM_GETICON, kind, 0);
+        if (icon == 0)
+            icon = static_cast<LRESULT>(GetClassLongPtrA(owner, ofClass));
+        SendMessageA(handle_, WM_SETICON, kind, icon);
     };
     take(ICON_BIG, GCLP_HICON);
     take(ICON_SMALL, GCLP_HICONSM);

@@ -3,6 +3,8 @@
 #include "win32/Dpi.h"
 #include "win32/Handles.h"
 
+#include <string_view>
+
 namespace quarn {
 
 struct FontKind {
@@ -12,7 +14,16 @@ struct FontKind {
 };
 using FontHandle = UniqueHandle<FontKind>;
 
-// The font that the user chose for messages, which all controls wear. A control must not outlive it.
+// The font that the user has chosen for messages, in pixels of the system's DPI.
+LOGFONTW MessageFontDescription() noexcept;
+
+// The same for another DPI, for controls, which must not outlive it.
 FontHandle MessageFont(Dpi dpi) noexcept;
+
+bool IsSameFont(HFONT one, HFONT other) noexcept;
+
+// In pixels, of a line and of a text in it. Null means the system's font.
+int LineHeight(HFONT font) noexcept;
+int TextWidth(HFONT font, std::string_view text) noexcept;
 
 } // namespace quarn

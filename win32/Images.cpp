@@ -30,6 +30,12 @@ Images::Images(int size, const std::vector<std::string>& keys, Look look)
         Add(pictures);
 }
 
+Images Images::Spacer(int height) {
+    Images spacer;
+    spacer.list_.Reset(ImageList_Create(1, height, ILC_COLOR32, 0, 1));
+    return spacer;
+}
+
 // All at once: one by one, hundreds of pictures take the time of a start-up.
 int Images::Add(const std::vector<Pixels>& pictures) {
     const BitmapHandle strip(Pixels::MakeStrip(pictures));

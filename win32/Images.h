@@ -26,9 +26,13 @@ class Images {
     // Square pictures from the icon resources named by the keys.
     Images(int size, const std::vector<std::string>& keys, Look look = Look::Available);
 
+    // Has no images, and makes the rows of a list as high as images of this size need.
+    static Images Spacer(int height);
+
     // Adds the flags of the countries, under their codes.
     void AddFlags();
 
+    int Size() const noexcept { return size_; }
     HIMAGELIST Handle() const noexcept { return list_.Get(); }
 
     std::vector<std::string> Keys() const;

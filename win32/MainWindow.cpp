@@ -3,6 +3,7 @@
 #include "core/Version.h"
 #include "views/LayoutRules.h"
 #include "win32/Resources.h"
+#include "win32/RunningInstance.h"
 #include "win32/Screens.h"
 #include "win32/resources/ids.h"
 
@@ -15,9 +16,11 @@ namespace quarn {
 
 namespace {
 
-constexpr char ClassName[] = "QuarnMainWindow";
 constexpr char ApplicationIcon[] = "application";
-constexpr int SmallPicture = 16; // in pixels of 96 to an inch
+
+// In pixels of 96 to an inch.
+constexpr int SmallPicture = 16;
+constexpr int LargePicture = 32;
 
 // Centred on the first screen.
 RECT FirstBounds() {
@@ -41,6 +44,7 @@ MainWindow::MainWindow(ProgramState& program, WindowsDesktop& desktop)
       form_(program, desktop.Interfaces(), *this, forms_, sckMaster_, serverSockets_),
       tmrTimeout_(form_.controls.tmrTimeout),
       tmrMaster_(form_.controls.tmrMaster),
+      tmrIcon_(form_.SysTray.tmrIcon),
       tmrPorts_(form_.controls.tmrPorts),
       tmrDeadlines_(form_.controls.tmrDeadlines),
       trvGames_(form_.controls.trvGames),
@@ -61,13 +65,15 @@ void MainWindow::Show() {
     LoadMenus();
     icon_ = LoadIconOfSize(ApplicationIcon, GetSystemMetrics(SM_CXICON));
     smallIcon_ = LoadIconOfSize(ApplicationIcon, GetSystemMetrics(SM_CXSMICON));
-    Creation creation{ClassName, ApplicationTitle};
+    Creation creation{MainWindowClass, ApplicationTitle};
     creation.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     creation.bounds = FirstBounds();
     creation.menu = mainMenu_;
     creation.icon = icon_.Get();
     creation.smallIcon = smallIcon_.Get();
     Create(creation);
+
+    HearLesserPrograms();
 
     desktop_.SetMainWindow(Handle());
     desktop_.Events().updateWindows = [this] { ShowChanges(); };
@@ -78,6 +84,13 @@ void MainWindow::Show() {
     Arrange();
     ShowWindow(Handle(), SW_SHOWNORMAL);
     PostEvent([this] { form_.Form_Activate(); });
+}
+
+// The taskbar and a second start can have fewer rights than a program that runs as administrator; then
+// Windows holds back their messages unless it is told otherwise.
+void MainWindow::HearLesserPrograms() const noexcept {
+    for (const UINT message : {taskbarCreatedMessage_, StartedAgainMessage()})
+        ChangeWindowMessageFilterEx(Handle(), message, MSGFLT_ALLOW, nullptr);
 }
 
 Answer MainWindow::OnCreate() {
@@ -101,9 +114,10 @@ void MainWindow::CreateControls() {
     lastFocus_ = lvwServers_.Handle();
 }
 
-// Fonts and pictures for a DPI. The controls take the new ones before the old ones go.
+// Fonts and images for a DPI. Window and controls take the new ones before the old ones are destroyed.
 void MainWindow::ApplyLook(Dpi dpi) {
     dpi_ = dpi;
+    ShowIcons();
     FontHandle font = MessageFont(dpi);
     const int small = dpi.Scaled(SmallPicture);
     Images treePictures(small, {"fldrcls", "fldrop", "checked", "unchecked"});
@@ -125,6 +139,16 @@ void MainWindow::ApplyLook(Dpi dpi) {
     lvwServers_.SetImages(listPictures_, ListViewControl::Pictures::OfRowsAndHeaders);
     lvwPlayers_.SetImages(listPictures_, ListViewControl::Pictures::OfHeaders);
     font_ = std::move(font);
+}
+
+// The class has icons for the system's DPI, which the tray shows as well.
+void MainWindow::ShowIcons() {
+    IconHandle large = LoadIconOfSize(ApplicationIcon, dpi_.Scaled(LargePicture));
+    IconHandle small = LoadIconOfSize(ApplicationIcon, dpi_.Scaled(SmallPicture));
+    SendMessageA(Handle(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large.Get()));
+    SendMessageA(Handle(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.Get()));
+    captionIcon_ = std::move(large);
+    smallCaptionIcon_ = std::move(small);
 }
 
 // The bars dock by themselves and report their geometry; from that the form lays out the rest.
@@ -184,8 +208,10 @@ Answer MainWindow::OnDpiChanged(unsigned dotsPerInch, const RECT& suggested) {
     return Handled;
 }
 
-Answer MainWindow::OnSettingChanged(WPARAM which) {
-    if (which == SPI_SETNONCLIENTMETRICS) // fonts among others
+// Several settings change the font; which one tells of the text size is not documented.
+Answer MainWindow::OnSettingChanged(WPARAM /*which*/) {
+    const FontHandle font = MessageFont(dpi_);
+    if (!IsSameFont(font.Get(), font_.Get()))
         ApplyLook(dpi_);
     return OnThemeChanged();
 }

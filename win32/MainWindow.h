@@ -66,6 +66,7 @@ class MainWindow final : public Window, public FormWindow {
     void SetCaption(const std::string& caption) override;
     void SetVisible(bool visible) override;
     void SetShownInTaskbar(bool shown) override;
+    void ComeToFront() override;
     void SetTopMost(bool topMost) override;
     void PopUp(PopupMenu menu) override;
     void ShowChanges() override;
@@ -90,8 +91,10 @@ class MainWindow final : public Window, public FormWindow {
     Answer OnOwnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     // Look (MainWindow.cpp)
+    void HearLesserPrograms() const noexcept;
     void CreateControls();
     void ApplyLook(Dpi dpi);
+    void ShowIcons();
     void Arrange();
     void MoveListsToLayout();
 
@@ -127,6 +130,7 @@ class MainWindow final : public Window, public FormWindow {
     frmMain form_;
     TimerWin tmrTimeout_;
     TimerWin tmrMaster_;
+    TimerWin tmrIcon_;
     TimerWin tmrPorts_;
     TimerWin tmrDeadlines_;
 
@@ -137,6 +141,8 @@ class MainWindow final : public Window, public FormWindow {
     Images listPictures_;
     IconHandle icon_;
     IconHandle smallIcon_;
+    IconHandle captionIcon_;
+    IconHandle smallCaptionIcon_;
 
     TreeViewControl trvGames_;
     ListViewControl lvwServers_;
@@ -159,7 +165,7 @@ class MainWindow final : public Window, public FormWindow {
     bool askedByKeyboard_ = false;
 
     std::deque<std::function<void()>> postedEvents_;
-    // The system sends it when it has made the taskbar anew.
+    // Sent by the system when it has created the taskbar again.
     const UINT taskbarCreatedMessage_ = RegisterWindowMessageA("TaskbarCreated");
 
     HWND lastFocus_ = nullptr;

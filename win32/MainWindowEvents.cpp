@@ -1,6 +1,7 @@
 // What the user does, on its way from the controls to the form's handlers.
 
 #include "win32/MainWindow.h"
+#include "win32/RunningInstance.h"
 #include "win32/resources/ids.h"
 
 #include <array>
@@ -62,6 +63,10 @@ void MainWindow::PostEvent(std::function<void()> handler) {
 Answer MainWindow::OnOwnMessage(UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
     if (message == taskbarCreatedMessage_) {
         form_.SysTray.TaskbarCreated();
+        return Handled;
+    }
+    if (message == StartedAgainMessage()) {
+        form_.StartedAgain();
         return Handled;
     }
     if (message != RunPostedEventMessage)

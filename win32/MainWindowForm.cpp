@@ -10,6 +10,10 @@ namespace quarn {
 
 namespace {
 
+// The first one changes the screen, the second one restores the size. A third one is for a window whose first
+// move left most of it on the old screen.
+constexpr int MostMoves = 3;
+
 // A window without its tooltips, for as long as this lives. Wine puts a window that shall be top-most right
 // below those that it owns, and so among the ordinary ones for the sake of a hidden tooltip.
 class DetachedToolTips {
@@ -59,13 +63,19 @@ void MainWindow::SetState(WindowState state) {
 TwipsRect MainWindow::Bounds() const {
     RECT bounds{};
     GetWindowRect(Handle(), &bounds);
-    return dpi_.ToTwips(bounds);
+    return StoredPlace(bounds, dpi_, ConnectedScreens());
 }
 
 void MainWindow::SetBounds(const TwipsRect& bounds) {
-    const RECT pixels = PlaceOnScreens(bounds, ConnectedScreens());
-    SetWindowPos(Handle(), nullptr, pixels.left, pixels.top, pixels.right - pixels.left,
-                 pixels.bottom - pixels.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    const RECT wanted = PlaceOnScreens(bounds, ConnectedScreens());
+    // On a screen of another DPI the system scales the window that has arrived there. It has the right size
+    // already.
+    RECT reached{};
+    for (int moves = 0; moves < MostMoves && !EqualRect(&reached, &wanted); ++moves) {
+        SetWindowPos(Handle(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
+                     wanted.bottom - wanted.top, SWP_NOZORDER | SWP_NOACTIVATE);
+        GetWindowRect(Handle(), &reached);
+    }
 }
 
 TwipsSize MainWindow::InnerSize() const {
@@ -101,6 +111,13 @@ void MainWindow::SetShownInTaskbar(bool shown) {
     SetWindowLongPtrA(Handle(), GWL_EXSTYLE, wanted);
     if (visible)
         ShowWindow(Handle(), SW_SHOWNA);
+}
+
+void MainWindow::ComeToFront() {
+    // A window that was maximised before it was minimised is so again.
+    ShowWindow(Handle(), IsIconic(Handle()) ? SW_RESTORE : SW_SHOW);
+    // A message box or dialog in front of it comes along.
+    SetForegroundWindow(GetLastActivePopup(Handle()));
 }
 
 void MainWindow::SetTopMost(bool topMost) {

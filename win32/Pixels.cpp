@@ -40,7 +40,7 @@ std::uint8_t ToByte(double value) {
 
 } // namespace
 
-// The larger images of an icon are PNG files, which only the system reads.
+// The larger images of an icon are PNG files.
 std::optional<Pixels> Pixels::OfIcon(const char* name, int size) {
     const std::string_view images = ResourceBytes(GroupIconType, name);
     if (images.empty())
@@ -48,10 +48,11 @@ std::optional<Pixels> Pixels::OfIcon(const char* name, int size) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): it is only read.
     BYTE* const directory = reinterpret_cast<BYTE*>(const_cast<char*>(images.data()));
     const int image = LookupIconIdFromDirectoryEx(directory, TRUE, size, size, 0);
-    std::optional<Pixels> picture = OfIconImage(ResourceBytes(IconType, MAKEINTRESOURCEA(image)));
+    const std::string_view bytes = ResourceBytes(IconType, MAKEINTRESOURCEA(image));
+    std::optional<Pixels> picture = OfIconImage(bytes);
     if (!picture)
-        picture = OfIconHandle(name, size);
-    return picture->Resized(size);
+        picture = OfPng(bytes);
+    return picture ? picture->Resized(size) : Pixels(size); // clear where the system has no decoder
 }
 
 // An image of an icon, without its file's header: the description of a bitmap of twice the height, its
@@ -72,17 +73,6 @@ std::optional<Pixels> Pixels::OfIconImage(std::string_view bytes) {
     for (int y = picture.size_ - 1; y >= 0; --y, bytes.remove_prefix(rowSize))
         std::memcpy(&picture.At(0, y), bytes.data(), rowSize);
     return picture;
-}
-
-// Clear where there is no such icon.
-Pixels Pixels::OfIconHandle(const char* name, int size) {
-    const IconHandle icon = LoadIconOfSize(name, size);
-    ICONINFO parts{};
-    GetIconInfo(icon.Get(), &parts);
-    const BitmapHandle colour(parts.hbmColor);
-    const BitmapHandle mask(parts.hbmMask);
-    const std::vector<Pixels> cells = OfStrip(colour.Get());
-    return cells.empty() ? Pixels(size) : cells.front();
 }
 
 std::vector<Pixels> Pixels::OfStrip(HBITMAP strip) {

@@ -26,6 +26,9 @@ class Pixels {
     // the resource lies: making icons and asking them for their pixels again takes a good part of a start-up.
     static std::optional<Pixels> OfIcon(const char* name, int size);
 
+    // From a file of the format PNG that holds a square image; nothing where it does not.
+    static std::optional<Pixels> OfPng(std::string_view file);
+
     // Cuts a strip of square cells, a bitmap of 32 bits, into its pictures.
     static std::vector<Pixels> OfStrip(HBITMAP strip);
 
@@ -44,8 +47,9 @@ class Pixels {
     Pixels Disabled() const;
 
   private:
+    static constexpr UINT LargestImage = 256; // of an icon
+
     static std::optional<Pixels> OfIconImage(std::string_view bytes);
-    static Pixels OfIconHandle(const char* name, int size);
     Pixel MeanOf(double left, double top, double extent) const;
 
     int size_;

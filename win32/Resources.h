@@ -10,6 +10,7 @@ namespace quarn {
 
 // Types of resources, as the ANSI interfaces want them.
 inline const char* const IconType = MAKEINTRESOURCEA(3);
+inline const char* const DialogType = MAKEINTRESOURCEA(5);
 inline const char* const DataType = MAKEINTRESOURCEA(10);
 inline const char* const GroupIconType = MAKEINTRESOURCEA(14);
 

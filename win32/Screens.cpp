@@ -42,6 +42,14 @@ bool TitleBarIsWithinReach(const RECT& window, const Screen& screen) noexcept {
            window.top + screen.dpi.Scaled(GraspHeight) <= screen.workArea.bottom;
 }
 
+double ShownPart(const RECT& window, const Screen& screen) noexcept {
+    const auto areaOf = [](const RECT& rectangle) {
+        return double(rectangle.right - rectangle.left) * double(rectangle.bottom - rectangle.top);
+    };
+    RECT common;
+    return IntersectRect(&common, &window, &screen.workArea) ? areaOf(common) / areaOf(window) : 0;
+}
+
 } // namespace
 
 std::vector<Screen> ConnectedScreens() {
@@ -53,18 +61,36 @@ std::vector<Screen> ConnectedScreens() {
     return screens;
 }
 
-RECT PlaceOnScreens(const TwipsRect& window, const std::vector<Screen>& screens) noexcept {
+TwipsRect StoredPlace(const RECT& window, Dpi dpiOfWindow, const std::vector<Screen>& screens) noexcept {
+    const Dpi& first = screens.front().dpi;
+    return {first.ToTwips(window.left), first.ToTwips(window.top),
+            dpiOfWindow.ToTwips(window.right - window.left), dpiOfWindow.ToTwips(window.bottom - window.top)};
+}
+
+RECT PlaceOnScreens(const TwipsRect& stored, const std::vector<Screen>& screens) noexcept {
+    const Dpi& first = screens.front().dpi;
+    const POINT corner = {first.ToPixels(stored.left), first.ToPixels(stored.top)};
+    const auto pixelsAt = [&](Dpi dpi) {
+        return RECT{corner.x, corner.y, corner.x + dpi.ToPixels(stored.width),
+                    corner.y + dpi.ToPixels(stored.height)};
+    };
+    RECT best = pixelsAt(first);
+    double most = 0;
     for (const Screen& screen : screens) {
-        const RECT pixels = screen.dpi.ToPixels(window);
-        if (TitleBarIsWithinReach(pixels, screen))
-            return pixels;
+        const RECT pixels = pixelsAt(screen.dpi);
+        const double shown = ShownPart(pixels, screen);
+        if (TitleBarIsWithinReach(pixels, screen) && shown > most) {
+            best = pixels;
+            most = shown;
+        }
     }
-    RECT pixels = screens.front().dpi.ToPixels(window);
+    if (most > 0)
+        return best;
     const RECT& area = screens.front().workArea;
-    const LONG left = std::max(area.left, std::min(pixels.left, area.right - (pixels.right - pixels.left)));
-    const LONG top = std::max(area.top, std::min(pixels.top, area.bottom - (pixels.bottom - pixels.top)));
-    OffsetRect(&pixels, left - pixels.left, top - pixels.top);
-    return pixels;
+    const LONG left = std::max(area.left, std::min(best.left, area.right - (best.right - best.left)));
+    const LONG top = std::max(area.top, std::min(best.top, area.bottom - (best.bottom - best.top)));
+    OffsetRect(&best, left - best.left, top - best.top);
+    return best;
 }
 
 } // namespace quarn

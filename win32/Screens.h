@@ -16,8 +16,13 @@ struct Screen {
 // The primary one first; never none.
 std::vector<Screen> ConnectedScreens();
 
-// The rectangle of a window in pixels of the screen it is on. Where its title bar would be out of reach on
-// every screen, as when one has gone since, it is moved onto the first. There is at least one.
-RECT PlaceOnScreens(const TwipsRect& window, const std::vector<Screen>& screens) noexcept;
+// Sizes are in twips of the screen that shows most of the window, as every length in it. Positions cannot be:
+// the same number would be a place on each of two screens of different DPI. They are in twips of the first
+// screen, which for a single screen is the same. There is at least one.
+TwipsRect StoredPlace(const RECT& window, Dpi dpiOfWindow, const std::vector<Screen>& screens) noexcept;
+
+// The pixels that are stored so. Where the title bar would be out of reach on every screen, as when one has
+// gone since, the window is moved onto the first.
+RECT PlaceOnScreens(const TwipsRect& stored, const std::vector<Screen>& screens) noexcept;
 
 } // namespace quarn

@@ -98,6 +98,7 @@ TEST_F(modMainTest, NamesTheRecipientOfErrorReports) {
 
 TEST_F(modMainTest, StartsWithoutAnyOfItsFiles) {
     EXPECT_TRUE(Run());
+    EXPECT_EQ(fake.system.instancesShown, 0);
     EXPECT_EQ(program.GameNum, 0);
     EXPECT_EQ(program.MinToTray, 1);
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
@@ -108,6 +109,7 @@ TEST_F(modMainTest, ASecondInstanceLogsThatAndEnds) {
     fake.system.alreadyRunning = true;
     EXPECT_FALSE(Run());
     EXPECT_EQ(windowsShown, 0);
+    EXPECT_EQ(fake.system.instancesShown, 1);
     EXPECT_EQ(fake.system.instancesAskedFor, std::vector<std::string>{ApplicationTitle});
     EXPECT_EQ(fake.files.Get(LogFile),
               std::string(StartEntry) + "modMain;Main;11/21/26 08:05:00.000;0;Quarn is already running.\r\n");

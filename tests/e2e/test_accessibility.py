@@ -54,6 +54,12 @@ def test_every_control_of_the_window_has_a_name(quarn):
     assert [by_number[quarn.control(name)] for name in LISTS] == ["Games", "Servers", "Players", "Variables"]
 
 
+def test_every_row_has_its_servers_name(quarn):
+    assert quarn.do("row-names", quarn.control("lvwServers")) == ["One", "Two"]
+    assert [row.name for row in quarn.rows()] == ["One", "Two"]
+    assert [row.lock for row in quarn.rows()] == ["", ""]
+
+
 @pytest.mark.parametrize("title, command, keys", DIALOGS, ids=[title for title, _, _ in DIALOGS])
 def test_every_control_of_a_dialog_has_a_name(quarn, title, command, keys):
     quarn.click_row(1)

@@ -42,12 +42,13 @@ def test_a_double_click_brings_the_window_back(quarn, tray):
     assert quarn.close() == 0
 
 
-def test_a_second_start_leaves_the_window_in_the_tray(quarn, tray):
-    minimize(quarn, tray)
-    assert quarn.run_second_instance() == 0
-    assert quarn.do.text("state") == "hidden"
-    tray.click("double")
-    quarn.do.wait("normal", "state")
+def test_a_second_start_brings_the_window_back(quarn, tray):
+    for _ in range(2):
+        minimize(quarn, tray)
+        assert quarn.run_second_instance() == 0
+        quarn.do.wait("normal", "state")
+        tray.wait_for_icon(False)
+    assert quarn.log().endswith(";0;Quarn is already running.\r\n")
     assert quarn.close() == 0
 
 
@@ -89,5 +90,9 @@ def test_without_the_setting_it_goes_to_the_taskbar(folder, start):
     quarn.do("minimize")
     quarn.do.wait("minimized", "state")
     quarn.do("restore")
+    quarn.do.wait("normal", "state")
+    quarn.do("minimize")
+    quarn.do.wait("minimized", "state")
+    assert quarn.run_second_instance() == 0
     quarn.do.wait("normal", "state")
     assert quarn.close() == 0

@@ -166,4 +166,9 @@ std::string ClassicLocale::SortKey(const std::string& text) const {
     return key;
 }
 
+bool ClassicLocale::IsLeadByte(char byte) const {
+    const auto code = static_cast<unsigned char>(byte);
+    return japaneseCodePage && ((code >= 0x81 && code <= 0x9F) || (code >= 0xE0 && code <= 0xFC));
+}
+
 } // namespace quarn

@@ -24,6 +24,7 @@ class FakeFormWindow : public FormWindow {
     bool shownInTaskbar = true;
     bool topMost = false;
 
+    std::int32_t broughtToFront = 0;
     std::int32_t topMostCalls = 0;
     std::int32_t boundsCalls = 0;
     std::vector<WindowState> statesSet;
@@ -63,6 +64,12 @@ class FakeFormWindow : public FormWindow {
     void SetCaption(const std::string& newCaption) override { caption = newCaption; }
     void SetVisible(bool isVisible) override { visible = isVisible; }
     void SetShownInTaskbar(bool shown) override { shownInTaskbar = shown; }
+    void ComeToFront() override {
+        ++broughtToFront;
+        if (state == WindowState::Minimized)
+            state = WindowState::Normal;
+        TellResized();
+    }
     void SetTopMost(bool isTopMost) override {
         Fail();
         ++topMostCalls;

@@ -3,6 +3,7 @@
 #include "base/RunTimeError.h"
 #include "desktop/Shell.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,7 +17,12 @@ class FakeShell : public Shell {
     std::optional<ErrorNumber> openFault;
     bool clipboardBlocked = false;
 
+    // Runs while the shell starts a program, which may let events run.
+    std::function<void()> whileOpening;
+
     void Open(const Request& request) override {
+        if (whileOpening)
+            whileOpening();
         if (openFault)
             throw RunTimeError(*openFault);
         opened.push_back(request);

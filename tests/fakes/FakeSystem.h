@@ -23,6 +23,7 @@ class FakeSystem : public SystemInformation {
 
     bool alreadyRunning = false;
     std::vector<std::string> instancesAskedFor;
+    int instancesShown = 0;
 
     std::vector<std::pair<std::uint32_t, std::uint32_t>> controlsInitialised; // record size and classes
     std::optional<ErrorNumber> controlsFault;
@@ -42,6 +43,7 @@ class FakeSystem : public SystemInformation {
         instancesAskedFor.push_back(title);
         return alreadyRunning;
     }
+    void ShowRunningInstance() override { ++instancesShown; }
 
   private:
     template<class Fact>

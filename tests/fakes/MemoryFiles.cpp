@@ -66,6 +66,8 @@ std::optional<std::string> MemoryFiles::ReadIfThere(const std::string& path) con
 }
 
 void MemoryFiles::BeginWrite(const std::string& path) {
+    if (whileWriting)
+        whileWriting(path);
     const std::string key = Key(path);
     ++writes_[key];
     if (const auto fault = writeFaults_.find(key); fault != writeFaults_.end())

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <map>
 #include <optional>
@@ -52,7 +53,10 @@ class MemoryFiles : public Files {
     void Protect(const std::string& path);
     void Unprotect(const std::string& path);
 
-    // Space left on the disk, in bytes; writing beyond it is error 61. A plain write leaves what fitted.
+    // Runs while a file is being changed, when the system may let events run.
+    std::function<void(const std::string& path)> whileWriting;
+
+    // Free space of the disk, in bytes; writing beyond it is error 61. A plain write leaves what fitted.
     std::optional<std::size_t> freeBytes;
 
     // How often the program tried to read or to change the file. A copy or move changes its target; a move or

@@ -78,6 +78,12 @@ class MemoryRegistry : public Registry {
             return std::nullopt;
         return held->bytes;
     }
+    // Knows one variable, %Tools%.
+    std::string Expanded(const std::string& text) const override {
+        std::string expanded = text;
+        ReplaceAll(expanded, "%Tools%", "C:\\Tools");
+        return expanded;
+    }
     bool WriteValue(RegistryRoot root, const std::string& key, const std::string& value, std::uint32_t type,
                     std::string_view bytes) override {
         if (!KeyExists(root, key))

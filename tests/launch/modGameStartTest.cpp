@@ -67,18 +67,47 @@ TEST_F(modGameStartTest, AppendsAMissingBackslashToThePath) {
     };
     for (const auto& c : cases) {
         std::string path = c.path;
-        GetGameExePath(program, fake.files, path, "ar");
+        GetGameExePath(program, fake.desktop, path, "ar");
         EXPECT_EQ(path, c.after);
-        GetGameExePath(program, fake.files, path, "ar");
+        GetGameExePath(program, fake.desktop, path, "ar");
         EXPECT_EQ(path, c.after) << "the second time";
     }
+}
+
+// In the Japanese code page the last character of the second row is "so", whose bytes are 83 5C.
+TEST_F(modGameStartTest, TellsABackslashFromTheSecondByteOfACharacter) {
+    const struct {
+        const char* path;
+        const char* after;
+    } cases[] = {
+        {"C:\\Games\\\x83\x41", "C:\\Games\\\x83\x41\\"},
+        {"C:\\Games\\\x83\x5C", "C:\\Games\\\x83\x5C\\"},
+        {"C:\\Games\\\x83\x5C\\", "C:\\Games\\\x83\x5C\\"},
+        {"C:\\\x83\x83\\", "C:\\\x83\x83\\"},
+        {"\x83\x83\x5C", "\x83\x83\x5C"},
+        {"\x83\x83\x83\x5C", "\x83\x83\x83\x5C\\"},
+        {"C:\\\xB1\\", "C:\\\xB1\\"},
+        {"C:\\cut\x83", "C:\\cut\x83\\"},
+        {"C:\\", "C:\\"},
+        {"", "\\"},
+    };
+    fake.locale.japaneseCodePage = true;
+    for (const auto& c : cases) {
+        std::string path = c.path;
+        GetGameExePath(program, fake.desktop, path, "ar");
+        EXPECT_EQ(path, c.after);
+    }
+    fake.locale.japaneseCodePage = false;
+    std::string western = "C:\\Games\\\x83\x5C";
+    GetGameExePath(program, fake.desktop, western, "ar");
+    EXPECT_EQ(western, "C:\\Games\\\x83\x5C");
 }
 
 TEST_F(modGameStartTest, FindsTheExecutableOfTheGameItIsGiven) {
     fake.files.Put("C:\\Games\\Arena\\other.exe", "");
     std::string path = "C:\\Games\\Arena";
-    EXPECT_EQ(GetGameExePath(program, fake.files, path, "ar"), "C:\\Games\\Arena\\arena.exe");
-    EXPECT_EQ(GetGameExePath(program, fake.files, path, "other"), "C:\\Games\\Arena\\other.exe");
+    EXPECT_EQ(GetGameExePath(program, fake.desktop, path, "ar"), "C:\\Games\\Arena\\arena.exe");
+    EXPECT_EQ(GetGameExePath(program, fake.desktop, path, "other"), "C:\\Games\\Arena\\other.exe");
 }
 
 TEST_F(modGameStartTest, FindsNoExecutable) {
@@ -89,11 +118,11 @@ TEST_F(modGameStartTest, FindsNoExecutable) {
          {"", "\\", "C:", "C:\\Games", "C:\\Games\\Folder", "C:\\Games\\Other", "C:\\Games\\FileAsPath",
           "D:\\Games\\Arena", "Games\\Arena", "C:\\Games\\Aren", "C:\\Games\\Arena\\arena.exe"}) {
         std::string path = folder;
-        EXPECT_EQ(GetGameExePath(program, fake.files, path, "ar"), "") << folder;
+        EXPECT_EQ(GetGameExePath(program, fake.desktop, path, "ar"), "") << folder;
     }
     for (const char* game : {"", "AR", "a", "ar ", "fav1", "games"}) {
         std::string path = "C:\\Games\\Arena";
-        EXPECT_EQ(GetGameExePath(program, fake.files, path, game), "") << game;
+        EXPECT_EQ(GetGameExePath(program, fake.desktop, path, game), "") << game;
         EXPECT_EQ(path, "C:\\Games\\Arena\\") << game;
     }
 }
@@ -101,7 +130,7 @@ TEST_F(modGameStartTest, FindsNoExecutable) {
 TEST_F(modGameStartTest, AGameWithoutExecutableNameIsNeverFound) {
     program.Games[2].ExeName = "";
     std::string path = "C:\\Games\\Arena";
-    EXPECT_EQ(GetGameExePath(program, fake.files, path, "ar"), "");
+    EXPECT_EQ(GetGameExePath(program, fake.desktop, path, "ar"), "");
 }
 
 TEST_F(modGameStartTest, AsksTheShellForTheGameInItsFolder) {
@@ -265,12 +294,27 @@ TEST_F(modGameStartTest, AListThatBelongsToNoGameHasNoExecutable) {
     EXPECT_EQ(fake.prompts.shown.size(), 3U);
 }
 
-TEST_F(modGameStartTest, PropagatesErrors) {
+TEST_F(modGameStartTest, AFolderThatCannotBeWrittenStopsNoGame) {
     fake.files.FailWrites(ServerFile, ErrorNumber::PermissionDenied);
-    EXPECT_EQ(ErrorOf([&] { Start(); }), ErrorNumber::PermissionDenied);
-    EXPECT_TRUE(fake.shell.opened.empty());
+    EXPECT_TRUE(Start());
+    ASSERT_EQ(fake.shell.opened.size(), 1U);
+    EXPECT_EQ(fake.shell.opened[0].file, "C:\\Games\\Arena\\arena.exe");
+    EXPECT_TRUE(fake.prompts.shown.empty());
+    EXPECT_EQ(program.AppLog->HistoryLog(),
+              "modGameStart;StartGame;11/21/26 08:05:00.000;70;Permission denied\r\n");
+}
 
-    fake.files.ClearFaults();
+TEST_F(modGameStartTest, JoinsTheServerThatWasSelectedWhenItBegan) {
+    fake.files.whileWriting = [this](const std::string& path) {
+        if (path == ServerFile)
+            program.CurrentServer = 1;
+    };
+    program.Servers[1].Address = "9.9.9.9";
+    EXPECT_NE(Parameters(false).find("+connect 1.2.3.4:27960"), std::string::npos);
+    EXPECT_EQ(fake.files.Get(ServerFile), "The server 1.2.3.4:27960\r\n");
+}
+
+TEST_F(modGameStartTest, LeavesErrorsToItsCaller) {
     for (const std::int32_t server : {-1, 3, std::numeric_limits<std::int32_t>::max()}) {
         program.CurrentServer = server;
         EXPECT_EQ(ErrorOf([&] { Start(); }), ErrorNumber::SubscriptOutOfRange) << server;

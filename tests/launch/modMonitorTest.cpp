@@ -117,6 +117,25 @@ TEST_F(modMonitorTest, StartsVelmarBeforeItLooksForTheWindow) {
     EXPECT_TRUE(fake.peers.searched.empty());
 }
 
+TEST_F(modMonitorTest, HandsOverTheServerThatWasSelectedWhenItBegan) {
+    program.Servers.Reset(2);
+    program.Servers[1].Address = "1.2.3.4";
+    program.Servers[2].Address = "9.9.9.9";
+    for (const std::int32_t meanwhile : {2, 0}) {
+        program.CurrentServer = 1;
+        fake.shell.whileOpening = [&] { program.CurrentServer = meanwhile; };
+        Monitor();
+        EXPECT_EQ(fake.peers.received.back().payload, std::string("ConGam:1.2.3.4:0\0", 17));
+    }
+}
+
+// Velmar may be updated by its start, and its window then has the new version.
+TEST_F(modMonitorTest, ReadsTheVersionAfterTheStart) {
+    fake.shell.whileOpening = [this] { fake.peers.versions[Velmar] = {2, 1, 6}; };
+    Monitor();
+    EXPECT_EQ(fake.peers.searched, std::vector<std::string>{"Velmar 216"});
+}
+
 TEST_F(modMonitorTest, LooksForTheWindowOnce) {
     fake.peers.openWindows.clear();
     Monitor();

@@ -38,5 +38,40 @@ TEST(MailLinkTest, EscapesTheBodyOnly) {
     }
 }
 
+TEST(NewestLines, AreAllThatFit) {
+    const struct {
+        const char* log;
+        std::size_t room;
+        const char* kept;
+    } cases[] = {
+        {"", 0, ""},
+        {"one\r\n", 9, "one\r\n"},
+        {"a b\r\n", 11, "a b\r\n"},
+        {"first\r\nsecond\r\nthird\r\n", 34, "first\r\nsecond\r\nthird\r\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(NewestLines(c.log, c.room), c.kept) << c.log;
+}
+
+TEST(NewestLines, SayHowManyThereAre) {
+    const std::string log = "first\r\nsecond & last but one\r\nthird\r\n";
+    const auto note = [](int lines) {
+        return "(The newest " + std::to_string(lines) + " of 3 lines, as a message holds no more.)\r\n";
+    };
+    const std::size_t noteLength = MailLink("", "", note(3)).size() - MailLink("", "", "x").size() + 1;
+    const struct {
+        std::size_t room;
+        std::string kept;
+    } cases[] = {
+        {noteLength + 11 + 41, note(2) + "second & last but one\r\nthird\r\n"},
+        {noteLength + 11 + 40, note(1) + "third\r\n"},
+        {noteLength + 11, note(1) + "third\r\n"},
+        {noteLength + 10, note(0)},
+        {0, note(0)},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(NewestLines(log, c.room), c.kept) << c.room;
+}
+
 } // namespace
 } // namespace quarn

@@ -260,6 +260,20 @@ TEST_F(clsAppLogReportTest, PassesTheWholeReportToTheMailProgram) {
                                 "m;r;11/21/26%2008:05:00.000;0;text%0D%0A");
 }
 
+TEST_F(clsAppLogReportTest, ALongLogLosesItsOldestLines) {
+    for (int i = 1; i <= 500; ++i)
+        log.Log("module", "routine", 13, "description & number " + std::to_string(i));
+    const std::string link = MailOpened();
+    EXPECT_LE(link.size(), 2000U);
+    EXPECT_GT(link.size(), 1850U);
+    EXPECT_NE(link.find("Memory:%201/1%20physical,%202/4097%20virtual%0D%0A%0D%0A"
+                        "Log:%0D%0A(The%20newest%20"),
+              std::string::npos);
+    EXPECT_NE(link.find("%20of%20501%20lines,"), std::string::npos);
+    EXPECT_NE(link.find("number%20500%0D%0Am;r;"), std::string::npos);
+    EXPECT_EQ(link.find("number%201%0D"), std::string::npos);
+}
+
 TEST_F(clsAppLogReportTest, OpensTheLinkOnItsOwn) {
     MailOpened();
     const Shell::Request& request = fake.shell.opened.at(0);

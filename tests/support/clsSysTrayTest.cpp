@@ -217,6 +217,93 @@ TEST_F(clsSysTrayTest, ANewTaskbarGetsTheIconAgainWhileTheWindowIsInTheTray) {
     EXPECT_TRUE(area.icons.empty());
 }
 
+TEST_F(clsSysTrayTest, AWindowGoesIntoTheTrayWhenATaskbarThatStartsTakesTheIcon) {
+    area.absent = true;
+    window.state = WindowState::Minimized;
+    tray.MinToSysTray();
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        EXPECT_TRUE(tray.tmrIcon.Enabled());
+        tray.tmrIcon.Tick();
+        EXPECT_TRUE(window.visible && window.shownInTaskbar);
+    }
+    area.absent = false;
+    tray.tmrIcon.Tick();
+    EXPECT_TRUE(InTray());
+    EXPECT_FALSE(tray.tmrIcon.Enabled());
+}
+
+TEST_F(clsSysTrayTest, AWindowThatTheUserHasRestoredMeanwhileStaysInSight) {
+    area.absent = true;
+    window.state = WindowState::Minimized;
+    tray.MinToSysTray();
+    window.state = WindowState::Normal;
+    area.absent = false;
+    tray.tmrIcon.Tick();
+    EXPECT_TRUE(Shown());
+    EXPECT_FALSE(tray.tmrIcon.Enabled());
+}
+
+TEST_F(clsSysTrayTest, AMinimisedWindowStaysOnATaskbarThatTakesNoIcon) {
+    area.absent = true;
+    window.state = WindowState::Minimized;
+    tray.MinToSysTray();
+    int ticks = 0;
+    for (; tray.tmrIcon.Enabled() && ticks < 1000; ++ticks)
+        tray.tmrIcon.Tick();
+    EXPECT_EQ(ticks, 15);
+    EXPECT_TRUE(window.visible && window.shownInTaskbar);
+    EXPECT_EQ(window.statesSet, std::vector<WindowState>{});
+
+    tray.MinToSysTray();
+    EXPECT_TRUE(tray.tmrIcon.Enabled()) << "the next time it is tried again";
+}
+
+TEST_F(clsSysTrayTest, AHiddenWindowGetsItsIconWhenANewTaskbarIsReady) {
+    window.state = WindowState::Minimized;
+    tray.MinToSysTray();
+    area.icons.clear();
+    area.absent = true;
+    tray.TaskbarCreated();
+    tray.tmrIcon.Tick();
+    EXPECT_FALSE(window.visible);
+    area.absent = false;
+    tray.tmrIcon.Tick();
+    EXPECT_TRUE(InTray());
+    EXPECT_FALSE(tray.tmrIcon.Enabled());
+    tray.BringWindowBack();
+    EXPECT_TRUE(Shown());
+}
+
+TEST_F(clsSysTrayTest, AHiddenWindowWithoutAnIconComesBack) {
+    window.state = WindowState::Minimized;
+    tray.MinToSysTray();
+    area.icons.clear();
+    area.absent = true;
+    tray.TaskbarCreated();
+    int ticks = 0;
+    for (; tray.tmrIcon.Enabled() && ticks < 1000; ++ticks)
+        tray.tmrIcon.Tick();
+    EXPECT_EQ(ticks, 15);
+    EXPECT_TRUE(Shown());
+    EXPECT_EQ(window.state, WindowState::Normal);
+}
+
+TEST_F(clsSysTrayTest, AnIconThatWasTakenInSpiteOfAFailureIsNotAddedTwice) {
+    area.icons.insert({FakeNotificationArea::PictureBox, 1});
+    window.state = WindowState::Minimized;
+    tray.MinToSysTray();
+    EXPECT_TRUE(InTray());
+    EXPECT_FALSE(tray.tmrIcon.Enabled());
+}
+
+TEST_F(clsSysTrayTest, EndingTheProgramEndsTheAttempts) {
+    area.absent = true;
+    window.state = WindowState::Minimized;
+    tray.MinToSysTray();
+    tray.RemoveFromSysTray();
+    EXPECT_FALSE(tray.tmrIcon.Enabled());
+}
+
 TEST_F(clsSysTrayTest, RaisesTheEventOfEachMouseMessage) {
     for (const double twipsPerPixel : {15.0, 12.0, 10.0, 7.5, 8.571428571428571, 1440 / 110.0}) {
         raised.clear();

@@ -58,7 +58,14 @@ TEST_F(frmAboutTest, UsesTheSecondKeyOnlyIfTheFirstIsEmpty) {
     EXPECT_EQ(Run(), "");
 }
 
-TEST_F(frmAboutTest, RunsOnlyFilesThatExist) {
+TEST_F(frmAboutTest, ExpandsTheVariablesInItsPath) {
+    fake.registry.Put(Machine, ToolKey, "Path", "%Tools%\\msinfo.exe");
+    EXPECT_EQ(Run(), "C:\\Tools\\msinfo.exe");
+    fake.registry.Put(Machine, ToolKey, "Path", "%Unknown%\\msinfo.exe");
+    EXPECT_EQ(Run(), "");
+}
+
+TEST_F(frmAboutTest, RunsNothingThatIsNoFile) {
     EXPECT_EQ(Run(), "") << "no value at all";
     fake.files.PutFolder("C:\\Tools");
     for (const char* value :

@@ -80,7 +80,38 @@ TEST_F(frmMainServicesTest, ComesBackOnADoubleClickOrFromItsMenu) {
     }
 }
 
-TEST_F(frmMainServicesTest, StaysInTheTrayIfTheSystemReportsItsStateTwice) {
+TEST_F(frmMainServicesTest, ComesBackWhenTheProgramIsStartedAgain) {
+    Start();
+    Minimize();
+    ASSERT_TRUE(InTray());
+    browser.Form().StartedAgain();
+    EXPECT_TRUE(Shown());
+    EXPECT_EQ(browser.window.state, WindowState::Normal);
+    EXPECT_EQ(browser.window.broughtToFront, 1);
+
+    browser.Form().StartedAgain();
+    EXPECT_TRUE(Shown());
+    EXPECT_EQ(browser.window.broughtToFront, 2);
+}
+
+TEST_F(frmMainServicesTest, ComesBackFromTheTaskbarWhenTheProgramIsStartedAgain) {
+    browser.Set("General", "MinToTray", 0);
+    Start();
+    Minimize();
+    browser.Form().StartedAgain();
+    EXPECT_EQ(browser.window.state, WindowState::Normal);
+    EXPECT_THAT(browser.window.statesSet, ElementsAre(WindowState::Normal, WindowState::Minimized))
+        << "whether it is maximised again is the system's to know";
+}
+
+TEST_F(frmMainServicesTest, AStartAgainComesTooLateForAWindowThatCloses) {
+    Start();
+    browser.Form().Unload();
+    browser.Form().StartedAgain();
+    EXPECT_EQ(browser.window.broughtToFront, 0);
+}
+
+TEST_F(frmMainServicesTest, StaysInTheTrayWhenTheSystemTellsItsStateTwice) {
     Start();
     Minimize();
     browser.Form().Form_Resize();

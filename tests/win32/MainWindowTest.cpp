@@ -120,6 +120,33 @@ TEST_F(MainWindowTest, FollowsTheWindowsSize) {
     EXPECT_EQ(BoundsOf(ID_lvwServers).right, before - 100);
 }
 
+// As the system does where a window arrives on a screen of twice the dots.
+HWND arriving = nullptr;
+
+BOOL WINAPI ArriveOnAnotherScreen(HWND window, HWND, int x, int y, int width, int height, UINT) {
+    MoveWindow(window, x, y, width, height, TRUE);
+    if (window != arriving)
+        return TRUE;
+    arriving = nullptr;
+    RECT suggested = {x, y, x + 2 * width, y + 2 * height};
+    SendMessageA(window, WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&suggested));
+    return TRUE;
+}
+
+TEST_F(MainWindowTest, HasItsStoredSizeAlsoOnAScreenOfAnotherDpi) {
+    arriving = window->Handle();
+    {
+        const ReplacedImport move(&SetWindowPos, &ArriveOnAnotherScreen);
+        static_cast<FormWindow&>(*window).SetBounds({15 * 40, 15 * 30, 15 * 700, 15 * 500});
+    }
+    EXPECT_EQ(arriving, nullptr);
+    RECT bounds{};
+    GetWindowRect(window->Handle(), &bounds);
+    const RECT expected = {40, 30, 740, 530};
+    EXPECT_TRUE(EqualRect(&bounds, &expected))
+        << bounds.right - bounds.left << " by " << bounds.bottom - bounds.top;
+}
+
 TEST_F(MainWindowTest, HasTenPositionsInItsToolbarAndTheirToolTips) {
     EXPECT_EQ(SendMessageA(Control(ID_tbMain), TB_BUTTONCOUNT, 0, 0), 10);
     const std::pair<int, const char*> tips[] = {

@@ -1,9 +1,15 @@
 #include "win32/MessageWindow.h"
 
+#include "tests/win32/harness/BoxDriver.h"
+#include "tests/win32/harness/OwnerTestWindow.h"
 #include "tests/win32/harness/Pumping.h"
 #include "win32/UncaughtErrors.h"
+#include "win32/desktop/EventPumpWin.h"
 
+#include <algorithm>
+#include <array>
 #include <gtest/gtest.h>
+#include <memory>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -12,7 +18,15 @@
 namespace quarn {
 namespace {
 
-TEST(MessageWindowTest, ForwardsTheProgramsOwnMessagesAndTimers) {
+// What waits in the queue would have messages parked.
+void EmptyTheQueue() {
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageA(&message);
+}
+
+TEST(MessageWindowTest, HandsOnTheProgramsOwnMessagesAndTimers) {
+    EmptyTheQueue();
     std::vector<UINT> messages;
     const MessageWindow window([&](UINT message, WPARAM, LPARAM) { messages.push_back(message); });
     const UINT sent[] = {WM_NULL, WM_APP, WM_PAINT, WM_TIMER, WM_USER, 0xBFFF};
@@ -31,7 +45,8 @@ TEST(MessageWindowTest, IsNotAmongTheWindowsOfTheDesktop) {
     EXPECT_TRUE(EnumWindows(&IsAnother, reinterpret_cast<LPARAM>(window.Handle())));
 }
 
-TEST(UncaughtErrorsTest, AnErrorIsReportedAndDoesNotLeaveTheWindow) {
+TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {
+    EmptyTheQueue();
     std::string reported;
     SetUncaughtErrorReporter([&](std::string_view, std::string_view) {
         try {
@@ -51,7 +66,68 @@ TEST(UncaughtErrorsTest, AnErrorIsReportedAndDoesNotLeaveTheWindow) {
     EXPECT_EQ(SendMessageA(window.Handle(), WM_APP, 0, 0), 0);
 }
 
-TEST(MessageWindowTest, MessageNumbersRepeatOnlyAfterThousands) {
+// Several windows post without end for a while, as sockets do that are flooded. A message box is open
+// meanwhile.
+class MessageWindowFloodTest : public ::testing::Test {
+  protected:
+    static constexpr std::size_t Windows = 3;
+    static constexpr ULONGLONG FloodMilliseconds = 5000;
+
+    MessageWindowFloodTest() {
+        for (std::size_t i = 0; i < Windows; ++i)
+            windows_.push_back(std::make_unique<MessageWindow>([this, i](UINT, WPARAM number, LPARAM) {
+                EXPECT_EQ(number, handled[i]);
+                ++handled[i];
+                if (GetTickCount64() - start_ < FloodMilliseconds)
+                    Post(i);
+            }));
+    }
+
+    void Post(std::size_t window) { PostMessageA(windows_[window]->Handle(), WM_APP, posted_[window]++, 0); }
+
+    ULONGLONG MillisecondsOf(const std::function<void()>& modalCall) {
+        start_ = GetTickCount64();
+        for (std::size_t i = 0; i < Windows; ++i) {
+            Post(i);
+            Post(i);
+        }
+        modalCall();
+        return GetTickCount64() - start_;
+    }
+
+    std::array<WPARAM, Windows> handled{};
+
+  private:
+    ULONGLONG start_ = 0;
+    std::array<WPARAM, Windows> posted_{};
+    std::vector<std::unique_ptr<MessageWindow>> windows_;
+};
+
+TEST_F(MessageWindowFloodTest, AMessageBoxCanBeAnswered) {
+    OwnerTestWindow owner;
+    const auto floods = [this](HWND) {
+        return std::all_of(handled.begin(), handled.end(), [](WPARAM each) { return each > 20; });
+    };
+    const auto answer = [](HWND box) { BoxDriver::PressKey(GetDlgItem(box, IDOK), VK_RETURN); };
+    BoxDriver driver(owner.Handle(), {{floods, answer}});
+    const ULONGLONG time = MillisecondsOf([&] { MessageBoxA(owner.Handle(), "?", "Quarn flood", MB_OK); });
+    EXPECT_LT(time, FloodMilliseconds / 2);
+    EXPECT_EQ(driver.StepsLeft(), 0U);
+}
+
+TEST_F(MessageWindowFloodTest, ParkedMessagesComeInTheirOrderWhenTheOwnLoopGoesOn) {
+    OwnerTestWindow owner;
+    BoxDriver driver(owner.Handle(), {[](HWND box) { EndDialog(box, IDOK); }});
+    MillisecondsOf([&] { MessageBoxA(owner.Handle(), "?", "Quarn flood", MB_OK); });
+    EventPumpWin pump;
+    const std::array<WPARAM, Windows> before = handled;
+    for (int i = 0; i < 1000; ++i)
+        pump.WaitForEvent();
+    for (std::size_t i = 0; i < Windows; ++i)
+        EXPECT_GT(handled[i], before[i]);
+}
+
+TEST(MessageWindowTest, NumbersOfMessagesComeAgainOnlyAfterThousands) {
     MessageWindow window([](UINT, WPARAM, LPARAM) {});
     std::set<UINT> numbers;
     for (int i = 0; i < 0x4000; ++i) {

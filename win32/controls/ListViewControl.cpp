@@ -17,26 +17,44 @@ void ListViewControl::Create(HWND parent, int id, const char* name, Selection se
     dpi_ = dpi;
     const std::int32_t columns = model_.columns.HighestIndex();
     shownHeaderIcons_.resize(static_cast<std::size_t>(columns));
+    std::vector<int> displayed;
     for (std::int32_t number = 1; number <= columns; ++number) {
-        const ListColumn& shown = model_.columns[number];
+        displayed.push_back(SubItemOf(number));
+        const int subItem = number - 1;
+        const ListColumn& shown = model_.columns[ColumnOf(subItem)];
         std::string text = shown.text;
         LVCOLUMNA column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
         column.fmt = shown.alignment == Alignment::Right ? LVCFMT_RIGHT : LVCFMT_LEFT;
         column.cx = dpi_.ToPixels(shown.width);
         column.pszText = text.data();
-        column.iSubItem = number - 1;
-        Send(LVM_INSERTCOLUMNA, static_cast<WPARAM>(number - 1), &column);
+        column.iSubItem = subItem;
+        Send(LVM_INSERTCOLUMNA, static_cast<WPARAM>(subItem), &column);
     }
+    Send(LVM_SETCOLUMNORDERARRAY, displayed.size(), displayed.data());
+}
+
+int ListViewControl::SubItemOf(std::int32_t column) const noexcept {
+    if (column == nameColumn_)
+        return 0;
+    return column < nameColumn_ ? column : column - 1;
+}
+
+std::int32_t ListViewControl::ColumnOf(int subItem) const noexcept {
+    if (subItem == 0)
+        return nameColumn_;
+    return subItem < nameColumn_ ? subItem : subItem + 1;
 }
 
 void ListViewControl::SetImages(const Images& images, Pictures pictures) {
     images_ = &images;
-    const auto list = reinterpret_cast<LPARAM>(images.Handle());
     paintsCellPictures_ = pictures == Pictures::OfRowsAndHeaders;
-    if (paintsCellPictures_)
-        Send(LVM_SETIMAGELIST, LVSIL_SMALL, list);
-    SendMessageA(Header(), HDM_SETIMAGELIST, HDSIL_NORMAL, list);
+    if (paintsCellPictures_) {
+        Images rowHeight = Images::Spacer(images.Size());
+        Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowHeight.Handle()));
+        rowHeight_ = std::move(rowHeight);
+    }
+    SendMessageA(Header(), HDM_SETIMAGELIST, HDSIL_NORMAL, reinterpret_cast<LPARAM>(images.Handle()));
     for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column)
         ShowHeader(column);
 }
@@ -115,7 +133,6 @@ void ListViewControl::FlushHeaders() {
 }
 
 void ListViewControl::ShowHeader(std::int32_t column) {
-    const auto index = static_cast<std::size_t>(column) - 1;
     const std::string& icon = model_.columns[column].headerIcon;
     const bool isRight = model_.columns[column].alignment == Alignment::Right;
     HDITEMA header{};
@@ -124,8 +141,9 @@ void ListViewControl::ShowHeader(std::int32_t column) {
     header.iImage = ImageOf(icon);
     if (header.iImage >= 0)
         header.fmt |= HDF_IMAGE | (isRight ? 0 : HDF_BITMAP_ON_RIGHT);
-    SendMessageA(Header(), HDM_SETITEMA, index, reinterpret_cast<LPARAM>(&header));
-    shownHeaderIcons_[index] = icon;
+    SendMessageA(Header(), HDM_SETITEMA, static_cast<WPARAM>(SubItemOf(column)),
+                 reinterpret_cast<LPARAM>(&header));
+    shownHeaderIcons_[static_cast<std::size_t>(column) - 1] = icon;
 }
 
 void ListViewControl::ShowRowCount() {

@@ -3,6 +3,9 @@
 // Shows a ListView in a virtual list: the control holds no texts and asks for each cell it paints. Selection
 // and focus live in both; what the user changes goes to the model at once, what the program changes goes to
 // the control at the next flush.
+//
+// A row's name is for everyone who reads the control, screen readers above all, the text of its first column.
+// So the column that names the row is the control's first one, and is displayed at its place in the model.
 
 #include "controls/ListView.h"
 #include "win32/Dpi.h"
@@ -19,14 +22,15 @@ class ListViewControl final : public Control {
   public:
     enum class Selection { OneRow, SeveralRows };
 
-    // Typing a text searches the column of this number, from 1, for a row that starts with it.
-    ListViewControl(ListView& model, std::int32_t searchColumn) noexcept
-        : model_(model), searchColumn_(searchColumn) {}
+    // The column of this number, from 1, names the rows. Typing a text looks there for one that starts with
+    // it.
+    ListViewControl(ListView& model, std::int32_t nameColumn) noexcept
+        : model_(model), nameColumn_(nameColumn) {}
 
     void Create(HWND parent, int id, const char* name, Selection selection, Dpi dpi);
 
-    // The pictures of rows, cells and headers. Without pictures of rows the list keeps no room for them. A
-    // cell's picture stands behind its text, which has two letters: the code of a country.
+    // The images of rows, cells and headers. A row's image is in the middle of the first column. A cell's is
+    // behind its text, which has two letters: the code of a country.
     enum class Pictures { OfHeaders, OfRowsAndHeaders };
     void SetImages(const Images& images, Pictures pictures);
 
@@ -58,12 +62,16 @@ class ListViewControl final : public Control {
     int OnFind(const NMLVFINDITEMA& search) const;
     int OnFind(const NMLVFINDITEMW& search) const;
     int FindRow(const std::string& sought, int start) const;
-    bool IsShown(std::int32_t row, int subItem) const noexcept;
+    bool IsShown(std::int32_t row, std::int32_t column) const noexcept;
     int ImageOf(const std::string& key) const noexcept;
 
+    // Between the model's columns, from 1, and the control's, from 0.
+    int SubItemOf(std::int32_t column) const noexcept;
+    std::int32_t ColumnOf(int subItem) const noexcept;
+
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& stage) const;
-    int CellPicture(std::int32_t row, int subItem) const;
-    void PaintCellPicture(HDC canvas, std::int32_t row, int subItem) const;
+    int CellPicture(std::int32_t row, std::int32_t column) const;
+    void PaintCellPicture(HDC canvas, std::int32_t row, std::int32_t column) const;
 
     void FlushHeaders();
     void ShowHeader(std::int32_t column);
@@ -76,9 +84,10 @@ class ListViewControl final : public Control {
     HWND Header() const noexcept;
 
     ListView& model_;
-    std::int32_t searchColumn_;
+    std::int32_t nameColumn_;
     Dpi dpi_ = Dpi(96);
     const Images* images_ = nullptr;
+    Images rowHeight_; // as the images that are painted need it
     bool paintsCellPictures_ = false;
     std::vector<std::string> shownHeaderIcons_;
     std::int32_t shownRows_ = 0;

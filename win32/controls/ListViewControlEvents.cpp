@@ -40,7 +40,7 @@ Answer ListViewControl::OnNotify(NMHDR& notification) {
     }
     case LVN_COLUMNCLICK:
         if (ColumnClicked)
-            ColumnClicked(reinterpret_cast<const NMLISTVIEW&>(notification).iSubItem + 1);
+            ColumnClicked(ColumnOf(reinterpret_cast<const NMLISTVIEW&>(notification).iSubItem));
         return Handled;
     case LVN_ITEMACTIVATE:
         if (Activated)
@@ -73,24 +73,23 @@ void ListViewControl::OnItemChanged(const NMLISTVIEW& change) {
 }
 
 // The control may ask for rows that went since it was last brought up to date.
-bool ListViewControl::IsShown(std::int32_t row, int subItem) const noexcept {
-    return row >= 1 && row <= model_.RowCount() && !model_.updatesLocked && subItem >= 0 &&
-           subItem < model_.columns.HighestIndex();
+bool ListViewControl::IsShown(std::int32_t row, std::int32_t column) const noexcept {
+    return row >= 1 && row <= model_.RowCount() && !model_.updatesLocked && model_.columns.Holds(column);
 }
 
 void ListViewControl::FillIn(LVITEMA& item) const {
     const std::int32_t row = item.iItem + 1;
-    const bool known = IsShown(row, item.iSubItem);
-    const ListCell none;
-    const ListCell& cell = known ? std::as_const(model_).Cell(row, item.iSubItem + 1) : none;
+    const std::int32_t column = ColumnOf(item.iSubItem);
     if ((item.mask & LVIF_TEXT) != 0)
-        lstrcpynA(item.pszText, cell.text.c_str(), item.cchTextMax);
+        lstrcpynA(item.pszText,
+                  IsShown(row, column) ? std::as_const(model_).Cell(row, column).text.c_str() : "",
+                  item.cchTextMax);
     if ((item.mask & LVIF_IMAGE) != 0)
-        item.iImage = ImageOf(known && item.iSubItem == 0 ? model_.Row(row).smallIcon : cell.reportIcon);
+        item.iImage = CellPicture(row, column);
 }
 
-// The style for pictures in cells would keep room for one in every cell of the list, so they are painted on
-// top of the finished cell, behind its text, and all of a column in one line.
+// The style for images in cells would keep room for one in every cell of the list, so they are painted on top
+// of the finished cell, and all of a column in one line.
 LRESULT ListViewControl::OnCustomDraw(const NMLVCUSTOMDRAW& stage) const {
     const std::int32_t row = static_cast<std::int32_t>(stage.nmcd.dwItemSpec) + 1;
     switch (stage.nmcd.dwDrawStage) {
@@ -99,35 +98,37 @@ LRESULT ListViewControl::OnCustomDraw(const NMLVCUSTOMDRAW& stage) const {
     case CDDS_ITEMPREPAINT:
         return CDRF_NOTIFYSUBITEMDRAW;
     case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
-        return CellPicture(row, stage.iSubItem) >= 0 ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+        return CellPicture(row, ColumnOf(stage.iSubItem)) >= 0 ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
     case CDDS_ITEMPOSTPAINT | CDDS_SUBITEM:
-        PaintCellPicture(stage.nmcd.hdc, row, stage.iSubItem);
+        PaintCellPicture(stage.nmcd.hdc, row, ColumnOf(stage.iSubItem));
         return CDRF_DODEFAULT;
     default:
         return CDRF_DODEFAULT;
     }
 }
 
-int ListViewControl::CellPicture(std::int32_t row, int subItem) const {
-    if (subItem == 0 || !IsShown(row, subItem))
+int ListViewControl::CellPicture(std::int32_t row, std::int32_t column) const {
+    if (!IsShown(row, column))
         return I_IMAGENONE;
-    return ImageOf(std::as_const(model_).Cell(row, subItem + 1).reportIcon);
+    return ImageOf(column == 1 ? model_.Row(row).smallIcon
+                               : std::as_const(model_).Cell(row, column).reportIcon);
 }
 
-void ListViewControl::PaintCellPicture(HDC canvas, std::int32_t row, int subItem) const {
+void ListViewControl::PaintCellPicture(HDC canvas, std::int32_t row, std::int32_t column) const {
     RECT cell{};
     cell.left = LVIR_BOUNDS;
-    cell.top = subItem;
-    const int picture = CellPicture(row, subItem);
+    cell.top = SubItemOf(column);
+    const int picture = CellPicture(row, column);
     if (picture < 0 || Send(LVM_GETSUBITEMRECT, static_cast<WPARAM>(row - 1), &cell) == 0)
         return;
-    int width = 0;
-    int height = 0;
-    ImageList_GetIconSize(images_->Handle(), &width, &height);
-    cell.left += 2 * dpi_.Scaled(CellMargin) + static_cast<int>(Send(LVM_GETSTRINGWIDTHA, 0, WidestCode));
-    if (const int room = std::min<int>(width, cell.right - cell.left); room > 0)
-        ImageList_DrawEx(images_->Handle(), picture, canvas, cell.left, (cell.top + cell.bottom - height) / 2,
-                         room, height, CLR_NONE, CLR_NONE, ILD_TRANSPARENT);
+    const int size = images_->Size();
+    if (column == 1)
+        cell.left += std::max<int>(0, (cell.right - cell.left - size) / 2);
+    else
+        cell.left += 2 * dpi_.Scaled(CellMargin) + static_cast<int>(Send(LVM_GETSTRINGWIDTHA, 0, WidestCode));
+    if (const int room = std::min<int>(size, cell.right - cell.left); room > 0)
+        ImageList_DrawEx(images_->Handle(), picture, canvas, cell.left, (cell.top + cell.bottom - size) / 2,
+                         room, size, CLR_NONE, CLR_NONE, ILD_TRANSPARENT);
 }
 
 int ListViewControl::OnFind(const NMLVFINDITEMA& search) const {
@@ -150,7 +151,7 @@ int ListViewControl::FindRow(const std::string& sought, int start) const {
     const std::int32_t rows = model_.RowCount();
     for (std::int32_t step = 0; step < rows; ++step) {
         const int item = (std::clamp(start, 0, rows) + step) % rows;
-        const std::string& text = std::as_const(model_).Cell(item + 1, searchColumn_).text;
+        const std::string& text = std::as_const(model_).Cell(item + 1, nameColumn_).text;
         const std::string beginning = text.substr(0, sought.size());
         if (lstrcmpiA(beginning.c_str(), sought.c_str()) == 0)
             return item;

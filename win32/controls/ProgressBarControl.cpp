@@ -27,8 +27,20 @@ void ProgressBarControl::Flush() {
     }
     if (model_.Value() != shownValue_) {
         shownValue_ = model_.Value();
-        Send(PBM_SETPOS, static_cast<WPARAM>(shownValue_));
+        ShowValue();
     }
+}
+
+// A themed bar moves to a greater value slowly, and would still be on its way when a scan has ended. To a
+// smaller one it goes at once.
+void ProgressBarControl::ShowValue() {
+    const bool isFull = shownValue_ == shownMaximum_;
+    if (isFull)
+        Send(PBM_SETRANGE32, 0, shownMaximum_ + 1);
+    Send(PBM_SETPOS, static_cast<WPARAM>(shownValue_ + 1));
+    Send(PBM_SETPOS, static_cast<WPARAM>(shownValue_));
+    if (isFull)
+        Send(PBM_SETRANGE32, 0, shownMaximum_);
 }
 
 void ProgressBarControl::Place() {

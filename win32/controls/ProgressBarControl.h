@@ -24,6 +24,7 @@ class ProgressBarControl final : public Control {
 
   private:
     void Place();
+    void ShowValue();
 
     ProgressBar& model_;
     Dpi dpi_ = Dpi(96);

@@ -1,5 +1,7 @@
 #include "win32/controls/StatusBarControl.h"
 
+#include "win32/Fonts.h"
+
 #include <algorithm>
 #include <commctrl.h>
 
@@ -9,6 +11,7 @@ namespace {
 
 // In pixels of 96 to an inch.
 constexpr int BarHeight = 28;
+constexpr int TextMargin = 10; // above and below the text
 constexpr int GripWidth = 18;
 
 struct LockKey {
@@ -58,7 +61,8 @@ void StatusBarControl::AddToolTips() {
 void StatusBarControl::SetLook(Dpi dpi, HFONT font) {
     dpi_ = dpi;
     SetFont(font);
-    Send(SB_SETMINHEIGHT, static_cast<WPARAM>(dpi_.Scaled(BarHeight)));
+    Send(SB_SETMINHEIGHT,
+         static_cast<WPARAM>(std::max(dpi_.Scaled(BarHeight), LineHeight(font) + dpi_.Scaled(TextMargin))));
 }
 
 void StatusBarControl::Dock() {

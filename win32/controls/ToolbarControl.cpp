@@ -1,7 +1,9 @@
 #include "win32/controls/ToolbarControl.h"
 
 #include "win32/Canvas.h"
+#include "win32/Fonts.h"
 
+#include <algorithm>
 #include <commctrl.h>
 #include <utility>
 
@@ -13,7 +15,10 @@ namespace {
 constexpr int PictureSize = 32;
 constexpr int ButtonWidth = 72;
 constexpr int ButtonHeight = 60;
-constexpr int BarHeight = 66; // buttons, room above and below, edge
+constexpr int LabelMargin = 6;    // at each side of a button's text
+constexpr int PictureMargin = 12; // above and below a button's image and text
+constexpr int BarMargin = 6;      // above and below the buttons, and the edge
+constexpr int SeparatorWidth = 9;
 
 } // namespace
 
@@ -32,7 +37,7 @@ void ToolbarControl::AddButtons() {
         const ToolbarButton& button = model_.buttons[position];
         TBBUTTON added{};
         added.idCommand = firstCommand_ + position;
-        added.iBitmap = I_IMAGENONE;
+        added.iBitmap = button.key.empty() ? SeparatorWidth : I_IMAGENONE;
         added.fsStyle = button.key.empty() ? BTNS_SEP : BTNS_BUTTON | BTNS_NOPREFIX;
         added.fsState = TBSTATE_ENABLED;
         if (!button.key.empty())
@@ -59,9 +64,27 @@ void ToolbarControl::SetLook(Dpi dpi, HFONT font) {
     for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position)
         if (const std::string& key = model_.buttons[position].key; !key.empty())
             Send(TB_CHANGEBITMAP, static_cast<WPARAM>(firstCommand_ + position), pictures_.IndexOf(key));
-    const int width = dpi_.Scaled(ButtonWidth);
+    SizeButtons(font);
+}
+
+// As designed, or larger for a user who has chosen larger text.
+void ToolbarControl::SizeButtons(HFONT font) {
+    int width = dpi_.Scaled(ButtonWidth);
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position)
+        width =
+            std::max(width, TextWidth(font, model_.buttons[position].label) + 2 * dpi_.Scaled(LabelMargin));
+    const int height = std::max(dpi_.Scaled(ButtonHeight),
+                                dpi_.Scaled(PictureSize) + LineHeight(font) + dpi_.Scaled(PictureMargin));
+    height_ = height + dpi_.Scaled(BarMargin);
     Send(TB_SETBUTTONWIDTH, 0, MAKELPARAM(width, width));
-    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(width, dpi_.Scaled(ButtonHeight)));
+    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(width, height));
+    TBBUTTONINFOA separator{};
+    separator.cbSize = sizeof separator;
+    separator.dwMask = TBIF_SIZE;
+    separator.cx = static_cast<WORD>(dpi_.Scaled(SeparatorWidth));
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position)
+        if (model_.buttons[position].key.empty())
+            Send(TB_SETBUTTONINFOA, static_cast<WPARAM>(firstCommand_ + position), &separator);
 }
 
 void ToolbarControl::Dock() {
@@ -71,7 +94,7 @@ void ToolbarControl::Dock() {
 }
 
 int ToolbarControl::Height() const noexcept {
-    return dpi_.Scaled(BarHeight);
+    return height_;
 }
 
 RECT ToolbarControl::ButtonBounds(std::int32_t position) const noexcept {

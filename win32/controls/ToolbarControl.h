@@ -47,10 +47,12 @@ class ToolbarControl final : public Control {
   private:
     Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void AddButtons();
+    void SizeButtons(HFONT font);
 
     Toolbar& model_;
     int firstCommand_ = 0;
     Dpi dpi_ = Dpi(96);
+    int height_ = 0;
     Images pictures_;
     Images disabledPictures_;
     std::vector<bool> shownEnabled_; // by position

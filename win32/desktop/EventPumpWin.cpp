@@ -1,8 +1,10 @@
 #include "win32/desktop/EventPumpWin.h"
 
+#include "win32/MessageWindow.h"
 #include "win32/PerformanceCounter.h"
 
 #include <algorithm>
+#include <array>
 
 namespace quarn {
 
@@ -22,6 +24,49 @@ constexpr std::int64_t TimeForReplies = 50'000;
 
 // Events may bring further events; what has not run by then waits for the next call.
 constexpr std::int64_t LongestTurn = 50'000;
+
+// The queue hands out posted messages before input, input before painting and painting before timers. A
+// socket that is flooded posts without end, so each of the later kinds is looked for by itself when the queue
+// has not come to it for this long.
+constexpr std::int64_t LongestWithoutTurn = 10'000;
+
+struct Kind {
+    UINT status; // of GetQueueStatus
+    UINT flags;  // of PeekMessage
+    UINT message;
+};
+constexpr std::array<Kind, 3> LaterKinds = {{
+    {QS_INPUT, PM_QS_INPUT, 0},
+    {QS_PAINT, PM_QS_PAINT, 0},
+    {QS_TIMER, 0, WM_TIMER},
+}};
+
+// How many of the later kinds the queue has come to when it hands out this message.
+std::size_t KindsReached(UINT message) noexcept {
+    switch (message) {
+    case WM_KEYDOWN:
+    case WM_KEYUP:
+    case WM_SYSKEYDOWN:
+    case WM_SYSKEYUP:
+        return 1;
+    case WM_PAINT:
+        return 2;
+    case WM_TIMER:
+        return 3;
+    default:
+        const bool isMouse = (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+                             (message >= WM_NCMOUSEMOVE && message <= WM_NCXBUTTONDBLCLK);
+        return isMouse ? 1 : 0;
+    }
+}
+
+bool Take(MSG& message, const Kind& kind) noexcept {
+    // A key's character is posted when the key is run, and belongs in front of the next key.
+    if (kind.status == QS_INPUT &&
+        PeekMessageA(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE | PM_QS_POSTMESSAGE))
+        return true;
+    return PeekMessageA(&message, nullptr, kind.message, kind.message, PM_REMOVE | kind.flags) != FALSE;
+}
 
 // What the user does reaches visible windows; sockets and timers have windows of their own that nobody sees.
 bool IsActOfTheUser(const MSG& message) noexcept {
@@ -100,10 +145,33 @@ void EventPumpWin::UpdateWindows() {
         end + std::clamp((end - start) * RestsForEachUpdate, ShortestRestAfterUpdate, LongestRestAfterUpdate);
 }
 
-bool EventPumpWin::RunNext() {
+bool EventPumpWin::TakeOverdue(MSG& message) noexcept {
+    const std::int64_t now = PerformanceMicroseconds();
+    const auto isOverdue = [now](std::int64_t turn) { return now - turn >= LongestWithoutTurn; };
+    if (std::none_of(turns_.begin(), turns_.end(), isOverdue))
+        return false;
+    const UINT waiting = HIWORD(GetQueueStatus(QS_INPUT | QS_PAINT | QS_TIMER));
+    for (std::size_t kind = 0; kind < turns_.size(); ++kind) {
+        if (!isOverdue(turns_[kind]))
+            continue;
+        turns_[kind] = now;
+        if ((waiting & LaterKinds[kind].status) != 0 && Take(message, LaterKinds[kind]))
+            return true;
+    }
+    return false;
+}
+
+bool EventPumpWin::TakeFirst(MSG& message) noexcept {
     // Looking also runs what other threads and programs have sent to our windows.
+    const bool found = PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE;
+    const std::size_t reached = found ? KindsReached(message.message) : turns_.size();
+    std::fill_n(turns_.begin(), reached, PerformanceMicroseconds());
+    return found;
+}
+
+bool EventPumpWin::RunNext() {
     MSG message;
-    if (!PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+    if (!TakeOverdue(message) && !TakeFirst(message))
         return false;
     if (message.message == WM_QUIT) {
         quit_ = true;
@@ -115,6 +183,7 @@ bool EventPumpWin::RunNext() {
         UpdateWindows();
     updatePending_ = true;
     if (!preTranslate || !preTranslate(message)) {
+        const MessageWindow::OwnLoop handingOut(message);
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }

@@ -3,6 +3,9 @@
 // The one message loop of the program: the main loop and every wait inside a handler take their messages
 // here, so that each message meets the same accelerators and dialogs. For the user-interface thread.
 //
+// Input, painting and timers each get a turn every few hundredths of a second, however many messages are
+// posted meanwhile.
+//
 // When a wait inside a handler meets the end of the program (WM_QUIT), it puts it back and takes no more
 // messages; QuitReceived tells those that wait in a loop to give up, and the loops further out find the
 // message in their turn.
@@ -10,6 +13,7 @@
 #include "desktop/EventPump.h"
 #include "win32/WindowsHeaders.h"
 
+#include <array>
 #include <cstdint>
 #include <functional>
 
@@ -47,6 +51,12 @@ class EventPumpWin final : public EventPump {
     // Sleeps until there is a message; brings the windows up to date when their time comes.
     void Sleep();
 
+    // Takes input, painting or a timer's tick that has been waiting behind posted messages.
+    bool TakeOverdue(MSG& message) noexcept;
+
+    // Takes the first message of the queue.
+    bool TakeFirst(MSG& message) noexcept;
+
     // Runs the next message; false when there is none or the program ends.
     bool RunNext();
 
@@ -56,6 +66,7 @@ class EventPumpWin final : public EventPump {
     bool updatePending_ = true;
     std::int64_t nextUpdateAt_; // microseconds of the performance counter, as below
     std::int64_t eventsRanAt_;
+    std::array<std::int64_t, 3> turns_{}; // when input, painting and timers had their last turn
 };
 
 } // namespace quarn

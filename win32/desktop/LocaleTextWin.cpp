@@ -7,6 +7,8 @@
 
 #include <array>
 #include <cmath>
+#include <cstdio>
+#include <optional>
 
 namespace quarn {
 
@@ -37,6 +39,29 @@ double ToAutomation(DateTime date) noexcept {
     return static_cast<double>(days) + (days < 0 ? -fraction : fraction);
 }
 
+std::wstring TextOfDate(double date, DWORD flags) {
+    AutomationText text;
+    Require(VarBstrFromDate(date, LOCALE_USER_DEFAULT, flags, text.Receive()));
+    return {text.Get(), SysStringLen(text.Get())};
+}
+
+// For a locale whose texts the code page lacks: its marks of the day's halves would become question marks,
+// which could not be read back. Numbers alone can be, also in the order of ISO 8601.
+std::string PlainTextOfDate(double date, DateTime exact) {
+    const CalendarTime c = exact.Calendar();
+    std::array<char, 80> iso{};
+    std::snprintf(iso.data(), iso.size(), "%04d-%02d-%02d", c.year, c.month, c.day);
+    std::array<char, 80> time{};
+    std::snprintf(time.data(), time.size(), "%02d:%02d:%02d", c.hour, c.minute, c.second);
+    const bool onZeroDay = std::trunc(date) == 0;
+    const bool midnight = date == std::trunc(date);
+    if (onZeroDay)
+        return time.data();
+    const std::string day =
+        NarrowedExactly(TextOfDate(std::trunc(date), VAR_DATEVALUEONLY)).value_or(iso.data());
+    return midnight ? day : day + " " + time.data();
+}
+
 DateTime FromAutomation(double date) noexcept {
     const double days = std::trunc(date);
     const double time = std::abs(date - days) * static_cast<double>(SecondsPerDay);
@@ -63,9 +88,9 @@ std::int32_t LocaleTextWin::ToLong(const std::string& text) const {
 }
 
 std::string LocaleTextWin::FromDate(DateTime date) const {
-    AutomationText text;
-    Require(VarBstrFromDate(ToAutomation(date), LOCALE_USER_DEFAULT, 0, text.Receive()));
-    return Narrowed({text.Get(), SysStringLen(text.Get())});
+    const double automation = ToAutomation(date);
+    const std::optional<std::string> text = NarrowedExactly(TextOfDate(automation, 0));
+    return text ? *text : PlainTextOfDate(automation, date);
 }
 
 DateTime LocaleTextWin::ToDate(const std::string& text) const {
@@ -74,21 +99,30 @@ DateTime LocaleTextWin::ToDate(const std::string& text) const {
     return FromAutomation(date);
 }
 
+// The text is one of the system's code page, which need not be that of the user's locale.
 std::string LocaleTextWin::SortKey(const std::string& text) const {
-    if (text.empty())
+    const std::wstring wide = Widened(text);
+    if (wide.empty())
         return {}; // the call takes no empty text; an empty key sorts before all others
     constexpr DWORD Flags = LCMAP_SORTKEY | NORM_IGNORECASE;
-    const int length = static_cast<int>(text.size());
-    std::array<char, 1024> buffer;
-    const auto room = static_cast<int>(buffer.size());
-    const int made = LCMapStringA(LOCALE_USER_DEFAULT, Flags, text.data(), length, buffer.data(), room);
+    const int length = static_cast<int>(wide.size());
+    const auto map = [&](char* key, int size) { // of a sort key the size is in bytes
+        return LCMapStringW(LOCALE_USER_DEFAULT, Flags, wide.data(), length, reinterpret_cast<wchar_t*>(key),
+                            size);
+    };
+    alignas(wchar_t) std::array<char, 1024> buffer;
+    const int made = map(buffer.data(), static_cast<int>(buffer.size()));
     if (made != 0)
         return {buffer.data(), static_cast<std::size_t>(made)};
-    const int needed = LCMapStringA(LOCALE_USER_DEFAULT, Flags, text.data(), length, nullptr, 0);
-    std::string key(needed, '\0');
-    if (needed == 0 || LCMapStringA(LOCALE_USER_DEFAULT, Flags, text.data(), length, key.data(), needed) == 0)
+    const int needed = map(nullptr, 0);
+    std::string key(static_cast<std::size_t>(needed), '\0');
+    if (needed == 0 || map(key.data(), needed) == 0)
         ThrowLastError();
     return key;
+}
+
+bool LocaleTextWin::IsLeadByte(char byte) const {
+    return IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE;
 }
 
 } // namespace quarn

@@ -35,6 +35,9 @@ WindowReference NotificationAreaWin::AddPictureBox(WindowReference parent, Mouse
                                      nullptr, GetModuleHandleA(nullptr), nullptr);
     if (box == nullptr)
         ThrowLastError();
+    // A taskbar with fewer rights than a program that runs as administrator tells it of the mouse all the
+    // same.
+    ChangeWindowMessageFilterEx(box, WM_MOUSEMOVE, MSGFLT_ALLOW, nullptr);
     mouseMove_ = std::move(handler);
     SetWindowSubclass(box, &PictureBoxProc, 0, reinterpret_cast<DWORD_PTR>(this));
     return reinterpret_cast<WindowReference>(box);

@@ -2,6 +2,7 @@
 
 #include "base/RunTimeError.h"
 #include "win32/AnsiText.h"
+#include "win32/Libraries.h"
 #include "win32/WindowsHeaders.h"
 #include "win32/desktop/FilesWin.h"
 
@@ -29,6 +30,25 @@ HWND TopLevelWindow(const std::string& title) {
     return window;
 }
 
+template<class Function>
+Function& VersionFunction(const char* name) {
+    Function* const function = SystemFunction<Function>("version.dll", name);
+    if (function == nullptr)
+        throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+    return *function;
+}
+
+// Empty where the file has none.
+std::vector<char> VersionResource(const std::string& path) {
+    auto& getSize = VersionFunction<decltype(GetFileVersionInfoSizeA)>("GetFileVersionInfoSizeA");
+    auto& get = VersionFunction<decltype(GetFileVersionInfoA)>("GetFileVersionInfoA");
+    DWORD ignored = 0;
+    std::vector<char> resource(getSize(path.c_str(), &ignored));
+    if (!resource.empty() && !get(path.c_str(), 0, static_cast<DWORD>(resource.size()), resource.data()))
+        resource.clear();
+    return resource;
+}
+
 } // namespace
 
 void PeerProgramsWin::SendCopyDataTo(const std::string& windowTitle, std::uint32_t identifier,
@@ -45,13 +65,11 @@ void PeerProgramsWin::SendCopyDataTo(const std::string& windowTitle, std::uint32
 FileVersion PeerProgramsWin::VersionOf(const std::string& path) const {
     if (!FilesWin().IsFile(path))
         throw RunTimeError(ErrorNumber::FileNotFound);
-    DWORD ignored = 0;
-    std::vector<char> resource(GetFileVersionInfoSizeA(path.c_str(), &ignored));
+    const std::vector<char> resource = VersionResource(path);
+    auto& query = VersionFunction<decltype(VerQueryValueA)>("VerQueryValueA");
     void* found = nullptr;
     UINT size = 0;
-    if (resource.empty() ||
-        !GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(resource.size()), resource.data()) ||
-        !VerQueryValueA(resource.data(), "\\", &found, &size) || size < sizeof(VS_FIXEDFILEINFO))
+    if (resource.empty() || !query(resource.data(), "\\", &found, &size) || size < sizeof(VS_FIXEDFILEINFO))
         throw RunTimeError(ErrorNumber::InvalidProcedureCall);
     const auto& fixed = *static_cast<const VS_FIXEDFILEINFO*>(found);
     return {HIWORD(fixed.dwFileVersionMS), LOWORD(fixed.dwFileVersionMS), HIWORD(fixed.dwFileVersionLS)};

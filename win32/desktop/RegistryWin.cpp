@@ -62,6 +62,16 @@ std::optional<std::string> RegistryWin::ReadValue(RegistryRoot root, const std::
     return bytes;
 }
 
+std::string RegistryWin::Expanded(const std::string& text) const {
+    std::string expanded(ExpandEnvironmentStringsA(text.c_str(), nullptr, 0), '\0');
+    const DWORD size =
+        ExpandEnvironmentStringsA(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
+    if (size == 0 || size > expanded.size())
+        return text;
+    expanded.resize(size - 1); // without its NUL
+    return expanded;
+}
+
 bool RegistryWin::WriteValue(RegistryRoot root, const std::string& key, const std::string& value,
                              std::uint32_t type, std::string_view bytes) {
     const RegistryKey opened = Open(root, key, KEY_SET_VALUE);

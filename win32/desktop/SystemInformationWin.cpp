@@ -1,6 +1,7 @@
 #include "win32/desktop/SystemInformationWin.h"
 
 #include "win32/Libraries.h"
+#include "win32/RunningInstance.h"
 #include "win32/SystemError.h"
 
 #include <commctrl.h>
@@ -72,6 +73,16 @@ bool SystemInformationWin::AlreadyRunning(const std::string& title) {
     if (running)
         instanceMutex_.Reset();
     return running;
+}
+
+// Only the program that the user works with may put a window in front, which is this one until it ends.
+void SystemInformationWin::ShowRunningInstance() {
+    const HWND window = FindWindowA(MainWindowClass, nullptr);
+    DWORD process = 0;
+    if (window == nullptr || GetWindowThreadProcessId(window, &process) == 0)
+        return;
+    AllowSetForegroundWindow(process);
+    PostMessageA(window, StartedAgainMessage(), 0, 0);
 }
 
 } // namespace quarn

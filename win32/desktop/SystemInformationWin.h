@@ -16,6 +16,7 @@ class SystemInformationWin final : public SystemInformation {
 
     // Claims the title for this process, until the object ends, in the user's session.
     bool AlreadyRunning(const std::string& title) override;
+    void ShowRunningInstance() override;
 
   private:
     KernelObject instanceMutex_;

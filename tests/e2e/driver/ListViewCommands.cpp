@@ -1,4 +1,5 @@
-// List views in report form. Rows are counted from 1, columns from 0.
+// List views in report form. Rows are counted from 1, columns from 0 in the order in which they are
+// displayed.
 
 #include "tests/e2e/driver/Messages.h"
 #include "tests/e2e/driver/RemoteMemory.h"
@@ -6,6 +7,7 @@
 #include "tests/e2e/driver/Words.h"
 
 #include <commctrl.h>
+#include <vector>
 
 namespace quarn::uidrive {
 
@@ -25,22 +27,14 @@ class ListView {
     HWND Header() const { return reinterpret_cast<HWND>(Send(control_, LVM_GETHEADER)); }
     int ColumnCount() const { return static_cast<int>(Send(Header(), HDM_GETITEMCOUNT)); }
 
-    std::string Cell(int row, int column) {
-        LVITEMA item{};
-        item.iSubItem = column;
-        item.pszText = static_cast<char*>(text_.Address());
-        item.cchTextMax = LongestText;
-        item_.Set(item);
-        if (Send(control_, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), item_.Parameter()) == 0)
-            return "";
-        return text_.ReadText();
-    }
+    std::string Cell(int row, int column) { return Text(row, SubItem(column)); }
+    std::string Name(int row) { return Text(row, 0); }
 
     int Image(int row, int column) {
         LVITEMA item{};
         item.mask = LVIF_IMAGE;
         item.iItem = row;
-        item.iSubItem = column;
+        item.iSubItem = SubItem(column);
         item_.Set(item);
         return Send(control_, LVM_GETITEMA, 0, item_.Parameter()) ? item_.Get().iImage : -1;
     }
@@ -64,7 +58,7 @@ class ListView {
         item.pszText = static_cast<char*>(text_.Address());
         item.cchTextMax = LongestText;
         RemoteStruct<HDITEMA> remote(process_, item);
-        Send(Header(), HDM_GETITEMA, static_cast<WPARAM>(column), remote.Parameter());
+        Send(Header(), HDM_GETITEMA, static_cast<WPARAM>(SubItem(column)), remote.Parameter());
         return {Escaped(text_.ReadText()), SortMark(remote.Get())};
     }
 
@@ -72,7 +66,7 @@ class ListView {
     POINT PointOn(int row) {
         Send(control_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
         RECT asked{};
-        asked.top = 1;
+        asked.top = SubItem(1);
         asked.left = LVIR_LABEL;
         RemoteStruct<RECT> rect(process_, asked);
         if (!Send(control_, LVM_GETSUBITEMRECT, static_cast<WPARAM>(row), rect.Parameter()))
@@ -82,7 +76,8 @@ class ListView {
 
     POINT PointOnHeader(int column) {
         RemoteStruct<RECT> rect(process_, RECT{});
-        if (!Send(Header(), HDM_GETITEMRECT, static_cast<WPARAM>(column), rect.Parameter()))
+        if (column < 0 || column >= ColumnCount() ||
+            !Send(Header(), HDM_GETITEMRECT, static_cast<WPARAM>(SubItem(column)), rect.Parameter()))
             throw Failure("there is no column " + std::to_string(column));
         return Centre(rect.Get());
     }
@@ -98,6 +93,29 @@ class ListView {
     HWND Window() const { return control_; }
 
   private:
+    std::string Text(int row, int subItem) {
+        LVITEMA item{};
+        item.iSubItem = subItem;
+        item.pszText = static_cast<char*>(text_.Address());
+        item.cchTextMax = LongestText;
+        item_.Set(item);
+        if (Send(control_, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), item_.Parameter()) == 0)
+            return "";
+        return text_.ReadText();
+    }
+
+    // The control's number of a column, which is another one where columns have been moved.
+    int SubItem(int column) {
+        if (order_.empty()) {
+            order_.resize(static_cast<std::size_t>(ColumnCount()));
+            const std::size_t bytes = order_.size() * sizeof(int);
+            RemoteMemory order(process_, bytes);
+            Send(control_, LVM_GETCOLUMNORDERARRAY, order_.size(), order.Parameter());
+            order.Read(order_.data(), bytes);
+        }
+        return order_.at(static_cast<std::size_t>(column));
+    }
+
     static std::string SortMark(const HDITEMA& item) {
         if (item.fmt & HDF_IMAGE)
             return "image " + std::to_string(item.iImage);
@@ -110,6 +128,7 @@ class ListView {
     HWND control_;
     RemoteMemory text_;
     RemoteStruct<LVITEMA> item_;
+    std::vector<int> order_; // read when it is needed
 };
 
 Lines Columns(Session& session, const Words& arguments) {
@@ -142,6 +161,15 @@ Lines Images(Session& session, const Words& arguments) {
     Lines lines;
     for (int row = 0; row < list.RowCount(); ++row)
         lines.push_back(std::to_string(list.Image(row, 0)) + "\t" + std::to_string(list.Image(row, 2)));
+    return lines;
+}
+
+// What assistive technology calls each row: the text of the control's first column.
+Lines RowNames(Session& session, const Words& arguments) {
+    ListView list(session, session.Control(arguments[0]));
+    Lines lines;
+    for (int row = 0; row < list.RowCount(); ++row)
+        lines.push_back(Escaped(list.Name(row)));
     return lines;
 }
 
@@ -197,6 +225,7 @@ Commands ListViewCommands() {
         {"row-count", "LIST", "prints the number of rows", 1, RowCount},
         {"rows", "LIST", "lists the rows, their cells separated by tabs", 1, Rows},
         {"images", "LIST", "lists each row's image numbers of columns 0 and 2", 1, Images},
+        {"row-names", "LIST", "lists the rows' names as assistive technology reads them", 1, RowNames},
         {"selected-rows", "LIST", "prints the numbers of the selected rows", 1, SelectedRows},
         {"select-rows", "LIST [ROW...]", "selects these rows and no other, without a click", 1, SelectRows},
         {"click-row", "LIST ROW", "clicks a row", 2, ClickRow},

@@ -46,7 +46,7 @@ class ListViewControlTest : public testing::Test {
     std::string TextOf(std::int32_t row, std::int32_t column) const {
         char text[300] = "";
         LVITEMA item{};
-        item.iSubItem = column - 1;
+        item.iSubItem = SubItem(column);
         item.pszText = text;
         item.cchTextMax = sizeof text;
         SendMessageA(control.Handle(), LVM_GETITEMTEXTA, static_cast<WPARAM>(row - 1),
@@ -54,7 +54,14 @@ class ListViewControlTest : public testing::Test {
         return text;
     }
 
-    // As the user does it, in the control itself.
+    // The control's number of the column that is displayed at this place, from 1.
+    int SubItem(std::int32_t column) const {
+        int order[3] = {-1, -1, -1};
+        SendMessageA(control.Handle(), LVM_GETCOLUMNORDERARRAY, 3, reinterpret_cast<LPARAM>(order));
+        return order[column - 1];
+    }
+
+    // As the user does it, by the control itself.
     void SelectInControl(std::int32_t row, bool selected = true) {
         LVITEMA item{};
         item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
@@ -74,7 +81,7 @@ class ListViewControlTest : public testing::Test {
 
     // The vertical lines of a cell, counted from its left edge, on which something is painted.
     std::vector<int> PaintedLines(std::int32_t row, std::int32_t column) const {
-        RECT cell{LVIR_BOUNDS, column - 1, 0, 0};
+        RECT cell{LVIR_BOUNDS, SubItem(column), 0, 0};
         SendMessageA(control.Handle(), LVM_GETSUBITEMRECT, static_cast<WPARAM>(row - 1),
                      reinterpret_cast<LPARAM>(&cell));
         const HDC screen = GetDC(control.Handle());
@@ -102,7 +109,7 @@ class ListViewControlTest : public testing::Test {
         HDITEMA header{};
         header.mask = HDI_FORMAT;
         const auto handle = reinterpret_cast<HWND>(SendMessageA(control.Handle(), LVM_GETHEADER, 0, 0));
-        SendMessageA(handle, HDM_GETITEMA, static_cast<WPARAM>(column - 1),
+        SendMessageA(handle, HDM_GETITEMA, static_cast<WPARAM>(SubItem(column)),
                      reinterpret_cast<LPARAM>(&header));
         return header.fmt;
     }
@@ -273,6 +280,45 @@ TEST_F(ListViewControlTest, FindsRowsByTheBeginningOfTheirName) {
     EXPECT_EQ(Find("alphabet"), 0);
 }
 
+// Screen readers take the text of the control's first column, wherever that is displayed.
+TEST_F(ListViewControlTest, CallsARowByItsName) {
+    AddRows({"Alpha", "Beta"});
+    model.Cell(2, 2).text = "127.0.0.1:27960";
+    char name[100] = "";
+    LVITEMA item{};
+    item.pszText = name;
+    item.cchTextMax = sizeof name;
+    SendMessageA(control.Handle(), LVM_GETITEMTEXTA, 1, reinterpret_cast<LPARAM>(&item));
+    EXPECT_STREQ(name, "Beta");
+    EXPECT_EQ(TextOf(2, 2), "127.0.0.1:27960");
+}
+
+TEST_F(ListViewControlTest, DisplaysTheColumnsInTheOrderOfTheModel) {
+    const auto header = reinterpret_cast<HWND>(SendMessageA(control.Handle(), LVM_GETHEADER, 0, 0));
+    LONG left = 0;
+    for (std::int32_t column = 1; column <= 3; ++column) {
+        RECT bounds{};
+        SendMessageA(header, HDM_GETITEMRECT, static_cast<WPARAM>(SubItem(column)),
+                     reinterpret_cast<LPARAM>(&bounds));
+        EXPECT_EQ(bounds.left, left) << column;
+        EXPECT_EQ(bounds.right - bounds.left, Dpi(96).ToPixels(model.columns[column].width)) << column;
+        left = bounds.right;
+    }
+}
+
+TEST_F(ListViewControlTest, TellsWhichColumnOfTheModelWasClicked) {
+    std::vector<std::int32_t> clicked;
+    control.ColumnClicked = [&](std::int32_t column) { clicked.push_back(column); };
+    for (std::int32_t column = 1; column <= 3; ++column) {
+        NMLISTVIEW click{};
+        click.hdr = {control.Handle(), 1, static_cast<UINT>(LVN_COLUMNCLICK)};
+        click.iItem = -1;
+        click.iSubItem = SubItem(column);
+        SendMessageA(host.Handle(), WM_NOTIFY, 1, reinterpret_cast<LPARAM>(&click));
+    }
+    EXPECT_EQ(clicked, (std::vector<std::int32_t>{1, 2, 3}));
+}
+
 TEST_F(ListViewControlTest, FindsNothingInAnEmptyList) {
     EXPECT_EQ(Find("a"), 0);
 }
@@ -309,7 +355,23 @@ TEST_F(ListViewControlTest, PaintsACountrysFlagAfterItsCode) {
     EXPECT_LT(codeAndFlag.back() - code.back(), 32);
 }
 
-TEST_F(ListViewControlTest, SelectsTheRowUnderTheRightButtonBeforeItsHandlerRuns) {
+TEST_F(ListViewControlTest, PaintsTheImageOfARowInTheMiddleOfTheFirstColumn) {
+    const Images pictures(16, {"locked"});
+    control.SetImages(pictures, ListViewControl::Pictures::OfRowsAndHeaders);
+    AddRows({"Alpha"});
+    EXPECT_TRUE(PaintedLines(1, 1).empty());
+    const std::vector<int> name = PaintedLines(1, 3);
+    model.Edit(1).smallIcon = "locked";
+    control.Flush();
+    const std::vector<int> lock = PaintedLines(1, 1);
+    ASSERT_FALSE(lock.empty());
+    EXPECT_GE(lock.front(), 7);
+    EXPECT_LT(lock.back(), 7 + 16);
+    EXPECT_EQ(PaintedLines(1, 3), name);
+    EXPECT_LT(name.front(), 12) << "no room for an image";
+}
+
+TEST_F(ListViewControlTest, SelectsTheRowUnderTheRightButtonBeforeItTells) {
     AddRows({"a", "b", "c"});
     std::int32_t selectedThen = 0;
     control.RightPressed = [&] { selectedThen = model.SelectedRow(); };
@@ -334,7 +396,7 @@ TEST_F(ListViewControlTest, KeepsSeveralRowsSelectedUnderTheRightButton) {
 
 TEST_F(ListViewControlTest, KeepsColumnWidthsInInches) {
     control.ChangeDpi(Dpi(144));
-    EXPECT_EQ(SendMessageA(control.Handle(), LVM_GETCOLUMNWIDTH, 1, 0), 150);
+    EXPECT_EQ(SendMessageA(control.Handle(), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItem(2)), 0), 150);
 }
 
 } // namespace

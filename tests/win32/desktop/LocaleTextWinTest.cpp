@@ -1,10 +1,13 @@
 #include "win32/desktop/LocaleTextWin.h"
 
 #include "tests/fakes/Errors.h"
+#include "tests/win32/harness/ReplacedImport.h"
 #include "views/GeneralDates.h"
-#include "win32/WindowsHeaders.h"
+#include "win32/Handles.h"
 
+#include <cmath>
 #include <cstdint>
+#include <cwchar>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -86,6 +89,48 @@ TEST_F(LocaleTextWinTest, WritesAndReadsGeneralDates) {
     }
 }
 
+// The general date of a locale that puts the half of the day in front of the time, in letters that the
+// Western code page lacks, and whose dates may have such letters as well.
+template<bool LettersInDates>
+HRESULT WINAPI KoreanDate(DATE date, LCID, ULONG flags, BSTR* text) {
+    SYSTEMTIME time{};
+    VariantTimeToSystemTime(date, &time);
+    wchar_t buffer[64];
+    int length = swprintf(buffer, 64, L"%d.%02d.%02d%ls", time.wYear, time.wMonth, time.wDay,
+                          LettersInDates ? L" \u00B7\uC77C" : L"");
+    if ((flags & VAR_DATEVALUEONLY) == 0 && date != std::floor(date))
+        length += swprintf(buffer + length, 64, L" %ls %d:%02d:%02d",
+                           time.wHour < 12 ? L"\uC624\uC804" : L"\uC624\uD6C4", (time.wHour + 11) % 12 + 1,
+                           time.wMinute, time.wSecond);
+    *text = SysAllocStringLen(buffer, static_cast<UINT>(length));
+    return S_OK;
+}
+
+TEST_F(LocaleTextWinTest, DatesInLettersThatTheCodePageLacksAreWrittenInNumbers) {
+    const ReplacedImport answer(&VarBstrFromDate, &KoreanDate<false>);
+    EXPECT_EQ(locale.FromDate(DateTime::From({2026, 7, 1, 20, 5, 0})), "2026.07.01 20:05:00");
+    EXPECT_EQ(locale.FromDate(DateTime::From({2026, 7, 1, 0, 0, 1})), "2026.07.01 00:00:01");
+    EXPECT_EQ(locale.FromDate(DateTime::From({2026, 7, 1, 0, 0, 0})), "2026.07.01");
+}
+
+TEST_F(LocaleTextWinTest, SoAreDaysInSuchLettersAndCanBeReadBack) {
+    const ReplacedImport answer(&VarBstrFromDate, &KoreanDate<true>);
+    const struct {
+        CalendarTime calendar;
+        const char* text;
+    } table[] = {
+        {{2026, 7, 1, 20, 5, 0}, "2026-07-01 20:05:00"},
+        {{2026, 7, 1, 0, 0, 0}, "2026-07-01"},
+        {{1899, 12, 30, 0, 0, 0}, "00:00:00"},
+        {{1899, 12, 30, 15, 30, 0}, "15:30:00"},
+        {{1899, 12, 29, 6, 0, 0}, "1899-12-29 06:00:00"},
+    };
+    for (const auto& line : table) {
+        EXPECT_EQ(locale.FromDate(DateTime::From(line.calendar)), line.text);
+        EXPECT_EQ(locale.ToDate(line.text), DateTime::From(line.calendar)) << line.text;
+    }
+}
+
 TEST_F(LocaleTextWinTest, EverySecondOfADaySurvivesTheConversionToADateAndBack) {
     const DateTime day = DateTime::From({2026, 6, 30, 0, 0, 0});
     for (std::int64_t second = 0; second < 86400; second += 997) {
@@ -109,6 +154,7 @@ class CountingLocale : public LocaleText {
     std::int32_t ToLong(const std::string& text) const override { return system_.ToLong(text); }
     std::string FromDate(DateTime date) const override { return system_.FromDate(date); }
     std::string SortKey(const std::string& text) const override { return system_.SortKey(text); }
+    bool IsLeadByte(char byte) const override { return system_.IsLeadByte(byte); }
     DateTime ToDate(const std::string& text) const override {
         ++dates;
         return system_.ToDate(text);

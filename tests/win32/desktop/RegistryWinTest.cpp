@@ -76,7 +76,27 @@ TEST_F(RegistryWinTest, RefusesAValueLargerThanTheBuffer) {
     EXPECT_EQ(Read(256), std::string(255, 'x') + '\0');
 }
 
-TEST_F(RegistryWinTest, AMissingKeyOrValueIsNotAnError) {
+TEST_F(RegistryWinTest, ExpandsEnvironmentVariables) {
+    SetEnvironmentVariableA("QuarnTest", "some value");
+    const std::string longText(40'000, 'x');
+    const struct {
+        std::string text;
+        std::string expanded;
+    } cases[] = {
+        {"", ""},
+        {"plain", "plain"},
+        {"%QuarnTest%", "some value"},
+        {"C:\\%quarntest%\\%QuarnTest%.exe", "C:\\some value\\some value.exe"},
+        {"%No such variable%", "%No such variable%"},
+        {"100 %", "100 %"},
+        {longText, longText},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(registry.Expanded(c.text), c.expanded);
+    SetEnvironmentVariableA("QuarnTest", nullptr);
+}
+
+TEST_F(RegistryWinTest, AMissingKeyOrValueIsAnAnswer) {
     EXPECT_FALSE(Write("x"));
     EXPECT_EQ(Read(), std::nullopt);
     EXPECT_FALSE(registry.DeleteValue(User, key, "Value"));

@@ -2,6 +2,8 @@
 
 #include "base/RunTimeError.h"
 #include "tests/win32/harness/ReplacedImport.h"
+#include "win32/Handles.h"
+#include "win32/RunningInstance.h"
 
 #include <algorithm>
 #include <commctrl.h>
@@ -93,7 +95,40 @@ TEST_F(SystemInformationWinTest, OneInstanceOfATitleRunsAtATime) {
     EXPECT_FALSE(system.AlreadyRunning(title));
 }
 
-// The requests to the system, which the test answers.
+HWND foundWindow = nullptr;
+DWORD allowedProcess = 0;
+
+HWND WINAPI FindTheWindow(LPCSTR className, LPCSTR title) {
+    EXPECT_STREQ(className, "QuarnMainWindow");
+    EXPECT_EQ(title, nullptr);
+    return foundWindow;
+}
+
+BOOL WINAPI AllowTheProcess(DWORD process) {
+    allowedProcess = process;
+    return TRUE;
+}
+
+TEST_F(SystemInformationWinTest, HasTheOtherInstanceShowItsWindow) {
+    const ReplacedImport find(&FindWindowA, &FindTheWindow);
+    const ReplacedImport allow(&AllowSetForegroundWindow, &AllowTheProcess);
+    const WindowHandle window(
+        CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
+    const auto posted = [&] {
+        MSG message;
+        return PeekMessageA(&message, window.Get(), StartedAgainMessage(), StartedAgainMessage(),
+                            PM_REMOVE) != 0;
+    };
+    system.ShowRunningInstance(); // its window may not be there yet
+    EXPECT_EQ(allowedProcess, 0U);
+    EXPECT_FALSE(posted());
+    foundWindow = window.Get();
+    system.ShowRunningInstance();
+    EXPECT_EQ(allowedProcess, GetCurrentProcessId());
+    EXPECT_TRUE(posted());
+}
+
+// What the system is asked, and answers of the test's own.
 
 static_assert(sizeof(OSVERSIONINFOA) == 148);
 static_assert(sizeof(DLLVERSIONINFO) == 20);

@@ -1,0 +1,84 @@
+"""A server that floods the port from which it was asked: the scan goes on in time, and so does the player."""
+
+import statistics
+import time
+
+import pytest
+
+from harness.flooder import Flooder
+from harness.quarn import write_settings
+
+TIMEOUT = 1.0  # seconds
+SERVERS = 8
+DATAGRAMS_PER_SECOND = 20000
+
+
+@pytest.fixture
+def flooder():
+    with Flooder(SERVERS, DATAGRAMS_PER_SECOND) as flooder:
+        yield flooder
+
+
+@pytest.fixture
+def quarn(flooder, folder, start):
+    place = folder()
+    rows = [f"127.0.0.1;{port};--;Server {port};5;0;8;baseq3;q3dm1;0;;;" for port in flooder.ports]
+    (place / "servers-q3.dat").write_bytes("\r\n".join([f" {SERVERS}", *rows, ""]).encode("latin-1"))
+    write_settings(place, 1, General__MinToTray=0, Scanning__PingTimeout=int(TIMEOUT * 1000))
+    program = start(place)
+    program.wait_until_usable()
+    program.do("timeout", 60)
+    return program
+
+
+def seconds(times):
+    return ", ".join(f"{each:.2f}" for each in times) + " s"
+
+
+def test_the_next_server_is_asked_in_time(quarn, flooder, report):
+    quarn.press_toolbar("refreshall")
+    requests = [flooder.next_request() for _ in range(SERVERS)]
+    times, ports, sent = zip(*requests)
+    assert list(ports) == flooder.ports
+    waits = [later - earlier for earlier, later in zip(times, times[1:])]
+    rate = sent[-1] / (times[-1] - times[0])
+    report(f"{rate:.0f} datagrams a second: the next server asked after {seconds(waits)}")
+    assert max(waits) < TIMEOUT * 1.1
+    quarn.wait_for_scan()
+    assert quarn.close() == 0
+
+
+def test_a_key_acts_at_once(quarn, flooder, report):
+    quarn.press_toolbar("refreshall")
+    times = []
+    for _ in range(SERVERS - 2):
+        flooder.next_request()
+        focus = quarn.do.text("focus")
+        start = time.monotonic()
+        quarn.do("keyboard", "tab")
+        while quarn.do.text("focus") == focus:
+            pass
+        times.append(time.monotonic() - start)
+    report(f"{DATAGRAMS_PER_SECOND} datagrams a second: a key acted after {seconds(times)}")
+    # Some of it is the window manager's, which is asked before the key is pressed.
+    assert statistics.median(times) < 0.2
+    quarn.wait_for_scan()
+    assert quarn.close() == 0
+
+
+def test_a_dialog_answers(quarn, flooder, report):
+    quarn.press_toolbar("refreshall")
+    times = []
+    for _ in range(4):
+        flooder.next_request()
+        quarn.choose("mnuExtrasOptions")
+        quarn.do.wait("*", "use", "Options")
+        start = time.monotonic()
+        quarn.do("keyboard", "escape")
+        quarn.do("use")
+        quarn.do.wait(0, "is-open", "Options")
+        times.append(time.monotonic() - start)
+    report(f"{DATAGRAMS_PER_SECOND} datagrams a second: a dialog closed after {seconds(times)}")
+    assert statistics.median(times) < 0.5
+    quarn.wait_for_scan()
+    assert quarn.close() == 0
