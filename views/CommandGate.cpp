@@ -1,23 +1,27 @@
 #include "views/CommandGate.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quarn {
 
 bool CommandGate::MustWait(CommandKind kind) const noexcept {
-    return listDepth_ > 0 || (kind == CommandKind::ReplacesList && scanDepth_ > 0);
+    return listDepth_ > 0 || (kind == CommandKind::ReplacesList && scanDepth_ > 0) ||
+           commandDepth_ >= MostNestedCommands;
+}
+
+bool CommandGate::ScanMustEnd() const noexcept {
+    return std::any_of(waiting_.begin(), waiting_.end(),
+                       [](const Waiting& waiting) { return waiting.kind == CommandKind::ReplacesList; });
 }
 
 void CommandGate::Run(CommandKind kind, std::function<void()> command) {
     if (closing_)
         return;
-    if (MustWait(kind)) {
-        if (kind == CommandKind::ReplacesList)
-            ++replacementsWaiting_;
+    if (MustWait(kind))
         waiting_.push_back({kind, std::move(command)});
-        return;
-    }
-    Execute(command);
+    else
+        Execute(command);
 }
 
 void CommandGate::Execute(const std::function<void()>& command) {
@@ -34,8 +38,6 @@ bool CommandGate::RunFirstWaiting() {
         return false;
     const Waiting next = std::move(waiting_.front());
     waiting_.pop_front();
-    if (next.kind == CommandKind::ReplacesList)
-        --replacementsWaiting_;
     const Restore depth(commandDepth_, commandDepth_ + 1);
     next.command();
     return true;

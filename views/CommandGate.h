@@ -3,11 +3,13 @@
 // Decides what a command may do while another one is still at work further down the stack.
 //
 // Everything runs on one thread, and long operations let events run in between; so a command can arrive in
-// the middle of a scan or of a list being loaded or saved. Three rules keep every list whole:
+// the middle of a scan or of a list being loaded or saved. These rules hold:
 //  - While a list is loaded, saved, listed, sorted or made ready to be filled anew, commands wait. They run
 //    once, in their order, when it is done, also inside a scan that was running before.
 //  - A command that replaces the list first ends a running scan as "stop" does and waits for its end. Other
 //    commands, a second scan included, run at once inside the scan.
+//  - Commands nest through waits and message boxes only to a certain depth, as each takes its part of the
+//    stack: a further scan is refused, a further command waits until the depth has fallen.
 //  - Closing ends every wait at once. When the stack has unwound to its outermost command, the window is
 //    unloaded; commands that still wait are dropped.
 
@@ -44,7 +46,14 @@ class CommandGate {
     void LetEventsRun();
 
     // A command waits for the running scan to end.
-    bool ScanMustEnd() const noexcept { return replacementsWaiting_ > 0; }
+    bool ScanMustEnd() const noexcept;
+
+    bool ScanRuns() const noexcept { return scanDepth_ > 0; }
+
+    // Scans that run inside each other, at most, and commands of any kind.
+    static constexpr int MostNestedScans = 16;
+    static constexpr int MostNestedCommands = 64;
+    bool ScanMayStart() const noexcept { return scanDepth_ < MostNestedScans; }
 
     // The list is being loaded, saved, listed, sorted or made ready for as long as this lives.
     struct ListActivity : Restore<int> {
@@ -74,7 +83,6 @@ class CommandGate {
     int commandDepth_ = 0;
     int listDepth_ = 0;
     int scanDepth_ = 0;
-    int replacementsWaiting_ = 0;
     bool closing_ = false;
     bool unloaded_ = false;
 };

@@ -5,6 +5,7 @@
 #include "core/modCommonSubs.h"
 #include "query/modGamQuery.h"
 #include "support/Trap.h"
+#include "support/clsAppLog.h"
 
 #include <string>
 #include <vector>
@@ -40,6 +41,8 @@ void ScanEngine::mnuServRefresh_Click() {
 }
 
 void ScanEngine::Scan(Rows which, const char* routine) {
+    if (!form_.gate.ScanMayStart())
+        return form_.program.AppLog->Log(MainFormName, routine, 0, "Too many scans run inside each other");
     const CommandGate::ScanActivity activity(form_.gate);
     const auto trapped = [&](auto&& step) { form_.Trapped(routine, OnError::Log, step); };
     PrepareForScan();

@@ -25,8 +25,8 @@ class ScanEngine {
     void mnuServRefresh_Click();    // the selected rows
     void mnuServRefreshAll_Click(); // every row
 
-    // Takes effect when the server in hand has answered or timed out.
-    void Stop() noexcept { ScanAborted = true; }
+    // Takes effect when the server in hand has answered or timed out. Without a running scan it does nothing.
+    void Stop() noexcept { ScanAborted = form_.gate.ScanRuns(); }
 
     void sckServer_DataArrival(std::int32_t bytesTotal);
     void tmrTimeout_Timer();

@@ -109,6 +109,38 @@ TEST_F(CommandGateTest, WaitsUntilTheOutermostCommandIsDone) {
     EXPECT_EQ(ran, "(()).x");
 }
 
+TEST_F(CommandGateTest, TellsWhetherAScanRunsAndAnotherMayStart) {
+    EXPECT_FALSE(gate.ScanRuns());
+    int scans = 0;
+    const std::function<void()> scan = [&] {
+        if (!gate.ScanMayStart())
+            return;
+        const ScanActivity activity(gate);
+        ++scans;
+        EXPECT_TRUE(gate.ScanRuns());
+        gate.Run(Kind::Ordinary, scan);
+    };
+    gate.Run(Kind::Ordinary, scan);
+    EXPECT_EQ(scans, CommandGate::MostNestedScans);
+    EXPECT_FALSE(gate.ScanRuns());
+    EXPECT_TRUE(gate.ScanMayStart());
+}
+
+TEST_F(CommandGateTest, LetsACommandWaitThatWouldNestTooDeep) {
+    int depth = 0;
+    int deepest = 0;
+    int runs = 0;
+    const std::function<void()> command = [&] {
+        const Restore deeper(depth, depth + 1);
+        deepest = std::max(deepest, depth);
+        if (++runs < 1000)
+            gate.Run(Kind::Ordinary, command);
+    };
+    gate.Run(Kind::Ordinary, command);
+    EXPECT_EQ(deepest, CommandGate::MostNestedCommands);
+    EXPECT_EQ(runs, 1000); // none is lost
+}
+
 TEST_F(CommandGateTest, ClosesAtOnceWhenNothingIsAtWork) {
     gate.Close(Note('u'));
     EXPECT_EQ(ran, "u");

@@ -60,26 +60,57 @@ TEST_F(ScanInterruptionTest, WaitsForASilentServersTickBeforeItStops) {
     EXPECT_EQ(browser.Message(), Aborted);
 }
 
-TEST_F(ScanInterruptionTest, RemembersAStopThatCameTooEarly) {
+TEST_F(ScanInterruptionTest, IgnoresAStopWhileNoScanRuns) {
     StartWith(3);
     browser.Stop();
+    browser.RefreshAll();
+    EXPECT_THAT(Asked(), ElementsAre(1, 2, 3));
     EXPECT_EQ(browser.Message(), "Ready.");
-    browser.RefreshAll();
-    EXPECT_THAT(Asked(), ElementsAre(1));
-    EXPECT_EQ(browser.Message(), Aborted);
+    browser.Stop();
+    browser.SelectRows({2});
     browser.network.ForgetAsked();
-    browser.RefreshAll();
+    browser.RefreshSelected();
+    EXPECT_THAT(Asked(), ElementsAre(2));
+    EXPECT_EQ(browser.Message(), "Ready.");
+}
+
+// A list that is loaded is busy, but it is no scan.
+TEST_F(ScanInterruptionTest, IgnoresAStopWhileAScanWaitsForAList) {
+    StartWith(3);
+    browser.PutList("d3", addresses);
+    browser.PutServers(addresses, Family::Doom3);
+    browser.fake.events.Post([&] {
+        browser.RefreshAll();
+        browser.Stop();
+    });
+    browser.ClickNode("d3");
     EXPECT_THAT(Asked(), ElementsAre(1, 2, 3));
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanInterruptionTest, ClearsAnEarlyStopAlsoWhenThereIsNothingToQuery) {
-    StartWith(0);
-    browser.Stop();
-    browser.RefreshAll();
-    EXPECT_EQ(browser.Message(), Aborted);
-    browser.RefreshAll();
-    EXPECT_EQ(browser.Message(), "Ready.");
+TEST_F(ScanInterruptionTest, NestsSixteenScansAndRefusesAFurtherOne) {
+    StartWith(1);
+    struct Case {
+        const char* button;
+        const char* entry;
+    };
+    for (const Case& c : {Case{"refreshall", "frmMain;mnuServRefreshAll_Click;0"},
+                          Case{"refresh", "frmMain;mnuServRefresh_Click;0"}}) {
+        std::int32_t started = 0;
+        browser.network.whenAsked = [&](const std::string&) {
+            ++started;
+            browser.In(1, [&] { browser.Form().tbMain_ButtonClick(c.button); });
+        };
+        // The scans that waited while another one ran inside them have lost their timer and their reply.
+        for (std::int32_t scan = 1; scan < 16; ++scan)
+            browser.In(2000 + scan, [&] { browser.Stop(); });
+        browser.SelectRows({1});
+        browser.Form().tbMain_ButtonClick(c.button);
+        EXPECT_EQ(started, 16) << c.button;
+        EXPECT_EQ(browser.LogFile().back(), c.entry);
+        EXPECT_THAT(browser.Errors(), IsEmpty());
+        ExpectIdle();
+    }
 }
 
 TEST_F(ScanInterruptionTest, PassesOverRowsThatTheFilterHasTaken) {

@@ -362,7 +362,7 @@ TEST_F(MainFormTest, RoutesItsToolbarButtons) {
     browser.Form().tbMain_ButtonClick("favorites");
     EXPECT_THAT(browser.window.poppedUp, ElementsAre(PopupMenu::AddToFavorites));
     browser.Form().tbMain_ButtonClick("stop");
-    EXPECT_TRUE(browser.Form().scan.ScanAborted);
+    EXPECT_FALSE(browser.Form().scan.ScanAborted); // no scan runs
     for (const char* key : {"", "Stop", "nothing", "refreshal"})
         browser.Form().tbMain_ButtonClick(key);
     EXPECT_THAT(browser.sckServer.sent, IsEmpty());
@@ -371,6 +371,9 @@ TEST_F(MainFormTest, RoutesItsToolbarButtons) {
     browser.SelectRows({1});
     browser.Form().tbMain_ButtonClick("refresh");
     EXPECT_THAT(browser.sckServer.sent, SizeIs(2));
+    browser.In(1, [&] { browser.Form().tbMain_ButtonClick("stop"); });
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Message(), "Scanning aborted by user.");
 }
 
 } // namespace
