@@ -62,6 +62,9 @@ class ListView {
     using Rows = std::vector<std::unique_ptr<ListRow>>;
     Rows TakeRows();
 
+    // Rows that are added from now on have this identity or a higher one.
+    std::uint32_t NextIdentity() const noexcept { return nextIdentity_; }
+
     // Number of the row with this identity, or of the nearest with this tag; 0 when there is none. Looked for
     // from row `likely` outwards.
     std::int32_t RowOf(std::uint32_t identity, std::int32_t likely) const noexcept;

@@ -3,8 +3,6 @@
 #include "base/Succeeds.h"
 #include "core/modCommonSubs.h"
 
-#include <string>
-
 namespace quarn {
 
 namespace {
@@ -20,7 +18,7 @@ std::string WindowTitleOfVelmar(const Desktop& desktop, const std::string& execu
 
 } // namespace
 
-void MonitorWithVelmar(const ProgramState& program, Desktop& desktop) {
+void MonitorWithVelmar(const ProgramState& program, Desktop& desktop, const std::string& address) {
     const std::string executable = program.AppPath + VelmarFromProgramFolder;
     Shell::Request request;
     request.file = executable;
@@ -28,9 +26,7 @@ void MonitorWithVelmar(const ProgramState& program, Desktop& desktop) {
     request.show = ShowState::Normal;
     desktop.shell.Open(request);
 
-    const std::string title = WindowTitleOfVelmar(desktop, executable);
-    const ServerRecord& server = program.Servers[program.CurrentServer];
-    SendCopyData(desktop, title, "ConGam:" + AddressText(server));
+    SendCopyData(desktop, WindowTitleOfVelmar(desktop, executable), "ConGam:" + address);
 }
 
 } // namespace quarn

@@ -47,7 +47,7 @@ void CommandGate::FinishOutermost() {
     while (!closing_ && RunFirstWaiting()) {
     }
     if (closing_)
-        UnloadOnce();
+        ContinueClosing();
 }
 
 void CommandGate::UnloadOnce() {
@@ -58,13 +58,18 @@ void CommandGate::UnloadOnce() {
     std::exchange(unload_, nullptr)();
 }
 
-void CommandGate::Close(std::function<void()> unload) {
+void CommandGate::Close(std::function<void()> unload, std::function<bool()> ready) {
     if (closing_)
         return;
     closing_ = true;
     unload_ = std::move(unload);
-    if (commandDepth_ == 0)
-        FinishOutermost();
+    ready_ = std::move(ready);
+    ContinueClosing();
+}
+
+void CommandGate::ContinueClosing() {
+    if (closing_ && !unloaded_ && commandDepth_ == 0 && ready_())
+        UnloadOnce();
 }
 
 void CommandGate::CloseAtOnce(std::function<void()> unload) {

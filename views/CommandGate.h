@@ -10,8 +10,8 @@
 //    commands, a second scan included, run at once inside the scan.
 //  - Commands nest through waits and message boxes only to a certain depth, as each takes its part of the
 //    stack: a further scan is refused, a further command waits until the depth has fallen.
-//  - Closing ends every wait at once. When the stack has unwound to its outermost command, the window is
-//    unloaded; commands that still wait are dropped.
+//  - Closing ends every wait at once. When the stack has unwound to its outermost command and no message box
+//    or dialog is open, the window is unloaded; commands that still wait are dropped.
 
 #include "base/Scope.h"
 #include "desktop/EventPump.h"
@@ -30,10 +30,14 @@ class CommandGate {
     // Runs the command, now or when its time has come. Commands trap their own errors.
     void Run(CommandKind kind, std::function<void()> command);
 
-    // Runs `unload` when nothing is at work any more, which may be now. Only the first call counts.
-    void Close(std::function<void()> unload);
+    // Runs `unload` when no command is at work any more and `ready` says so, which may be now. Only the first
+    // call counts.
+    void Close(std::function<void()> unload, std::function<bool()> ready);
 
-    // The same without waiting for what is at work, for a system that will not wait either.
+    // Asks `ready` again, after it has said no.
+    void ContinueClosing();
+
+    // Like Close, but unloads immediately, without unwinding running commands. Used for WM_ENDSESSION.
     void CloseAtOnce(std::function<void()> unload);
 
     bool Closing() const noexcept { return closing_; }
@@ -80,6 +84,7 @@ class CommandGate {
     EventPump& events_;
     std::deque<Waiting> waiting_;
     std::function<void()> unload_;
+    std::function<bool()> ready_;
     int commandDepth_ = 0;
     int listDepth_ = 0;
     int scanDepth_ = 0;

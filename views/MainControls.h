@@ -54,6 +54,7 @@ struct MainControls {
     UdpSocket& sckMaster;
     UdpSocket& sckServer;
     Timer tmrTimeout;
+    Timer tmrTreeRest; // ticks when the keyboard's selection has rested on a node of the tree
 
     MenuEntry mnuServer;
     MenuEntry mnuServerList;

@@ -59,8 +59,9 @@ void MasterQuery::ParseReply(std::string datagram) {
     const EngineFamily* const engine = FindEngine(form_.engines, game.Engine);
     if (engine == nullptr)
         return;
-    const bool matches =
-        ExtractString(*program.AppLog, datagram, engine->masterHeaderDelimiter) == game.MasterResponse;
+    // A reply without the delimiter has no header, and matches none, not even an empty one.
+    const std::string header = ExtractString(*program.AppLog, datagram, engine->masterHeaderDelimiter);
+    const bool matches = !header.empty() && header == game.MasterResponse;
     const int passes = matches ? engine->passesOnMatch : engine->passesOnMismatch;
     for (int pass = 0; pass < passes; ++pass)
         engine->parseMaster(program, datagram);

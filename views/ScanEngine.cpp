@@ -8,6 +8,7 @@
 #include "support/clsAppLog.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quarn {
@@ -33,20 +34,22 @@ ScanEngine::ScanEngine(const MainFormContext& form, ServerListView& servers, Ser
     : form_(form), servers_(servers), details_(details) {}
 
 void ScanEngine::mnuServRefreshAll_Click() {
-    form_.gate.Run(CommandKind::Ordinary, [this] { Scan(Rows::All, "mnuServRefreshAll_Click"); });
+    form_.gate.Run(CommandKind::Ordinary, [this] { Scan(nullptr, "mnuServRefreshAll_Click"); });
 }
 
-void ScanEngine::mnuServRefresh_Click() {
-    form_.gate.Run(CommandKind::Ordinary, [this] { Scan(Rows::Selected, "mnuServRefresh_Click"); });
+void ScanEngine::mnuServRefresh_Click(GivenRows rows) {
+    form_.gate.Run(CommandKind::Ordinary, [this, targets = servers_.TargetsOf(std::move(rows))] {
+        Scan(&targets, "mnuServRefresh_Click");
+    });
 }
 
-void ScanEngine::Scan(Rows which, const char* routine) {
+void ScanEngine::Scan(const TargetRows* selected, const char* routine) {
     if (!form_.gate.ScanMayStart())
         return form_.program.AppLog->Log(MainFormName, routine, 0, "Too many scans run inside each other");
     const CommandGate::ScanActivity activity(form_.gate);
     const auto trapped = [&](auto&& step) { form_.Trapped(routine, OnError::Log, step); };
     PrepareForScan();
-    trapped([&] { ScanRows(which); });
+    trapped([&] { ScanRows(selected); });
     if (!form_.gate.Closing())
         trapped([&] { EndScan(); });
 }
@@ -70,11 +73,13 @@ std::int32_t ScanEngine::Find(const ScannedRow& scanned, std::int32_t likely) co
     return row != 0 ? row : list.RowTagged(scanned.tag, likely);
 }
 
-void ScanEngine::ScanRows(Rows which) {
+void ScanEngine::ScanRows(const TargetRows* selected) {
     ListView& list = form_.controls.lvwServers;
     std::vector<ScannedRow> rows;
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
         rows.push_back(Remember(row));
+    for (std::int32_t row = 1; selected != nullptr && row <= list.RowCount(); ++row)
+        rows[static_cast<std::size_t>(row) - 1].isWanted = selected->Includes(list.Row(row), form_.program);
 
     std::int32_t i = 0;
     std::int32_t row = 0;
@@ -83,9 +88,9 @@ void ScanEngine::ScanRows(Rows which) {
         const std::int32_t found = Find(scanned, row + 1);
         if (found != 0)
             row = found;
-        if (found == 0 || (which == Rows::Selected && !list.Row(row).selected))
+        if (found == 0 || !scanned.isWanted)
             continue;
-        if (which == Rows::All) {
+        if (selected == nullptr) {
             form_.controls.SetStatus(CountPanel,
                                      std::to_string(i) + "/" + std::to_string(form_.program.ServerCount));
             list.SelectOnly(row);

@@ -22,8 +22,8 @@ class ScanEngine {
   public:
     ScanEngine(const MainFormContext& form, ServerListView& servers, ServerDetails& details);
 
-    void mnuServRefresh_Click();    // the selected rows
-    void mnuServRefreshAll_Click(); // every row
+    void mnuServRefresh_Click(GivenRows rows = {}); // the selected rows
+    void mnuServRefreshAll_Click();                 // every row
 
     // Takes effect when the server in hand has answered or timed out. Without a running scan it does nothing.
     void Stop() noexcept { ScanAborted = form_.gate.ScanRuns(); }
@@ -39,20 +39,19 @@ class ScanEngine {
     bool ScanAborted = false;
 
   private:
-    enum class Rows { Selected, All };
-
     // A row as the scan found it at its start. While a query waits, it may go or move; and where the list is
     // filtered anew, another row shows its record.
     struct ScannedRow {
         std::uint32_t identity;
         std::string tag;
+        bool isWanted = true;
     };
     ScannedRow Remember(std::int32_t row) const;
     std::int32_t Find(const ScannedRow& scanned, std::int32_t likely) const; // 0: not listed any more
 
-    void Scan(Rows which, const char* routine);
+    void Scan(const TargetRows* selected, const char* routine); // null: every row
     void PrepareForScan();
-    void ScanRows(Rows which);
+    void ScanRows(const TargetRows* selected);
     void UpdateServer(std::int32_t row);
     const EngineFamily* CurrentEngine() const; // null: the current game has none
     bool QueryServer(std::int32_t index);

@@ -45,8 +45,8 @@ ListView& clsQuickList::Target() const {
     return *target_;
 }
 
-void clsQuickList::SortList(std::int16_t intIndex) {
-    Trapped(log_, ClassName, "SortList", OnError::Log, [&] {
+bool clsQuickList::SortList(std::int16_t intIndex) {
+    return Trapped(log_, ClassName, "SortList", OnError::Log, [&] {
         ListView& list = Target();
         list.updatesLocked = true;
         const Finally unlock([&] { list.updatesLocked = false; });

@@ -31,8 +31,9 @@ class clsQuickList {
     // The list to sort. It must outlive this object.
     void SetTargetList(ListView& list) { target_ = &list; }
 
-    // Sorts by the column with this 1-based index. The order flips at every call, whatever the column.
-    void SortList(std::int16_t intIndex);
+    // Sorts by the column with this 1-based index. The order flips at every call, whatever the column. False
+    // when it failed.
+    bool SortList(std::int16_t intIndex);
 
     // The main text of each row, in display order, one a line. Errors are left to the caller.
     void SaveListToFile(const std::string& strFileName);

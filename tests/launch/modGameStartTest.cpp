@@ -42,7 +42,9 @@ class GameStartTest : public ::testing::Test {
     }
 
     ServerRecord& server() { return program.Servers[2]; }
-    bool Start(bool asSpectator = false) { return StartGame(program, fake.desktop, asSpectator); }
+    bool Start(bool asSpectator = false) {
+        return StartGame(program, fake.desktop, program.Servers[program.CurrentServer], asSpectator);
+    }
 
     std::string Parameters(bool asSpectator) {
         fake.shell.opened.clear();

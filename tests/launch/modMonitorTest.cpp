@@ -29,7 +29,9 @@ class MonitorTest : public ::testing::Test {
     }
 
     ServerRecord& server() { return program.Servers[1]; }
-    void Monitor() { MonitorWithVelmar(program, fake.desktop); }
+    void Monitor() {
+        MonitorWithVelmar(program, fake.desktop, AddressText(program.Servers[program.CurrentServer]));
+    }
 
     FakeDesktop fake;
     ProgramState program;

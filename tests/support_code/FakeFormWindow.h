@@ -37,6 +37,13 @@ class FakeFormWindow : public FormWindow {
     // Runs when the window's size or state has changed, as the system tells it.
     std::function<void()> resized;
 
+    // Runs after that: what the window takes up then.
+    std::function<void()> whenSized;
+
+    // Whether a message box or dialog is open, and what follows when the form has it cancelled.
+    std::function<bool()> dialogIsOpen;
+    std::function<void()> whenCancelled;
+
     // Runs when the form has its controls brought up to date.
     std::function<void()> whenShowingChanges;
 
@@ -74,6 +81,13 @@ class FakeFormWindow : public FormWindow {
         if (whenShowingChanges)
             whenShowingChanges();
     }
+    bool TakesInput() const override { return !dialogIsOpen || !dialogIsOpen(); }
+    bool CancelDialogs() override {
+        const bool open = dialogIsOpen && dialogIsOpen();
+        if (open && whenCancelled)
+            whenCancelled();
+        return open;
+    }
     void Destroy() override { ++destroyCalls; }
 
   private:
@@ -84,6 +98,8 @@ class FakeFormWindow : public FormWindow {
     void TellResized() {
         if (resized)
             resized();
+        if (whenSized)
+            whenSized();
     }
 };
 

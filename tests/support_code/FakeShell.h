@@ -3,6 +3,7 @@
 #include "base/RunTimeError.h"
 #include "desktop/Shell.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,10 +17,15 @@ class FakeShell : public Shell {
     std::optional<ErrorNumber> openFault;
     bool clipboardBlocked = false;
 
+    // Runs while the shell is at work, as events may.
+    std::function<void()> whileOpening;
+
     void Open(const Request& request) override {
         if (openFault)
             throw RunTimeError(*openFault);
         opened.push_back(request);
+        if (whileOpening)
+            whileOpening();
     }
     void SetClipboardText(const std::string& text) override {
         if (clipboardBlocked)

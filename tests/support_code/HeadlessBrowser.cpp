@@ -63,7 +63,10 @@ bool HeadlessBrowser::Start() {
     return Main(program, fake.desktop, [this] {
         form_.emplace(program, fake.desktop, window, dialogs, sckMaster, sckServer, engines);
         timer_.emplace(fake.events, form_->controls.tmrTimeout);
+        treeTimer_.emplace(fake.events, form_->controls.tmrTreeRest);
         window.resized = [this] { form_->Form_Resize(); };
+        window.dialogIsOpen = [this] { return fake.prompts.IsOpen() || !dialogs.open.empty(); };
+        window.whenCancelled = [this] { In(50, [this] { form_->ContinueClosing(); }); };
         form_->Form_Load();
         if (!Ended())
             form_->Form_Activate();

@@ -99,6 +99,7 @@ class HeadlessBrowser {
   private:
     std::optional<frmMain> form_;
     std::optional<FakeTimerDriver> timer_;
+    std::optional<FakeTimerDriver> treeTimer_;
 };
 
 // The settings and definitions that HeadlessBrowser starts from.

@@ -32,6 +32,11 @@ class CommandGateTest : public ::testing::Test {
         });
     }
 
+    // Closes at once where no command is at work.
+    void Close(std::function<void()> unload) {
+        gate.Close(std::move(unload), [] { return true; });
+    }
+
     FakeDesktop fake;
     CommandGate gate{fake.events};
     std::string ran;
@@ -142,7 +147,7 @@ TEST_F(CommandGateTest, LetsACommandWaitThatWouldNestTooDeep) {
 }
 
 TEST_F(CommandGateTest, ClosesAtOnceWhenNothingIsAtWork) {
-    gate.Close(Note('u'));
+    Close(Note('u'));
     EXPECT_EQ(ran, "u");
     EXPECT_TRUE(gate.Closing());
 }
@@ -150,18 +155,50 @@ TEST_F(CommandGateTest, ClosesAtOnceWhenNothingIsAtWork) {
 TEST_F(CommandGateTest, ClosesAfterTheOutermostCommandAndDropsWhatWaits) {
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.Run(Kind::Ordinary, Note('a'));
-        gate.Close(Note('u'));
+        Close(Note('u'));
         gate.Run(Kind::ReplacesList, Note('b'));
     });
     gate.Run(Kind::Ordinary, Note('c'));
     EXPECT_EQ(ran, "()u");
 }
 
+TEST_F(CommandGateTest, ClosesWhenNothingIsOpenAnyMore) {
+    bool isOpen = true;
+    const auto ready = [&] { return !isOpen; };
+    gate.Close(Note('u'), ready);
+    gate.ContinueClosing();
+    EXPECT_EQ(ran, "");
+    EXPECT_TRUE(gate.Closing());
+    isOpen = false;
+    gate.ContinueClosing();
+    gate.ContinueClosing();
+    EXPECT_EQ(ran, "u");
+}
+
+TEST_F(CommandGateTest, ClosesNeitherInsideACommandNorWhileSomethingIsOpenBehindIt) {
+    bool isOpen = true;
+    gate.Run(Kind::Ordinary, [&] {
+        gate.Close(Note('u'), [&] { return !isOpen; });
+        gate.ContinueClosing();
+        ran += 'e';
+    });
+    EXPECT_EQ(ran, "e");
+    isOpen = false;
+    gate.ContinueClosing();
+    EXPECT_EQ(ran, "eu");
+}
+
+TEST_F(CommandGateTest, ContinuesNoClosingThatHasNotBegun) {
+    gate.ContinueClosing();
+    gate.Run(Kind::Ordinary, Note('a'));
+    EXPECT_EQ(ran, "a");
+}
+
 TEST_F(CommandGateTest, DropsWhatStillWaitsWhenOneOfTheWaitingCommandsCloses) {
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.Run(Kind::Ordinary, [&] {
             ran += 'q';
-            gate.Close(Note('u'));
+            Close(Note('u'));
         });
         gate.Run(Kind::Ordinary, Note('a'));
     });
@@ -170,10 +207,10 @@ TEST_F(CommandGateTest, DropsWhatStillWaitsWhenOneOfTheWaitingCommandsCloses) {
 
 TEST_F(CommandGateTest, CountsOnlyTheFirstClose) {
     gate.Run(Kind::Ordinary, [&] {
-        gate.Close(Note('u'));
-        gate.Close(Note('v'));
+        Close(Note('u'));
+        Close(Note('v'));
     });
-    gate.Close(Note('w'));
+    Close(Note('w'));
     EXPECT_EQ(ran, "u");
 }
 
@@ -188,7 +225,7 @@ TEST_F(CommandGateTest, UnloadsWithoutWaitingWhenTheSystemEnds) {
 
 TEST_F(CommandGateTest, UnloadsOnceThoughTheSystemEndsDuringOrAfterAClose) {
     gate.Run(Kind::Ordinary, [&] {
-        gate.Close(Note('u'));
+        Close(Note('u'));
         gate.CloseAtOnce(Note('v'));
     });
     EXPECT_EQ(ran, "v");
@@ -197,7 +234,7 @@ TEST_F(CommandGateTest, UnloadsOnceThoughTheSystemEndsDuringOrAfterAClose) {
 }
 
 TEST_F(CommandGateTest, UnloadsOnceThoughTheSystemEndsInTheMiddleOfIt) {
-    gate.Close([&] {
+    Close([&] {
         ran += 'u';
         gate.CloseAtOnce(Note('v'));
         ran += '.';
@@ -247,7 +284,7 @@ TEST_F(CommandGateTest, ChecksAConditionAfterEachCommandThatHadToWait) {
 }
 
 TEST_F(CommandGateTest, EndsAWaitWhenItCloses) {
-    fake.events.PostIn(10, [&] { gate.Close(Note('u')); });
+    fake.events.PostIn(10, [&] { Close(Note('u')); });
     fake.events.PostIn(20, Note('x'));
     gate.Run(Kind::Ordinary, [&] {
         EXPECT_FALSE(gate.WaitUntil([] { return false; }));
@@ -259,7 +296,7 @@ TEST_F(CommandGateTest, EndsAWaitWhenItCloses) {
 
 TEST_F(CommandGateTest, YieldsToEventsUntilItCloses) {
     fake.events.Post([&] { gate.Run(Kind::Ordinary, Note('a')); });
-    fake.events.Post([&] { gate.Close(Note('u')); });
+    fake.events.Post([&] { Close(Note('u')); });
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.LetEventsRun();
         fake.events.Post(Note('x'));

@@ -119,7 +119,7 @@ const std::vector<Command>& Commands() {
                  b.Form().lvwServers_DblClick(b.Controls().lvwServers.Row(1).identity);
          }},
         {"a password", [](BusyBrowser& b) { b.Form().dialogs.mnuServSetPass_Click(); }},
-        {"type a server", [](BusyBrowser& b) { b.Form().dialogs.mnuTreeAddServer_Click(); }},
+        {"type a server", [](BusyBrowser& b) { b.Form().dialogs.mnuTreeAddServer_Click("fav2"); }},
         {"about", [](BusyBrowser& b) { b.Form().dialogs.mnuInfoAbout_Click(); }},
         {"help", [](BusyBrowser& b) { b.Form().mnuInfoHelp_Click(); }},
         {"sort the players", [](BusyBrowser& b) { b.Form().servers.lvwPlayers_ColumnClick(3); }},
