@@ -109,6 +109,9 @@ class ListView {
     void NoteSelected(std::int32_t firstRow, std::int32_t lastRow, bool selected);
     void NoteFocused(std::int32_t row) noexcept { focused_ = row; }
 
+    // Incremented whenever the user changes the selection.
+    std::uint32_t SelectionsByUser() const noexcept { return selectionsByUser_; }
+
   private:
     std::size_t Checked(std::int32_t row) const;
     void MarkDirty(std::int32_t first, std::int32_t last) noexcept;
@@ -117,6 +120,7 @@ class ListView {
     std::uint32_t nextIdentity_ = 1;
     std::int32_t focused_ = 0;
     std::int32_t selectedCount_ = 0;
+    std::uint32_t selectionsByUser_ = 0;
     Changes changes_;
 };
 

@@ -20,7 +20,7 @@ bool IsPingLimit(std::int32_t value) {
     return value == 20 || value == 50 || value == 100;
 }
 
-// The keys whose release moves the selection.
+// The keys that move the selection; their release shows the details in any case.
 bool MovesSelection(std::int32_t keyCode) {
     return keyCode >= 33 && keyCode <= 40 && keyCode != 37 && keyCode != 39;
 }
@@ -84,6 +84,7 @@ void ServerListView::AddServerListItem(std::int32_t index, bool lookUpCountry) {
         ServerRecord& server = form_.program.Servers[index];
         ListView& list = form_.controls.lvwServers;
         const std::int32_t row = list.Add();
+        serverSorter_.ClearArrow(); // the new row is at the end, whatever its texts
         list.Edit(row).main.tag = std::to_string(index);
         if (lookUpCountry)
             server.Country = countries_.CountryOf(server.Address);
@@ -179,6 +180,7 @@ void ServerListView::ShowDetailsOf(std::int32_t index) {
 }
 
 void ServerListView::lvwServers_Click() {
+    shownSelection_ = form_.controls.lvwServers.SelectionsByUser();
     // Waits as well: rows and records of one list do not belong to those of another that is just in memory.
     form_.Command(CommandKind::Ordinary, "lvwServers_Click", OnError::Log, [this] {
         const ListView& list = form_.controls.lvwServers;
@@ -189,7 +191,8 @@ void ServerListView::lvwServers_Click() {
 }
 
 void ServerListView::lvwServers_KeyUp(std::int32_t keyCode) {
-    if (MovesSelection(keyCode))
+    const bool hasMovedIt = form_.controls.lvwServers.SelectionsByUser() != shownSelection_;
+    if (MovesSelection(keyCode) || hasMovedIt)
         lvwServers_Click();
 }
 

@@ -89,6 +89,7 @@ class ServerListView {
     MainFormContext form_;
     ServerDetails& details_;
     CountryLookup& countries_;
+    std::uint32_t shownSelection_ = 0; // of the user's, the one whose details were shown last
     clsQuickList serverSorter_;
     clsQuickList playerSorter_;
 };

@@ -143,10 +143,15 @@ void clsQuickList::SetSortOrder(std::int32_t column, const SortKeys* keys) {
         list.Sort(column - 1, order);
     else
         list.Sort(column - 1, order, *keys);
-    if (lastColumn_ != 0)
-        list.columns[lastColumn_].headerIcon.clear();
+    ClearArrow();
     list.columns[column].headerIcon = ascending ? "ascending" : "descending";
     lastColumn_ = column;
+}
+
+void clsQuickList::ClearArrow() {
+    if (lastColumn_ != 0)
+        Target().columns[lastColumn_].headerIcon.clear();
+    lastColumn_ = 0;
 }
 
 void clsQuickList::MakeNumberKey(const std::string& text, std::string& key) const {

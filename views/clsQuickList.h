@@ -35,6 +35,10 @@ class clsQuickList {
     // when it failed.
     bool SortList(std::int16_t intIndex);
 
+    // Takes the arrow away: the rows are not in the order of the last sort any more. The next sort flips the
+    // order all the same.
+    void ClearArrow();
+
     // The main text of each row, in display order, one a line. Errors are left to the caller.
     void SaveListToFile(const std::string& strFileName);
 

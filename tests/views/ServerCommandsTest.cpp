@@ -91,11 +91,34 @@ TEST_F(ServerCommandsTest, FollowsTheKeysThatMoveTheSelection) {
          {Case{38, true}, Case{40, true}, Case{33, true}, Case{34, true}, Case{35, true}, Case{36, true},
           Case{37, false}, Case{39, false}, Case{32, false}, Case{41, false}, Case{13, false}, Case{9, false},
           Case{65, false}, Case{0, false}, Case{-38, false}}) {
+        browser.ClickRow(2);
         browser.program.CurrentServer = 0;
-        browser.SelectRows({2});
         View().lvwServers_KeyUp(c.keyCode);
         EXPECT_EQ(browser.program.CurrentServer, c.follows ? 2 : 0) << c.keyCode;
     }
+}
+
+// As a letter does that begins a name.
+TEST_F(ServerCommandsTest, FollowsAnyKeyThatHasChangedTheSelection) {
+    StartWith(3);
+    browser.ClickRow(1);
+    for (const std::int32_t keyCode : {65, 32, 37, 16, 107}) {
+        browser.SelectRows({3});
+        View().lvwServers_KeyUp(keyCode);
+        EXPECT_EQ(browser.program.CurrentServer, 3) << keyCode;
+        browser.SelectRows({1});
+        View().lvwServers_KeyUp(keyCode);
+        EXPECT_EQ(browser.program.CurrentServer, 1) << keyCode;
+    }
+}
+
+// A scan selects each row in turn, and shows its details when they are there.
+TEST_F(ServerCommandsTest, FollowsNoKeyWhenTheProgramHasChangedTheSelection) {
+    StartWith(3);
+    browser.ClickRow(1);
+    browser.Controls().lvwServers.SelectOnly(3);
+    View().lvwServers_KeyUp(65);
+    EXPECT_EQ(browser.program.CurrentServer, 1);
 }
 
 TEST_F(ServerCommandsTest, RecordsTheRowOnReleaseOfTheMouseOnly) {
@@ -130,6 +153,26 @@ TEST_F(ServerCommandsTest, SortsByAHeaderAndRemembersIt) {
     View().lvwServers_ColumnClick(4);
     EXPECT_EQ(browser.program.LastSortColumn, 4);
     EXPECT_EQ(browser.program.LastSortOrder, 1);
+}
+
+TEST_F(ServerCommandsTest, ShowsTheArrowOnlyWhileTheRowsAreInThatOrder) {
+    StartWith(3);
+    const auto arrow = [&] { return browser.Controls().lvwServers.columns[6].headerIcon; };
+    View().lvwServers_ColumnClick(6);
+    EXPECT_EQ(arrow(), "descending");
+    View().AddServer("192.0.2.9", "1");
+    EXPECT_EQ(arrow(), "");
+    View().lvwServers_ColumnClick(6);
+    EXPECT_EQ(arrow(), "ascending") << "the order flips at every click";
+    browser.ClickNode("fltping");
+    EXPECT_EQ(arrow(), "");
+    View().lvwServers_ColumnClick(6);
+    EXPECT_EQ(arrow(), "descending");
+    browser.SelectRows({2});
+    View().mnuServDelete_Click();
+    EXPECT_EQ(arrow(), "descending") << "what is left is in order";
+    browser.ClickNode("q3"); // saved, not listed again
+    EXPECT_EQ(arrow(), "descending");
 }
 
 TEST_F(ServerCommandsTest, LeavesTheRecordsInTheirOrderWhenItSorts) {

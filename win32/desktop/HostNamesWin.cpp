@@ -1,6 +1,7 @@
 #include "win32/desktop/HostNamesWin.h"
 
 #include <utility>
+#include <ws2tcpip.h>
 
 namespace quarn {
 

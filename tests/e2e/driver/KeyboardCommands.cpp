@@ -110,7 +110,7 @@ Lines Focus(Session& session, const Words&) {
 Commands KeyboardCommands() {
     return {
         {"keyboard", "KEY...", "presses keys and chords such as alt+x where the focus is", 1, Keyboard},
-        {"hold", "KEY TIMES", "holds a key down where the focus is, until it has come so often", 2, Hold},
+        {"hold-key", "KEY TIMES", "holds a key down where the focus is, until it has come so often", 2, Hold},
         {"type", "TEXT", "types a text where the focus is", 1, Type},
         {"focus", "", "prints the control that has the focus, as #id", 0, Focus},
     };

@@ -1,6 +1,7 @@
 // The password, Add Server and About dialogs.
 
 #include "tests/win32/dialogs/FormsTest.h"
+#include "tests/win32/support_code/ReplacedImport.h"
 
 #include "core/Version.h"
 
@@ -77,6 +78,60 @@ TEST_F(SmallDialogsTest, AddServerStaysOpenForTheNextOne) {
              BoxDriver::PressKey(GetFocus(), VK_ESCAPE);
          }});
     EXPECT_EQ(added, (std::vector<std::string>{"127.0.0.1:1", "127.0.0.1:2"}));
+}
+
+TEST_F(SmallDialogsTest, AddServerNamesItsListAndTellsWhatItAdded) {
+    Show(AddServer(), {[&](HWND dialog) {
+             EXPECT_EQ(Text(dialog, ID_lblList), "The server is added to the list \"Arena & more\".");
+             EXPECT_EQ(Text(dialog, ID_lblMessage), "");
+             Type(dialog, ID_txtIP, "127.0.0.1");
+             Type(dialog, ID_txtPort, "1");
+             SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+             EXPECT_EQ(Text(dialog, ID_lblMessage), "Added 127.0.0.1:1.");
+             BoxDriver::PressKey(GetFocus(), VK_ESCAPE);
+         }});
+}
+
+TEST_F(SmallDialogsTest, AddServerLeadsToTheFieldThatWasWrong) {
+    HWND wrong = nullptr;
+    Show(AddServer(), {[&](HWND dialog) {
+                           Type(dialog, ID_txtIP, "127.0.0.1");
+                           Type(dialog, ID_txtPort, "x");
+                           BoxDriver::Press(dialog, IDOK);
+                       },
+                       [&](HWND box) { BoxDriver::Press(box, IDOK); },
+                       [&](HWND dialog) {
+                           EXPECT_EQ(GetFocus(), Item(dialog, ID_txtPort));
+                           wrong = GetFocus();
+                           BoxDriver::Press(dialog, IDCANCEL);
+                       }});
+    EXPECT_NE(wrong, nullptr);
+}
+
+// Escape reaches the dialog though its own loop waits for the look-up.
+TEST_F(SmallDialogsTest, AddServerCanBeLeftDuringALookUp) {
+    static HANDLE asked;
+    asked = nullptr;
+    const ReplacedImport ask(
+        &WSAAsyncGetHostByName, +[](HWND, u_int, const char*, char*, int) -> HANDLE {
+            return asked = reinterpret_cast<HANDLE>(1); // and never answers
+        });
+    desktop.Events().preTranslate = [](MSG& message) {
+        return IsDialogMessageA(GetAncestor(message.hwnd, GA_ROOT), &message) != FALSE;
+    };
+    Show(AddServer(), {[&](HWND dialog) {
+             Type(dialog, ID_txtIP, "games.example");
+             Type(dialog, ID_txtPort, "1");
+             BoxDriver::Press(dialog, IDOK);
+             SetTimer(dialog, 1, 10, [](HWND window, UINT, UINT_PTR, DWORD) {
+                 if (asked == nullptr)
+                     return;
+                 KillTimer(window, 1);
+                 EXPECT_EQ(Text(window, ID_lblMessage), "Looking up games.example...");
+                 BoxDriver::PressKey(GetDlgItem(window, ID_txtIP), VK_ESCAPE);
+             });
+         }});
+    EXPECT_TRUE(added.empty());
 }
 
 TEST_F(SmallDialogsTest, AddServerTellsWhatIsMissing) {
