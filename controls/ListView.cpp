@@ -186,8 +186,10 @@ ListView::Changes ListView::TakeChanges() noexcept {
 void ListView::NoteSelected(std::int32_t firstRow, std::int32_t lastRow, bool selected) {
     for (std::int32_t row = std::max(firstRow, 1); row <= std::min(lastRow, RowCount()); ++row) {
         bool& state = rows_[static_cast<std::size_t>(row) - 1]->selected;
-        if (state != selected)
-            selectedCount_ += selected ? 1 : -1;
+        if (state == selected)
+            continue;
+        selectedCount_ += selected ? 1 : -1;
+        ++selectionsByUser_;
         state = selected;
     }
 }

@@ -63,6 +63,9 @@ class ListView {
     using Rows = std::vector<std::unique_ptr<ListRow>>;
     Rows TakeRows();
 
+    // Rows that are added from now on have this identity or a higher one.
+    std::uint32_t NextIdentity() const noexcept { return nextIdentity_; }
+
     // Number of the row with this identity, or of the nearest that shows this subject; 0 when there is none.
     // Looked for from row `likely` outwards.
     std::int32_t RowOf(std::uint32_t identity, std::int32_t likely) const noexcept;
@@ -107,6 +110,9 @@ class ListView {
     void NoteSelected(std::int32_t firstRow, std::int32_t lastRow, bool selected);
     void NoteFocused(std::int32_t row) noexcept { focused_ = row; }
 
+    // Incremented whenever the user changes the selection.
+    std::uint32_t SelectionsByUser() const noexcept { return selectionsByUser_; }
+
   private:
     std::size_t Checked(std::int32_t row) const;
     void MarkDirty(std::int32_t first, std::int32_t last) noexcept;
@@ -115,6 +121,7 @@ class ListView {
     std::uint32_t nextIdentity_ = 1;
     std::int32_t focused_ = 0;
     std::int32_t selectedCount_ = 0;
+    std::uint32_t selectionsByUser_ = 0;
     Changes changes_;
 };
 

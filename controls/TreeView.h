@@ -20,6 +20,7 @@ struct TreeNode {
     std::string image;
     std::string selectedImage;
     bool expanded = false;
+    bool bold = false;
 };
 
 class TreeView {

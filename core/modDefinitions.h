@@ -28,6 +28,7 @@ inline constexpr std::int32_t MaxDefinitions = 10'000;
 inline constexpr const char* UnknownCountry = "--";
 
 inline constexpr std::int32_t MaxFavoritesFolders = 9;
+inline constexpr std::int32_t MostSimultaneous = 64;
 
 // One game of "Games.ini".
 struct GameDefinition {
@@ -153,7 +154,7 @@ struct ProgramState {
     bool SettingsUnreadable = false;
 
     // Extras ("Quarn.ini", section "Extras"): off by default, and then not in the file.
-    std::int32_t Simultaneous = 1;   // servers asked at once, 1 to 64
+    std::int32_t Simultaneous = 1;   // servers asked at once, 1 to MostSimultaneous
     std::int32_t SaveListAtExit = 0; // the list shown is saved at the end
     std::int32_t ListOnce = 0;       // a master's address that the list holds is not added again
     std::int32_t NaturalSort = 0;    // Players by number, never visited before visited

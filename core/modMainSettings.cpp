@@ -37,8 +37,30 @@ constexpr NumberSetting NumberSettings[] = {
 };
 constexpr NumberSetting LauncherSetting = {"Launcher", "QuitAfterStart", &ProgramState::QuitAfterStart};
 
-// Visits every setting in the order of the file: the one list of them, for reading and writing alike. The
-// visitor is called with section, key, value and, for a number, its default.
+// A setting that is in the file only while it differs from its default. Another value counts as the nearest.
+struct ExtraSetting {
+    const char* key;
+    std::int32_t ProgramState::*value;
+    std::int32_t lowest;
+    std::int32_t highest;
+};
+
+constexpr const char* ExtrasSection = "Extras";
+
+constexpr ExtraSetting ExtraSettings[] = {
+    {"Simultaneous", &ProgramState::Simultaneous, 1, MostSimultaneous},
+    {"SaveListAtExit", &ProgramState::SaveListAtExit, 0, 1},
+    {"ListOnce", &ProgramState::ListOnce, 0, 1},
+    {"NaturalSort", &ProgramState::NaturalSort, 0, 1},
+    {"KeepSorted", &ProgramState::KeepSorted, 0, 1},
+    {"ShowAtStart", &ProgramState::ShowAtStart, 0, 1},
+    {"SearchBox", &ProgramState::SearchBox, 0, 1},
+    {"AskMasterFirst", &ProgramState::AskMasterFirst, 0, 1},
+    {"AskPassword", &ProgramState::AskPassword, 0, 1},
+};
+
+// Visits every setting that is always in the order of the file: the one list of them, for reading and writing
+// alike. The visitor is called with section, key, value and, for a number, its default.
 template<class Program, class Visitor>
 void ForEachSetting(Program& program, Visitor&& visit) {
     const ProgramState firstRun;
@@ -59,6 +81,14 @@ void ForEachSetting(Program& program, Visitor&& visit) {
     }
 }
 
+// The same for the settings that are in the file only while they differ from their defaults.
+template<class Program, class Visitor>
+void ForEachExtra(Program& program, Visitor&& visit) {
+    const ProgramState firstRun;
+    for (const ExtraSetting& setting : ExtraSettings)
+        visit(setting, program.*setting.value, firstRun.*setting.value);
+}
+
 // In bytes; far more than the settings of a hundred games take.
 constexpr std::size_t RoomForSettings = 1 << 16;
 
@@ -77,6 +107,10 @@ struct SettingReader {
     void operator()(const char* section, const std::string& key, std::string& value) const {
         value = profiles.ReadText(path, section, key, ProfileTextSize);
     }
+    void operator()(const ExtraSetting& setting, std::int32_t& value, std::int32_t missing) const {
+        (*this)(ExtrasSection, setting.key, value, missing);
+        value = std::clamp(value, setting.lowest, setting.highest);
+    }
 };
 
 struct SettingWriter {
@@ -90,6 +124,18 @@ struct SettingWriter {
     void operator()(const char* section, const std::string& key, const std::string& value) const {
         if (!profiles.WriteText(path, section, key, value))
             throw RunTimeError(ErrorNumber::PathFileAccessError);
+    }
+    void operator()(const ExtraSetting& setting, std::int32_t value, std::int32_t missing) const {
+        if (value != missing)
+            return (*this)(ExtrasSection, setting.key, value, missing);
+        // Without its line, a second line of the same key would count.
+        constexpr int MostLines = 100;
+        const auto isThere = [&] {
+            return !profiles.ReadText(path, ExtrasSection, setting.key, ProfileTextSize).empty();
+        };
+        for (int line = 0; line < MostLines && isThere(); ++line)
+            if (!profiles.RemoveKey(path, ExtrasSection, setting.key))
+                throw RunTimeError(ErrorNumber::PathFileAccessError);
     }
 };
 
@@ -116,6 +162,9 @@ struct SettingCheck {
         if (Kept(profiles.ReadText(path, section, key, enough)) != Kept(value))
             throw RunTimeError(ErrorNumber::DiskFull);
     }
+    void operator()(const ExtraSetting& setting, std::int32_t value, std::int32_t missing) const {
+        (*this)(ExtrasSection, setting.key, value == missing ? std::string() : std::to_string(value));
+    }
 };
 
 } // namespace
@@ -124,6 +173,7 @@ void LoadSettings(ProgramState& program, const Desktop& desktop) {
     const std::string path = SettingsPath(program);
     program.SettingsUnreadable = !Succeeds([&] { desktop.files.ReadIfThere(path); });
     ForEachSetting(program, SettingReader{desktop.profiles, path});
+    ForEachExtra(program, SettingReader{desktop.profiles, path});
 }
 
 void SaveSettings(const ProgramState& program, Desktop& desktop) {
@@ -143,9 +193,11 @@ void SaveSettings(const ProgramState& program, Desktop& desktop) {
         files.Write(copy, before + std::string(before.size() + RoomForSettings, ' '));
         files.Write(copy, before);
         ForEachSetting(program, SettingWriter{profiles, copy});
+        ForEachExtra(program, SettingWriter{profiles, copy});
         profiles.Forget(copy);
         files.Read(copy); // waits for a virus scanner, which would make the settings seem missing
         ForEachSetting(program, SettingCheck{profiles, copy});
+        ForEachExtra(program, SettingCheck{profiles, copy});
         files.Move(copy, path);
     });
     if (!saved)

@@ -48,6 +48,13 @@ class FormWindow {
     // Brings the controls up to date at once, where a long step without events follows.
     virtual void ShowChanges() = 0;
 
+    // False while a dialog is open in front of it.
+    virtual bool TakesInput() const = 0;
+
+    // Cancels the menu, and the message box or dialog that is open on top, if any: true. It is gone a little
+    // later; as long as there was one, frmMain::ContinueClosing follows then.
+    virtual bool CancelDialogs() = 0;
+
     // Destroys the window and ends the program; no handler of the form runs any more.
     virtual void Destroy() = 0;
 };

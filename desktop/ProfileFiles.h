@@ -31,6 +31,9 @@ class ProfileFiles {
     virtual bool WriteText(const std::string& path, const std::string& section, const std::string& key,
                            const std::string& value) = 0;
 
+    // A missing key, section or file is no error. Results as for WriteText.
+    virtual bool RemoveKey(const std::string& path, const std::string& section, const std::string& key) = 0;
+
     // Drops what the system remembers of the file's content, so that the next read shows what the disk holds.
     virtual void Forget(const std::string& path) = 0;
 };

@@ -1,7 +1,8 @@
 #pragma once
 
-// What the program asks or tells the user in a box of its own. All calls are modal and return when the box
-// is closed; events run meanwhile. A box that closes because the program ends counts as cancelled.
+// What the program asks or tells the user in a message box or a dialog of the system. All calls are modal and
+// return when it is closed; events run meanwhile. While the program closes, nothing more is shown: every call
+// returns at once as cancelled, and so does the one that is open by then, whatever is answered.
 
 #include "base/Scope.h"
 
@@ -15,39 +16,49 @@ class Prompts {
 
     // Critical-stop icon and an OK button.
     void ShowError(const std::string& text, const std::string& title) {
-        const Restore open(open_, open_ + 1);
-        RunErrorBox(text, title);
+        Run<bool>([&] {
+            RunErrorBox(text, title);
+            return true;
+        });
     }
 
     // Yes and No buttons; true on Yes.
     bool AskYesNo(const std::string& text, const std::string& title) {
-        const Restore open(open_, open_ + 1);
-        return RunYesNoBox(text, title);
+        return Run<bool>([&] { return RunYesNoBox(text, title); });
     }
 
     // A line of text; empty when cancelled.
     std::string AskText(const std::string& prompt, const std::string& title) {
-        const Restore open(open_, open_ + 1);
-        return RunTextBox(prompt, title);
+        return Run<std::string>([&] { return RunTextBox(prompt, title); });
     }
 
     // A name for a file to be saved, asked with an overwrite question and without a read-only box; empty
     // when cancelled. The filter has the form "Text|*.txt|All|*.*".
     std::string AskSaveFile(const std::string& title, const std::string& filter) {
-        const Restore open(open_, open_ + 1);
-        return RunSaveFileBox(title, filter);
+        return Run<std::string>([&] { return RunSaveFileBox(title, filter); });
     }
 
     // A folder, with one selected beforehand; empty when cancelled.
     std::string AskFolder(const std::string& title, const std::string& preselected) {
-        const Restore open(open_, open_ + 1);
-        return RunFolderBox(title, preselected);
+        return Run<std::string>([&] { return RunFolderBox(title, preselected); });
     }
 
     // A box is open at this moment.
     bool IsOpen() const noexcept { return open_ > 0; }
 
+    // The program closes, or, for its last question, shows message boxes once more.
+    void SetClosing(bool closing) noexcept { closing_ = closing; }
+
   private:
+    template<class Answer, class Body>
+    Answer Run(Body&& body) {
+        if (closing_)
+            return Answer();
+        const Restore open(open_, open_ + 1);
+        Answer answer = body();
+        return closing_ ? Answer() : answer;
+    }
+
     virtual void RunErrorBox(const std::string& text, const std::string& title) = 0;
     virtual bool RunYesNoBox(const std::string& text, const std::string& title) = 0;
     virtual std::string RunTextBox(const std::string& prompt, const std::string& title) = 0;
@@ -55,6 +66,7 @@ class Prompts {
     virtual std::string RunFolderBox(const std::string& title, const std::string& preselected) = 0;
 
     int open_ = 0;
+    bool closing_ = false;
 };
 
 } // namespace quarn

@@ -13,17 +13,18 @@ constexpr const char* FormName = "frmSetPassword";
 
 } // namespace
 
-frmSetPassword::frmSetPassword(ProgramState& program, CloseFunction close)
-    : program_(program), server_(program.CurrentServer), close_(std::move(close)) {}
+frmSetPassword::frmSetPassword(ProgramState& program, ServerFunction server, CloseFunction close)
+    : program_(program), server_(std::move(server)), close_(std::move(close)) {}
 
 void frmSetPassword::Form_Load() {
     Trapped(*program_.AppLog, FormName, "Form_Load", OnError::LogAndShow,
-            [&] { txtPass = program_.Servers[server_].Password; });
+            [&] { txtPass = program_.Servers[server_()].Password; });
 }
 
 void frmSetPassword::cmdOK_Click() {
     Trapped(*program_.AppLog, FormName, "cmdOK_Click", OnError::LogAndShow, [&] {
-        program_.Servers[server_].Password = txtPass;
+        if (const std::int32_t index = server_(); index != 0)
+            program_.Servers[index].Password = txtPass;
         close_();
     });
 }

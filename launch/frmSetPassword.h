@@ -13,15 +13,18 @@ namespace quarn {
 
 class frmSetPassword {
   public:
+    // Index of the server's record, 0 when it does not exist any more: the list may change while the dialog
+    // is open.
+    using ServerFunction = std::function<std::int32_t()>;
     using CloseFunction = std::function<void()>;
 
-    frmSetPassword(ProgramState& program, CloseFunction close);
+    frmSetPassword(ProgramState& program, ServerFunction server, CloseFunction close);
 
     std::string txtPass;
 
     void Form_Load();
 
-    // An empty text clears the password.
+    // An empty text clears the password. A server that does not exist any more gets none.
     void cmdOK_Click();
     void cmdCancel_Click();
 
@@ -32,7 +35,7 @@ class frmSetPassword {
 
   private:
     ProgramState& program_;
-    std::int32_t server_; // while the dialog is open, a scan may make another server the current one
+    ServerFunction server_;
     CloseFunction close_;
 };
 

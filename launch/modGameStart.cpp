@@ -22,8 +22,8 @@ std::string ServerLine(const ServerRecord& server) {
 
 // Every keyword stands there also when its value is empty, and values go in as they are, without quotes: the
 // engines read the rest of the line up to the next keyword as the value.
-std::string ParametersOf(const ProgramState& program, std::int32_t game, bool asSpectator) {
-    const ServerRecord& server = program.Servers[program.CurrentServer];
+std::string ParametersOf(const ProgramState& program, std::int32_t game, const ServerRecord& server,
+                         bool asSpectator) {
     const std::string& engine = program.Games[game].Engine;
     if (engine == "q3")
         return "+set fs_game " + server.ModName + " +exec " + program.GameConfig[game] + " +name " +
@@ -44,7 +44,7 @@ std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, 
     return FileExists(desktop.files, candidate) ? candidate : std::string();
 }
 
-bool StartGame(ProgramState& program, Desktop& desktop, bool asSpectator) {
+bool StartGame(ProgramState& program, Desktop& desktop, ServerRecord server, bool asSpectator) {
     const std::int32_t game = GameIndexOfShort(program, program.CurrentGame);
     const std::string exe =
         game == 0 ? std::string()
@@ -53,13 +53,12 @@ bool StartGame(ProgramState& program, Desktop& desktop, bool asSpectator) {
         program.AppLog->ErrorMessage("The game executable could not be found. Please check game path!");
         return false;
     }
-    // Taken now, as writing a file may let events run in which another server is selected.
     Shell::Request request;
     request.file = exe;
-    request.parameters = ParametersOf(program, game, asSpectator);
+    request.parameters = ParametersOf(program, game, server, asSpectator);
     request.folder = program.GamePath[game];
     request.show = ShowState::Show;
-    const std::string line = ServerLine(program.Servers[program.CurrentServer]);
+    const std::string line = ServerLine(server);
     Trapped(*program.AppLog, "modGameStart", "StartGame", OnError::Log,
             [&] { desktop.files.Write(ServerFile, line); });
     desktop.shell.Open(request);

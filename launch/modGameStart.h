@@ -14,10 +14,11 @@ namespace quarn {
 std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, std::string& gamePath,
                            const std::string& gameShortName);
 
-// Starts CurrentGame on CurrentServer: writes "server.txt" into the current directory, one line that names
-// the server, and asks the shell for the game's executable with the command line of its engine. False, after
-// a message, when the executable was not found; whether the shell could start it is not examined. A file that
-// cannot be written is only logged; other errors are left to the caller.
-bool StartGame(ProgramState& program, Desktop& desktop, bool asSpectator);
+// Starts CurrentGame on a server: writes "server.txt" into the current directory, one line that names the
+// server, and asks the shell for the game's executable with the command line of its engine. False, after a
+// message, when the executable was not found; whether the shell could start it is not examined. A file that
+// cannot be written is only logged; other errors are left to the caller. The server is a copy, because events
+// may run meanwhile.
+bool StartGame(ProgramState& program, Desktop& desktop, ServerRecord server, bool asSpectator);
 
 } // namespace quarn

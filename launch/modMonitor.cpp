@@ -3,8 +3,6 @@
 #include "base/Succeeds.h"
 #include "core/modCommonSubs.h"
 
-#include <string>
-
 namespace quarn {
 
 namespace {
@@ -20,9 +18,7 @@ std::string WindowTitleOfVelmar(const Desktop& desktop, const std::string& execu
 
 } // namespace
 
-void MonitorWithVelmar(const ProgramState& program, Desktop& desktop) {
-    // Taken now, as the shell may let events run in which another server is selected.
-    const std::string message = "ConGam:" + AddressText(program.Servers[program.CurrentServer]);
+void MonitorWithVelmar(const ProgramState& program, Desktop& desktop, const std::string& address) {
     const std::string executable = program.AppPath + VelmarFromProgramFolder;
     Shell::Request request;
     request.file = executable;
@@ -30,8 +26,7 @@ void MonitorWithVelmar(const ProgramState& program, Desktop& desktop) {
     request.show = ShowState::Normal;
     desktop.shell.Open(request);
 
-    const std::string title = WindowTitleOfVelmar(desktop, executable);
-    SendCopyData(desktop, title, message);
+    SendCopyData(desktop, WindowTitleOfVelmar(desktop, executable), "ConGam:" + address);
 }
 
 } // namespace quarn

@@ -1,10 +1,11 @@
 #pragma once
 
 // The Add Server dialog: takes an address and a port and adds them to the list shown, one server after
-// another until it is closed.
+// another until it is closed. While a host name is looked up, events run, and the dialog can be cancelled.
 
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
+#include "query/modGetIP.h"
 
 #include <functional>
 #include <string>
@@ -13,15 +14,32 @@ namespace quarn {
 
 class frmAddServer {
   public:
-    // The main window supplies how a server is added, the dialog's window how it is closed.
-    using AddServerFunction = std::function<void(const std::string& IP, const std::string& strPort)>;
-    using CloseFunction = std::function<void()>;
+    // What the main window supplies: how a server is added (false: it was not), how a look-up waits, and how
+    // the dialog is closed.
+    struct Services {
+        std::function<bool(const std::string& IP, const std::string& strPort)> addServer;
+        WaitFunction wait;
+        std::function<void()> close;
+    };
 
-    frmAddServer(ProgramState& program, Desktop& desktop, AddServerFunction addServer, CloseFunction close);
+    // `list` is what the user knows the list by that gets the servers.
+    frmAddServer(ProgramState& program, Desktop& desktop, const std::string& list, Services services);
 
-    // The texts of the two boxes.
+    // The texts of the two fields.
     std::string txtIP;
     std::string txtPort;
+
+    // Which list gets the server, and what has become of the last one.
+    std::string lblList;
+    std::string lblMessage;
+
+    // Where the user goes on after cmdOK_Click.
+    AddressField focus = AddressField::Address;
+
+    // Told when lblMessage has changed while a handler is still at work.
+    std::function<void()> MessageChanged;
+
+    bool Closed() const noexcept { return closed_; }
 
     void cmdOK_Click();
     void cmdCancel_Click();
@@ -32,11 +50,15 @@ class frmAddServer {
 
   private:
     void OkOnEnter(int& KeyAscii);
+    void Add();
+    bool Wait(const std::string& host, const std::function<bool()>& condition);
+    void ShowMessage(const std::string& text);
 
     ProgramState& program_;
     Desktop& desktop_;
-    AddServerFunction addServer_;
-    CloseFunction close_;
+    Services services_;
+    bool isAdding_ = false;
+    bool closed_ = false;
 };
 
 } // namespace quarn

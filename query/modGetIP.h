@@ -5,18 +5,25 @@
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
 
+#include <functional>
 #include <string>
 
 namespace quarn {
 
-// Dotted form of the host's first address; empty when the name does not resolve or the look-up failed, which
-// is logged and not shown.
-std::string AddrByName(clsAppLog& log, HostNames& hosts, const std::string& host);
+// Lets events run until the condition holds; false: the caller has to give up.
+using WaitFunction = std::function<bool(const std::function<bool()>& condition)>;
+
+// Dotted form of the host's first address; empty when the name does not resolve, the look-up failed, which is
+// logged and not shown, or the wait was given up.
+std::string AddrByName(clsAppLog& log, HostNames& hosts, const std::string& host, const WaitFunction& wait);
+
+enum class AddressField { Address, Port };
 
 // The address to store for a new server, or empty text when the input is refused; then the user has been
-// told why, except when a host name did not resolve. An address that the user's locale reads as a number
-// (where the dot groups digits) is checked part by part, any other text is taken for a host name.
+// told why, except when a host name did not resolve, and `wrong` names the field to correct. An address that
+// the user's locale reads as a number (where the dot groups digits) is checked part by part, any other text
+// is taken for a host name.
 std::string ValidateAddress(ProgramState& program, Desktop& desktop, const std::string& address,
-                            const std::string& port);
+                            const std::string& port, const WaitFunction& wait, AddressField& wrong);
 
 } // namespace quarn

@@ -5,7 +5,8 @@
 namespace quarn {
 
 bool CommandGate::MustWait(CommandKind kind) const noexcept {
-    return listDepth_ > 0 || (kind == CommandKind::ReplacesList && scanDepth_ > 0);
+    return listDepth_ > 0 || (kind == CommandKind::ReplacesList && scanDepth_ > 0) ||
+           commandDepth_ >= MostNestedCommands;
 }
 
 void CommandGate::Run(CommandKind kind, std::function<void()> command) {
@@ -45,7 +46,7 @@ void CommandGate::FinishOutermost() {
     while (!closing_ && RunFirstWaiting()) {
     }
     if (closing_)
-        UnloadOnce();
+        ContinueClosing();
     else if (Idle)
         Idle();
 }
@@ -58,13 +59,18 @@ void CommandGate::UnloadOnce() {
     std::exchange(unload_, nullptr)();
 }
 
-void CommandGate::Close(std::function<void()> unload) {
+void CommandGate::Close(std::function<void()> unload, std::function<bool()> ready) {
     if (closing_)
         return;
     closing_ = true;
     unload_ = std::move(unload);
-    if (commandDepth_ == 0)
-        FinishOutermost();
+    ready_ = std::move(ready);
+    ContinueClosing();
+}
+
+void CommandGate::ContinueClosing() {
+    if (closing_ && !unloaded_ && commandDepth_ == 0 && ready_())
+        UnloadOnce();
 }
 
 void CommandGate::CloseAtOnce(std::function<void()> unload) {

@@ -3,13 +3,15 @@
 // Decides what a command may do while another one is still at work further down the stack.
 //
 // Everything runs on one thread, and long operations let events run in between; so a command can arrive in
-// the middle of a scan or of a list being loaded or saved. Three rules keep every list whole:
+// the middle of a scan or of a list being loaded or saved. These rules hold:
 //  - While a list is loaded, saved, listed, sorted or made ready to be filled anew, commands wait. They run
 //    once, in their order, when it is done, also inside a scan that was running before.
 //  - A command that replaces the list first ends a running scan as "stop" does and waits for its end. Other
 //    commands, a second scan included, run at once inside the scan.
-//  - Closing ends every wait at once. When the stack has unwound to its outermost command, the window is
-//    unloaded; commands that still wait are dropped.
+//  - Commands nest through waits and message boxes only to a certain depth, as each takes its part of the
+//    stack: a further scan is refused, a further command waits until the depth has fallen.
+//  - Closing ends every wait at once. When the stack has unwound to its outermost command and no message box
+//    or dialog is open, the window is unloaded; commands that still wait are dropped.
 
 #include "base/Scope.h"
 #include "desktop/EventPump.h"
@@ -28,10 +30,14 @@ class CommandGate {
     // Runs the command, now or when its time has come. Commands trap their own errors.
     void Run(CommandKind kind, std::function<void()> command);
 
-    // Runs `unload` when nothing is at work any more, which may be now. Only the first call counts.
-    void Close(std::function<void()> unload);
+    // Runs `unload` when no command is at work any more and `ready` says so, which may be now. Only the first
+    // call counts.
+    void Close(std::function<void()> unload, std::function<bool()> ready);
 
-    // The same without waiting for what is at work, for a system that will not wait either.
+    // Asks `ready` again, after it has said no.
+    void ContinueClosing();
+
+    // Like Close, but unloads immediately, without unwinding running commands. Used for WM_ENDSESSION.
     void CloseAtOnce(std::function<void()> unload);
 
     bool Closing() const noexcept { return closing_; }
@@ -48,6 +54,13 @@ class CommandGate {
 
     // A command that replaces the list waits; a running scan ends for it.
     bool ReplacementWaits() const noexcept { return replacementsWaiting_ > 0; }
+
+    bool ScanRuns() const noexcept { return scanDepth_ > 0; }
+
+    // Scans that run inside each other, at most, and commands of any kind.
+    static constexpr int MostNestedScans = 16;
+    static constexpr int MostNestedCommands = 64;
+    bool ScanMayStart() const noexcept { return scanDepth_ < MostNestedScans; }
 
     // The list is being loaded, saved, listed, sorted or made ready for as long as this lives.
     struct ListActivity : Restore<int> {
@@ -74,10 +87,11 @@ class CommandGate {
     EventPump& events_;
     std::deque<Waiting> waiting_;
     std::function<void()> unload_;
+    std::function<bool()> ready_;
     int commandDepth_ = 0;
+    int replacementsWaiting_ = 0; // commands in waiting_ that replace the list
     int listDepth_ = 0;
     int scanDepth_ = 0;
-    int replacementsWaiting_ = 0;
     bool closing_ = false;
     bool unloaded_ = false;
 };

@@ -1,8 +1,10 @@
 #include "views/CountryLookup.h"
 
 #include "base/Conversions.h"
+#include "base/Succeeds.h"
 #include "query/clsIPLocation.h"
 #include "support/Trap.h"
+#include "support/clsAppLog.h"
 
 namespace quarn {
 
@@ -29,12 +31,22 @@ void CountryLookup::mnuRecheckCountries_Click() {
     form_.Command(CommandKind::Ordinary, "mnuRecheckCountries_Click", OnError::LogAndShow, [this] {
         EnsureIPDatabase();
         if (!form_.program.IPLocation->Initialized())
-            return;
+            return form_.program.AppLog->ErrorMessage("The countries cannot be looked up, because the file "
+                                                      "\"countryip.dat\" in the program's folder "
+                                                      "is missing or damaged.");
         const ListView& list = form_.controls.lvwServers;
-        for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
-            ServerRecord& server = form_.program.Servers[ToLong(list.Row(row).main.tag)];
-            server.Country = CountryOf(server.Address);
-        }
+        for (std::int32_t row = 1; row <= list.RowCount(); ++row)
+            RecheckCountry(list.Row(row));
+    });
+}
+
+// Neither a row whose record does not exist any more nor an address that is not a dotted one, as a list file
+// may hold it, keeps the other rows from being looked up.
+void CountryLookup::RecheckCountry(const ListRow& row) {
+    Succeeds([&] {
+        ServerRecord& server = form_.program.Servers[ToLong(row.main.tag)];
+        server.Country = UnknownCountry;
+        server.Country = CountryOf(server.Address);
     });
 }
 

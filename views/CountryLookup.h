@@ -18,10 +18,12 @@ class CountryLookup {
     std::string CountryOf(const std::string& address);
     void ForgetFailure() { loadFailed_ = false; }
 
-    // Looks up every listed server again. The cells show it at the next listing.
+    // Looks up every listed server again, or tells why it cannot. The cells show it at the next listing.
     void mnuRecheckCountries_Click();
 
   private:
+    void RecheckCountry(const ListRow& row);
+
     MainFormContext form_;
     bool loadFailed_ = false;
 };

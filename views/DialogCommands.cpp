@@ -11,30 +11,49 @@
 
 namespace quarn {
 
-// The box before it may have been closed because the program ends.
+// The message box before it may have been closed because the program ends.
 template<class Form>
 void DialogCommands::Show(Form& form) {
     if (!form_.gate.Closing())
         forms_.ShowModal(form, form_.program.KeepOnTop == 1);
 }
 
-void DialogCommands::mnuServSetPass_Click() {
-    form_.Command(CommandKind::Ordinary, "mnuServSetPass_Click", OnError::LogAndShow, [this] {
-        if (!servers_.TakeSelectedServer())
-            return;
-        frmSetPassword form(form_.program, CloseDialog());
-        Show(form);
-    });
+void DialogCommands::mnuServSetPass_Click(GivenRows rows) {
+    servers_.CommandOnServer(CommandKind::Ordinary, "mnuServSetPass_Click", OnError::LogAndShow,
+                             std::move(rows), [this](const TargetRows& targets, std::int32_t) {
+                                 const auto server = [&] {
+                                     return targets.ServerIndex(form_.controls.lvwServers, form_.program);
+                                 };
+                                 frmSetPassword form(form_.program, server, CloseDialog());
+                                 Show(form);
+                             });
 }
 
 void DialogCommands::mnuServAdd_Click() {
-    form_.Command(CommandKind::Ordinary, "mnuServAdd_Click", OnError::LogAndShow, [this] {
-        frmAddServer form(
-            form_.program, form_.desktop,
-            [this](const std::string& IP, const std::string& strPort) { servers_.AddServer(IP, strPort); },
-            CloseDialog());
-        Show(form);
+    form_.Command(CommandKind::Ordinary, "mnuServAdd_Click", OnError::LogAndShow,
+                  [this] { ShowAddServer(); });
+}
+
+// Both commands wait for a scan that the change of lists ends, and run in this order.
+void DialogCommands::mnuTreeAddServer_Click(const std::string& node) {
+    if (!GamesTree::IsListNode(node) || node == tree_.ShownNode())
+        return mnuServAdd_Click();
+    tree_.trvGames_NodeClick(node);
+    form_.Command(CommandKind::ReplacesList, "mnuTreeAddServer_Click", OnError::LogAndShow, [this, node] {
+        if (node == tree_.ShownNode())
+            ShowAddServer();
     });
+}
+
+void DialogCommands::ShowAddServer() {
+    frmAddServer form(
+        form_.program, form_.desktop, tree_.ShownListText(),
+        {[this](const std::string& IP, const std::string& strPort) {
+             return servers_.AddServer(IP, strPort);
+         },
+         [this](const std::function<bool()>& condition) { return form_.gate.WaitUntil(condition); },
+         CloseDialog()});
+    Show(form);
 }
 
 void DialogCommands::mnuExtrasGameSetup_Click() {

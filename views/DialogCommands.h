@@ -8,6 +8,7 @@
 #include "views/ServerListView.h"
 
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace quarn {
@@ -23,9 +24,11 @@ class DialogCommands {
           tree_(tree),
           refreshInterface_(std::move(refreshInterface)) {}
 
-    void mnuServSetPass_Click();
+    void mnuServSetPass_Click(GivenRows rows = {});
     void mnuServAdd_Click();
-    void mnuTreeAddServer_Click() { mnuServAdd_Click(); }
+
+    // On a node with a list of its own, that list is shown first.
+    void mnuTreeAddServer_Click(const std::string& node);
     void mnuExtrasGameSetup_Click();
     void mnuExtrasOptions_Click();
     void mnuInfoAbout_Click();
@@ -34,6 +37,7 @@ class DialogCommands {
     void ShowGameSetup();
 
   private:
+    void ShowAddServer();
     template<class Form>
     void Show(Form& form);
     std::function<void()> CloseDialog() {

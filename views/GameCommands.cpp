@@ -14,23 +14,24 @@ constexpr std::int32_t ExitAfterStart = 2;
 
 } // namespace
 
-void GameCommands::Connect(const char* routine, bool asSpectator) {
-    form_.Command(CommandKind::Ordinary, routine, OnError::LogAndShow, [this, asSpectator] {
-        if (!servers_.TakeSelectedServer())
-            return;
-        NoteVisit();
-        if (StartGame(form_.program, form_.desktop, asSpectator))
-            ActAfterLaunch();
-        else
-            dialogs_.ShowGameSetup();
-    });
+void GameCommands::Connect(const char* routine, bool asSpectator, GivenRows rows) {
+    servers_.CommandOnServer(
+        CommandKind::Ordinary, routine, OnError::LogAndShow, std::move(rows),
+        [this, asSpectator](const TargetRows& targets, std::int32_t index) {
+            NoteVisit(targets, index);
+            if (StartGame(form_.program, form_.desktop, form_.program.Servers[index], asSpectator))
+                ActAfterLaunch();
+            else
+                dialogs_.ShowGameSetup();
+        });
 }
 
-// Also a launch that fails counts as a visit.
-void GameCommands::NoteVisit() {
-    ProgramState& program = form_.program;
-    program.Servers[program.CurrentServer].LastVisit = form_.desktop.clock.Now().time;
-    servers_.UpdateServerListItem(form_.controls.lvwServers.SelectedRow());
+// A launch that fails counts as a visit, too.
+void GameCommands::NoteVisit(const TargetRows& targets, std::int32_t index) {
+    form_.program.Servers[index].LastVisit = form_.desktop.clock.Now().time;
+    const std::int32_t row = targets.RowNumber(form_.controls.lvwServers, form_.program);
+    if (row != 0)
+        servers_.UpdateServerListItem(row, index);
 }
 
 void GameCommands::ActAfterLaunch() {
@@ -40,11 +41,12 @@ void GameCommands::ActAfterLaunch() {
         unload_();
 }
 
-void GameCommands::mnuServMonitor_Click() {
-    form_.Command(CommandKind::Ordinary, "mnuServMonitor_Click", OnError::Log, [this] {
-        if (servers_.TakeSelectedServer())
-            MonitorWithVelmar(form_.program, form_.desktop);
-    });
+void GameCommands::mnuServMonitor_Click(GivenRows rows) {
+    servers_.CommandOnServer(CommandKind::Ordinary, "mnuServMonitor_Click", OnError::Log, std::move(rows),
+                             [this](const TargetRows&, std::int32_t index) {
+                                 MonitorWithVelmar(form_.program, form_.desktop,
+                                                   AddressText(form_.program.Servers[index]));
+                             });
 }
 
 } // namespace quarn

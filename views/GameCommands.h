@@ -18,13 +18,17 @@ class GameCommands {
                  std::function<void()> unload)
         : form_(form), servers_(servers), dialogs_(dialogs), unload_(std::move(unload)) {}
 
-    void mnuServConnectPlay_Click() { Connect("mnuServConnectPlay_Click", false); }
-    void mnuServConnectSpec_Click() { Connect("mnuServConnectSpec_Click", true); }
-    void mnuServMonitor_Click();
+    void mnuServConnectPlay_Click(GivenRows rows = {}) {
+        Connect("mnuServConnectPlay_Click", false, std::move(rows));
+    }
+    void mnuServConnectSpec_Click(GivenRows rows = {}) {
+        Connect("mnuServConnectSpec_Click", true, std::move(rows));
+    }
+    void mnuServMonitor_Click(GivenRows rows = {});
 
   private:
-    void Connect(const char* routine, bool asSpectator);
-    void NoteVisit();
+    void Connect(const char* routine, bool asSpectator, GivenRows rows);
+    void NoteVisit(const TargetRows& targets, std::int32_t index);
     void ActAfterLaunch();
 
     MainFormContext form_;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quarn {
@@ -33,6 +34,10 @@ std::int32_t NumberOf(std::string_view key) {
     return ToLong(key.substr(std::min<std::size_t>(3, key.size())));
 }
 
+// How long the keyboard's selection rests on a node before its list is shown.
+constexpr std::int32_t RestMilliseconds = 250;
+
+// Folders of the tree that a list is not kept for.
 bool IsFixedFolder(std::string_view key) {
     return key == "games" || key == "favorites";
 }
@@ -60,8 +65,19 @@ bool GamesTree::IsFilterNode(std::string_view key) noexcept {
     return Prefix(key) == "flt" || Prefix(key) == "png";
 }
 
+bool GamesTree::IsListNode(std::string_view key) noexcept {
+    return !key.empty() && !IsFilterNode(key) && !IsFixedFolder(key) && key != "filters";
+}
+
+bool GamesTree::CanRename(std::string_view key) noexcept {
+    return IsFavoritesFolder(key);
+}
+
 GamesTree::GamesTree(const MainFormContext& form, ServerListView& servers, ServerListFiles& listFiles)
-    : form_(form), servers_(servers), listFiles_(listFiles) {}
+    : form_(form), servers_(servers), listFiles_(listFiles) {
+    form_.controls.tmrTreeRest.SetInterval(RestMilliseconds);
+    form_.controls.tmrTreeRest.Tick = [this] { ShowRestingNode(); };
+}
 
 void GamesTree::AddFixedNodes() {
     TreeView& tree = form_.controls.trvGames;
@@ -104,6 +120,18 @@ void GamesTree::RefreshTreeView() {
         tree.Select(selectedParent);
     else if (!selected.empty())
         tree.Select("games");
+    MarkShownNode();
+}
+
+void GamesTree::MarkShownNode() {
+    TreeView& tree = form_.controls.trvGames;
+    for (std::int32_t position = 1; position <= tree.Count(); ++position)
+        tree.At(position).bold = tree.At(position).key == shownNode_;
+}
+
+std::string GamesTree::ShownListText() const {
+    const TreeView& tree = form_.controls.trvGames;
+    return tree.Has(shownList_) ? tree.Node(shownList_).text : shownList_;
 }
 
 void GamesTree::AddGameNodes() {
@@ -149,7 +177,24 @@ void GamesTree::RefreshFavMenu() {
     }
 }
 
+void GamesTree::trvGames_SelectedByKeyboard(const std::string& key) {
+    restingNode_ = IsListNode(key) && key != shownNode_ ? key : std::string();
+    form_.controls.tmrTreeRest.SetEnabled(false); // every move starts it again
+    form_.controls.tmrTreeRest.SetEnabled(!restingNode_.empty());
+}
+
+void GamesTree::ShowRestingNode() {
+    if (!form_.window.TakesInput())
+        return; // a dialog works on the list that is shown
+    form_.controls.tmrTreeRest.SetEnabled(false);
+    const std::string key = std::exchange(restingNode_, {});
+    if (key == form_.controls.trvGames.SelectedKey())
+        trvGames_NodeClick(key);
+}
+
 void GamesTree::trvGames_NodeClick(const std::string& key) {
+    form_.controls.tmrTreeRest.SetEnabled(false);
+    restingNode_.clear();
     // A click on the node in force only saves its list.
     const bool replaces = !IsFilterNode(key) && key != shownNode_;
     const auto kind = replaces ? CommandKind::ReplacesList : CommandKind::Ordinary;
@@ -195,6 +240,8 @@ void GamesTree::RelistServers() {
     const CommandGate::ListActivity activity(form_.gate);
     servers_.ResetServerViews();
     servers_.ListServers();
+    if (form_.controls.lvwServers.RowCount() > 0)
+        form_.controls.lvwServers.EnsureVisible(1);
 }
 
 void GamesTree::SetGameFilter(const std::string& key) {
@@ -213,6 +260,7 @@ void GamesTree::SetGameFilter(const std::string& key) {
         shownNode_ = key;
         shownList_ = listName;
         servers_.ModFilter = modFilter;
+        MarkShownNode();
         SetCommandsFor(listName);
         form_.controls.sckServer.CloseAll();
         listFiles_.LoadServerList(listName);
@@ -235,31 +283,38 @@ void GamesTree::SetCommandsFor(const std::string& listName) {
         controls.mnuServAddToFavorites[1].enabled = !isFavorites;
 }
 
+// The node of a game that was hidden meanwhile does not exist any more: then its folder is taken.
 void GamesTree::RecordSelection() {
     const TreeView& tree = form_.controls.trvGames;
-    if (!IsFilterNode(tree.SelectedKey()) && tree.Has(tree.SelectedKey()))
-        form_.program.LastGame = tree.Find(tree.SelectedKey());
+    if (shownNode_.empty())
+        return;
+    for (const std::string& key : {shownNode_, shownList_, std::string("games")})
+        if (tree.Has(key)) {
+            form_.program.LastGame = tree.Find(key);
+            return;
+        }
 }
 
-void GamesTree::mnuTreeRename_Click() {
-    form_.Command(CommandKind::Ordinary, "mnuTreeRename_Click", OnError::LogAndShow, [this] {
-        const std::string key = form_.controls.trvGames.SelectedKey();
-        if (!IsFavoritesFolder(key))
+// Cancelling names a folder with an empty text; a program that closes leaves it alone.
+void GamesTree::mnuTreeRename_Click(const std::string& key) {
+    form_.Command(CommandKind::Ordinary, "mnuTreeRename_Click", OnError::LogAndShow, [this, key] {
+        if (!CanRename(key))
             return;
         std::string& name = FavoriteName(form_.program, NumberOf(key));
-        name = form_.desktop.prompts.AskText("Enter a new name:", "Change name");
+        std::string answer = form_.desktop.prompts.AskText("Enter a new name:", "Change name");
+        if (form_.gate.Closing())
+            return;
+        name = std::move(answer);
         RefreshTreeView();
         RefreshFavMenu();
     });
 }
 
-void GamesTree::mnuServAddToFavorites_Click(std::int32_t Index) {
-    form_.Command(
-        CommandKind::ReplacesList, "mnuServAddToFavorites_Click", OnError::LogAndShow, [this, Index] {
-            if (!servers_.TakeSelectedServer())
-                return;
-            AppendToList("fav" + std::to_string(Index), form_.program.Servers[form_.program.CurrentServer]);
-        });
+void GamesTree::mnuServAddToFavorites_Click(std::int32_t Index, GivenRows rows) {
+    servers_.CommandOnServer(CommandKind::ReplacesList, "mnuServAddToFavorites_Click", OnError::LogAndShow,
+                             std::move(rows), [this, Index](const TargetRows&, std::int32_t index) {
+                                 AppendToList("fav" + std::to_string(Index), form_.program.Servers[index]);
+                             });
 }
 
 void GamesTree::AppendToList(const std::string& listName, const ServerRecord& server) {
@@ -278,6 +333,7 @@ void GamesTree::AppendToList(const std::string& listName, const ServerRecord& se
     });
     listFiles_.LoadServerList(shownList_);
     program.ServerCount = program.Servers.HighestIndex();
+    servers_.ShowServerCount();
 }
 
 } // namespace quarn

@@ -29,20 +29,35 @@ class GamesTree {
     void RefreshFavMenu();
 
     void trvGames_NodeClick(const std::string& key);
-    void mnuTreeRename_Click();
-    void mnuServAddToFavorites_Click(std::int32_t Index);
 
-    // At shut-down: the selected node becomes LastGame; list and file stay as they are.
+    // The keyboard has moved the selection to the node. The list of a game, MOD or favorites folder is shown
+    // when the selection rests there; folders and filters wait for Space, Enter or a click.
+    void trvGames_SelectedByKeyboard(const std::string& key);
+
+    // Of a favorites folder: the one given, or the one selected now.
+    void mnuTreeRename_Click() { mnuTreeRename_Click(form_.controls.trvGames.SelectedKey()); }
+    void mnuTreeRename_Click(const std::string& key);
+    static bool CanRename(std::string_view key) noexcept;
+    void mnuServAddToFavorites_Click(std::int32_t Index, GivenRows rows = {});
+
+    // At shut-down: the node whose list is shown becomes LastGame; list and file stay as they are.
     void RecordSelection();
 
-    // Whether a click on the node switches a filter instead of the list.
-    static bool IsFilterNode(std::string_view key) noexcept;
+    // Whether the node is that of a game, a MOD or a favorites folder.
+    static bool IsListNode(std::string_view key) noexcept;
 
-    // Name of the list in force; empty before the first selection.
+    // Key of the node whose list is shown, and that list's name; empty before the first selection.
+    const std::string& ShownNode() const noexcept { return shownNode_; }
     const std::string& ShownList() const noexcept { return shownList_; }
 
+    // What the tree calls the list that is shown.
+    std::string ShownListText() const;
+
   private:
+    static bool IsFilterNode(std::string_view key) noexcept;
     void SetGameFilter(const std::string& key);
+    void ShowRestingNode();
+    void MarkShownNode();
     void ToggleLockFilter(TreeNode& node);
     void TogglePingFilter(TreeNode& node);
     void RelistServers();
@@ -56,6 +71,7 @@ class GamesTree {
     MainFormContext form_;
     ServerListView& servers_;
     ServerListFiles& listFiles_;
+    std::string restingNode_; // selected by the keyboard, and not shown yet
     std::string shownNode_;
     std::string shownList_;
 };

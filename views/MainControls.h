@@ -58,6 +58,7 @@ struct MainControls {
     Timer tmrPorts;       // closes the ports of finished queries
     Timer tmrDeadlines;   // of queries that run at once
     QueryPorts sckServer; // a port for each query
+    Timer tmrTreeRest;    // ticks when the keyboard's selection has rested on a node of the tree
 
     MenuEntry mnuServer;
     MenuEntry mnuServerList;

@@ -107,8 +107,8 @@ void MasterQuery::ParseReply(std::string& datagram) {
     const EngineFamily* const engine = FindEngine(form_.engines, game.Engine);
     if (engine == nullptr)
         return;
+    // A reply without the delimiter has no header, and matches none, not even an empty one.
     const std::string header = ExtractString(*program.AppLog, datagram, engine->masterHeaderDelimiter);
-    // A reply without the delimiter gives an empty header, which no master is expected to send.
     const bool matches = !header.empty() && header == game.MasterResponse;
     const int passes = matches ? engine->passesOnMatch : engine->passesOnMismatch;
     for (int pass = 0; pass < passes; ++pass)

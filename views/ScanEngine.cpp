@@ -4,8 +4,10 @@
 #include "base/Scope.h"
 #include "query/modGamQuery.h"
 #include "support/Trap.h"
+#include "support/clsAppLog.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -21,8 +23,6 @@ constexpr std::int32_t NoAnswer = 2;
 
 constexpr std::int32_t FallbackTimeout = 1000;
 
-constexpr std::int32_t MostAtOnce = 64;
-
 } // namespace
 
 ScanEngine::ScanEngine(const MainFormContext& form, ServerListView& servers, ServerDetails& details)
@@ -35,67 +35,73 @@ ScanEngine::ScanEngine(const MainFormContext& form, ServerListView& servers, Ser
 }
 
 void ScanEngine::mnuServRefreshAll_Click() {
-    Start(Rows::All, "mnuServRefreshAll_Click");
+    Start(nullptr, "mnuServRefreshAll_Click");
 }
 
-void ScanEngine::mnuServRefresh_Click() {
-    Start(Rows::Selected, "mnuServRefresh_Click");
+void ScanEngine::mnuServRefresh_Click(GivenRows rows) {
+    Start(std::make_shared<const TargetRows>(servers_.TargetsOf(std::move(rows))), "mnuServRefresh_Click");
 }
 
 // Scans of one server after the other nest. Of several at once, a second one ends the first.
-void ScanEngine::Start(Rows which, const char* routine) {
+void ScanEngine::Start(std::shared_ptr<const TargetRows> selected, const char* routine) {
     const bool atOnce = form_.program.Simultaneous > 1 || parallel_ != nullptr;
     form_.gate.Run(atOnce ? CommandKind::ReplacesList : CommandKind::Ordinary,
-                   [this, which, routine] { Scan(which, routine); });
+                   [this, selected = std::move(selected), routine] { Scan(selected.get(), routine); });
 }
 
-void ScanEngine::Scan(Rows which, const char* routine) {
+void ScanEngine::Scan(const TargetRows* selected, const char* routine) {
+    if (!form_.gate.ScanMayStart())
+        return form_.program.AppLog->Log(MainFormName, routine, 0, "Too many scans run inside each other");
     const CommandGate::ScanActivity activity(form_.gate);
+    const std::deque<std::uint32_t> wanted = ShownServers(selected);
     ScanProgress progress(form_);
-    PrepareForScan(progress, which);
+    PrepareForScan(progress, static_cast<std::int32_t>(wanted.size()));
     form_.Trapped(routine, OnError::Log, [&] {
         if (form_.program.Simultaneous > 1)
-            ScanAtOnce(which, progress);
+            ScanAtOnce(wanted, progress);
         else
-            ScanRows(which, progress);
+            ScanRows(wanted, selected == nullptr, progress);
     });
     if (!form_.gate.Closing())
         form_.Trapped(routine, OnError::Log, [&] { EndScan(progress); });
 }
 
-void ScanEngine::PrepareForScan(ScanProgress& progress, Rows which) {
+void ScanEngine::PrepareForScan(ScanProgress& progress, std::int32_t serversToAsk) {
     form_.Trapped("PrepareForScan", OnError::Log, [&] {
-        const ListView& list = form_.controls.lvwServers;
         failureLogged_ = false;
         results_.Begin();
-        progress.Begin(which == Rows::All ? list.RowCount() : list.SelectedCount());
+        progress.Begin(serversToAsk);
         form_.controls.tmrTimeout.SetEnabled(form_.program.Simultaneous <= 1);
     });
 }
 
 // The identities of the servers that the rows show.
-std::deque<std::uint32_t> ScanEngine::ShownServers(Rows which) const {
+std::deque<std::uint32_t> ScanEngine::ShownServers(const TargetRows* selected) const {
     const ListView& list = form_.controls.lvwServers;
     std::deque<std::uint32_t> shown;
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
-        if (which == Rows::All || list.Row(row).selected)
+        if (selected == nullptr || selected->Includes(list.Row(row), form_.program))
             shown.push_back(list.Row(row).subject);
     return shown;
 }
 
 // Rows may move and vanish meanwhile, so they are found again by the server that they show.
-void ScanEngine::ScanRows(Rows which, ScanProgress& progress) {
+void ScanEngine::ScanRows(const std::deque<std::uint32_t>& wanted, bool isWholeList, ScanProgress& progress) {
     ListView& list = form_.controls.lvwServers;
+    auto nextWanted = wanted.begin();
     std::int32_t i = 0;
     std::int32_t row = 0;
-    for (const std::uint32_t shown : ShownServers(Rows::All)) {
+    for (const std::uint32_t shown : ShownServers(nullptr)) {
         ++i;
+        const bool isWanted = nextWanted != wanted.end() && *nextWanted == shown;
+        if (isWanted)
+            ++nextWanted;
         const std::int32_t found = list.RowShowing(shown, row + 1);
         if (found != 0)
             row = found;
-        if (found == 0 || (which == Rows::Selected && !list.Row(row).selected))
+        if (found == 0 || !isWanted)
             continue;
-        if (which == Rows::All) {
+        if (isWholeList) {
             progress.ShowNumber(i);
             list.SelectOnly(row);
             list.EnsureVisible(row);
@@ -111,11 +117,10 @@ void ScanEngine::ScanRows(Rows which, ScanProgress& progress) {
     }
 }
 
-void ScanEngine::ScanAtOnce(Rows which, ScanProgress& progress) {
+void ScanEngine::ScanAtOnce(const std::deque<std::uint32_t>& wanted, ScanProgress& progress) {
     ParallelScan scan(form_, results_, progress);
     const Restore running(parallel_, &scan);
-    scan.Run(ShownServers(which), std::min(form_.program.Simultaneous, MostAtOnce),
-             [this] { return MustStop(); });
+    scan.Run(wanted, std::min(form_.program.Simultaneous, MostSimultaneous), [this] { return MustStop(); });
     if (form_.gate.ReplacementWaits())
         ScanAborted = true;
 }

@@ -18,6 +18,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <string>
 
 namespace quarn {
@@ -26,11 +27,12 @@ class ScanEngine {
   public:
     ScanEngine(const MainFormContext& form, ServerListView& servers, ServerDetails& details);
 
-    void mnuServRefresh_Click();    // the selected rows
-    void mnuServRefreshAll_Click(); // every row
+    void mnuServRefresh_Click(GivenRows rows = {}); // the selected rows
+    void mnuServRefreshAll_Click();                 // every row
 
-    // Takes effect when the server being queried has answered or timed out; at once where several are asked.
-    void Stop() noexcept { ScanAborted = true; }
+    // Takes effect when the server being queried has answered or timed out; immediately if several are
+    // queried at once. Without a running scan it does nothing.
+    void Stop() noexcept { ScanAborted = form_.gate.ScanRuns(); }
 
     void sckServer_DataArrival(std::uint32_t query, std::int32_t tick);
     void tmrTimeout_Timer();
@@ -43,14 +45,13 @@ class ScanEngine {
     bool ScanAborted = false;
 
   private:
-    enum class Rows { Selected, All };
-
-    void Start(Rows which, const char* routine);
-    void Scan(Rows which, const char* routine);
-    void PrepareForScan(ScanProgress& progress, Rows which);
-    void ScanRows(Rows which, ScanProgress& progress);
-    void ScanAtOnce(Rows which, ScanProgress& progress);
-    std::deque<std::uint32_t> ShownServers(Rows which) const;
+    // Rows: null for all.
+    void Start(std::shared_ptr<const TargetRows> selected, const char* routine);
+    void Scan(const TargetRows* selected, const char* routine);
+    void PrepareForScan(ScanProgress& progress, std::int32_t serversToAsk);
+    void ScanRows(const std::deque<std::uint32_t>& wanted, bool isWholeList, ScanProgress& progress);
+    void ScanAtOnce(const std::deque<std::uint32_t>& wanted, ScanProgress& progress);
+    std::deque<std::uint32_t> ShownServers(const TargetRows* selected) const;
     void UpdateServer(std::int32_t row, ScanProgress& progress);
     enum class Outcome { Answered, NoAnswer, Closing };
     Outcome QueryServer(const QueryTarget& target);

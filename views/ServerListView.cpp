@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -19,7 +20,7 @@ bool IsPingLimit(std::int32_t value) {
     return value == 20 || value == 50 || value == 100;
 }
 
-// The keys whose release moves the selection.
+// The keys that move the selection; their release shows the details in any case.
 bool MovesSelection(std::int32_t keyCode) {
     return keyCode >= 33 && keyCode <= 40 && keyCode != 37 && keyCode != 39;
 }
@@ -70,8 +71,12 @@ void ServerListView::ListServers(bool lookUpCountry) {
                 AddServerListItem(index, lookUpCountry);
             form_.gate.LetEventsRun();
         }
-        form_.controls.SetStatus(CountPanel, std::to_string(form_.program.ServerCount) + " servers");
+        ShowServerCount();
     });
+}
+
+void ServerListView::ShowServerCount() {
+    form_.controls.SetStatus(CountPanel, std::to_string(form_.program.ServerCount) + " servers");
 }
 
 void ServerListView::AddServerListItem(std::int32_t index, bool lookUpCountry) {
@@ -84,6 +89,7 @@ void ServerListView::AddServerListItem(std::int32_t index, bool lookUpCountry) {
         const ServerRecord& server = form_.program.Servers[index];
         ListView& list = form_.controls.lvwServers;
         const std::int32_t row = list.Add();
+        serverSorter_.ClearArrow(); // the new row is at the end, whatever its texts
         list.Edit(row).main.tag = std::to_string(index);
         list.Edit(row).subject = form_.program.IdentityOf(index);
         FillServerRow(list, row, server, form_.desktop.locale, CellsOf::NewRow);
@@ -91,14 +97,17 @@ void ServerListView::AddServerListItem(std::int32_t index, bool lookUpCountry) {
 }
 
 void ServerListView::UpdateServerListItem(std::int32_t row) {
+    UpdateServerListItem(row, form_.program.CurrentServer);
+}
+
+void ServerListView::UpdateServerListItem(std::int32_t row, std::int32_t index) {
     form_.Trapped("UpdateServerListItem", OnError::Log, [&] {
         ListView& list = form_.controls.lvwServers;
         if (!ValidateFilter(ToLong(list.Row(row).main.tag))) {
             list.Remove(row);
             return;
         }
-        FillServerRow(list, row, form_.program.Servers[form_.program.CurrentServer], form_.desktop.locale,
-                      CellsOf::UpdatedRow);
+        FillServerRow(list, row, form_.program.Servers[index], form_.desktop.locale, CellsOf::UpdatedRow);
     });
 }
 
@@ -141,6 +150,7 @@ bool ServerListView::ConfirmClearServerList() {
     form_.controls.sckServer.CloseAll();
     form_.program.Servers.Reset();
     ResetServerViews();
+    ShowServerCount();
     return true;
 }
 
@@ -158,41 +168,54 @@ void ServerListView::mnuServerListExport_Click() {
     });
 }
 
-void ServerListView::AddServer(const std::string& IP, const std::string& strPort) {
-    form_.Command(CommandKind::Ordinary, "AddServer", OnError::LogAndShow, [this, IP, strPort] {
+bool ServerListView::AddServer(const std::string& IP, const std::string& strPort) {
+    const auto added = std::make_shared<bool>(false); // the command may run later
+    form_.Command(CommandKind::Ordinary, "AddServer", OnError::LogAndShow, [this, IP, strPort, added] {
         const std::int32_t port = form_.desktop.locale.ToLong(strPort);
         ServerRecord& server = form_.program.AppendServer();
         server.Address = IP;
         server.Port = port;
         countries_.ForgetFailure();
         AddServerListItem(form_.program.ServerCount, true);
+        ShowServerCount();
+        form_.controls.lvwServers.EnsureVisible(form_.controls.lvwServers.RowCount());
+        *added = true;
     });
+    return *added;
 }
 
-bool ServerListView::TakeSelectedServer() {
-    const ListView& list = form_.controls.lvwServers;
-    const std::int32_t row = list.SelectedRow();
-    if (row == 0)
-        return false;
-    form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
-    return form_.program.Servers.Holds(form_.program.CurrentServer);
+TargetRows ServerListView::TargetsOf(GivenRows rows) const {
+    return rows ? std::move(*rows) : TargetRows(form_.controls.lvwServers, form_.program);
+}
+
+// While a scan runs, the current server is the one that it asks.
+std::int32_t ServerListView::TakeServer(const TargetRows& targets) {
+    const std::int32_t index = targets.ServerIndex(form_.controls.lvwServers, form_.program);
+    if (index != 0 && !form_.gate.ScanRuns())
+        form_.program.CurrentServer = index;
+    return index;
+}
+
+void ServerListView::ShowDetailsOf(std::int32_t index) {
+    form_.program.CurrentServer = index;
+    details_.RefreshPlayers();
+    details_.RefreshVariables();
 }
 
 void ServerListView::lvwServers_Click() {
+    shownSelection_ = form_.controls.lvwServers.SelectionsByUser();
     // Waits as well: rows and records of one list do not belong to those of another that is just in memory.
     form_.Command(CommandKind::Ordinary, "lvwServers_Click", OnError::Log, [this] {
         const ListView& list = form_.controls.lvwServers;
         const std::int32_t row = list.SelectedRow();
-        if (row == 0)
-            return;
-        form_.program.CurrentServer = ToLong(list.Row(row).main.tag);
-        details_.RefreshPlayers();
-        details_.RefreshVariables();
+        if (row != 0)
+            ShowDetailsOf(ToLong(list.Row(row).main.tag));
     });
 }
 
 void ServerListView::lvwServers_KeyUp(std::int32_t keyCode) {
-    if (MovesSelection(keyCode))
+    const bool hasMovedIt = form_.controls.lvwServers.SelectionsByUser() != shownSelection_;
+    if (MovesSelection(keyCode) || hasMovedIt)
         lvwServers_Click();
 }
 
@@ -204,66 +227,119 @@ void ServerListView::lvwServers_MouseUp() {
 
 void ServerListView::lvwServers_ColumnClick(std::int32_t column) {
     form_.gate.Run(CommandKind::Ordinary, [this, column] {
-        const CommandGate::ListActivity activity(form_.gate);
-        serverSorter_.SortList(ColumnIndex(column));
-        form_.program.LastSortColumn = column;
-        form_.program.LastSortOrder = static_cast<std::int32_t>(form_.controls.lvwServers.sortOrder);
+        SortServers(column);
+        StoreSort(column);
     });
+}
+
+bool ServerListView::SortServers(std::int32_t column) {
+    const CommandGate::ListActivity activity(form_.gate);
+    return serverSorter_.SortList(ColumnIndex(column));
+}
+
+void ServerListView::StoreSort(std::int32_t column) {
+    form_.program.LastSortColumn = column;
+    form_.program.LastSortOrder = static_cast<std::int32_t>(form_.controls.lvwServers.sortOrder);
+}
+
+// A sort reverses the order, so the inverse of the stored order is set before.
+void ServerListView::RestoreSort() {
+    const std::int32_t column = form_.program.LastSortColumn;
+    form_.controls.lvwServers.sortOrder =
+        form_.program.LastSortOrder != 0 ? SortOrder::Ascending : SortOrder::Descending;
+    if (SortServers(column))
+        StoreSort(column);
 }
 
 void ServerListView::lvwPlayers_ColumnClick(std::int32_t column) {
     playerSorter_.SortList(ColumnIndex(column));
 }
 
-void ServerListView::mnuServCopyAddress_Click() {
-    form_.Command(CommandKind::Ordinary, "mnuServCopyAddress_Click", OnError::LogAndShow, [this] {
-        if (TakeSelectedServer())
-            form_.desktop.shell.SetClipboardText(
-                AddressText(form_.program.Servers[form_.program.CurrentServer]));
-    });
+void ServerListView::mnuServCopyAddress_Click(GivenRows rows) {
+    CommandOnServer(CommandKind::Ordinary, "mnuServCopyAddress_Click", OnError::LogAndShow, std::move(rows),
+                    [this](const TargetRows&, std::int32_t index) {
+                        form_.desktop.shell.SetClipboardText(AddressText(form_.program.Servers[index]));
+                    });
 }
 
-void ServerListView::mnuServDelete_Click() {
-    form_.Command(CommandKind::ReplacesList, "mnuServDelete_Click", OnError::LogAndShow, [this] {
-        if (form_.controls.lvwServers.SelectedRow() == 0)
-            return;
-        DeleteSelectedRows();
-        CompactServers();
-    });
+void ServerListView::mnuServDelete_Click(GivenRows rows) {
+    form_.Command(CommandKind::ReplacesList, "mnuServDelete_Click", OnError::LogAndShow,
+                  [this, targets = TargetsOf(std::move(rows))] {
+                      if (!targets.Empty())
+                          DeleteRows(targets);
+                  });
 }
 
-void ServerListView::DeleteSelectedRows() {
-    ListView& list = form_.controls.lvwServers;
+void ServerListView::DeleteRows(const TargetRows& targets) {
+    const ListView& list = form_.controls.lvwServers;
+    const std::int32_t focused = list.FocusedRow();
     std::vector<std::int32_t> deleted;
-    const Finally removeRows([&] { list.RemoveRows(deleted); }); // also when a tag ends the loop
-    for (std::int32_t row = 1; row <= list.RowCount(); ++row) {
-        if (!list.Row(row).selected)
+    {
+        // Also when a tag ends the walk.
+        const Finally removeRows([&] { form_.controls.lvwServers.RemoveRows(deleted); });
+        EmptyRecordsOf(targets, deleted);
+    }
+    const std::vector<std::int32_t> indexNow = CompactServers();
+    ShowServerCount();
+    if (deleted.empty())
+        return;
+    const auto upToFocus = std::upper_bound(deleted.begin(), deleted.end(), focused);
+    const bool isFocusDeleted = upToFocus != deleted.begin() && *std::prev(upToFocus) == focused;
+    const auto deletedAbove = static_cast<std::int32_t>(upToFocus - deleted.begin()) - 1;
+    SelectAfterDeletion(isFocusDeleted ? focused - deletedAbove : deleted.front(), indexNow);
+}
+
+// Removing a row moves the next one to its place, and the walk ends at the entry count: so a row counts by
+// the place that it has by then.
+void ServerListView::EmptyRecordsOf(const TargetRows& targets, std::vector<std::int32_t>& deleted) {
+    const ListView& list = form_.controls.lvwServers;
+    ProgramState& program = form_.program;
+    std::int32_t kept = 0;
+    for (std::int32_t row = 1; row <= list.RowCount() && kept < program.ServerCount; ++row) {
+        if (!targets.Includes(list.Row(row), program)) {
+            ++kept;
             continue;
-        const std::int32_t index = ToLong(list.Row(row).main.tag);
-        form_.program.Servers[index].Address.clear();
+        }
+        program.Servers[ToLong(list.Row(row).main.tag)].Address.clear();
         deleted.push_back(row);
     }
 }
 
-// The rows that remain keep their tags until the next listing.
-void ServerListView::CompactServers() {
+// The rows that remain keep their tags until the next listing. Returns where each record is now, by its index
+// before; 0 for those that were removed.
+std::vector<std::int32_t> ServerListView::CompactServers() {
     ProgramState& program = form_.program;
     const std::int32_t last = program.LastServerIndex();
-    const bool currentGone = !program.Servers.Holds(program.CurrentServer) ||
-                             program.Servers[program.CurrentServer].Address.empty();
+    std::vector<std::int32_t> indexNow(static_cast<std::size_t>(last) + 1);
     std::int32_t kept = 0;
     for (std::int32_t index = 1; index <= last; ++index) {
         if (program.Servers[index].Address.empty())
             continue;
-        ++kept;
+        indexNow[static_cast<std::size_t>(index)] = ++kept;
         if (kept != index)
             program.Servers[kept] = std::move(program.Servers[index]);
     }
     program.ServerCount = kept;
     program.Servers.Resize(kept);
     program.CurrentServer = 0;
-    if (currentGone)
-        details_.Clear();
+    return indexNow;
+}
+
+// A selection that is left stays where it is; else the row that moved up gets it. The details are those of
+// the server that the row shows, which its tag need not name any more.
+void ServerListView::SelectAfterDeletion(std::int32_t row, const std::vector<std::int32_t>& indexNow) {
+    ListView& list = form_.controls.lvwServers;
+    details_.Clear();
+    if (list.RowCount() == 0)
+        return;
+    if (list.SelectedRow() == 0)
+        list.SelectOnly(std::min(row, list.RowCount()));
+    const ListRow& selected = list.Row(list.SelectedRow());
+    const std::int32_t tag = ToLong(selected.main.tag);
+    const bool isKnown = tag >= 1 && static_cast<std::size_t>(tag) < indexNow.size();
+    const std::int32_t index = isKnown ? indexNow[static_cast<std::size_t>(tag)] : 0;
+    if (index != 0 && AddressText(form_.program.Servers[index]) == selected.subItems[AddressColumn - 1].text)
+        ShowDetailsOf(index);
 }
 
 } // namespace quarn

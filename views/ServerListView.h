@@ -6,10 +6,13 @@
 #include "views/CountryLookup.h"
 #include "views/MainFormContext.h"
 #include "views/ServerDetails.h"
+#include "views/TargetRows.h"
 #include "views/clsQuickList.h"
 
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quarn {
 
@@ -27,9 +30,10 @@ class ServerListView {
     void ListServers(bool lookUpCountry = false);
     void AddServerListItem(std::int32_t index, bool lookUpCountry);
 
-    // Brings a row up to date with the current server after its query; removes it if the record that its tag
-    // names no longer passes the filters.
+    // Brings a row up to date from a record: the current server's, after it was queried, or the one given. A
+    // row whose tag names a record that no longer passes the filters is removed.
     void UpdateServerListItem(std::int32_t row);
+    void UpdateServerListItem(std::int32_t row, std::int32_t index);
 
     // Brings the row of a record up to date whatever the current server is. A record that passes the filters
     // and has no row gets one: a late reply may undo what a time-out took away.
@@ -43,31 +47,56 @@ class ServerListView {
     // Asks, and empties the list on Yes.
     bool ConfirmClearServerList();
 
-    // Appends a server that the user typed.
-    void AddServer(const std::string& IP, const std::string& strPort);
+    // Panel 3 shows the length of the list. To be called wherever it changes.
+    void ShowServerCount();
 
-    // The server of the selected row becomes the current one, also while another server is being queried: a
-    // reply finds its server by itself. False when no server is selected.
-    bool TakeSelectedServer();
+    // Appends a server that the user typed. True when it is in the list now.
+    bool AddServer(const std::string& IP, const std::string& strPort);
+
+    // The rows that a command is for.
+    TargetRows TargetsOf(GivenRows rows) const;
+
+    // Runs a command on one server: the selected one of the rows given. `body` gets the rows and the index of
+    // the server's record, which becomes the current server unless a scan is at work on its own; without such
+    // a server it does not run.
+    template<class Body>
+    void CommandOnServer(CommandKind kind, const char* routine, OnError onError, GivenRows rows, Body body) {
+        form_.Command(kind, routine, onError,
+                      [this, targets = TargetsOf(std::move(rows)), body = std::move(body)] {
+                          if (const std::int32_t index = TakeServer(targets); index != 0)
+                              body(targets, index);
+                      });
+    }
 
     void lvwServers_Click();
     void lvwServers_KeyUp(std::int32_t keyCode);
     void lvwServers_MouseUp();
     void lvwServers_ColumnClick(std::int32_t column); // 1-based
+
+    // Sorts as in the last run. A sort that fails leaves the stored column and order alone.
+    void RestoreSort();
+
     void lvwPlayers_ColumnClick(std::int32_t column);
     void mnuServerListClear_Click();
     void mnuServerListExport_Click();
-    void mnuServDelete_Click();
-    void mnuServCopyAddress_Click();
+    void mnuServDelete_Click(GivenRows rows = {});
+    void mnuServCopyAddress_Click(GivenRows rows = {});
 
   private:
     bool PassesFilters(const ServerRecord& server) const;
-    void DeleteSelectedRows();
-    void CompactServers();
+    std::int32_t TakeServer(const TargetRows& targets);
+    bool SortServers(std::int32_t column);
+    void StoreSort(std::int32_t column);
+    void ShowDetailsOf(std::int32_t index);
+    void DeleteRows(const TargetRows& targets);
+    void EmptyRecordsOf(const TargetRows& targets, std::vector<std::int32_t>& deleted);
+    std::vector<std::int32_t> CompactServers();
+    void SelectAfterDeletion(std::int32_t row, const std::vector<std::int32_t>& indexNow);
 
     MainFormContext form_;
     ServerDetails& details_;
     CountryLookup& countries_;
+    std::uint32_t shownSelection_ = 0; // of the user's, the one whose details were shown last
     clsQuickList serverSorter_;
     clsQuickList playerSorter_;
 };

@@ -45,11 +45,11 @@ ListView& clsQuickList::Target() const {
     return *target_;
 }
 
-void clsQuickList::SortList(std::int16_t intIndex) {
+bool clsQuickList::SortList(std::int16_t intIndex) {
     // A date column fails at the first empty cell, that of a server never visited: no reason for a report.
     const bool isDates =
         target_ != nullptr && target_->columns.Holds(intIndex) && target_->columns[intIndex].tag == "DATE";
-    Trapped(log_, ClassName, "SortList", isDates ? OnError::LogUncounted : OnError::Log, [&] {
+    return Trapped(log_, ClassName, "SortList", isDates ? OnError::LogUncounted : OnError::Log, [&] {
         ListView& list = Target();
         list.updatesLocked = true;
         const Finally unlock([&] { list.updatesLocked = false; });
@@ -146,10 +146,15 @@ void clsQuickList::SetSortOrder(std::int32_t column, const SortKeys* keys) {
         list.Sort(column - 1, order);
     else
         list.Sort(column - 1, order, *keys);
-    if (lastColumn_ != 0)
-        list.columns[lastColumn_].headerIcon.clear();
+    ClearArrow();
     list.columns[column].headerIcon = ascending ? "ascending" : "descending";
     lastColumn_ = column;
+}
+
+void clsQuickList::ClearArrow() {
+    if (lastColumn_ != 0)
+        Target().columns[lastColumn_].headerIcon.clear();
+    lastColumn_ = 0;
 }
 
 void clsQuickList::MakeNumberKey(const std::string& text, std::string& key) const {

@@ -31,8 +31,13 @@ class clsQuickList {
     // The list to sort. It must outlive this object.
     void SetTargetList(ListView& list) { target_ = &list; }
 
-    // Sorts by the column with this 1-based index. The order flips at every call, whatever the column.
-    void SortList(std::int16_t intIndex);
+    // Sorts by the column with this 1-based index. The order flips at every call, whatever the column. False
+    // when it failed.
+    bool SortList(std::int16_t intIndex);
+
+    // Takes the arrow away: the rows are not in the order of the last sort any more. The next sort flips the
+    // order all the same.
+    void ClearArrow();
 
     // The main text of each row, in display order, one a line. Errors are left to the caller.
     void SaveListToFile(const std::string& strFileName);

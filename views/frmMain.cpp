@@ -68,11 +68,8 @@ void frmMain::Form_Load() {
         tree.trvGames_NodeClick(selected);
         servers.lvwServers_Click();
 
-        RestoreSort();
-        if (program_.LastServer >= 1 && program_.LastServer <= controls.lvwServers.RowCount()) {
-            controls.lvwServers.SelectOnly(program_.LastServer);
-            controls.lvwServers.EnsureVisible(program_.LastServer);
-        }
+        servers.RestoreSort();
+        SelectLastServer();
         program_.AppLog->Log(MainFormName, "Form_Load", 0, "Form loaded");
     });
 }
@@ -84,11 +81,12 @@ void frmMain::LoadServices() {
     HTMLHelp.HelpWindow = "Main";
 }
 
-// A click on a column reverses the order, so the inverse of the stored order goes first.
-void frmMain::RestoreSort() {
-    controls.lvwServers.sortOrder =
-        program_.LastSortOrder != 0 ? SortOrder::Ascending : SortOrder::Descending;
-    servers.lvwServers_ColumnClick(program_.LastSortColumn);
+void frmMain::SelectLastServer() {
+    if (program_.LastServer < 1 || program_.LastServer > controls.lvwServers.RowCount())
+        return;
+    controls.lvwServers.SelectOnly(program_.LastServer);
+    controls.lvwServers.EnsureVisible(program_.LastServer);
+    servers.lvwServers_Click();
 }
 
 void frmMain::Form_Activate() {
@@ -96,22 +94,31 @@ void frmMain::Form_Activate() {
         return;
     activated_ = true;
     context_.Trapped("Form_Activate", OnError::LogAndShow, [&] {
-        if (program_.WinState == static_cast<std::int32_t>(WindowState::Minimized) ||
-            program_.WinState == static_cast<std::int32_t>(WindowState::Maximized)) {
-            window_.SetState(static_cast<WindowState>(program_.WinState));
-        } else if (program_.RemWinPos == 1) {
-            window_.SetBounds({program_.WinLeft, program_.WinTop, program_.WinWidth, program_.WinHeight});
-        } else {
-            const TwipsSize screen = window_.ScreenSize();
-            TwipsRect bounds = window_.Bounds();
-            bounds.left = screen.width / 2 - bounds.width / 2;
-            bounds.top = screen.height / 2 - bounds.height / 2;
-            window_.SetBounds(bounds);
-        }
+        RestoreWindowPosition();
         PlaceInStatusPanel(controls.pbScanning, controls.sbMain, ProgressPanel);
+        if (const std::int32_t row = controls.lvwServers.SelectedRow(); row != 0)
+            controls.lvwServers.EnsureVisible(row); // in the size that the window has now
         if (controls.trvGames.Children("games").empty())
             AskForGameSetup();
     });
+}
+
+// A window that starts minimized or maximized gets the remembered position all the same: it is where the
+// window comes back to, and what is stored at the end then.
+void frmMain::RestoreWindowPosition() {
+    const bool isNormal = program_.WinState != static_cast<std::int32_t>(WindowState::Minimized) &&
+                          program_.WinState != static_cast<std::int32_t>(WindowState::Maximized);
+    if (program_.RemWinPos == 1) {
+        window_.SetBounds({program_.WinLeft, program_.WinTop, program_.WinWidth, program_.WinHeight});
+    } else if (isNormal) {
+        const TwipsSize screen = window_.ScreenSize();
+        TwipsRect bounds = window_.Bounds();
+        bounds.left = screen.width / 2 - bounds.width / 2;
+        bounds.top = screen.height / 2 - bounds.height / 2;
+        window_.SetBounds(bounds);
+    }
+    if (!isNormal)
+        window_.SetState(static_cast<WindowState>(program_.WinState));
 }
 
 void frmMain::AskForGameSetup() {
@@ -143,31 +150,57 @@ void frmMain::RefreshInterface() {
 }
 
 void frmMain::Unload() {
-    gate_.Close([this] { Form_Unload(Boxes::Shown); });
+    desktop_.prompts.SetClosing(true);
+    gate_.Close([this] { Form_Unload(Boxes::Shown); }, [this] { return !window_.CancelDialogs(); });
+    ContinueClosing();
+}
+
+// A command at work ends only when the message box or dialog that it waits for is gone.
+void frmMain::ContinueClosing() {
+    if (!window_.CancelDialogs())
+        gate_.ContinueClosing();
 }
 
 void frmMain::EndSession() {
+    desktop_.prompts.SetClosing(true);
     gate_.CloseAtOnce([this] { Form_Unload(Boxes::None); });
+    if (destroyed_)
+        return;
+    // Unloading was under way and waits for an answer that does not come in time.
+    context_.Trapped("Form_Unload", OnError::Log, [this] { StoreAtUnload(); });
+    DestroyOnce();
 }
 
 void frmMain::Form_Unload(Boxes boxes) {
     const OnError onError = boxes == Boxes::Shown ? OnError::LogAndShow : OnError::Log;
+    desktop_.prompts.SetClosing(boxes == Boxes::None);
     context_.Trapped("Form_Unload", onError, [&] {
-        // What still arrives belongs to nobody.
+        // Datagrams that arrive from now on are not read.
         controls.sckServer.CloseAll();
         controls.sckMaster.Close();
         HTMLHelp.CloseFile();
         if (boxes == Boxes::Shown)
             program_.AppLog->HandleAppErrors();
-        program_.IPLocation->DestroyDatabase();
-        tree.RecordSelection();
-        StoreWindowPosition();
-        SysTray.RemoveFromSysTray();
-        SaveSettings(program_, desktop_);
-        program_.AppLog->Log(MainFormName, "Form_Unload", 0, "Application terminated normally", false, false,
-                             true);
+        StoreAtUnload();
     });
-    window_.Destroy();
+    DestroyOnce();
+}
+
+void frmMain::StoreAtUnload() {
+    if (std::exchange(stored_, true))
+        return;
+    program_.IPLocation->DestroyDatabase();
+    tree.RecordSelection();
+    StoreWindowPosition();
+    SysTray.RemoveFromSysTray();
+    SaveSettings(program_, desktop_);
+    program_.AppLog->Log(MainFormName, "Form_Unload", 0, "Application terminated normally", false, false,
+                         true);
+}
+
+void frmMain::DestroyOnce() {
+    if (!std::exchange(destroyed_, true))
+        window_.Destroy();
 }
 
 void frmMain::StoreWindowPosition() {
@@ -210,10 +243,8 @@ void frmMain::mnuInfoHelp_Click() {
 
 void frmMain::lvwServers_DblClick(std::uint32_t rowIdentity) {
     const std::int32_t row = controls.lvwServers.RowOf(rowIdentity, 1);
-    if (row == 0)
-        return;
-    controls.lvwServers.SelectOnly(row);
-    game.mnuServConnectPlay_Click();
+    if (row != 0)
+        game.mnuServConnectPlay_Click(TargetRows(controls.lvwServers, program_, row));
 }
 
 void frmMain::tbMain_ButtonClick(std::string_view key) {

@@ -11,6 +11,7 @@
 #include "support/clsHTMLHelp.h"
 #include "support/clsSysTray.h"
 #include "views/CommandGate.h"
+#include "views/CommandTarget.h"
 #include "views/CountryLookup.h"
 #include "views/DialogCommands.h"
 #include "views/GameCommands.h"
@@ -42,11 +43,20 @@ class frmMain {
     void Form_Activate();
     void Form_Resize();
 
-    // The user or the system wants the window closed: ends whatever waits and unloads.
+    // The window is to be closed: ends every wait, cancels what is open in front of the window, and unloads
+    // when all of it is gone.
     void Unload();
 
-    // Windows ends: unloads at once and asks nothing.
+    // Something was open in front of the window when it was to be closed, and may be gone now.
+    void ContinueClosing();
+
+    // Windows ends: unloads at once and asks nothing, also where unloading is under way.
     void EndSession();
+
+    // What is selected now.
+    CommandTarget Target() const {
+        return {TargetRows(controls.lvwServers, program_), controls.trvGames.SelectedKey()};
+    }
 
     void mnuFileQuit_Click() { Unload(); }
     void mnuInfoHelp_Click();
@@ -54,7 +64,7 @@ class frmMain {
 
     void ShowFavoritesMenu() { window_.PopUp(PopupMenu::AddToFavorites); }
 
-    // Joins the row's server. The row is known by its identity, as a scan may have moved the selection since.
+    // Joins the server of a row, also where a scan has moved the selection since.
     void lvwServers_DblClick(std::uint32_t rowIdentity);
 
     // The program was started a second time: its window is what the user wants to see.
@@ -73,8 +83,11 @@ class frmMain {
     void AskForGameSetup();
     enum class Boxes { None, Shown };
     void Form_Unload(Boxes boxes);
+    void StoreAtUnload();
+    void DestroyOnce();
     void StoreWindowPosition();
-    void RestoreSort();
+    void RestoreWindowPosition();
+    void SelectLastServer();
 
     ProgramState& program_;
     Desktop& desktop_;
@@ -83,6 +96,8 @@ class frmMain {
     MainFormContext context_;
     bool activated_ = false;
     bool minimized_ = false;
+    bool stored_ = false;
+    bool destroyed_ = false;
 
   public:
     clsSysTray SysTray;

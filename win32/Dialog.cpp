@@ -1,6 +1,8 @@
 #include "win32/Dialog.h"
 
+#include "base/Scope.h"
 #include "win32/DialogTemplate.h"
+#include "win32/Handles.h"
 #include "win32/Libraries.h"
 #include "win32/SystemError.h"
 
@@ -21,7 +23,32 @@ void UseTabTexture(HWND page) noexcept {
 
 } // namespace
 
+class Dialog::KeyFilter {
+  public:
+    explicit KeyFilter(Dialog& dialog) noexcept
+        : innermost_(current_, &dialog),
+          hook_(SetWindowsHookExA(WH_MSGFILTER, &Look, nullptr, GetCurrentThreadId())) {}
+
+  private:
+    static LRESULT CALLBACK Look(int code, WPARAM wParam, LPARAM lParam) noexcept {
+        const MSG& message = *reinterpret_cast<const MSG*>(lParam);
+        if (code == MSGF_DIALOGBOX && message.message == WM_KEYDOWN &&
+            IsChild(current_->handle_, message.hwnd)) {
+            bool isDone = false;
+            current_->Guarded("Form_KeyDown", [&] { isDone = current_->OnKeyDown(message.wParam); });
+            if (isDone)
+                return TRUE;
+        }
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    inline static Dialog* current_ = nullptr; // the innermost that is open
+    Restore<Dialog*> innermost_;
+    UniqueHandle<HookKind> hook_;
+};
+
 INT_PTR Dialog::ShowModal(HWND owner, bool topMost) {
+    const KeyFilter keys(*this);
     topMost_ = topMost;
     focusMoved_ = false;
     const std::vector<unsigned char> layout = DialogTemplate(formName_);

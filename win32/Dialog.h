@@ -43,6 +43,9 @@ class Dialog {
     virtual void OnOK() { Close(IDOK); }
     virtual void OnCancel() { Close(IDCANCEL); }
 
+    // A key goes down in the dialog; true: that is all about it.
+    virtual bool OnKeyDown(WPARAM /*key*/) { return false; }
+
     // However the dialog was closed.
     virtual void OnDestroy() {}
 
@@ -64,6 +67,9 @@ class Dialog {
     }
 
   private:
+    // Shows OnKeyDown every key of a dialog before the dialog's own loop takes its keys.
+    class KeyFilter;
+
     static INT_PTR CALLBACK DialogProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam) noexcept;

@@ -53,6 +53,12 @@ struct KernelObjectKind {
     static void Free(Type handle) noexcept { CloseHandle(handle); }
 };
 
+struct HookKind {
+    using Type = HHOOK;
+    static Type Empty() noexcept { return nullptr; }
+    static void Free(Type handle) noexcept { UnhookWindowsHookEx(handle); }
+};
+
 struct FileKind {
     using Type = HANDLE;
     static Type Empty() noexcept { return INVALID_HANDLE_VALUE; }

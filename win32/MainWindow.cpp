@@ -22,6 +22,26 @@ constexpr char ApplicationIcon[] = "application";
 constexpr int SmallPicture = 16;
 constexpr int LargePicture = 32;
 
+// While something that was cancelled is still open.
+constexpr UINT_PTR ClosingTimer = 1;
+constexpr UINT ClosingInterval = 50; // milliseconds
+constexpr int MostClosingAttempts = 100;
+
+// Ends a menu that is open and a window that is being moved; true when there was one. It is gone when the
+// loop that it runs in goes on.
+bool CancelMenuMode() {
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    GetGUIThreadInfo(GetCurrentThreadId(), &state);
+    if ((state.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE | GUI_INMOVESIZE)) == 0)
+        return false;
+    EndMenu();
+    for (const HWND window : {state.hwndMenuOwner, state.hwndMoveSize})
+        if (window != nullptr)
+            SendMessageA(window, WM_CANCELMODE, 0, 0);
+    return true;
+}
+
 // Centred on the first screen.
 RECT FirstBounds() {
     const Screen screen = ConnectedScreens().front();
@@ -47,6 +67,7 @@ MainWindow::MainWindow(ProgramState& program, WindowsDesktop& desktop)
       tmrIcon_(form_.SysTray.tmrIcon),
       tmrPorts_(form_.controls.tmrPorts),
       tmrDeadlines_(form_.controls.tmrDeadlines),
+      tmrTreeRest_(form_.controls.tmrTreeRest),
       trvGames_(form_.controls.trvGames),
       lvwServers_(form_.controls.lvwServers, NameColumn + 1),
       lvwPlayers_(form_.controls.lvwPlayers, 1),
@@ -230,12 +251,29 @@ Answer MainWindow::OnSystemColorsChanged() {
 }
 
 Answer MainWindow::OnClose() {
-    EndMenu();
-    // A box on top of the window is closed first, as cancelled; the close comes back when it is gone.
-    if (desktop_.Prompts().CancelOpenBox())
-        PostMessageA(Handle(), WM_CLOSE, 0, 0);
+    form_.Unload();
+    return Handled;
+}
+
+// Tells whether something was open, and looks again after a while if so: modal loops deliver timers, too.
+bool MainWindow::CancelDialogs() {
+    const bool menu = CancelMenuMode();
+    const bool dialog = desktop_.Prompts().CancelOpenBox();
+    if (menu || dialog)
+        SetTimer(Handle(), ClosingTimer, ClosingInterval, nullptr);
     else
-        form_.Unload();
+        KillTimer(Handle(), ClosingTimer);
+    return menu || dialog;
+}
+
+// What resists to the last goes down with the window: nothing is lost with it.
+Answer MainWindow::OnTimer(UINT_PTR id) {
+    if (id != ClosingTimer)
+        return NotHandled;
+    if (++closingAttempts_ < MostClosingAttempts)
+        form_.ContinueClosing();
+    else
+        form_.EndSession();
     return Handled;
 }
 

@@ -31,6 +31,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -50,8 +51,10 @@ class MainWindow final : public Window, public FormWindow {
     // Brings the controls up to date with the models; costs next to nothing when nothing changed.
     void FlushModels() noexcept;
 
-    // Runs a command of the menus, the keyboard or the toolbar, if it is available.
-    void RunCommand(int command);
+    // Runs a command of the menus or the keyboard, if it is available: for what is selected now, or for what
+    // was selected when the user gave it.
+    void RunCommand(int command) { RunCommand(command, form_.Target()); }
+    void RunCommand(int command, const CommandTarget& target);
 
   private:
     // FormWindow (MainWindowForm.cpp)
@@ -70,6 +73,8 @@ class MainWindow final : public Window, public FormWindow {
     void SetTopMost(bool topMost) override;
     void PopUp(PopupMenu menu) override;
     void ShowChanges() override;
+    bool TakesInput() const override { return IsWindowEnabled(Handle()) != FALSE; }
+    bool CancelDialogs() override;
     void Destroy() override;
 
     // Window
@@ -84,10 +89,13 @@ class MainWindow final : public Window, public FormWindow {
     Answer OnSystemColorsChanged() override;
     Answer OnActivate(bool active, bool minimized) override;
     Answer OnSetFocus() override;
-    Answer OnCommand(int id, HWND control) override;
+    Answer OnCommand(int id, CommandSource source) override;
     Answer OnNotify(NMHDR& notification) override;
     Answer OnContextMenu(HWND on, POINT screen) override;
     Answer OnEnterIdle() override;
+    Answer OnInitMenuPopup(HMENU menu) override;
+    Answer OnMenuBarLeft() override;
+    Answer OnTimer(UINT_PTR id) override;
     Answer OnOwnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     // Look (MainWindow.cpp)
@@ -102,6 +110,7 @@ class MainWindow final : public Window, public FormWindow {
     void ConnectEvents();
     bool PreTranslate(MSG& message) noexcept;
     bool MoveFocusByTab(const MSG& message) noexcept;
+    bool IsRepeatedChoice(const MSG& message) const noexcept;
 
     // Runs a handler after the control has finished its own work on the event.
     void PostEvent(std::function<void()> handler);
@@ -110,6 +119,7 @@ class MainWindow final : public Window, public FormWindow {
     // Menus (MainWindowMenus.cpp)
     void LoadMenus();
     void AddCommands();
+    void AddServerCommands();
     bool IsAvailable(int command) const;
     HMENU PopupOf(PopupMenu menu) const;
     POINT PopupPosition(PopupMenu menu) const;
@@ -133,6 +143,7 @@ class MainWindow final : public Window, public FormWindow {
     TimerWin tmrIcon_;
     TimerWin tmrPorts_;
     TimerWin tmrDeadlines_;
+    TimerWin tmrTreeRest_;
 
     // Pictures and fonts outlive the controls below that use them.
     Dpi dpi_ = Dpi::OfSystem();
@@ -159,7 +170,10 @@ class MainWindow final : public Window, public FormWindow {
     HMENU favoritesMenu_ = nullptr;
     HACCEL accelerators_ = nullptr;
     HACCEL serverListAccelerators_ = nullptr;
-    std::map<int, std::function<void()>> commands_;
+    HACCEL treeAccelerators_ = nullptr;
+    std::map<int, std::function<void(const CommandTarget& target)>> commands_;
+    std::optional<CommandTarget> menuBarTarget_; // of the entry that was just chosen
+    bool keyRepeats_ = false;                    // the key in hand is held down
     std::vector<MenuEntry> shownEntries_;
     POINT menuKeyPosition_{}; // where the menu belongs that the keyboard asked for
     bool askedByKeyboard_ = false;
@@ -169,6 +183,7 @@ class MainWindow final : public Window, public FormWindow {
     const UINT taskbarCreatedMessage_ = RegisterWindowMessageA("TaskbarCreated");
 
     HWND lastFocus_ = nullptr;
+    int closingAttempts_ = 0;
     bool loaded_ = false;
     bool flushing_ = false;
     bool shownInTaskbar_ = true;

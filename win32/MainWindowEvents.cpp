@@ -1,6 +1,8 @@
 // What the user does, on its way from the controls to the form's handlers.
 
 #include "win32/MainWindow.h"
+
+#include "base/Scope.h"
 #include "win32/RunningInstance.h"
 #include "win32/resources/ids.h"
 
@@ -13,6 +15,21 @@ namespace quarn {
 namespace {
 
 constexpr UINT RunPostedEventMessage = WM_APP;
+constexpr UINT ForgetMenuTargetMessage = WM_APP + 1;
+
+// The key was down already.
+bool IsRepeat(const MSG& message) noexcept {
+    constexpr LPARAM WasDown = LPARAM{1} << 30;
+    return (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) &&
+           (message.lParam & WasDown) != 0;
+}
+
+// A dialog in whose handler events run: its own loop, which would take care of its keys, waits meanwhile.
+bool IsDialogKey(MSG& message) noexcept {
+    const HWND root = GetAncestor(message.hwnd, GA_ROOT);
+    return root != nullptr && GetClassLongPtrA(root, GCW_ATOM) == reinterpret_cast<ULONG_PTR>(WC_DIALOG) &&
+           IsDialogMessageA(root, &message) != FALSE;
+}
 
 } // namespace
 
@@ -38,9 +55,7 @@ void MainWindow::ConnectEvents() {
         PostEvent([this, key] { form_.tree.trvGames_NodeClick(key); });
     };
     trvGames_.SelectedByKeyboard = [this](const std::string& key) {
-        // Moving onto a filter must not switch it.
-        if (!GamesTree::IsFilterNode(key))
-            trvGames_.NodeClicked(key);
+        form_.tree.trvGames_SelectedByKeyboard(key);
     };
     trvGames_.RightReleased = [this] { PopUp(PopupMenu::TreeView); };
 
@@ -65,13 +80,14 @@ Answer MainWindow::OnOwnMessage(UINT message, WPARAM /*wParam*/, LPARAM /*lParam
         form_.SysTray.TaskbarCreated();
         return Handled;
     }
-    if (message == StartedAgainMessage()) {
+    if (message == StartedAgainMessage())
         form_.StartedAgain();
-        return Handled;
-    }
-    if (message != RunPostedEventMessage)
+    else if (message == RunPostedEventMessage)
+        RunFirstPostedEvent();
+    else if (message == ForgetMenuTargetMessage)
+        menuBarTarget_.reset();
+    else
         return NotHandled;
-    RunFirstPostedEvent();
     return Handled;
 }
 
@@ -84,6 +100,14 @@ void MainWindow::RunFirstPostedEvent() {
 }
 
 // The system's own loops, of menus and dialogs, do not know the pump.
+// The command of the entry that was chosen is in the queue by now, and this message comes after it. Until
+// then a scan may move the selection.
+Answer MainWindow::OnMenuBarLeft() {
+    menuBarTarget_ = form_.Target();
+    PostMessageA(Handle(), ForgetMenuTargetMessage, 0, 0);
+    return NotHandled;
+}
+
 Answer MainWindow::OnEnterIdle() {
     FlushModels();
     return NotHandled;
@@ -121,17 +145,28 @@ Answer MainWindow::OnSetFocus() {
 
 bool MainWindow::PreTranslate(MSG& message) noexcept {
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd))
-        return false;
+        return IsDialogKey(message);
     const bool keyMoves = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
     if (!keyMoves)
         return false;
     if (StatusBarControl::IsLockKey(message.wParam))
         sbMain_.ReadLockKeys();
-    if (MoveFocusByTab(message))
+    if (MoveFocusByTab(message) || IsRepeatedChoice(message))
         return true;
+    const Restore repeats(keyRepeats_, IsRepeat(message));
     if (lvwServers_.HasFocus() && TranslateAcceleratorA(Handle(), serverListAccelerators_, &message))
         return true;
+    if (trvGames_.HasFocus() && TranslateAcceleratorA(Handle(), treeAccelerators_, &message))
+        return true;
     return TranslateAcceleratorA(Handle(), accelerators_, &message) != 0;
+}
+
+// Enter joins the selected server; Enter and Space are clicks on a node of the tree. Once for each press.
+bool MainWindow::IsRepeatedChoice(const MSG& message) const noexcept {
+    if (!IsRepeat(message))
+        return false;
+    return (message.wParam == VK_RETURN && (lvwServers_.HasFocus() || trvGames_.HasFocus())) ||
+           (message.wParam == VK_SPACE && trvGames_.HasFocus());
 }
 
 bool MainWindow::MoveFocusByTab(const MSG& message) noexcept {

@@ -3,6 +3,7 @@
 #include "win32/MainWindow.h"
 #include "win32/resources/ids.h"
 
+#include <initializer_list>
 #include <utility>
 
 namespace quarn {
@@ -45,38 +46,46 @@ void MainWindow::LoadMenus() {
     favoritesMenu_ = SubmenuOf(mainMenu_, ID_mnuServFavoritesAdd);
     accelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_ACCELERATORS));
     serverListAccelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_SERVER_LIST_ACCELERATORS));
+    treeAccelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_TREE_ACCELERATORS));
     AddCommands();
 }
 
 void MainWindow::AddCommands() {
-    commands_[ID_mnuFileQuit] = [this] { form_.mnuFileQuit_Click(); };
-    commands_[ID_mnuServConnectPlay] = [this] { form_.game.mnuServConnectPlay_Click(); };
-    commands_[ID_mnuServConnectSpec] = [this] { form_.game.mnuServConnectSpec_Click(); };
-    commands_[ID_mnuServSetPass] = [this] { form_.dialogs.mnuServSetPass_Click(); };
-    commands_[ID_mnuServRefresh] = [this] { form_.scan.mnuServRefresh_Click(); };
-    commands_[ID_mnuServRefreshAll] = [this] { form_.scan.mnuServRefreshAll_Click(); };
-    commands_[ID_mnuServAdd] = [this] { form_.dialogs.mnuServAdd_Click(); };
-    commands_[ID_mnuServDelete] = [this] { form_.servers.mnuServDelete_Click(); };
-    commands_[ID_mnuServMonitor] = [this] { form_.game.mnuServMonitor_Click(); };
-    commands_[ID_mnuServCopyAddress] = [this] { form_.servers.mnuServCopyAddress_Click(); };
+    using Target = const CommandTarget&;
+    AddServerCommands();
+    commands_[ID_mnuFileQuit] = [this](Target) { form_.mnuFileQuit_Click(); };
+    commands_[ID_mnuServRefreshAll] = [this](Target) { form_.scan.mnuServRefreshAll_Click(); };
+    commands_[ID_mnuServAdd] = [this](Target) { form_.dialogs.mnuServAdd_Click(); };
+    commands_[ID_mnuServerListGet] = [this](Target) { form_.master.mnuServerListGet_Click(); };
+    commands_[ID_mnuServerListClear] = [this](Target) { form_.servers.mnuServerListClear_Click(); };
+    commands_[ID_mnuRecheckCountries] = [this](Target) { form_.countries.mnuRecheckCountries_Click(); };
+    commands_[ID_mnuServerListExport] = [this](Target) { form_.servers.mnuServerListExport_Click(); };
+    commands_[ID_mnuExtrasGameSetup] = [this](Target) { form_.dialogs.mnuExtrasGameSetup_Click(); };
+    commands_[ID_mnuExtrasOptions] = [this](Target) { form_.dialogs.mnuExtrasOptions_Click(); };
+    commands_[ID_mnuInfoHelp] = [this](Target) { form_.mnuInfoHelp_Click(); };
+    commands_[ID_mnuInfoAbout] = [this](Target) { form_.dialogs.mnuInfoAbout_Click(); };
+    commands_[ID_mnuSysOpen] = [this](Target) { form_.mnuSysOpen_Click(); };
+    commands_[ID_mnuSysQuit] = [this](Target) { form_.mnuSysQuit_Click(); };
+    commands_[ID_mnuTreeRename] = [this](Target t) { form_.tree.mnuTreeRename_Click(t.node); };
+    commands_[ID_mnuTreeAddServer] = [this](Target t) { form_.dialogs.mnuTreeAddServer_Click(t.node); };
+    commands_[ID_keyStop] = [this](Target) { form_.scan.Stop(); };
+    commands_[ID_keySelectAll] = [this](Target) { lvwServers_.SelectAll(); };
+}
+
+// Those that act on selected servers.
+void MainWindow::AddServerCommands() {
+    using Target = const CommandTarget&;
+    commands_[ID_mnuServConnectPlay] = [this](Target t) { form_.game.mnuServConnectPlay_Click(t.rows); };
+    commands_[ID_mnuServConnectSpec] = [this](Target t) { form_.game.mnuServConnectSpec_Click(t.rows); };
+    commands_[ID_mnuServSetPass] = [this](Target t) { form_.dialogs.mnuServSetPass_Click(t.rows); };
+    commands_[ID_mnuServRefresh] = [this](Target t) { form_.scan.mnuServRefresh_Click(t.rows); };
+    commands_[ID_mnuServDelete] = [this](Target t) { form_.servers.mnuServDelete_Click(t.rows); };
+    commands_[ID_mnuServMonitor] = [this](Target t) { form_.game.mnuServMonitor_Click(t.rows); };
+    commands_[ID_mnuServCopyAddress] = [this](Target t) { form_.servers.mnuServCopyAddress_Click(t.rows); };
     for (int folder = 1; folder <= MaxFavoritesFolders; ++folder)
-        commands_[ID_mnuServAddToFavorites + folder] = [this, folder] {
-            form_.tree.mnuServAddToFavorites_Click(folder);
+        commands_[ID_mnuServAddToFavorites + folder] = [this, folder](Target t) {
+            form_.tree.mnuServAddToFavorites_Click(folder, t.rows);
         };
-    commands_[ID_mnuServerListGet] = [this] { form_.master.mnuServerListGet_Click(); };
-    commands_[ID_mnuServerListClear] = [this] { form_.servers.mnuServerListClear_Click(); };
-    commands_[ID_mnuRecheckCountries] = [this] { form_.countries.mnuRecheckCountries_Click(); };
-    commands_[ID_mnuServerListExport] = [this] { form_.servers.mnuServerListExport_Click(); };
-    commands_[ID_mnuExtrasGameSetup] = [this] { form_.dialogs.mnuExtrasGameSetup_Click(); };
-    commands_[ID_mnuExtrasOptions] = [this] { form_.dialogs.mnuExtrasOptions_Click(); };
-    commands_[ID_mnuInfoHelp] = [this] { form_.mnuInfoHelp_Click(); };
-    commands_[ID_mnuInfoAbout] = [this] { form_.dialogs.mnuInfoAbout_Click(); };
-    commands_[ID_mnuSysOpen] = [this] { form_.mnuSysOpen_Click(); };
-    commands_[ID_mnuSysQuit] = [this] { form_.mnuSysQuit_Click(); };
-    commands_[ID_mnuTreeRename] = [this] { form_.tree.mnuTreeRename_Click(); };
-    commands_[ID_mnuTreeAddServer] = [this] { form_.dialogs.mnuTreeAddServer_Click(); };
-    commands_[ID_keyStop] = [this] { form_.tbMain_ButtonClick("stop"); };
-    commands_[ID_keySelectAll] = [this] { lvwServers_.SelectAll(); };
 }
 
 bool MainWindow::IsAvailable(int command) const {
@@ -96,15 +105,31 @@ bool MainWindow::IsAvailable(int command) const {
     return true;
 }
 
-void MainWindow::RunCommand(int command) {
+void MainWindow::RunCommand(int command, const CommandTarget& target) {
     if (IsAvailable(command))
-        commands_.at(command)();
+        commands_.at(command)(target);
 }
 
-Answer MainWindow::OnCommand(int id, HWND /*control*/) {
-    if (!tbMain_.OnCommand(id))
+Answer MainWindow::OnCommand(int id, CommandSource source) {
+    if (source == CommandSource::Accelerator && keyRepeats_)
+        return Handled; // a key that is held down gives its command once
+    const std::optional<CommandTarget> chosen = std::exchange(menuBarTarget_, std::nullopt);
+    if (tbMain_.OnCommand(id))
+        return Handled;
+    if (source == CommandSource::Menu && chosen)
+        RunCommand(id, *chosen);
+    else
         RunCommand(id);
     return Handled;
+}
+
+// Entries that could do nothing are gray.
+Answer MainWindow::OnInitMenuPopup(HMENU menu) {
+    for (const UINT entry : {ID_mnuServConnectPlay, ID_mnuServConnectSpec, ID_mnuServSetPass,
+                             ID_mnuServRefresh, ID_mnuServDelete, ID_mnuServMonitor, ID_mnuServCopyAddress})
+        Enable(menu, entry, form_.controls.lvwServers.SelectedRow() != 0);
+    Enable(menu, ID_mnuTreeRename, form_.tree.CanRename(form_.controls.trvGames.SelectedKey()));
+    return NotHandled;
 }
 
 void MainWindow::FlushMenus() {
@@ -178,9 +203,14 @@ void MainWindow::PopUp(PopupMenu menu) {
     if (menu == PopupMenu::SysTray)
         SetForegroundWindow(Handle());
     const POINT position = PopupPosition(menu);
-    TrackPopupMenuEx(PopupOf(menu), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON, position.x, position.y,
-                     Handle(), nullptr);
+    // What the user sees selected now: a scan moves on while the menu is open.
+    CommandTarget target = form_.Target();
+    const int command =
+        TrackPopupMenuEx(PopupOf(menu), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON | TPM_RETURNCMD,
+                         position.x, position.y, Handle(), nullptr);
     tbMain_.AllowToolTips(true);
+    if (command != 0)
+        PostEvent([this, command, target = std::move(target)] { RunCommand(command, target); });
     PostMessageA(Handle(), WM_NULL, 0, 0);
 }
 

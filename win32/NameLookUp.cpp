@@ -6,8 +6,10 @@
 
 namespace quarn {
 
-NameLookUp::NameLookUp(Answer answer)
-    : answer_(std::move(answer)), winsock_(2, 2), window_([this](UINT message, WPARAM handle, LPARAM result) {
+NameLookUp::NameLookUp(Answer answer, BYTE majorVersion, BYTE minorVersion)
+    : answer_(std::move(answer)),
+      winsock_(majorVersion, minorVersion),
+      window_([this](UINT message, WPARAM handle, LPARAM result) {
           OnMessage(message, handle, WSAGETASYNCERROR(result));
       }) {}
 

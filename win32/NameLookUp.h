@@ -19,7 +19,8 @@ class NameLookUp {
     // `error` is a Winsock error code, 0 when the address is known.
     using Answer = std::function<void(int error, in_addr address)>;
 
-    explicit NameLookUp(Answer answer);
+    // Asks for this version of Windows Sockets.
+    explicit NameLookUp(Answer answer, BYTE majorVersion = 2, BYTE minorVersion = 2);
     NameLookUp(const NameLookUp&) = delete;
     NameLookUp& operator=(const NameLookUp&) = delete;
     ~NameLookUp();

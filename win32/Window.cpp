@@ -107,8 +107,12 @@ Answer Window::DispatchInput(UINT message, WPARAM wParam, LPARAM lParam) noexcep
     case WM_SETFOCUS:
         return Answered("OnSetFocus", [&] { return OnSetFocus(); });
     case WM_COMMAND:
-        return Answered("OnCommand",
-                        [&] { return OnCommand(LOWORD(wParam), reinterpret_cast<HWND>(lParam)); });
+        return Answered("OnCommand", [&] {
+            const bool isAccelerator = HIWORD(wParam) == 1;
+            return OnCommand(LOWORD(wParam), lParam != 0     ? CommandSource::Control
+                                             : isAccelerator ? CommandSource::Accelerator
+                                                             : CommandSource::Menu);
+        });
     case WM_NOTIFY:
         return Answered("OnNotify", [&] { return OnNotify(*reinterpret_cast<NMHDR*>(lParam)); });
     case WM_CONTEXTMENU:
@@ -119,6 +123,12 @@ Answer Window::DispatchInput(UINT message, WPARAM wParam, LPARAM lParam) noexcep
         });
     case WM_ENTERIDLE:
         return Answered("OnEnterIdle", [&] { return OnEnterIdle(); });
+    case WM_INITMENUPOPUP:
+        return Answered("OnInitMenuPopup", [&] { return OnInitMenuPopup(reinterpret_cast<HMENU>(wParam)); });
+    case WM_EXITMENULOOP:
+        return wParam != FALSE ? NotHandled : Answered("OnMenuBarLeft", [&] { return OnMenuBarLeft(); });
+    case WM_TIMER:
+        return Answered("OnTimer", [&] { return OnTimer(wParam); });
     default:
         if (message < WM_APP)
             return NotHandled;

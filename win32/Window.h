@@ -66,12 +66,22 @@ class Window {
 
     virtual Answer OnActivate(bool /*active*/, bool /*minimized*/) { return NotHandled; }
     virtual Answer OnSetFocus() { return NotHandled; }
-    virtual Answer OnCommand(int /*id*/, HWND /*control*/) { return NotHandled; }
+    // Where a command comes from; a control names itself.
+    enum class CommandSource { Menu, Accelerator, Control };
+    virtual Answer OnCommand(int /*id*/, CommandSource /*source*/) { return NotHandled; }
     virtual Answer OnNotify(NMHDR& /*notification*/) { return NotHandled; }
     virtual Answer OnContextMenu(HWND /*on*/, POINT /*screen*/) { return NotHandled; }
 
     // A menu or a dialog of ours waits for input.
     virtual Answer OnEnterIdle() { return NotHandled; }
+
+    // A menu is about to be shown, or an accelerator to run one of its entries.
+    virtual Answer OnInitMenuPopup(HMENU /*menu*/) { return NotHandled; }
+
+    // The user has left the menu bar, with or without choosing an entry.
+    virtual Answer OnMenuBarLeft() { return NotHandled; }
+
+    virtual Answer OnTimer(UINT_PTR /*id*/) { return NotHandled; }
 
     // Messages of the program's own, WM_APP and up.
     virtual Answer OnOwnMessage(UINT /*message*/, WPARAM, LPARAM) { return NotHandled; }

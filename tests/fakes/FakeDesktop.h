@@ -28,7 +28,7 @@ struct FakeDesktop {
     FakeEvents events{clock};
     MemoryFiles files;
     FakeHelpViewer help;
-    FakeHostNames hosts;
+    FakeHostNames hosts{events};
     ClassicLocale locale;
     FakeNotificationArea notifications;
     FakePeers peers;

@@ -38,6 +38,13 @@ class FakeFormWindow : public FormWindow {
     // Called when the window's size or state has changed, like the system's notification.
     std::function<void()> resized;
 
+    // Called after that, for what the window reads then.
+    std::function<void()> whenSized;
+
+    // Whether a message box or dialog is open, and what follows when the form has it cancelled.
+    std::function<bool()> dialogIsOpen;
+    std::function<void()> whenCancelled;
+
     // Called when the form updates its controls.
     std::function<void()> whenShowingChanges;
 
@@ -81,6 +88,13 @@ class FakeFormWindow : public FormWindow {
         if (whenShowingChanges)
             whenShowingChanges();
     }
+    bool TakesInput() const override { return !dialogIsOpen || !dialogIsOpen(); }
+    bool CancelDialogs() override {
+        const bool open = dialogIsOpen && dialogIsOpen();
+        if (open && whenCancelled)
+            whenCancelled();
+        return open;
+    }
     void Destroy() override { ++destroyCalls; }
 
   private:
@@ -91,6 +105,8 @@ class FakeFormWindow : public FormWindow {
     void TellResized() {
         if (resized)
             resized();
+        if (whenSized)
+            whenSized();
     }
 };
 

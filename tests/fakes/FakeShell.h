@@ -26,6 +26,8 @@ class FakeShell : public Shell {
         if (openFault)
             throw RunTimeError(*openFault);
         opened.push_back(request);
+        if (whileOpening)
+            whileOpening();
     }
     void SetClipboardText(const std::string& text) override {
         if (clipboardBlocked)

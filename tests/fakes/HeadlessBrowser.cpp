@@ -63,10 +63,12 @@ bool HeadlessBrowser::Start() {
     return Main(program, fake.desktop, [this] {
         form_.emplace(program, fake.desktop, window, dialogs, sckMaster, sckServer, engines);
         MainControls& controls = form_->controls;
-        for (Timer* const timer :
-             {&controls.tmrTimeout, &controls.tmrMaster, &controls.tmrPorts, &controls.tmrDeadlines})
+        for (Timer* const timer : {&controls.tmrTimeout, &controls.tmrMaster, &controls.tmrPorts,
+                                   &controls.tmrDeadlines, &controls.tmrTreeRest})
             timers_.push_back(std::make_unique<FakeTimerDriver>(fake.events, *timer));
         window.resized = [this] { form_->Form_Resize(); };
+        window.dialogIsOpen = [this] { return fake.prompts.IsOpen() || !dialogs.open.empty(); };
+        window.whenCancelled = [this] { In(50, [this] { form_->ContinueClosing(); }); };
         form_->Form_Load();
         if (!Ended())
             form_->Form_Activate();

@@ -130,6 +130,12 @@ std::string WithIniValue(std::string_view text, std::string_view section, std::s
     return result.insert(position, entry);
 }
 
+std::string WithoutIniKey(std::string_view text, std::string_view section, std::string_view key) {
+    const Place place = Find(text, section, key);
+    std::string result(text);
+    return place.keyFound ? result.erase(place.lineBegin, place.lineEnd - place.lineBegin) : result;
+}
+
 std::int32_t LeadingInteger(std::string_view value) noexcept {
     value = Trimmed(value);
     const bool negative = !value.empty() && value.front() == '-';

@@ -20,6 +20,9 @@ std::optional<std::string> IniValue(std::string_view text, std::string_view sect
 std::string WithIniValue(std::string_view text, std::string_view section, std::string_view key,
                          std::string_view value);
 
+// The text without the line of this key, if it has one.
+std::string WithoutIniKey(std::string_view text, std::string_view section, std::string_view key);
+
 // The number at the beginning of a value: blanks, a sign, digits; 0 without digits. It wraps around at 32
 // bits.
 std::int32_t LeadingInteger(std::string_view value) noexcept;

@@ -86,6 +86,13 @@ TEST(IniTextTest, KeepsTheLineEndOfAChangedLine) {
     EXPECT_EQ(WithIniValue("[A]\nx=1\ny=2", "A", "y", "5"), "[A]\nx=1\ny=5");
 }
 
+TEST(IniTextTest, RemovesAKeyWithItsLine) {
+    EXPECT_EQ(WithoutIniKey("[A]\r\nx=1\r\ny=2\r\n[B]\r\nx=3\r\n", "a", "X"), "[A]\r\ny=2\r\n[B]\r\nx=3\r\n");
+    EXPECT_EQ(WithoutIniKey("[A]\r\nx=1", "A", "x"), "[A]\r\n");
+    EXPECT_EQ(WithoutIniKey("[A]\r\nx=1\r\n", "A", "z"), "[A]\r\nx=1\r\n");
+    EXPECT_EQ(WithoutIniKey("", "A", "x"), "");
+}
+
 TEST(IniTextTest, ReadsTheNumberAtTheBeginningOfAValue) {
     const struct {
         const char* value;

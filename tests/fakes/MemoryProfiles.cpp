@@ -32,10 +32,21 @@ std::string MemoryProfiles::ReadText(const std::string& path, const std::string&
 
 bool MemoryProfiles::WriteText(const std::string& path, const std::string& section, const std::string& key,
                                const std::string& value) {
+    return Change(path, [&](const std::string& text) { return WithIniValue(text, section, key, value); });
+}
+
+bool MemoryProfiles::RemoveKey(const std::string& path, const std::string& section, const std::string& key) {
+    if (!ValueIn(path, section, key))
+        return true;
+    return Change(path, [&](const std::string& text) { return WithoutIniKey(text, section, key); });
+}
+
+bool MemoryProfiles::Change(const std::string& path,
+                            const std::function<std::string(const std::string&)>& changed) {
     if (beforeWrite)
         beforeWrite();
     try {
-        const std::string text = WithIniValue(TextOf(path).value_or(std::string()), section, key, value);
+        const std::string text = changed(TextOf(path).value_or(std::string()));
         try {
             files_.Write(path, text);
         } catch (const RunTimeError& error) {

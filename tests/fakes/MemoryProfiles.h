@@ -18,7 +18,7 @@ class MemoryProfiles : public ProfileFiles {
   public:
     explicit MemoryProfiles(MemoryFiles& files) : files_(files) {}
 
-    std::function<void()> beforeWrite; // runs at each WriteText, if there is one
+    std::function<void()> beforeWrite; // runs at each change, if there is one
 
     std::int32_t ReadInteger(const std::string& path, const std::string& section, const std::string& key,
                              std::int32_t missing) const override;
@@ -26,6 +26,7 @@ class MemoryProfiles : public ProfileFiles {
                          std::size_t bufferSize) const override;
     bool WriteText(const std::string& path, const std::string& section, const std::string& key,
                    const std::string& value) override;
+    bool RemoveKey(const std::string& path, const std::string& section, const std::string& key) override;
     void Forget(const std::string& path) override { remembered_.erase(path); }
 
   private:
@@ -34,6 +35,7 @@ class MemoryProfiles : public ProfileFiles {
         std::string intended;
     };
 
+    bool Change(const std::string& path, const std::function<std::string(const std::string&)>& changed);
     std::optional<std::string> TextOf(const std::string& path) const;
     std::optional<std::string> ValueIn(const std::string& path, const std::string& section,
                                        const std::string& key) const;

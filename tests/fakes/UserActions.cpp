@@ -77,7 +77,7 @@ void TypeServer(HeadlessBrowser& b, const ActionArguments& server) {
         form.txtPort = server.secondText;
         form.cmdOK_Click();
     };
-    b.Form().dialogs.mnuServAdd_Click();
+    b.Form().dialogs.mnuTreeAddServer_Click("fav2");
 }
 
 void TypePassword(HeadlessBrowser& b, const ActionArguments& password) {
@@ -128,7 +128,7 @@ const std::vector<UserAction>& UserActions() {
         {"monitor", 'm', [](B& b, const A&) { b.Form().tbMain_ButtonClick("monitor"); }},
         {"about", 'i', [](B& b, const A&) { b.Form().dialogs.mnuInfoAbout_Click(); }},
         {"help", 'B', [](B& b, const A&) { b.Form().mnuInfoHelp_Click(); }},
-        {"start the program again", 'E', [](B& b, const A&) { b.Form().StartedAgain(); }},
+        {"start the program again", 'G', [](B& b, const A&) { b.Form().StartedAgain(); }},
         {"into the tray and back", 'Y', GoIntoTheTrayAndBack},
         {"change the window", 'z', ChangeWindow, "n", {{"resize", {.number = 90}}}},
         {"click a node",

@@ -35,6 +35,9 @@ class WatchedProfiles : public ProfileFiles {
                    const std::string& value) override {
         return profiles_.WriteText(path, section, key, value);
     }
+    bool RemoveKey(const std::string& path, const std::string& section, const std::string& key) override {
+        return profiles_.RemoveKey(path, section, key);
+    }
     void Forget(const std::string& path) override { profiles_.Forget(path); }
 
   private:

@@ -33,8 +33,12 @@ class FormFaultsTest : public ProgramTest {
 };
 
 TEST_F(FormFaultsTest, AddServer) {
-    frmAddServer form(
-        program, fake.desktop, [](const std::string&, const std::string&) { Fail(); }, &Fail);
+    frmAddServer form(program, fake.desktop, "list",
+                      {[](const std::string&, const std::string&) -> bool {
+                           Fail();
+                           return false;
+                       },
+                       [](const std::function<bool()>& condition) { return condition(); }, &Fail});
     form.txtIP = "games.example";
     form.txtPort = "1";
     fake.hosts.addresses["games.example"] = "10.1.2.3";
@@ -44,7 +48,8 @@ TEST_F(FormFaultsTest, AddServer) {
 }
 
 TEST_F(FormFaultsTest, Password) {
-    frmSetPassword form(program, &Fail);
+    frmSetPassword form(
+        program, [server = program.CurrentServer] { return server; }, &Fail);
     form.cmdOK_Click();
     form.cmdCancel_Click();
     ExpectErrors({"frmSetPassword;cmdOK_Click;91", "frmSetPassword;cmdCancel_Click;91"});

@@ -20,7 +20,8 @@ class frmSetPasswordTest : public ProgramTest {
         program.Servers[3].Password = "third";
     }
     frmSetPassword Form() {
-        return frmSetPassword(program, [this] { ++closed; });
+        return frmSetPassword(
+            program, [server = program.CurrentServer] { return server; }, [this] { ++closed; });
     }
     const std::string& Password(std::int32_t server = 2) { return program.Servers[server].Password; }
 

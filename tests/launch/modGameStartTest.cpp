@@ -35,7 +35,9 @@ class modGameStartTest : public ProgramTest {
     }
 
     ServerRecord& server() { return program.Servers[2]; }
-    bool Start(bool asSpectator = false) { return StartGame(program, fake.desktop, asSpectator); }
+    bool Start(bool asSpectator = false) {
+        return StartGame(program, fake.desktop, program.Servers[program.CurrentServer], asSpectator);
+    }
 
     std::string Parameters(bool asSpectator) {
         fake.shell.opened.clear();

@@ -25,7 +25,9 @@ class modMonitorTest : public ProgramTest {
     }
 
     ServerRecord& server() { return program.Servers[1]; }
-    void Monitor() { MonitorWithVelmar(program, fake.desktop); }
+    void Monitor() {
+        MonitorWithVelmar(program, fake.desktop, AddressText(program.Servers[program.CurrentServer]));
+    }
 };
 
 TEST_F(modMonitorTest, StartsVelmarFromTheNeighbouringFolder) {

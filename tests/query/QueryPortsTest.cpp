@@ -39,7 +39,7 @@ class QueryPortsTest : public ::testing::Test {
 
     FakeClock clock;
     FakeEvents events{clock};
-    FakeHostNames hosts;
+    FakeHostNames hosts{events};
     FakeUdpSockets network{clock, events, hosts};
     Timer timer;
     FakeTimerDriver driver{events, timer};

@@ -15,7 +15,7 @@ const std::string NotFourSets = "The IP address entered does not contain 4 sets 
 class modGetIPTest : public ProgramTest {
   protected:
     std::string Validate(const std::string& address, const std::string& port) {
-        return ValidateAddress(program, fake.desktop, address, port);
+        return ValidateAddress(program, fake.desktop, address, port, wait, wrong);
     }
     // The texts of the message boxes shown since the last call.
     std::vector<std::string> Shown() {
@@ -25,17 +25,26 @@ class modGetIPTest : public ProgramTest {
         fake.prompts.shown.clear();
         return texts;
     }
+
+    // Lets events run as the main window does.
+    const WaitFunction wait = [this](const std::function<bool()>& condition) {
+        while (!condition() && !givesUp)
+            fake.events.WaitForEvent();
+        return !givesUp;
+    };
+    bool givesUp = false;
+    AddressField wrong = AddressField::Address;
 };
 
 TEST_F(modGetIPTest, AHostNameBecomesItsDottedAddress) {
     fake.hosts.addresses["games.example"] = "10.1.2.3";
-    EXPECT_EQ(AddrByName(*program.AppLog, fake.hosts, "games.example"), "10.1.2.3");
+    EXPECT_EQ(AddrByName(*program.AppLog, fake.hosts, "games.example", wait), "10.1.2.3");
     EXPECT_EQ(Validate("games.example", "27960"), "10.1.2.3");
     EXPECT_THAT(Shown(), IsEmpty());
 }
 
-TEST_F(modGetIPTest, AnUnknownHostNameGivesAnEmptyAddressWithoutAMessage) {
-    EXPECT_EQ(AddrByName(*program.AppLog, fake.hosts, "nowhere.example"), "");
+TEST_F(modGetIPTest, AHostNameThatDoesNotResolveGivesNothingAndSaysNothing) {
+    EXPECT_EQ(AddrByName(*program.AppLog, fake.hosts, "nowhere.example", wait), "");
     EXPECT_EQ(Validate("nowhere.example", "27960"), "");
     EXPECT_THAT(Shown(), IsEmpty());
     EXPECT_THAT(Logged(), IsEmpty());
@@ -43,14 +52,63 @@ TEST_F(modGetIPTest, AnUnknownHostNameGivesAnEmptyAddressWithoutAMessage) {
 
 class BrokenHostNames : public HostNames {
   public:
-    std::string AddressOf(const std::string&) override { throw RunTimeError(ErrorNumber::DeviceUnavailable); }
+    void LookUp(const std::string&, Answer) override { throw RunTimeError(ErrorNumber::DeviceUnavailable); }
+    void Cancel() override {}
 };
 
 TEST_F(modGetIPTest, ALookUpThatFailsIsLoggedAndNotShown) {
     BrokenHostNames hosts;
-    EXPECT_EQ(AddrByName(*program.AppLog, hosts, "games.example"), "");
+    EXPECT_EQ(AddrByName(*program.AppLog, hosts, "games.example", wait), "");
     EXPECT_THAT(Logged(), ElementsAre("modGetIP;AddrByName;68"));
     EXPECT_THAT(Shown(), IsEmpty());
+}
+
+TEST_F(modGetIPTest, EventsRunWhileANameIsLookedUp) {
+    fake.hosts.addresses["games.example"] = "10.1.2.3";
+    fake.hosts.lookUpMilliseconds = 5000;
+    int events = 0;
+    for (const int delay : {10, 4000, 6000})
+        fake.events.PostIn(delay, [&] { ++events; });
+    EXPECT_EQ(Validate("games.example", "27960"), "10.1.2.3");
+    EXPECT_EQ(events, 2);
+    EXPECT_EQ(fake.hosts.cancelled, 0);
+}
+
+TEST_F(modGetIPTest, ALookUpThatIsGivenUpIsCancelledAndFindsNothing) {
+    fake.hosts.addresses["games.example"] = "10.1.2.3";
+    fake.hosts.lookUpMilliseconds = 5000;
+    fake.events.PostIn(10, [&] { givesUp = true; });
+    EXPECT_EQ(Validate("games.example", "27960"), "");
+    EXPECT_EQ(fake.hosts.cancelled, 1);
+    fake.events.RunFor(10'000); // an answer that came now would find its place gone
+    EXPECT_THAT(Shown(), IsEmpty());
+}
+
+TEST_F(modGetIPTest, TheFieldToCorrectIsTold) {
+    fake.locale.german = true;
+    const struct {
+        const char* address;
+        const char* port;
+        AddressField wrong;
+    } cases[] = {
+        {"", "", AddressField::Address},
+        {"", "27960", AddressField::Address},
+        {"", "27a", AddressField::Address},
+        {"10.0.0.1", "", AddressField::Port},
+        {"10.0.0.1", "27a", AddressField::Port},
+        {"nowhere.example", "27a", AddressField::Port},
+        {"nowhere.example", "27960", AddressField::Address},
+        {"5", "27960", AddressField::Address},
+        {"10.0.0.256", "27960", AddressField::Address},
+        {"10..0.1", "27960", AddressField::Address},
+    };
+    for (const auto& c : cases) {
+        for (const AddressField before : {AddressField::Address, AddressField::Port}) {
+            wrong = before;
+            EXPECT_EQ(Validate(c.address, c.port), "");
+            EXPECT_EQ(wrong, c.wrong) << c.address << ' ' << c.port;
+        }
+    }
 }
 
 TEST_F(modGetIPTest, EachRefusalNamesItsReason) {

@@ -80,15 +80,19 @@ def test_a_folder_includes_only_folders_of_lower_floors(folder):
 # that needs the running program.
 TESTED_ELSEWHERE = {
     "win32/Dialog": "EveryDialogTest",
+    "win32/DialogTemplate": "EveryDialogTest",
     "win32/Fonts": "MainWindowTest",
     "win32/MainWindowEvents": "MainWindowTest",
     "win32/MainWindowForm": "MainWindowTest",
     "win32/PerformanceCounter": "ClockWinTest",
+    "win32/PixelsOfPng": "PixelsTest",
     "win32/Resources": "ImagesTest",
+    "win32/TaskbarProgress": "MainWindowTest",
     "win32/ToolTips": "ToolbarControlTest",
     "win32/WinMain": "tests/e2e/test_start.py",
     "win32/controls/Control": "ListViewControlTest",
     "win32/controls/ListViewControlEvents": "ListViewControlTest",
+    "win32/desktop/Patience": "FilesWinTest",
     "win32/dialogs/ModalFormsWin": "EveryDialogTest",
 }
 SUITE = re.compile(r"^TEST(?:_F|_P)?\((\w+),", re.MULTILINE)

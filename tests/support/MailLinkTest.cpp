@@ -38,7 +38,7 @@ TEST(MailLinkTest, EscapesTheBodyOnly) {
     }
 }
 
-TEST(NewestLines, AreAllThatFit) {
+TEST(MailLinkNewestLinesTest, AreAllThatFit) {
     const struct {
         const char* log;
         std::size_t room;
@@ -53,8 +53,8 @@ TEST(NewestLines, AreAllThatFit) {
         EXPECT_EQ(NewestLines(c.log, c.room), c.kept) << c.log;
 }
 
-TEST(NewestLines, SayHowManyThereAre) {
-    const std::string log = "first\r\nsecond & last but one\r\nthird\r\n";
+TEST(MailLinkNewestLinesTest, SayHowManyThereAre) {
+    const std::string log = std::string(200, 'x') + "\r\nsecond & last but one\r\nthird\r\n";
     const auto note = [](int lines) {
         return "(The newest " + std::to_string(lines) + " of 3 lines, as a message holds no more.)\r\n";
     };
@@ -63,8 +63,8 @@ TEST(NewestLines, SayHowManyThereAre) {
         std::size_t room;
         std::string kept;
     } cases[] = {
-        {noteLength + 11 + 41, note(2) + "second & last but one\r\nthird\r\n"},
-        {noteLength + 11 + 40, note(1) + "third\r\n"},
+        {noteLength + 11 + 37, note(2) + "second & last but one\r\nthird\r\n"},
+        {noteLength + 11 + 36, note(1) + "third\r\n"},
         {noteLength + 11, note(1) + "third\r\n"},
         {noteLength + 10, note(0)},
         {0, note(0)},

@@ -32,6 +32,11 @@ class CommandGateTest : public ::testing::Test {
         });
     }
 
+    // Closes at once where no command is at work.
+    void Close(std::function<void()> unload) {
+        gate.Close(std::move(unload), [] { return true; });
+    }
+
     FakeDesktop fake;
     CommandGate gate{fake.events};
     std::string ran;
@@ -109,8 +114,40 @@ TEST_F(CommandGateTest, WaitsUntilTheOutermostCommandIsDone) {
     EXPECT_EQ(ran, "(()).x");
 }
 
-TEST_F(CommandGateTest, ClosesAtOnceIfNothingIsRunning) {
-    gate.Close(Note('u'));
+TEST_F(CommandGateTest, TellsWhetherAScanRunsAndAnotherMayStart) {
+    EXPECT_FALSE(gate.ScanRuns());
+    int scans = 0;
+    const std::function<void()> scan = [&] {
+        if (!gate.ScanMayStart())
+            return;
+        const ScanActivity activity(gate);
+        ++scans;
+        EXPECT_TRUE(gate.ScanRuns());
+        gate.Run(Kind::Ordinary, scan);
+    };
+    gate.Run(Kind::Ordinary, scan);
+    EXPECT_EQ(scans, CommandGate::MostNestedScans);
+    EXPECT_FALSE(gate.ScanRuns());
+    EXPECT_TRUE(gate.ScanMayStart());
+}
+
+TEST_F(CommandGateTest, LetsACommandWaitThatWouldNestTooDeep) {
+    int depth = 0;
+    int deepest = 0;
+    int runs = 0;
+    const std::function<void()> command = [&] {
+        const Restore deeper(depth, depth + 1);
+        deepest = std::max(deepest, depth);
+        if (++runs < 1000)
+            gate.Run(Kind::Ordinary, command);
+    };
+    gate.Run(Kind::Ordinary, command);
+    EXPECT_EQ(deepest, CommandGate::MostNestedCommands);
+    EXPECT_EQ(runs, 1000); // none is lost
+}
+
+TEST_F(CommandGateTest, ClosesAtOnceWhenNothingIsAtWork) {
+    Close(Note('u'));
     EXPECT_EQ(ran, "u");
     EXPECT_TRUE(gate.Closing());
 }
@@ -118,18 +155,50 @@ TEST_F(CommandGateTest, ClosesAtOnceIfNothingIsRunning) {
 TEST_F(CommandGateTest, ClosesAfterTheOutermostCommandAndDropsWaitingOnes) {
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.Run(Kind::Ordinary, Note('a'));
-        gate.Close(Note('u'));
+        Close(Note('u'));
         gate.Run(Kind::ReplacesList, Note('b'));
     });
     gate.Run(Kind::Ordinary, Note('c'));
     EXPECT_EQ(ran, "()u");
 }
 
-TEST_F(CommandGateTest, DropsTheRestWhenAWaitingCommandCloses) {
+TEST_F(CommandGateTest, ClosesWhenNothingIsOpenAnyMore) {
+    bool isOpen = true;
+    const auto ready = [&] { return !isOpen; };
+    gate.Close(Note('u'), ready);
+    gate.ContinueClosing();
+    EXPECT_EQ(ran, "");
+    EXPECT_TRUE(gate.Closing());
+    isOpen = false;
+    gate.ContinueClosing();
+    gate.ContinueClosing();
+    EXPECT_EQ(ran, "u");
+}
+
+TEST_F(CommandGateTest, ClosesNeitherInsideACommandNorWhileSomethingIsOpenBehindIt) {
+    bool isOpen = true;
+    gate.Run(Kind::Ordinary, [&] {
+        gate.Close(Note('u'), [&] { return !isOpen; });
+        gate.ContinueClosing();
+        ran += 'e';
+    });
+    EXPECT_EQ(ran, "e");
+    isOpen = false;
+    gate.ContinueClosing();
+    EXPECT_EQ(ran, "eu");
+}
+
+TEST_F(CommandGateTest, ContinuesNoClosingThatHasNotBegun) {
+    gate.ContinueClosing();
+    gate.Run(Kind::Ordinary, Note('a'));
+    EXPECT_EQ(ran, "a");
+}
+
+TEST_F(CommandGateTest, DropsWhatStillWaitsWhenOneOfTheWaitingCommandsCloses) {
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.Run(Kind::Ordinary, [&] {
             ran += 'q';
-            gate.Close(Note('u'));
+            Close(Note('u'));
         });
         gate.Run(Kind::Ordinary, Note('a'));
     });
@@ -138,10 +207,10 @@ TEST_F(CommandGateTest, DropsTheRestWhenAWaitingCommandCloses) {
 
 TEST_F(CommandGateTest, CountsOnlyTheFirstClose) {
     gate.Run(Kind::Ordinary, [&] {
-        gate.Close(Note('u'));
-        gate.Close(Note('v'));
+        Close(Note('u'));
+        Close(Note('v'));
     });
-    gate.Close(Note('w'));
+    Close(Note('w'));
     EXPECT_EQ(ran, "u");
 }
 
@@ -156,7 +225,7 @@ TEST_F(CommandGateTest, UnloadsWithoutWaitingWhenTheSessionEnds) {
 
 TEST_F(CommandGateTest, UnloadsOnceIfTheSessionEndsDuringOrAfterAClose) {
     gate.Run(Kind::Ordinary, [&] {
-        gate.Close(Note('u'));
+        Close(Note('u'));
         gate.CloseAtOnce(Note('v'));
     });
     EXPECT_EQ(ran, "v");
@@ -164,8 +233,8 @@ TEST_F(CommandGateTest, UnloadsOnceIfTheSessionEndsDuringOrAfterAClose) {
     EXPECT_EQ(ran, "v");
 }
 
-TEST_F(CommandGateTest, UnloadsOnceIfTheSessionEndsDuringTheUnload) {
-    gate.Close([&] {
+TEST_F(CommandGateTest, UnloadsOnceThoughTheSystemEndsInTheMiddleOfIt) {
+    Close([&] {
         ran += 'u';
         gate.CloseAtOnce(Note('v'));
         ran += '.';
@@ -215,7 +284,7 @@ TEST_F(CommandGateTest, ChecksAConditionAfterEachWaitingCommand) {
 }
 
 TEST_F(CommandGateTest, EndsAWaitWhenItCloses) {
-    fake.events.PostIn(10, [&] { gate.Close(Note('u')); });
+    fake.events.PostIn(10, [&] { Close(Note('u')); });
     fake.events.PostIn(20, Note('x'));
     gate.Run(Kind::Ordinary, [&] {
         EXPECT_FALSE(gate.WaitUntil([] { return false; }));
@@ -227,7 +296,7 @@ TEST_F(CommandGateTest, EndsAWaitWhenItCloses) {
 
 TEST_F(CommandGateTest, YieldsToEventsUntilItCloses) {
     fake.events.Post([&] { gate.Run(Kind::Ordinary, Note('a')); });
-    fake.events.Post([&] { gate.Close(Note('u')); });
+    fake.events.Post([&] { Close(Note('u')); });
     RunWith<ListActivity>(Kind::ReplacesList, [&] {
         gate.LetEventsRun();
         fake.events.Post(Note('x'));

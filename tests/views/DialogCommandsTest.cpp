@@ -33,7 +33,7 @@ TEST_F(DialogCommandsTest, OpenEachDialog) {
     Start();
     Commands().mnuServSetPass_Click();
     Commands().mnuServAdd_Click();
-    Commands().mnuTreeAddServer_Click();
+    Commands().mnuTreeAddServer_Click("q3");
     Commands().mnuExtrasGameSetup_Click();
     Commands().mnuExtrasOptions_Click();
     Commands().mnuInfoAbout_Click();
@@ -98,6 +98,108 @@ TEST_F(DialogCommandsTest, AddServerAddsOneAfterAnother) {
     Commands().mnuServAdd_Click();
     EXPECT_THAT(browser.Column(AddressColumn),
                 ElementsAre("127.0.0.1:27960", "127.0.0.2:27960", "127.0.0.8:1", "127.0.0.8:2"));
+}
+
+TEST_F(DialogCommandsTest, AddServerNamesTheListAndBringsTheNewRowIntoView) {
+    struct Case {
+        const char* shown;
+        const char* list;
+    };
+    for (const Case& c :
+         {Case{"q3", "Arena"}, Case{"mod1", "Arena"}, Case{"fav2", "Duels"}, Case{"games", "Games"}}) {
+        HeadlessBrowser another;
+        another.PutList("q3", HeadlessBrowser::Addresses(50));
+        ASSERT_TRUE(another.Start());
+        another.ClickNode(c.shown);
+        std::string label;
+        another.dialogs.inAddServer = [&](frmAddServer& form) {
+            label = form.lblList;
+            another.Controls().lvwServers.TakeChanges();
+            form.txtIP = "5.example";
+            another.fake.hosts.addresses["5.example"] = "10.0.0.5";
+            form.txtPort = "5";
+            form.cmdOK_Click();
+            EXPECT_EQ(form.lblMessage, "Added 10.0.0.5:5.");
+        };
+        another.Form().dialogs.mnuServAdd_Click();
+        EXPECT_EQ(label, std::string("The server is added to the list \"") + c.list + "\".");
+        EXPECT_EQ(another.Cell(another.RowCount(), AddressColumn), "10.0.0.5:5");
+        EXPECT_EQ(another.Controls().lvwServers.TakeChanges().ensureVisible, another.RowCount()) << c.shown;
+    }
+}
+
+TEST_F(DialogCommandsTest, AddServerTellsOfAPortThatIsNotAdded) {
+    browser.dialogs.inAddServer = [&](frmAddServer& form) {
+        browser.fake.hosts.addresses["one.example"] = "127.0.0.8";
+        form.txtIP = "one.example";
+        form.txtPort = "99999999999";
+        form.cmdOK_Click();
+        EXPECT_EQ(form.lblMessage, "");
+        EXPECT_EQ(form.focus, AddressField::Port);
+    };
+    Start();
+    Commands().mnuServAdd_Click();
+    EXPECT_EQ(browser.RowCount(), 2);
+}
+
+// The tree's menu means the node that it was opened on.
+TEST_F(DialogCommandsTest, AddServerOfTheTreeShowsTheNodesListFirst) {
+    struct Case {
+        const char* node;
+        const char* list;
+    };
+    for (const Case& c : {Case{"q3", "q3"}, Case{"d3", "d3"}, Case{"mod3", "hl"}, Case{"fav1", "fav1"},
+                          Case{"games", "q3"}, Case{"favorites", "q3"}, Case{"filters", "q3"},
+                          Case{"fltkey", "q3"}, Case{"png20", "q3"}, Case{"", "q3"}}) {
+        HeadlessBrowser another;
+        another.PutList("q3", HeadlessBrowser::Addresses(3));
+        ASSERT_TRUE(another.Start());
+        another.Controls().trvGames.Select(*c.node == '\0' ? "games" : c.node);
+        std::string shown;
+        another.dialogs.inAddServer = [&](frmAddServer&) { shown = another.program.CurrentGame; };
+        another.Form().dialogs.mnuTreeAddServer_Click(c.node);
+        EXPECT_EQ(shown, c.list) << c.node;
+        EXPECT_EQ(another.program.FilterLocked, 0);
+        EXPECT_EQ(another.program.FilterPing, 0);
+    }
+}
+
+TEST_F(DialogCommandsTest, AddServerOfTheTreeWaitsForTheScanThatItEnds) {
+    const std::vector<std::string> servers = HeadlessBrowser::Addresses(5);
+    browser.PutList("q3", servers);
+    browser.PutServers(servers);
+    Start();
+    std::string shown;
+    browser.dialogs.inAddServer = [&](frmAddServer&) {
+        shown = browser.program.CurrentGame + " " + browser.Message();
+    };
+    browser.In(5, [&] { Commands().mnuTreeAddServer_Click("fav1"); });
+    browser.RefreshAll();
+    EXPECT_EQ(shown, "fav1 Scanning aborted by user.");
+    EXPECT_THAT(browser.network.Asked(), SizeIs(1));
+}
+
+TEST_F(DialogCommandsTest, AddServerOfTheTreeAddsToNoOtherListThanTheNodes) {
+    browser.fake.files.FailWrites(HeadlessBrowser::PathOf("q3"), ErrorNumber::PermissionDenied);
+    Start();
+    Commands().mnuTreeAddServer_Click("fav1"); // the list in the window cannot be saved, and stays
+    EXPECT_EQ(browser.program.CurrentGame, "q3");
+    EXPECT_THAT(browser.dialogs.shown, IsEmpty());
+}
+
+TEST_F(DialogCommandsTest, ALookUpOfAddServerEndsWithTheProgram) {
+    Start();
+    browser.fake.hosts.lookUpMilliseconds = 5000;
+    browser.dialogs.inAddServer = [&](frmAddServer& form) {
+        form.txtIP = "one.example";
+        form.txtPort = "1";
+        browser.In(100, [&] { browser.Form().Unload(); });
+        form.cmdOK_Click();
+        EXPECT_EQ(browser.fake.clock.Elapsed(), 100);
+    };
+    Commands().mnuServAdd_Click();
+    browser.fake.events.RunFor(1000);
+    EXPECT_EQ(browser.window.destroyCalls, 1);
 }
 
 TEST_F(DialogCommandsTest, TheGameSetupDecidesWhichGamesTheTreeShows) {

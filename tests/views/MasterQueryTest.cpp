@@ -235,6 +235,23 @@ TEST_F(MasterQueryTest, ParsesNothingForAnUnknownEngine) {
     }
 }
 
+TEST_F(MasterQueryTest, MatchesNoReplyWithoutAHeaderThoughNoneIsExpected) {
+    for (const char* engine : {"q3", "d3", "hl"}) {
+        HeadlessBrowser other;
+        other.fake.files.Put("C:\\Quarn\\Games.ini", "[General]\nGameNum=1\n[Game1]\nGameShort=x\nEngine=" +
+                                                         std::string(engine) + "\n");
+        ASSERT_TRUE(other.Start());
+        other.ClickNode("x");
+        other.sckMaster.RemoteHost = "127.0.0.2";
+        other.sckMaster.RemotePort = 1;
+        other.sckMaster.SendData("request");
+        other.sckMaster.ReplyIn(0, "abcdefabcdef");
+        other.fake.events.DoEvents();
+        // The Half-Life branch parses every datagram once.
+        EXPECT_EQ(other.program.Servers.HighestIndex(), std::string(engine) == "hl" ? 2 : 0) << engine;
+    }
+}
+
 TEST_F(MasterQueryTest, LogsAMasterWhoseNameIsUnknown) {
     browser.fake.hosts.addresses.clear();
     StartWith("q3");

@@ -60,26 +60,57 @@ TEST_F(ScanEngineInterruptionTest, WaitsForASilentServersTickBeforeItStops) {
     EXPECT_EQ(browser.Message(), Aborted);
 }
 
-TEST_F(ScanEngineInterruptionTest, RemembersAnEarlyStop) {
+TEST_F(ScanEngineInterruptionTest, IgnoresAStopWhileNoScanRuns) {
     StartWith(3);
     browser.Stop();
+    browser.RefreshAll();
+    EXPECT_THAT(Asked(), ElementsAre(1, 2, 3));
     EXPECT_EQ(browser.Message(), "Ready.");
-    browser.RefreshAll();
-    EXPECT_THAT(Asked(), ElementsAre(1));
-    EXPECT_EQ(browser.Message(), Aborted);
+    browser.Stop();
+    browser.SelectRows({2});
     browser.network.ForgetAsked();
-    browser.RefreshAll();
+    browser.RefreshSelected();
+    EXPECT_THAT(Asked(), ElementsAre(2));
+    EXPECT_EQ(browser.Message(), "Ready.");
+}
+
+// A list that is loaded is busy, but it is no scan.
+TEST_F(ScanEngineInterruptionTest, IgnoresAStopWhileAScanWaitsForAList) {
+    StartWith(3);
+    browser.PutList("d3", addresses);
+    browser.PutServers(addresses, Family::Doom3);
+    browser.fake.events.Post([&] {
+        browser.RefreshAll();
+        browser.Stop();
+    });
+    browser.ClickNode("d3");
     EXPECT_THAT(Asked(), ElementsAre(1, 2, 3));
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
-TEST_F(ScanEngineInterruptionTest, ClearsAnEarlyStopIfThereIsNothingToQuery) {
-    StartWith(0);
-    browser.Stop();
-    browser.RefreshAll();
-    EXPECT_EQ(browser.Message(), Aborted);
-    browser.RefreshAll();
-    EXPECT_EQ(browser.Message(), "Ready.");
+TEST_F(ScanEngineInterruptionTest, NestsSixteenScansAndRefusesAFurtherOne) {
+    StartWith(1);
+    struct Case {
+        const char* button;
+        const char* entry;
+    };
+    for (const Case& c : {Case{"refreshall", "frmMain;mnuServRefreshAll_Click;0"},
+                          Case{"refresh", "frmMain;mnuServRefresh_Click;0"}}) {
+        std::int32_t started = 0;
+        browser.network.whenAsked = [&](const std::string&) {
+            ++started;
+            browser.In(1, [&] { browser.Form().tbMain_ButtonClick(c.button); });
+        };
+        // The scans that waited while another one ran inside them have lost their timer and their reply.
+        for (std::int32_t scan = 1; scan < 16; ++scan)
+            browser.In(2000 + scan, [&] { browser.Stop(); });
+        browser.SelectRows({1});
+        browser.Form().tbMain_ButtonClick(c.button);
+        EXPECT_EQ(started, 16) << c.button;
+        EXPECT_EQ(browser.LogFile().back(), c.entry);
+        EXPECT_THAT(browser.Errors(), IsEmpty());
+        ExpectIdle();
+    }
 }
 
 TEST_F(ScanEngineInterruptionTest, SkipsRowsThatAFilterRemoved) {
@@ -171,8 +202,7 @@ TEST_F(ScanEngineInterruptionTest, KeepsAReplyWithItsServerWhateverRowIsClicked)
     EXPECT_EQ(Server(1).Name, "Live 1");
     EXPECT_EQ(Server(1).Ping, 20);
     EXPECT_EQ(browser.Cell(1, NameColumn), "Live 1");
-    // The scan then reaches row 3, which is selected now.
-    EXPECT_THAT(Asked(), ElementsAre(1, 3));
+    EXPECT_THAT(Asked(), ElementsAre(1));
 }
 
 TEST_F(ScanEngineInterruptionTest, KeepsATimeOutWithItsServerWhateverRowIsClicked) {
@@ -187,7 +217,8 @@ TEST_F(ScanEngineInterruptionTest, KeepsATimeOutWithItsServerWhateverRowIsClicke
     EXPECT_EQ(Server(1).Players, 0);
     EXPECT_EQ(browser.Cell(1, NameColumn), "Server 1");
     EXPECT_EQ(browser.Cell(1, PingColumn), "1000");
-    EXPECT_EQ(Server(3).Name, "Live 3");
+    EXPECT_EQ(Server(3).Name, "Server 3");
+    EXPECT_EQ(Server(3).Players, 9);
 }
 
 TEST_F(ScanEngineInterruptionTest, CommandsUseTheServerThatTheUserSelected) {
@@ -221,9 +252,9 @@ TEST_F(ScanEngineInterruptionTest, RunsASecondScanInsideTheFirst) {
         browser.SelectRows({2, 3});
     });
     browser.RefreshSelected();
-    EXPECT_THAT(Asked(), ElementsAre(1, 2, 4, 3));
+    EXPECT_THAT(Asked(), ElementsAre(1, 2, 4, 4)); // the rows that were selected when each scan was started
     EXPECT_EQ(Server(2).Ping, Latency);
-    EXPECT_EQ(Server(3).Name, "Live 3");
+    EXPECT_EQ(Server(3).Name, "Server 3");
     EXPECT_EQ(browser.Message(), "Ready.");
     ExpectIdle();
 }

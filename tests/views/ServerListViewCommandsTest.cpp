@@ -91,11 +91,34 @@ TEST_F(ServerListViewCommandsTest, FollowsTheKeysThatMoveTheSelection) {
          {Case{38, true}, Case{40, true}, Case{33, true}, Case{34, true}, Case{35, true}, Case{36, true},
           Case{37, false}, Case{39, false}, Case{32, false}, Case{41, false}, Case{13, false}, Case{9, false},
           Case{65, false}, Case{0, false}, Case{-38, false}}) {
+        browser.ClickRow(2);
         browser.program.CurrentServer = 0;
-        browser.SelectRows({2});
         View().lvwServers_KeyUp(c.keyCode);
         EXPECT_EQ(browser.program.CurrentServer, c.follows ? 2 : 0) << c.keyCode;
     }
+}
+
+// As a letter does that begins a name.
+TEST_F(ServerListViewCommandsTest, FollowsAnyKeyThatHasChangedTheSelection) {
+    StartWith(3);
+    browser.ClickRow(1);
+    for (const std::int32_t keyCode : {65, 32, 37, 16, 107}) {
+        browser.SelectRows({3});
+        View().lvwServers_KeyUp(keyCode);
+        EXPECT_EQ(browser.program.CurrentServer, 3) << keyCode;
+        browser.SelectRows({1});
+        View().lvwServers_KeyUp(keyCode);
+        EXPECT_EQ(browser.program.CurrentServer, 1) << keyCode;
+    }
+}
+
+// A scan selects each row in turn, and shows its details when they are there.
+TEST_F(ServerListViewCommandsTest, FollowsNoKeyWhenTheProgramHasChangedTheSelection) {
+    StartWith(3);
+    browser.ClickRow(1);
+    browser.Controls().lvwServers.SelectOnly(3);
+    View().lvwServers_KeyUp(65);
+    EXPECT_EQ(browser.program.CurrentServer, 1);
 }
 
 TEST_F(ServerListViewCommandsTest, RecordsTheRowOnReleaseOfTheMouseOnly) {
@@ -130,6 +153,26 @@ TEST_F(ServerListViewCommandsTest, SortsByAHeaderAndRemembersIt) {
     View().lvwServers_ColumnClick(4);
     EXPECT_EQ(browser.program.LastSortColumn, 4);
     EXPECT_EQ(browser.program.LastSortOrder, 1);
+}
+
+TEST_F(ServerListViewCommandsTest, ShowsTheArrowOnlyWhileTheRowsAreInThatOrder) {
+    StartWith(3);
+    const auto arrow = [&] { return browser.Controls().lvwServers.columns[6].headerIcon; };
+    View().lvwServers_ColumnClick(6);
+    EXPECT_EQ(arrow(), "descending");
+    View().AddServer("192.0.2.9", "1");
+    EXPECT_EQ(arrow(), "");
+    View().lvwServers_ColumnClick(6);
+    EXPECT_EQ(arrow(), "ascending") << "the order flips at every click";
+    browser.ClickNode("fltping");
+    EXPECT_EQ(arrow(), "");
+    View().lvwServers_ColumnClick(6);
+    EXPECT_EQ(arrow(), "descending");
+    browser.SelectRows({2});
+    View().mnuServDelete_Click();
+    EXPECT_EQ(arrow(), "descending") << "what is left is in order";
+    browser.ClickNode("q3"); // saved, not listed again
+    EXPECT_EQ(arrow(), "descending");
 }
 
 TEST_F(ServerListViewCommandsTest, LeavesTheRecordsInTheirOrderWhenItSorts) {
@@ -281,11 +324,103 @@ TEST_F(ServerListViewCommandsTest, DeletesTheSelectedRowsAndTheirRecords) {
             names.push_back(other.program.Servers[i].Name);
         EXPECT_EQ(names, c.names);
         EXPECT_EQ(other.program.ServerCount, static_cast<std::int32_t>(c.names.size()));
-        EXPECT_EQ(other.program.CurrentServer, 0);
-        EXPECT_EQ(other.Count(), "5 servers");
+        EXPECT_EQ(other.Count(), std::to_string(c.names.size()) + " servers");
         EXPECT_THAT(other.Errors(), IsEmpty());
         EXPECT_THAT(other.fake.prompts.shown, IsEmpty());
     }
+}
+
+TEST_F(ServerListViewCommandsTest, ShowsTheNewLengthOfTheListAtOnce) {
+    StartWith(5);
+    EXPECT_EQ(browser.Count(), "5 servers");
+    View().AddServer("192.0.2.9", "1");
+    EXPECT_EQ(browser.Count(), "6 servers");
+    browser.SelectRows({2, 3});
+    View().mnuServDelete_Click();
+    EXPECT_EQ(browser.Count(), "4 servers");
+    browser.SelectRows({1});
+    browser.Form().tree.mnuServAddToFavorites_Click(1); // brings back what the file holds
+    EXPECT_EQ(browser.Count(), "5 servers");
+    browser.fake.prompts.yesNoAnswers = {true};
+    View().mnuServerListClear_Click();
+    EXPECT_EQ(browser.Count(), "0 servers");
+}
+
+TEST_F(ServerListViewCommandsTest, ShowsThatRenewHasClearedTheList) {
+    StartWith(3);
+    browser.fake.prompts.yesNoAnswers = {true};
+    browser.Form().master.mnuServerListGet_Click();
+    EXPECT_EQ(browser.Count(), "0 servers");
+}
+
+TEST_F(ServerListViewCommandsTest, DeletesNoRowBeyondTheEntryCountAndCompacts) {
+    StartWith(5);
+    browser.fake.files.Remove(HeadlessBrowser::PathOf("q3"));
+    browser.SelectRows({1});
+    browser.Form().tree.mnuServAddToFavorites_Click(1); // the list is empty now, its rows are not
+    ASSERT_EQ(browser.program.ServerCount, 0);
+    browser.SelectRows({5});
+    View().mnuServDelete_Click();
+    EXPECT_EQ(browser.RowCount(), 5);
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+    EXPECT_THAT(browser.fake.prompts.shown, IsEmpty());
+
+    browser.program.Servers.Reset(3);
+    for (std::int32_t i = 1; i <= 3; ++i)
+        browser.program.Servers[i].Address = "10.0.0." + std::to_string(i);
+    browser.program.ServerCount = 3;
+    browser.SelectRows({1, 2, 5});
+    browser.Controls().lvwServers.Edit(5).main.tag = "3";
+    View().mnuServDelete_Click(); // the last row moves up to position 3, which is within the count
+    EXPECT_THAT(browser.Tags(), ElementsAre("3", "4"));
+    EXPECT_EQ(browser.program.ServerCount, 0);
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(ServerListViewCommandsTest, SelectsTheRowThatMovedUpAndShowsItsDetails) {
+    struct Case {
+        std::vector<std::int32_t> deleted;
+        std::int32_t selected;
+        std::string variables;
+    };
+    for (const Case& c :
+         {Case{{2}, 2, "of|3"}, Case{{2, 3}, 2, "of|4"}, Case{{1}, 1, "of|2"}, Case{{5}, 4, "of|4"},
+          Case{{4, 5}, 3, "of|3"}, Case{{3, 1}, 2, "of|4"}, Case{{1, 2, 3, 4, 5}, 0, ""}}) {
+        HeadlessBrowser other;
+        other.PutList("q3", HeadlessBrowser::Addresses(5));
+        ASSERT_TRUE(other.Start());
+        for (std::int32_t i = 1; i <= 5; ++i)
+            other.program.Servers[i].Variables = "\\of\\" + std::to_string(i);
+        for (const std::int32_t row : c.deleted)
+            other.Controls().lvwServers.NoteSelected(row, row, true);
+        other.Controls().lvwServers.NoteFocused(c.deleted.front());
+        other.Form().servers.mnuServDelete_Click();
+        const ListView& list = other.Controls().lvwServers;
+        EXPECT_EQ(list.SelectedRow(), c.selected);
+        EXPECT_EQ(list.FocusedRow(), c.selected);
+        EXPECT_EQ(list.SelectedCount(), c.selected == 0 ? 0 : 1);
+        const std::vector<std::string> variables = other.Texts(other.Controls().lvwServVars);
+        EXPECT_EQ(variables.empty() ? "" : variables.front(), c.variables);
+        EXPECT_THAT(other.Errors(), IsEmpty());
+    }
+}
+
+// A deletion that had to wait leaves the user where he went meanwhile.
+TEST_F(ServerListViewCommandsTest, LeavesASelectionOutsideTheDeletedRowsAlone) {
+    StartWith(5);
+    for (std::int32_t i = 1; i <= 5; ++i)
+        browser.program.Servers[i].Variables = "\\of\\" + std::to_string(i);
+    browser.fake.events.doEventsCalls = 0;
+    browser.fake.events.whenYielding = [&](std::int32_t call) {
+        if (call != 1)
+            return;
+        browser.SelectRows({2});
+        View().mnuServDelete_Click();
+        browser.SelectRows({4});
+    };
+    View().lvwServers_ColumnClick(4);
+    EXPECT_EQ(browser.Cell(browser.Controls().lvwServers.SelectedRow(), NameColumn), "Server 4");
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwServVars), ElementsAre("of|4"));
 }
 
 TEST_F(ServerListViewCommandsTest, DeletesNothingWithoutASelection) {

@@ -37,8 +37,6 @@ TEST(ToolbarButtonsTest, RunTheirCommands) {
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
     browser.Form().tbMain_ButtonClick("favorites");
     EXPECT_THAT(browser.window.poppedUp, ElementsAre(PopupMenu::AddToFavorites));
-    browser.Form().tbMain_ButtonClick("stop");
-    EXPECT_TRUE(browser.Form().scan.ScanAborted);
     for (const char* key : {"", "Stop", "nothing", "refreshal"})
         browser.Form().tbMain_ButtonClick(key);
     EXPECT_THAT(browser.sckServer.sent, IsEmpty());
@@ -47,6 +45,9 @@ TEST(ToolbarButtonsTest, RunTheirCommands) {
     browser.SelectRows({1});
     browser.Form().tbMain_ButtonClick("refresh");
     EXPECT_THAT(browser.sckServer.sent, SizeIs(2));
+    browser.In(5, [&] { browser.Form().tbMain_ButtonClick("stop"); });
+    browser.Form().tbMain_ButtonClick("refreshall");
+    EXPECT_EQ(browser.Message(), "Scanning aborted by user.");
 }
 
 } // namespace

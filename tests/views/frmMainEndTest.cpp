@@ -57,9 +57,9 @@ TEST_F(frmMainEndTest, KeepsTheStoredPositionOfAWindowThatIsNotNormal) {
     }
 }
 
-TEST_F(frmMainEndTest, RecordsTheSelectedNodeUnlessItIsAFilter) {
+TEST_F(frmMainEndTest, RecordsTheNodeThatWasClickedUnlessItIsAFilter) {
     struct Case {
-        const char* selected;
+        const char* clicked;
         const char* stored;
     };
     for (const Case& c :
@@ -67,17 +67,44 @@ TEST_F(frmMainEndTest, RecordsTheSelectedNodeUnlessItIsAFilter) {
           Case{"fltkey", "9"}, Case{"fltping", "9"}, Case{"png50", "9"}}) {
         HeadlessBrowser other;
         ASSERT_TRUE(other.Start());
-        other.Controls().trvGames.Select(c.selected);
+        other.ClickNode(c.clicked);
         other.Form().Unload();
-        EXPECT_EQ(other.Setting("Selection", "LastGame"), c.stored) << c.selected;
+        EXPECT_EQ(other.Setting("Selection", "LastGame"), c.stored) << c.clicked;
     }
 }
 
-TEST_F(frmMainEndTest, RecordsNothingWhenNoNodeIsSelected) {
+// A right click selects a node and shows no list, and so do keys on a folder.
+TEST_F(frmMainEndTest, RecordsTheNodeWhoseListIsShownWhateverIsSelected) {
+    for (const char* selected : {"d3", "games", "favorites", "fav1", "fltkey", "png50"}) {
+        HeadlessBrowser other;
+        ASSERT_TRUE(other.Start());
+        other.ClickNode("mod1");
+        other.Controls().trvGames.Select(selected);
+        other.Form().Unload();
+        EXPECT_EQ(other.Setting("Selection", "LastGame"), "12") << selected;
+    }
     ASSERT_TRUE(browser.Start());
     browser.Controls().trvGames.SelectNone();
     browser.Form().Unload();
     EXPECT_EQ(browser.Setting("Selection", "LastGame"), "9");
+}
+
+TEST_F(frmMainEndTest, RecordsTheListsNodeAlsoWhenPositionsHaveShifted) {
+    struct Case {
+        const char* shown;
+        const char* stored; // d3, position 10, is hidden while a filter is selected
+    };
+    for (const Case& c :
+         {Case{"q3", "9"}, Case{"hl", "10"}, Case{"mod1", "11"}, Case{"fav2", "15"}, Case{"d3", "1"}}) {
+        HeadlessBrowser other;
+        ASSERT_TRUE(other.Start());
+        other.ClickNode(c.shown);
+        other.ClickNode("png50");
+        other.program.GameVisible[2] = 0;
+        other.Form().tree.RefreshTreeView();
+        other.Form().Unload();
+        EXPECT_EQ(other.Setting("Selection", "LastGame"), c.stored) << c.shown;
+    }
 }
 
 TEST_F(frmMainEndTest, RecordsTheNodesPositionAsTheTreeIsAtTheEnd) {
@@ -140,6 +167,122 @@ TEST_F(frmMainEndTest, UnloadsOnceHoweverOftenItIsAsked) {
     browser.Form().EndSession();
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
     EXPECT_EQ(browser.window.destroyCalls, 1);
+}
+
+// Windows kills the program once its answer is given, so everything is stored by then.
+TEST_F(frmMainEndTest, StoresTheSettingsWhenTheSystemEndsDuringTheLastQuestion) {
+    ASSERT_TRUE(browser.Start());
+    browser.ClickNode("hl");
+    browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
+    browser.fake.prompts.yesNoAnswers = {false};
+    std::string stored;
+    std::vector<std::string> log;
+    browser.fake.prompts.whileOpen = [&] {
+        browser.Form().EndSession();
+        stored = browser.Setting("Selection", "LastGame");
+        log = browser.LogFile();
+        EXPECT_EQ(browser.window.destroyCalls, 1);
+    };
+    browser.Form().Unload();
+    EXPECT_EQ(stored, "11");
+    EXPECT_THAT(log, ElementsAre("frmMain;Form_Unload;0"));
+    EXPECT_EQ(browser.window.destroyCalls, 1);
+    EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Quarn.ini"), 1);
+}
+
+TEST_F(frmMainEndTest, AnotherCloseDuringTheLastQuestionSaysNo) {
+    ASSERT_TRUE(browser.Start());
+    browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
+    browser.fake.prompts.yesNoAnswers = {true};
+    browser.fake.prompts.whileOpen = [&] { browser.Form().Unload(); };
+    browser.Form().Unload();
+    EXPECT_THAT(browser.fake.shell.opened, IsEmpty());
+    EXPECT_EQ(browser.window.destroyCalls, 1);
+}
+
+TEST_F(frmMainEndTest, OpensNoFurtherBoxAndNoDialogOnceItIsClosed) {
+    struct Case {
+        const char* name;
+        void (*run)(HeadlessBrowser& b);
+    };
+    const Case cases[] = {
+        {"no game is set up",
+         [](HeadlessBrowser& b) {
+             for (const char* key : {"Visible1", "Visible2", "Visible3"})
+                 b.Set("Games", key, 0);
+             ASSERT_TRUE(b.Start());
+         }},
+        {"a failed join",
+         [](HeadlessBrowser& b) {
+             ASSERT_TRUE(b.Start());
+             b.SelectRows({1});
+             b.Form().game.mnuServConnectPlay_Click();
+         }},
+        {"a game that is not in the folder",
+         [](HeadlessBrowser& b) {
+             ASSERT_TRUE(b.Start());
+             b.fake.prompts.folderAnswers = {"C:\\Elsewhere"};
+             b.dialogs.inGamSetup = [](frmGamSetup& form) { form.cmdBrowse_Click(); };
+             b.Form().dialogs.mnuExtrasGameSetup_Click();
+         }},
+        {"a folder that cannot be renamed",
+         [](HeadlessBrowser& b) {
+             ASSERT_TRUE(b.Start());
+             b.Controls().trvGames.Select("fav1");
+             b.fake.prompts.textAnswers = {""};
+             b.Form().tree.mnuTreeRename_Click();
+         }},
+        {"an export",
+         [](HeadlessBrowser& b) {
+             ASSERT_TRUE(b.Start());
+             b.fake.prompts.fileAnswers = {"C:\\out.txt"};
+             b.fake.files.FailWrites("C:\\out.txt", ErrorNumber::PermissionDenied);
+             b.Form().servers.mnuServerListExport_Click();
+         }},
+    };
+    struct Way {
+        const char* name;
+        void (*close)(HeadlessBrowser& b);
+    };
+    const Way ways[] = {
+        {"closed", [](HeadlessBrowser& b) { b.Form().Unload(); }},
+        {"the menu's quit", [](HeadlessBrowser& b) { b.Form().mnuFileQuit_Click(); }},
+        {"the tray's quit", [](HeadlessBrowser& b) { b.Form().mnuSysQuit_Click(); }},
+        {"the end of the session", [](HeadlessBrowser& b) { b.Form().EndSession(); }},
+    };
+    for (const Case& c : cases) {
+        for (const Way& way : ways) {
+            SCOPED_TRACE(std::string(c.name) + ", " + way.name);
+            HeadlessBrowser b;
+            b.PutList("q3", HeadlessBrowser::Addresses(3));
+            b.fake.prompts.whileOpen = [&] { way.close(b); };
+            c.run(b);
+            b.fake.events.RunFor(1000);
+            EXPECT_THAT(b.fake.prompts.shown, SizeIs(1));
+            for (const FakeModalForms::Shown& dialog : b.dialogs.shown)
+                EXPECT_EQ(dialog.form, "frmGamSetup");
+            EXPECT_THAT(b.dialogs.shown, SizeIs(b.dialogs.inGamSetup ? 1 : 0));
+            EXPECT_EQ(b.window.destroyCalls, 1);
+            EXPECT_THAT(b.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
+            EXPECT_EQ(b.Setting("Favorites", "Name1"), "Friends");
+            EXPECT_FALSE(b.fake.files.Has("C:\\out.txt"));
+        }
+    }
+}
+
+// A box that is open outside every command: closing waits until it is gone.
+TEST_F(frmMainEndTest, UnloadsAfterABoxThatBelongsToNoCommand) {
+    ASSERT_TRUE(browser.Start());
+    bool unloadedInTheBox = true;
+    browser.fake.prompts.whileOpen = [&] {
+        browser.Form().Unload();
+        unloadedInTheBox = browser.Ended();
+    };
+    browser.program.AppLog->ErrorMessage("Something failed.");
+    EXPECT_FALSE(unloadedInTheBox);
+    browser.fake.events.RunFor(1000);
+    EXPECT_EQ(browser.window.destroyCalls, 1);
+    EXPECT_THAT(browser.LogFile(), ElementsAre("frmMain;Form_Unload;0"));
 }
 
 TEST_F(frmMainEndTest, RunsNoCommandOnceItIsUnloaded) {

@@ -98,10 +98,10 @@ TEST_F(frmMainServicesTest, ComesBackFromTheTaskbarWhenTheProgramIsStartedAgain)
     browser.Set("General", "MinToTray", 0);
     Start();
     Minimize();
+    const std::vector<WindowState> setBefore = browser.window.statesSet;
     browser.Form().StartedAgain();
     EXPECT_EQ(browser.window.state, WindowState::Normal);
-    EXPECT_THAT(browser.window.statesSet, ElementsAre(WindowState::Normal, WindowState::Minimized))
-        << "whether it is maximised again is the system's to know";
+    EXPECT_EQ(browser.window.statesSet, setBefore) << "whether it is maximised again is the system's to know";
 }
 
 TEST_F(frmMainServicesTest, AStartAgainComesTooLateForAWindowThatCloses) {
@@ -220,13 +220,13 @@ TEST_F(frmMainServicesTest, EndsInThisOrder) {
         EXPECT_TRUE(browser.program.IPLocation->Initialized()) << "the countries go later";
         EXPECT_TRUE(InTray()) << "the icon goes later";
         EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Quarn.ini"), 0);
-        browser.Controls().trvGames.Select("d3");
+        browser.program.LastGame = 1;
     };
     int deletions = 0;
     Area().whenDeleted = [&] {
         ++deletions;
         EXPECT_FALSE(browser.program.IPLocation->Initialized());
-        EXPECT_EQ(browser.program.LastGame, HeadlessBrowser::D3) << "the selection is recorded before";
+        EXPECT_EQ(browser.program.LastGame, HeadlessBrowser::Q3) << "the selection is recorded before";
         EXPECT_EQ(browser.program.WinState, 1) << "as is the state of the window";
         EXPECT_EQ(browser.fake.files.Writes("C:\\Quarn\\Quarn.ini"), 0) << "the settings are written later";
     };

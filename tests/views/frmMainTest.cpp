@@ -162,6 +162,24 @@ TEST_F(frmMainTest, LoadsEvenIfItCannotSortAsInTheLastRun) {
     }
 }
 
+TEST_F(frmMainTest, KeepsTheStoredSortWhenItCannotSortAsInTheLastRun) {
+    struct Case {
+        std::int32_t column;
+        std::int32_t order;
+    };
+    for (const Case& c : {Case{9, 0}, Case{9, 1}, Case{0, 1}, Case{10, 0}, Case{-1, 0}, Case{9, 7}}) {
+        HeadlessBrowser other;
+        other.PutList("q3", HeadlessBrowser::Addresses(2)); // no server was visited: no date to sort by
+        other.Set("Selection", "LastSortColumn", c.column);
+        other.Set("Selection", "LastSortOrder", c.order);
+        ASSERT_TRUE(other.Start());
+        EXPECT_EQ(other.program.LastSortColumn, c.column);
+        EXPECT_EQ(other.program.LastSortOrder, c.order);
+        other.Form().servers.lvwServers_ColumnClick(6); // the user's own click counts
+        EXPECT_EQ(other.program.LastSortColumn, 6);
+    }
+}
+
 TEST_F(frmMainTest, SelectsTheServerOfTheLastRun) {
     struct Case {
         std::int32_t stored;
@@ -175,7 +193,31 @@ TEST_F(frmMainTest, SelectsTheServerOfTheLastRun) {
         ASSERT_TRUE(other.Start());
         ListView& list = other.Controls().lvwServers;
         EXPECT_EQ(list.SelectedRow(), c.selected) << c.stored;
-        EXPECT_EQ(list.TakeChanges().ensureVisible, c.selected) << c.stored;
+        EXPECT_EQ(list.TakeChanges().ensureVisible, c.selected == 0 ? 1 : c.selected) << c.stored;
+    }
+}
+
+TEST_F(frmMainTest, ShowsTheDetailsOfTheServerOfTheLastRun) {
+    std::string list = HeadlessBrowser::ListFile(HeadlessBrowser::Addresses(3));
+    list.replace(list.rfind(";;;"), 3, ";;\\a\\1;");
+    browser.fake.files.Put(HeadlessBrowser::PathOf("q3"), list);
+    browser.Set("Selection", "LastServer", 3);
+    ASSERT_TRUE(browser.Start());
+    EXPECT_EQ(browser.program.CurrentServer, 3);
+    EXPECT_THAT(browser.Texts(browser.Controls().lvwServVars), ElementsAre("a|1"));
+}
+
+// The window gets its size after it was loaded, in its first activation.
+TEST_F(frmMainTest, ScrollsToTheServerOfTheLastRunWhenTheWindowHasItsSize) {
+    for (const std::int32_t winState : {0, 1, 2}) {
+        HeadlessBrowser other;
+        other.PutList("q3", HeadlessBrowser::Addresses(3));
+        other.Set("Selection", "LastServer", 3);
+        other.Set("General", "WinState", winState);
+        other.Set("General", "RemWinPos", 1);
+        other.window.whenSized = [&] { other.Controls().lvwServers.TakeChanges(); };
+        ASSERT_TRUE(other.Start());
+        EXPECT_EQ(other.Controls().lvwServers.TakeChanges().ensureVisible, 3) << winState;
     }
 }
 
@@ -238,9 +280,9 @@ TEST_F(frmMainTest, RestoresTheWindowOnItsFirstActivation) {
     for (const Case& c :
          {Case{0, 0, WindowState::Normal, centred}, Case{0, 1, WindowState::Normal, stored},
           Case{0, 2, WindowState::Normal, centred}, Case{0, -1, WindowState::Normal, centred},
-          Case{1, 1, WindowState::Minimized, design}, Case{2, 1, WindowState::Maximized, design},
-          Case{2, 0, WindowState::Maximized, design}, Case{3, 1, WindowState::Normal, stored},
-          Case{-1, 0, WindowState::Normal, centred}}) {
+          Case{1, 1, WindowState::Minimized, stored}, Case{2, 1, WindowState::Maximized, stored},
+          Case{1, 0, WindowState::Minimized, design}, Case{2, 0, WindowState::Maximized, design},
+          Case{3, 1, WindowState::Normal, stored}, Case{-1, 0, WindowState::Normal, centred}}) {
         HeadlessBrowser other;
         other.Set("General", "WinState", c.winState);
         other.Set("General", "RemWinPos", c.remWinPos);
@@ -351,6 +393,29 @@ TEST_F(frmMainTest, ShowsErrorsWhileItLoadsAndContinues) {
     browser.fake.prompts.yesNoAnswers = {false};
     browser.Form().Unload();
     EXPECT_EQ(browser.window.destroyCalls, 1);
+}
+
+TEST_F(frmMainTest, RoutesItsToolbarButtons) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(1));
+    ASSERT_TRUE(browser.Start());
+    browser.fake.prompts.yesNoAnswers = {false};
+    browser.Form().tbMain_ButtonClick("querymaster");
+    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
+    browser.Form().tbMain_ButtonClick("favorites");
+    EXPECT_THAT(browser.window.poppedUp, ElementsAre(PopupMenu::AddToFavorites));
+    browser.Form().tbMain_ButtonClick("stop");
+    EXPECT_FALSE(browser.Form().scan.ScanAborted); // no scan runs
+    for (const char* key : {"", "Stop", "nothing", "refreshal"})
+        browser.Form().tbMain_ButtonClick(key);
+    EXPECT_THAT(browser.sckServer.sent, IsEmpty());
+    browser.Form().tbMain_ButtonClick("refreshall");
+    EXPECT_THAT(browser.sckServer.sent, SizeIs(1));
+    browser.SelectRows({1});
+    browser.Form().tbMain_ButtonClick("refresh");
+    EXPECT_THAT(browser.sckServer.sent, SizeIs(2));
+    browser.In(1, [&] { browser.Form().tbMain_ButtonClick("stop"); });
+    browser.RefreshAll();
+    EXPECT_EQ(browser.Message(), "Scanning aborted by user.");
 }
 
 } // namespace

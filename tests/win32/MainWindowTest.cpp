@@ -3,6 +3,8 @@
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
 #include "tests/fakes/Samples.h"
+#include "tests/win32/harness/DialogDriver.h"
+#include "tests/win32/harness/Pumping.h"
 #include "tests/win32/harness/ReplacedImport.h"
 #include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/resources/ids.h"
@@ -49,6 +51,31 @@ class MainWindowTest : public testing::Test {
         quit = quit || message.message == WM_QUIT;
         window->FlushModels();
     }
+
+    bool IsGoneSoon();
+
+    // Lists servers of 10.0.0.0/8; row and record n is 10.0.0.n, port n.
+    void ListServers(std::int32_t count) {
+        for (std::int32_t n = 1; n <= count; ++n)
+            window->Form().servers.AddServer("10.0.0." + std::to_string(n), std::to_string(n));
+        window->FlushModels();
+    }
+    std::vector<std::string> Addresses() {
+        std::vector<std::string> addresses;
+        const ListView& list = Models().lvwServers;
+        for (std::int32_t row = 1; row <= list.RowCount(); ++row)
+            addresses.push_back(list.Cell(row, AddressColumn + 1).text);
+        return addresses;
+    }
+
+    // A key in a control, through the program's own message loop.
+    void PressKey(int control, WPARAM key, LPARAM flags = 1) {
+        PostMessageA(Control(control), WM_KEYDOWN, key, flags);
+        for (MSG pending; PeekMessageA(&pending, nullptr, 0, 0, PM_NOREMOVE);)
+            desktop.Events().WaitForEvent();
+        window->FlushModels();
+    }
+    static constexpr LPARAM Repeated = 1 | LPARAM{1} << 30;
 
     HWND Control(int id) const { return GetDlgItem(window->Handle(), id); }
     MainControls& Models() { return window->Form().controls; }
@@ -209,6 +236,82 @@ TEST_F(MainWindowTest, RunsNoCommandOfADisabledMenu) {
     EXPECT_EQ(Models().lvwServers.RowCount(), 1);
 }
 
+TEST_F(MainWindowTest, GraysTheEntriesThatCouldDoNothing) {
+    const UINT entries[] = {ID_mnuServConnectPlay, ID_mnuServConnectSpec, ID_mnuServSetPass,
+                            ID_mnuServRefresh,     ID_mnuServDelete,      ID_mnuServMonitor,
+                            ID_mnuServCopyAddress};
+    const HMENU menu = GetSubMenu(GetMenu(window->Handle()), 1);
+    const auto open = [&] { SendMessageA(window->Handle(), WM_INITMENUPOPUP, (WPARAM)menu, 1); };
+    ListServers(2);
+    open();
+    for (const UINT entry : entries)
+        EXPECT_FALSE(IsEnabled(entry)) << entry;
+    for (const UINT entry : {ID_mnuServRefreshAll, ID_mnuServAdd, ID_mnuServFavoritesAdd})
+        EXPECT_TRUE(IsEnabled(entry)) << entry;
+    Models().lvwServers.SelectOnly(2);
+    open();
+    for (const UINT entry : entries)
+        EXPECT_TRUE(IsEnabled(entry)) << entry;
+}
+
+TEST_F(MainWindowTest, GraysRenameOnEveryNodeButAFavoritesFolder) {
+    const HMENU menus = LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDR_POPUP_MENUS));
+    const HMENU menu = GetSubMenu(menus, 1);
+    const std::pair<const char*, bool> cases[] = {{"fav1", true},   {"favorites", false}, {"q3", false},
+                                                  {"games", false}, {"fltkey", false},    {"png20", false},
+                                                  {"fav2", true}};
+    for (const auto& [node, canRename] : cases) {
+        Models().trvGames.Select(node);
+        SendMessageA(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
+        const UINT state = GetMenuState(menu, ID_mnuTreeRename, MF_BYCOMMAND);
+        EXPECT_EQ((state & (MF_GRAYED | MF_DISABLED)) == 0, canRename) << node;
+    }
+    DestroyMenu(menus);
+}
+
+// The command of an entry of the bar comes as a message, and a scan may move the selection before.
+TEST_F(MainWindowTest, AnEntryOfTheBarActsOnWhatWasSelectedWhenItWasChosen) {
+    ListServers(4);
+    Models().lvwServers.SelectOnly(2);
+    PostMessageA(window->Handle(), WM_COMMAND, ID_mnuServDelete, 0);
+    SendMessageA(window->Handle(), WM_EXITMENULOOP, FALSE, 0);
+    Models().lvwServers.SelectOnly(4);
+    RunPendingEvents();
+    EXPECT_EQ(Addresses(), (std::vector<std::string>{"10.0.0.1:1", "10.0.0.3:3", "10.0.0.4:4"}));
+
+    // A menu that was left without a choice has no part in what comes later.
+    SendMessageA(window->Handle(), WM_EXITMENULOOP, FALSE, 0);
+    RunPendingEvents();
+    Models().lvwServers.SelectOnly(1);
+    PostMessageA(window->Handle(), WM_COMMAND, ID_mnuServDelete, 0);
+    RunPendingEvents();
+    EXPECT_EQ(Addresses().front(), "10.0.0.3:3");
+}
+
+TEST_F(MainWindowTest, AKeyThatIsHeldDownGivesItsCommandOnce) {
+    ListServers(4);
+    Models().lvwServers.SelectOnly(2);
+    SetFocus(Control(ID_lvwServers));
+    PressKey(ID_lvwServers, VK_DELETE, Repeated);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 4);
+    PressKey(ID_lvwServers, VK_DELETE);
+    PressKey(ID_lvwServers, VK_DELETE, Repeated);
+    PressKey(ID_lvwServers, VK_DELETE, Repeated);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 3);
+    PressKey(ID_lvwServers, VK_DELETE); // the key was released meanwhile
+    EXPECT_EQ(Models().lvwServers.RowCount(), 2);
+}
+
+TEST_F(MainWindowTest, AKeyThatIsHeldDownStillMovesTheSelection) {
+    ListServers(4);
+    Models().lvwServers.SelectOnly(1);
+    window->FlushModels();
+    SetFocus(Control(ID_lvwServers));
+    PressKey(ID_lvwServers, VK_DOWN, Repeated);
+    PressKey(ID_lvwServers, VK_DOWN, Repeated);
+    EXPECT_EQ(Models().lvwServers.SelectedRow(), 3);
+}
+
 TEST_F(MainWindowTest, EndsTheProgramWhenItIsClosed) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     RunPendingEvents();
@@ -216,16 +319,62 @@ TEST_F(MainWindowTest, EndsTheProgramWhenItIsClosed) {
     EXPECT_TRUE(quit);
 }
 
-TEST_F(MainWindowTest, ClosesAnOpenMessageBoxFirst) {
+// Runs events until the window is gone; the end of the program is noted.
+bool MainWindowTest::IsGoneSoon() {
+    const bool isGone = PumpUntil([this] {
+        MSG end;
+        quit = quit || PeekMessageA(&end, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE);
+        return window->Handle() == nullptr;
+    });
+    RunPendingEvents();
+    return isGone;
+}
+
+TEST_F(MainWindowTest, ClosesABoxThatIsOpenBeforeItself) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     const bool answer = desktop.Prompts().AskYesNo("Are you sure you want to proceed?", "Clear server list");
     EXPECT_FALSE(answer);
-    RunPendingEvents();
-    EXPECT_EQ(window->Handle(), nullptr);
+    EXPECT_TRUE(IsGoneSoon());
     EXPECT_TRUE(quit);
 }
 
-TEST_F(MainWindowTest, EndsWithoutAQuestionWhenWindowsEnds) {
+TEST_F(MainWindowTest, ClosesBoxesOnTopOfEachOther) {
+    PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
+    bool inner = true;
+    const auto openInner = [&] {
+        inner = desktop.Prompts().AskYesNo("inner", "Inner");
+        return true;
+    };
+    DialogDriver driver(window->Handle(), {[&](HWND) { openInner(); }});
+    EXPECT_EQ(desktop.Prompts().AskText("outer", "Outer"), "");
+    EXPECT_FALSE(inner);
+    EXPECT_TRUE(IsGoneSoon());
+}
+
+TEST_F(MainWindowTest, OpensNoBoxOnceItIsToBeClosed) {
+    DialogDriver driver(window->Handle(), {[&](HWND) {
+                            SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
+                            EXPECT_FALSE(desktop.Prompts().AskYesNo("another", "Another"));
+                        }});
+    EXPECT_FALSE(desktop.Prompts().AskYesNo("first", "First"));
+    EXPECT_TRUE(IsGoneSoon());
+}
+
+TEST_F(MainWindowTest, ClosesAMenuThatIsOpenBeforeItself) {
+    PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
+    window->Form().tbMain_ButtonClick("favorites"); // returns when the menu is gone
+    EXPECT_TRUE(IsGoneSoon());
+    EXPECT_TRUE(quit);
+}
+
+TEST_F(MainWindowTest, EndsWithWindowsThoughABoxIsOpen) {
+    PostMessageA(window->Handle(), WM_ENDSESSION, TRUE, 0);
+    EXPECT_FALSE(desktop.Prompts().AskYesNo("Are you sure?", "Question"));
+    EXPECT_TRUE(IsGoneSoon());
+    EXPECT_EQ(GetFileAttributesA((program.AppPath + "Quarn.ini").c_str()) & FILE_ATTRIBUTE_DIRECTORY, 0U);
+}
+
+TEST_F(MainWindowTest, EndsWithWindowsWithoutAQuestion) {
     program.AppLog->Log("test", "test", 5, "an error that a report could be about");
     EXPECT_EQ(SendMessageA(window->Handle(), WM_QUERYENDSESSION, 0, 0), TRUE);
     SendMessageA(window->Handle(), WM_ENDSESSION, TRUE, 0);
@@ -267,6 +416,8 @@ class MainWindowMenusTest : public MainWindowTest {
 
     MainWindowMenusTest() {
         popUps.clear();
+        chosen = 0;
+        whileOpen = nullptr;
         mouse = {321, 234};
         Models().lvwServers.Add();
         window->FlushModels();
@@ -274,8 +425,11 @@ class MainWindowMenusTest : public MainWindowTest {
 
     static BOOL WINAPI Note(HMENU menu, UINT flags, int x, int y, HWND, LPTPMPARAMS) {
         EXPECT_EQ(flags & (TPM_CENTERALIGN | TPM_RIGHTALIGN | TPM_VCENTERALIGN | TPM_BOTTOMALIGN), 0U);
+        EXPECT_NE(flags & TPM_RETURNCMD, 0U);
         popUps.push_back({static_cast<int>(GetMenuItemID(menu, 0)), {x, y}});
-        return TRUE;
+        if (whileOpen)
+            whileOpen();
+        return chosen;
     }
     static BOOL WINAPI TellMouse(POINT* position) {
         *position = mouse;
@@ -301,6 +455,8 @@ class MainWindowMenusTest : public MainWindowTest {
 
     inline static std::vector<PopUp> popUps;
     inline static POINT mouse;
+    inline static int chosen; // the entry, 0: none
+    inline static std::function<void()> whileOpen;
 
   private:
     ReplacedImport trackPopupMenu_{&TrackPopupMenuEx, &Note};
@@ -328,6 +484,43 @@ TEST_F(MainWindowMenusTest, OpensNoMenuForTheOtherButtons) {
     Press(Control(ID_trvGames), WM_XBUTTONDOWN, WM_XBUTTONUP, OnTheFirstLine);
     Press(Control(ID_trvGames), WM_LBUTTONDOWN, WM_LBUTTONUP, OnTheFirstLine);
     EXPECT_TRUE(popUps.empty());
+}
+
+TEST_F(MainWindowMenusTest, ItsEntryActsOnTheRowForWhichItOpened) {
+    Models().lvwServers.Clear();
+    ListServers(4);
+    whileOpen = [&] { Models().lvwServers.SelectOnly(4); };
+    chosen = ID_mnuServDelete;
+    Press(Control(ID_lvwServers), WM_RBUTTONDOWN, 0, OnTheFirstRow);
+    RunPendingEvents();
+    EXPECT_EQ(Addresses(), (std::vector<std::string>{"10.0.0.2:2", "10.0.0.3:3", "10.0.0.4:4"}));
+}
+
+TEST_F(MainWindowMenusTest, TheFavoritesOfTheToolbarGetTheRowForWhichTheyOpened) {
+    Models().lvwServers.Clear();
+    ListServers(4);
+    Models().lvwServers.SelectOnly(2);
+    whileOpen = [&] { Models().lvwServers.SelectOnly(4); };
+    chosen = ID_mnuServAddToFavorites1;
+    window->Form().tbMain_ButtonClick("favorites");
+    RunPendingEvents();
+    const std::string list = program.AppPath + "servers-fav1.dat";
+    EXPECT_NE(desktop.Interfaces().files.Read(list).find("10.0.0.2;2;"), std::string::npos);
+    DeleteFileA(list.c_str());
+}
+
+TEST_F(MainWindowMenusTest, RenameIsForTheNodeForWhichTheMenuOpened) {
+    Models().trvGames.Select("fav1");
+    whileOpen = [&] { Models().trvGames.Select("fav2"); };
+    chosen = ID_mnuTreeRename;
+    SendMessageA(window->Handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Control(ID_trvGames)), -1);
+    DialogDriver driver(window->Handle(), {[](HWND box) {
+                            SetDlgItemTextA(box, ID_txtInput, "Old friends");
+                            DialogDriver::Press(box, IDOK);
+                        }});
+    RunPendingEvents();
+    EXPECT_EQ(program.FavoriteNames[1], "Old friends");
+    EXPECT_EQ(program.FavoriteNames[2], "-");
 }
 
 TEST_F(MainWindowMenusTest, OpensTheFoldersBelowTheirButton) {

@@ -1,6 +1,6 @@
 #include "win32/MessageWindow.h"
 
-#include "tests/win32/harness/BoxDriver.h"
+#include "tests/win32/harness/DialogDriver.h"
 #include "tests/win32/harness/OwnerTestWindow.h"
 #include "tests/win32/harness/Pumping.h"
 #include "win32/UncaughtErrors.h"
@@ -45,7 +45,7 @@ TEST(MessageWindowTest, IsNotAmongTheWindowsOfTheDesktop) {
     EXPECT_TRUE(EnumWindows(&IsAnother, reinterpret_cast<LPARAM>(window.Handle())));
 }
 
-TEST(MessageWindowTest, AnErrorEndsAtTheWindow) {
+TEST(UncaughtErrorsTest, AnErrorIsReportedAndDoesNotLeaveTheWindow) {
     EmptyTheQueue();
     std::string reported;
     SetUncaughtErrorReporter([&](std::string_view, std::string_view) {
@@ -108,8 +108,8 @@ TEST_F(MessageWindowFloodTest, AMessageBoxCanBeAnswered) {
     const auto floods = [this](HWND) {
         return std::all_of(handled.begin(), handled.end(), [](WPARAM each) { return each > 20; });
     };
-    const auto answer = [](HWND box) { BoxDriver::PressKey(GetDlgItem(box, IDOK), VK_RETURN); };
-    BoxDriver driver(owner.Handle(), {{floods, answer}});
+    const auto answer = [](HWND box) { DialogDriver::PressKey(GetDlgItem(box, IDOK), VK_RETURN); };
+    DialogDriver driver(owner.Handle(), {{floods, answer}});
     const ULONGLONG time = MillisecondsOf([&] { MessageBoxA(owner.Handle(), "?", "Quarn flood", MB_OK); });
     EXPECT_LT(time, FloodMilliseconds / 2);
     EXPECT_EQ(driver.StepsLeft(), 0U);
@@ -117,7 +117,7 @@ TEST_F(MessageWindowFloodTest, AMessageBoxCanBeAnswered) {
 
 TEST_F(MessageWindowFloodTest, ParkedMessagesComeInTheirOrderWhenTheOwnLoopGoesOn) {
     OwnerTestWindow owner;
-    BoxDriver driver(owner.Handle(), {[](HWND box) { EndDialog(box, IDOK); }});
+    DialogDriver driver(owner.Handle(), {[](HWND box) { EndDialog(box, IDOK); }});
     MillisecondsOf([&] { MessageBoxA(owner.Handle(), "?", "Quarn flood", MB_OK); });
     EventPumpWin pump;
     const std::array<WPARAM, Windows> before = handled;

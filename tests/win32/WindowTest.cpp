@@ -19,7 +19,7 @@ class FailingWindow final : public Window {
 
   private:
     Answer OnClose() override { return Fail(); }
-    Answer OnCommand(int, HWND) override { return Fail(); }
+    Answer OnCommand(int, CommandSource) override { return Fail(); }
     void OnDestroy() override { ++destroyed; }
 
     Answer Fail() const {

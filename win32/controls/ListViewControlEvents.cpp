@@ -48,9 +48,10 @@ Answer ListViewControl::OnNotify(NMHDR& notification) {
         return Handled;
     case NM_CLICK:
     case NM_RCLICK:
+    case LVN_BEGINDRAG: // takes the place of a click when the mouse moves a little before it is released
         if (MouseReleased)
             MouseReleased();
-        if (Clicked && notification.code == NM_CLICK)
+        if (Clicked && notification.code != NM_RCLICK)
             Clicked();
         return Handled;
     default:

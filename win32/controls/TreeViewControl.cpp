@@ -62,12 +62,14 @@ void TreeViewControl::Rebuild() {
 void TreeViewControl::Insert(std::int32_t position) {
     const TreeNode& node = std::as_const(model_).At(position);
     const std::int32_t parent = node.parent.empty() ? 0 : model_.Find(node.parent);
-    ShownNode shown{nullptr, node.text, node.image, node.selectedImage, false};
+    ShownNode shown{nullptr, node.text, node.image, node.selectedImage, false, node.bold};
 
     TVINSERTSTRUCTA insertion{};
     insertion.hParent = parent == 0 ? TVI_ROOT : Shown(parent).item;
     insertion.hInsertAfter = TVI_LAST;
-    insertion.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM;
+    insertion.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM | TVIF_STATE;
+    insertion.item.stateMask = TVIS_BOLD;
+    insertion.item.state = node.bold ? TVIS_BOLD : 0;
     insertion.item.pszText = shown.text.data();
     insertion.item.iImage = ImageOf(node.image);
     insertion.item.iSelectedImage = ImageOf(node.selectedImage);
@@ -81,13 +83,17 @@ void TreeViewControl::UpdateNode(std::int32_t position) {
     ShownNode& shown = Shown(position);
     if (node.expanded != shown.expanded)
         ShowExpansion(position);
-    if (node.image == shown.image && node.selectedImage == shown.selectedImage && node.text == shown.text)
+    if (node.image == shown.image && node.selectedImage == shown.selectedImage && node.text == shown.text &&
+        node.bold == shown.bold)
         return;
+    shown.bold = node.bold;
     shown.text = node.text;
     shown.image = node.image;
     shown.selectedImage = node.selectedImage;
     TVITEMA item{};
-    item.mask = TVIF_HANDLE | TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    item.mask = TVIF_HANDLE | TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_STATE;
+    item.stateMask = TVIS_BOLD;
+    item.state = shown.bold ? TVIS_BOLD : 0;
     item.hItem = shown.item;
     item.pszText = shown.text.data();
     item.iImage = ImageOf(shown.image);

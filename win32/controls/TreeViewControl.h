@@ -44,6 +44,7 @@ class TreeViewControl final : public Control {
         std::string image;
         std::string selectedImage;
         bool expanded = false;
+        bool bold = false;
     };
 
     Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -1,23 +1,39 @@
 #include "win32/desktop/HostNamesWin.h"
 
-#include "win32/WinsockSession.h"
+#include <utility>
+#include <ws2tcpip.h>
 
 namespace quarn {
 
-std::string HostNamesWin::AddressOf(const std::string& host) {
-    const WinsockSession winsock(1, 1);
-    if (!winsock.Started() || host.empty()) // an empty name would stand for this computer
-        return {};
-    const hostent* found = gethostbyname(host.c_str());
-    if (found == nullptr || found->h_addr_list[0] == nullptr)
-        return {};
-    std::string dotted;
-    for (int i = 0; i < found->h_length; ++i) {
-        if (i > 0)
-            dotted += '.';
-        dotted += std::to_string(static_cast<unsigned char>(found->h_addr_list[0][i]));
-    }
-    return dotted;
+namespace {
+
+std::string Dotted(in_addr address) {
+    char text[INET_ADDRSTRLEN] = "";
+    inet_ntop(AF_INET, &address, text, sizeof text);
+    return text;
+}
+
+} // namespace
+
+void HostNamesWin::LookUp(const std::string& host, Answer answer) {
+    answer_ = std::move(answer);
+    if (!lookUp_)
+        lookUp_ = std::make_unique<NameLookUp>(
+            [this](int error, in_addr address) { Tell(error == 0 ? Dotted(address) : std::string()); }, 1, 1);
+    // An empty name would stand for this computer.
+    if (host.empty() || lookUp_->Start(host) != 0)
+        Tell({});
+}
+
+void HostNamesWin::Tell(const std::string& address) {
+    if (const Answer asked = std::exchange(answer_, nullptr))
+        asked(address);
+}
+
+void HostNamesWin::Cancel() {
+    if (lookUp_)
+        lookUp_->Cancel();
+    answer_ = nullptr;
 }
 
 } // namespace quarn

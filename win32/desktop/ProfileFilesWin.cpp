@@ -23,6 +23,17 @@ std::string FullPath(const std::string& path) {
     return full;
 }
 
+// A null value removes the key.
+bool WriteKey(const std::string& path, const std::string& section, const std::string& key,
+              const char* value) {
+    const std::string file = FullPath(path);
+    Patience patience;
+    while (!WritePrivateProfileStringA(section.c_str(), key.c_str(), value, file.c_str()))
+        if (!patience.TryAgain(file))
+            return false;
+    return true;
+}
+
 } // namespace
 
 std::int32_t ProfileFilesWin::ReadInteger(const std::string& path, const std::string& section,
@@ -41,12 +52,11 @@ std::string ProfileFilesWin::ReadText(const std::string& path, const std::string
 
 bool ProfileFilesWin::WriteText(const std::string& path, const std::string& section, const std::string& key,
                                 const std::string& value) {
-    const std::string file = FullPath(path);
-    Patience patience;
-    while (!WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), file.c_str()))
-        if (!patience.TryAgain(file))
-            return false;
-    return true;
+    return WriteKey(path, section, key, value.c_str());
+}
+
+bool ProfileFilesWin::RemoveKey(const std::string& path, const std::string& section, const std::string& key) {
+    return WriteKey(path, section, key, nullptr);
 }
 
 void ProfileFilesWin::Forget(const std::string& path) {

@@ -14,6 +14,7 @@ class ProfileFilesWin final : public ProfileFiles {
                          std::size_t bufferSize) const override;
     bool WriteText(const std::string& path, const std::string& section, const std::string& key,
                    const std::string& value) override;
+    bool RemoveKey(const std::string& path, const std::string& section, const std::string& key) override;
     void Forget(const std::string& path) override;
 };
 

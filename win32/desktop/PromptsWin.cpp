@@ -6,9 +6,13 @@
 #include "win32/dialogs/InputBox.h"
 
 #include <algorithm>
+#include <commctrl.h>
 #include <commdlg.h>
+#include <initializer_list>
 #include <memory>
 #include <shlobj.h>
+#include <string_view>
+#include <utility>
 
 namespace quarn {
 
@@ -34,10 +38,54 @@ std::string DefaultExtension(const std::string& filter) {
     return extension.find_first_of("*?") == std::string::npos ? extension : std::string();
 }
 
+// The dialog selects nothing for a folder whose path ends in a backslash, except for the root of a drive.
+std::string WithoutTrailingBackslash(const std::string& folder) {
+    const bool isRoot = folder.size() <= 3 && folder.find(':') != std::string::npos;
+    return folder.ends_with('\\') && !isRoot ? folder.substr(0, folder.size() - 1) : folder;
+}
+
 int CALLBACK PreselectFolder(HWND dialog, UINT event, LPARAM, LPARAM path) noexcept {
     if (event == BFFM_INITIALIZED)
         SendMessageA(dialog, BFFM_SETSELECTIONA, TRUE, path);
     return 0;
+}
+
+// The dialog or message box of this thread that takes input now: those below it are disabled. The system
+// hides the dialogs of a window that is minimized.
+HWND UppermostDialog(HWND main) noexcept {
+    struct Search {
+        HWND main;
+        bool mainIsShown;
+        HWND found = nullptr;
+    } search{main, main != nullptr && IsWindowVisible(main) && !IsIconic(main)};
+    const auto look = [](HWND window, LPARAM parameter) -> BOOL {
+        auto& seen = *reinterpret_cast<Search*>(parameter);
+        char name[16] = "";
+        GetClassNameA(window, name, sizeof name);
+        const bool isDialog = std::string_view(name) == "#32770" && window != seen.main;
+        if (!isDialog || !IsWindowEnabled(window) || (seen.mainIsShown && !IsWindowVisible(window)))
+            return TRUE;
+        seen.found = window;
+        return FALSE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+// How often a dialog is asked to close before it is ended without its own cleaning up.
+constexpr int AttemptsBeforeEnd = 20;
+
+// As the user would. A question without a Cancel button is answered with No, a mere message with OK; the
+// questions that newer systems draw themselves are told by a message of their own.
+bool PressCancel(HWND dialog) noexcept {
+    for (const int button : {IDCANCEL, IDNO, IDOK})
+        if (const HWND control = GetDlgItem(dialog, button); control != nullptr)
+            return PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                                reinterpret_cast<LPARAM>(control)) != FALSE;
+    if (FindWindowExA(dialog, nullptr, "DirectUIHWND", nullptr) == nullptr)
+        return false;
+    PostMessageA(dialog, TDM_CLICK_BUTTON, IDCANCEL, 0);
+    return PostMessageA(dialog, TDM_CLICK_BUTTON, IDNO, 0) != FALSE;
 }
 
 struct TaskMemoryDeleter {
@@ -97,7 +145,8 @@ std::string PromptsWin::RunFolderBox(const std::string& title, const std::string
     dialog.pszDisplayName = name;
     dialog.lpszTitle = title.c_str();
     dialog.lpfn = &PreselectFolder;
-    dialog.lParam = reinterpret_cast<LPARAM>(preselected.c_str());
+    const std::string folder = WithoutTrailingBackslash(preselected);
+    dialog.lParam = reinterpret_cast<LPARAM>(folder.c_str());
     const std::unique_ptr<ITEMIDLIST, TaskMemoryDeleter> chosen(SHBrowseForFolderA(&dialog));
     char path[PathBytes] = "";
     if (!chosen || !SHGetPathFromIDListA(chosen.get(), path))
@@ -106,15 +155,14 @@ std::string PromptsWin::RunFolderBox(const std::string& title, const std::string
 }
 
 bool PromptsWin::CancelOpenBox() noexcept {
-    const HWND box = owner_.ForBox();
-    if (box == nullptr || box == owner_.Main() || !IsWindowVisible(box))
+    const HWND dialog = UppermostDialog(owner_.Main());
+    attempts_ = dialog == std::exchange(cancelled_, dialog) ? attempts_ + 1 : 0;
+    if (dialog == nullptr)
         return false;
-    // The system's dialogs clean up on their Cancel button; a box without one has only its end.
-    if (GetDlgItem(box, IDCANCEL) != nullptr)
-        PostMessageA(box, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
-                     reinterpret_cast<LPARAM>(GetDlgItem(box, IDCANCEL)));
-    else
-        EndDialog(box, IDCANCEL);
+    if (attempts_ == AttemptsBeforeEnd)
+        EndDialog(dialog, IDCANCEL);
+    else if (!PressCancel(dialog))
+        PostMessageA(dialog, WM_CLOSE, 0, 0);
     return true;
 }
 

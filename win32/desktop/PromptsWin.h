@@ -11,9 +11,10 @@ class PromptsWin final : public Prompts {
   public:
     explicit PromptsWin(const OwnerWindow& owner) noexcept : owner_(owner) {}
 
-    // Closes the box or dialog that is open on top of the main window, as cancelled; false when there is
-    // none. It is gone when the call that opened it returns. Where several stand on each other, one call
-    // closes the uppermost.
+    // Cancels the message box or dialog that waits for the user, one of the program's own or of the system;
+    // false when there is none. It is gone when the call that opened it returns. Where several are open on
+    // top of each other, one call cancels the uppermost. One that is still open at the next call is asked
+    // more urgently.
     bool CancelOpenBox() noexcept;
 
   private:
@@ -26,6 +27,8 @@ class PromptsWin final : public Prompts {
     int MessageBoxOf(const std::string& text, const std::string& title, UINT style);
 
     const OwnerWindow& owner_;
+    HWND cancelled_ = nullptr; // the last one, and how often
+    int attempts_ = 0;
 };
 
 } // namespace quarn

@@ -4,12 +4,18 @@
 
 namespace quarn {
 
+void AddServerDialog::OnInit() {
+    SetItemText(ID_lblList, form_.lblList);
+    form_.MessageChanged = [this] { SetItemText(ID_lblMessage, form_.lblMessage); };
+}
+
 // The default button, so Enter in a field comes here as well.
 void AddServerDialog::OnOK() {
     form_.txtIP = ItemText(ID_txtIP);
     form_.txtPort = ItemText(ID_txtPort);
     form_.cmdOK_Click();
-    FocusItem(ID_txtIP);
+    if (!form_.Closed())
+        FocusItem(form_.focus == AddressField::Port ? ID_txtPort : ID_txtIP);
 }
 
 } // namespace quarn

@@ -11,8 +11,10 @@ class AddServerDialog final : public FormDialog {
     explicit AddServerDialog(frmAddServer& form) noexcept : FormDialog("frmAddServer"), form_(form) {}
 
   private:
+    void OnInit() override;
     void OnOK() override;
     void OnCancel() override { form_.cmdCancel_Click(); }
+    void OnDestroy() override { form_.MessageChanged = nullptr; }
 
     frmAddServer& form_;
 };

@@ -101,8 +101,23 @@ void OptionsDialog::OnOK() {
 
 LRESULT OptionsDialog::OnNotify(NMHDR& notification) {
     if (notification.idFrom == ID_sstOptions && notification.code == TCN_SELCHANGE)
-        ShowTab(static_cast<int>(SendMessageA(Item(ID_sstOptions), TCM_GETCURSEL, 0, 0)));
+        ShowTab(ShownTab());
     return 0;
+}
+
+int OptionsDialog::ShownTab() const noexcept {
+    return static_cast<int>(SendMessageA(Item(ID_sstOptions), TCM_GETCURSEL, 0, 0));
+}
+
+// Ctrl+Tab and Ctrl+Page Down show the next page, with Shift and with Page Up the one before. The focus goes
+// to the tabs: what had it may be hidden now.
+bool OptionsDialog::OnKeyDown(WPARAM key) {
+    if (GetKeyState(VK_CONTROL) >= 0 || (key != VK_TAB && key != VK_NEXT && key != VK_PRIOR))
+        return false;
+    const bool backwards = key == VK_PRIOR || (key == VK_TAB && GetKeyState(VK_SHIFT) < 0);
+    FocusItem(ID_sstOptions);
+    ShowTab((ShownTab() + (backwards ? TabCount - 1 : 1)) % TabCount);
+    return true;
 }
 
 } // namespace quarn

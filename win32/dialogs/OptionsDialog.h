@@ -31,6 +31,7 @@ class OptionsDialog final : public FormDialog {
 
     void OnInit() override;
     LRESULT OnNotify(NMHDR& notification) override;
+    bool OnKeyDown(WPARAM key) override;
     void OnOK() override;
     void OnCancel() override { form_.cmdCancel_Click(); }
     void OnDestroy() override { form_.Form_Unload(); }
@@ -38,6 +39,7 @@ class OptionsDialog final : public FormDialog {
     void AddTabs();
     void AddPages();
     void ShowTab(int tab) noexcept;
+    int ShownTab() const noexcept;
     void ShowFields();
     void TakeFields();
     void FillNumFavorites();

@@ -8,6 +8,7 @@
 #define IDR_POPUP_MENUS 101
 #define IDR_ACCELERATORS 102
 #define IDR_SERVER_LIST_ACCELERATORS 103
+#define IDR_TREE_ACCELERATORS 104
 
 /* Menus: those of the bar, then the pop-ups of the tray icon and of the tree */
 #define ID_mnuFile 1000
@@ -92,6 +93,8 @@
 
 #define ID_txtIP 3101
 #define ID_txtPort 3102
+#define ID_lblList 3103
+#define ID_lblMessage 3104
 
 #define ID_lblMsg 3201
 #define ID_txtPass 3202

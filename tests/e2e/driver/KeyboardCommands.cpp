@@ -76,6 +76,17 @@ Lines Keyboard(Session& session, const Words& arguments) {
     return {};
 }
 
+// As a keyboard does: what is held down comes again and again, and up once.
+Lines Hold(Session& session, const Words& arguments) {
+    const WORD key = VirtualKey(arguments[0]);
+    Strokes strokes;
+    for (long times = ToNumber(arguments[1]); times > 0; --times)
+        AppendStroke(strokes, key, true);
+    AppendStroke(strokes, key, false);
+    Send(session, std::move(strokes));
+    return {};
+}
+
 Lines Type(Session& session, const Words& arguments) {
     Strokes strokes;
     for (const char character : arguments[0]) {
@@ -99,6 +110,7 @@ Lines Focus(Session& session, const Words&) {
 Commands KeyboardCommands() {
     return {
         {"keyboard", "KEY...", "presses keys and chords such as alt+x where the focus is", 1, Keyboard},
+        {"hold-key", "KEY TIMES", "holds a key down where the focus is, until it has come so often", 2, Hold},
         {"type", "TEXT", "types a text where the focus is", 1, Type},
         {"focus", "", "prints the control that has the focus, as #id", 0, Focus},
     };

@@ -80,7 +80,7 @@ class Driver:
         """Runs a command and returns the lines of its output, still escaped."""
         if words[0] == "timeout":
             self._reply_seconds = REPLY_SECONDS + int(words[1])
-        if words[0] in ("keyboard", "type"):
+        if words[0] in ("keyboard", "hold-key", "type"):
             self._wait_for_the_window_manager()
         self._process.stdin.write(b" ".join(map(quoted, words)) + b"\n")
         lines = []

@@ -28,6 +28,10 @@ class Process:
                 return int(line.split()[1]) / 1024
         raise RuntimeError("the program has ended")
 
+    def has_loaded(self, library):
+        """Whether the library of this file name is in its memory."""
+        return f"/{library}\n" in (self._folder / "maps").read_text()
+
     def kill(self):
         """Ends it at once, in the middle of whatever it does."""
         os.kill(int(self._folder.name), signal.SIGKILL)

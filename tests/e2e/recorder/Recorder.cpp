@@ -1,5 +1,5 @@
-// Takes the place of a game: writes its command line and its current folder into the file recorded.txt next
-// to itself, in one step, and ends.
+// Takes a game's place: writes its command line and the folder it was started in into the file recorded.txt
+// next to itself, moved there whole, a mark for each start into starts.txt, and ends.
 
 #include <windows.h>
 
@@ -13,6 +13,7 @@ int main() {
     char startedIn[1024];
     GetCurrentDirectoryA(sizeof startedIn, startedIn);
 
+    std::ofstream(folder + "starts.txt", std::ios::app) << '*';
     const std::string unfinished = folder + "recorded.part";
     std::ofstream(unfinished, std::ios::binary) << GetCommandLineA() << '\n' << startedIn << '\n';
     return MoveFileExA(unfinished.c_str(), (folder + "recorded.txt").c_str(), MOVEFILE_REPLACE_EXISTING) ? 0

@@ -123,6 +123,25 @@ TEST_F(PromptsWinFolderRequestTest, OffersEveryFolderOfTheDesktop) {
     EXPECT_TRUE(freed.empty()) << "nothing was chosen";
 }
 
+// The dialog finds no folder whose path ends in a backslash; the root of a drive is one that does.
+TEST_F(PromptsWinFolderRequestTest, PreselectsAFolderWithoutItsLastBackslash) {
+    static std::string preselected;
+    const ReplacedImport folderDialog(
+        &SHBrowseForFolderA, +[](BROWSEINFOA* dialog) -> ITEMIDLIST* {
+            preselected = reinterpret_cast<const char*>(dialog->lParam);
+            return nullptr;
+        });
+    const std::pair<const char*, const char*> cases[] = {{"C:\\Games\\Quarn\\", "C:\\Games\\Quarn"},
+                                                         {"C:\\Games", "C:\\Games"},
+                                                         {"C:\\", "C:\\"},
+                                                         {"\\\\server\\share\\", "\\\\server\\share"},
+                                                         {"", ""}};
+    for (const auto& [given, expected] : cases) {
+        prompts.AskFolder("Where is the game?", given);
+        EXPECT_EQ(preselected, expected);
+    }
+}
+
 TEST_F(PromptsWinFolderRequestTest, ReturnsThePathAndFreesTheList) {
     chosen = &someList;
     path = "C:\\Games\\Arena";

@@ -210,7 +210,15 @@ TEST_F(PromptsWinSaveDialogTest, ACancelledOneReturnsNothing) {
     EXPECT_EQ(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, [&] { return Ask(); }), "");
 }
 
-TEST_F(PromptsWinSaveDialogTest, DoesNotChangeTheCurrentFolder) {
+// The question is answered with No: a program that closes overwrites nothing.
+TEST_F(PromptsWinSaveDialogTest, ACancelledOverwriteQuestionOverwritesNothing) {
+    files.Write(folder / "list.txt", "old");
+    const DialogDriver::Step cancel([&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); });
+    EXPECT_EQ(Answered({Save(folder / "list.txt"), cancel, cancel}, [&] { return Ask(); }), "");
+    EXPECT_EQ(files.Read(folder / "list.txt"), "old");
+}
+
+TEST_F(PromptsWinSaveDialogTest, LeavesTheCurrentFolderAlone) {
     char before[1024], after[1024];
     GetCurrentDirectoryA(sizeof before, before);
     Answered({Save(folder / "list.txt")}, [&] { return Ask(); });
@@ -274,7 +282,48 @@ TEST_F(PromptsWinTest, WithoutAnOpenMessageBoxThereIsNothingToCancel) {
     EXPECT_FALSE(prompts.CancelOpenBox());
 }
 
-TEST_F(PromptsWinTest, NestedMessageBoxesAreCancelledFromTheTop) {
+// As the help's window is, which no call waits for.
+TEST_F(PromptsWinTest, AWindowThatIsNoDialogIsNotTakenForOne) {
+    const WindowHandle help(CreateWindowExA(0, WC_STATICA, "Help", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                                            200, 100, owner.Handle(), nullptr, nullptr, nullptr));
+    ASSERT_TRUE(help);
+    EXPECT_FALSE(prompts.CancelOpenBox());
+}
+
+TEST_F(PromptsWinTest, ABoxOfAMinimizedWindowIsCancelledAsWell) {
+    EXPECT_FALSE(Answered({[&](HWND) {
+                              ShowWindow(owner.Handle(), SW_MINIMIZE);
+                              EXPECT_TRUE(prompts.CancelOpenBox());
+                          }},
+                          [&] { return prompts.AskYesNo("Sure?", "Question"); }));
+}
+
+// A dialog that takes no notice of its Cancel button is ended in the end.
+TEST_F(PromptsWinTest, ABoxThatResistsIsEnded) {
+    static int cancels;
+    cancels = 0;
+    const auto resist = [](HWND dialog, UINT message, WPARAM wParam, LPARAM) -> INT_PTR {
+        if (message == WM_COMMAND && LOWORD(wParam) == IDCANCEL)
+            ++cancels;
+        return message == WM_INITDIALOG || message == WM_COMMAND ||
+               (message == WM_CLOSE && dialog != nullptr);
+    };
+    struct {
+        DLGTEMPLATE header{WS_POPUP | WS_VISIBLE | WS_CAPTION, 0, 1, 0, 0, 100, 50};
+        WORD menuClassAndTitle[3]{};
+        alignas(DWORD) DLGITEMTEMPLATE button{WS_CHILD | WS_VISIBLE, 0, 5, 5, 50, 14, IDCANCEL};
+        WORD classTitleAndData[4]{0xFFFF, 0x0080, 0, 0};
+    } dialog;
+    const UINT_PTR timer = SetTimer(owner.Handle(), 1, 10, nullptr);
+    static PromptsWin* asked;
+    asked = &prompts;
+    SetTimer(owner.Handle(), 1, 10, [](HWND, UINT, UINT_PTR, DWORD) { asked->CancelOpenBox(); });
+    EXPECT_EQ(DialogBoxIndirectParamA(nullptr, &dialog.header, owner.Handle(), resist, 0), IDCANCEL);
+    KillTimer(owner.Handle(), timer);
+    EXPECT_GT(cancels, 5);
+}
+
+TEST_F(PromptsWinTest, BoxesOnEachOtherAreCancelledFromTheTop) {
     std::vector<HWND> cancelled;
     Answered({[&](HWND outer) {
                   EXPECT_FALSE(prompts.AskYesNo("inner", "Inner"));

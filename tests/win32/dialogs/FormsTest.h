@@ -52,7 +52,10 @@ class FormsTest : public ::testing::Test {
     std::function<void()> Closing() {
         return [this] { forms.Unload(); };
     }
-    frmSetPassword Password() { return frmSetPassword(program, Closing()); }
+    frmSetPassword Password() {
+        return frmSetPassword(
+            program, [server = program.CurrentServer] { return server; }, Closing());
+    }
     frmAbout About() { return frmAbout(program, desktop.Interfaces(), Closing()); }
     frmGamSetup GameSetup() {
         return frmGamSetup(
@@ -63,12 +66,16 @@ class FormsTest : public ::testing::Test {
                           {[this] { ++interfaceRefreshed; }, [this] { ++treeRefreshed; }, [] {}}, Closing());
     }
     frmAddServer AddServer() {
-        return frmAddServer(
-            program, desktop.Interfaces(),
-            [this](const std::string& IP, const std::string& strPort) {
-                added.push_back(IP + ":" + strPort);
-            },
-            Closing());
+        const auto add = [this](const std::string& IP, const std::string& strPort) {
+            added.push_back(IP + ":" + strPort);
+            return true;
+        };
+        const auto wait = [this](const std::function<bool()>& condition) {
+            while (!condition())
+                desktop.Interfaces().events.WaitForEvent();
+            return true;
+        };
+        return frmAddServer(program, desktop.Interfaces(), "Arena & more", {add, wait, Closing()});
     }
 
     // Shows the form while the steps work in its dialog and in the message boxes that it opens.

@@ -1,6 +1,7 @@
 #include "tests/win32/dialogs/FormsTest.h"
 
 #include <commctrl.h>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,47 @@ TEST_F(OptionsDialogTest, ShowsOnePageForEachTab) {
          }});
     EXPECT_EQ(interfaceRefreshed, 1);
     EXPECT_EQ(treeRefreshed, 1);
+}
+
+TEST_F(OptionsDialogTest, KeysWithCtrlSwitchItsPages) {
+    const auto hold = [](std::initializer_list<int> keys) {
+        BYTE state[256]{};
+        for (const int key : keys)
+            state[key] = 0x80;
+        SetKeyboardState(state);
+    };
+    struct Case {
+        std::initializer_list<int> held;
+        WPARAM key;
+        int field; // that is visible then
+    };
+    Show(Options(), {[&](HWND dialog) {
+             const auto press = [&](WPARAM key) {
+                 MSG message{};
+                 message.hwnd = GetFocus();
+                 message.message = WM_KEYDOWN;
+                 message.wParam = key;
+                 message.lParam = 1;
+                 EXPECT_TRUE(IsDialogMessageA(dialog, &message)); // as the dialog's own loop does
+             };
+             const Case cases[] = {{{VK_CONTROL}, VK_TAB, ID_txtScanPingTimeout},
+                                   {{VK_CONTROL}, VK_TAB, ID_cmbNumFavorites},
+                                   {{VK_CONTROL}, VK_TAB, ID_chkMinToTray},
+                                   {{VK_CONTROL, VK_SHIFT}, VK_TAB, ID_cmbNumFavorites},
+                                   {{VK_CONTROL}, VK_PRIOR, ID_txtScanPingTimeout},
+                                   {{VK_CONTROL}, VK_NEXT, ID_cmbNumFavorites},
+                                   {{VK_CONTROL}, VK_NEXT, ID_chkMinToTray}};
+             for (const Case& c : cases) {
+                 hold(c.held);
+                 press(c.key);
+                 EXPECT_TRUE(IsWindowVisible(Item(dialog, c.field))) << c.field;
+                 EXPECT_EQ(GetFocus(), Item(dialog, ID_sstOptions));
+             }
+             hold({});
+             press(VK_TAB); // alone it moves the focus
+             EXPECT_EQ(GetFocus(), Item(dialog, ID_chkMinToTray));
+             DialogDriver::Press(dialog, IDCANCEL);
+         }});
 }
 
 TEST_F(OptionsDialogTest, LabelsItsFields) {

@@ -1,6 +1,7 @@
 // The password, Add Server and About dialogs.
 
 #include "tests/win32/dialogs/FormsTest.h"
+#include "tests/win32/harness/ReplacedImport.h"
 
 #include "core/Version.h"
 
@@ -82,7 +83,61 @@ TEST_F(AddServerDialogTest, StaysOpenForTheNextServer) {
     EXPECT_EQ(added, (std::vector<std::string>{"127.0.0.1:1", "127.0.0.1:2"}));
 }
 
-TEST_F(AddServerDialogTest, ShowsAnErrorForAMissingAddress) {
+TEST_F(AddServerDialogTest, NamesItsListAndTellsWhatItAdded) {
+    Show(AddServer(), {[&](HWND dialog) {
+             EXPECT_EQ(Text(dialog, ID_lblList), "The server is added to the list \"Arena & more\".");
+             EXPECT_EQ(Text(dialog, ID_lblMessage), "");
+             Type(dialog, ID_txtIP, "127.0.0.1");
+             Type(dialog, ID_txtPort, "1");
+             SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+             EXPECT_EQ(Text(dialog, ID_lblMessage), "Added 127.0.0.1:1.");
+             DialogDriver::PressKey(GetFocus(), VK_ESCAPE);
+         }});
+}
+
+TEST_F(AddServerDialogTest, LeadsToTheFieldThatWasWrong) {
+    HWND wrong = nullptr;
+    Show(AddServer(), {[&](HWND dialog) {
+                           Type(dialog, ID_txtIP, "127.0.0.1");
+                           Type(dialog, ID_txtPort, "x");
+                           DialogDriver::Press(dialog, IDOK);
+                       },
+                       [&](HWND box) { DialogDriver::Press(box, IDOK); },
+                       [&](HWND dialog) {
+                           EXPECT_EQ(GetFocus(), Item(dialog, ID_txtPort));
+                           wrong = GetFocus();
+                           DialogDriver::Press(dialog, IDCANCEL);
+                       }});
+    EXPECT_NE(wrong, nullptr);
+}
+
+// Escape reaches the dialog though its own loop waits for the look-up.
+TEST_F(AddServerDialogTest, CanBeLeftDuringALookUp) {
+    static HANDLE asked;
+    asked = nullptr;
+    const ReplacedImport ask(
+        &WSAAsyncGetHostByName, +[](HWND, u_int, const char*, char*, int) -> HANDLE {
+            return asked = reinterpret_cast<HANDLE>(1); // and never answers
+        });
+    desktop.Events().preTranslate = [](MSG& message) {
+        return IsDialogMessageA(GetAncestor(message.hwnd, GA_ROOT), &message) != FALSE;
+    };
+    Show(AddServer(), {[&](HWND dialog) {
+             Type(dialog, ID_txtIP, "games.example");
+             Type(dialog, ID_txtPort, "1");
+             DialogDriver::Press(dialog, IDOK);
+             SetTimer(dialog, 1, 10, [](HWND window, UINT, UINT_PTR, DWORD) {
+                 if (asked == nullptr)
+                     return;
+                 KillTimer(window, 1);
+                 EXPECT_EQ(Text(window, ID_lblMessage), "Looking up games.example...");
+                 DialogDriver::PressKey(GetDlgItem(window, ID_txtIP), VK_ESCAPE);
+             });
+         }});
+    EXPECT_TRUE(added.empty());
+}
+
+TEST_F(AddServerDialogTest, TellsWhatIsMissing) {
     Show(AddServer(), {[&](HWND dialog) { DialogDriver::Press(dialog, IDOK); },
                        [&](HWND box) {
                            EXPECT_EQ(DialogDriver::TextOf(box), "Quarn - Error");
