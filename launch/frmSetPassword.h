@@ -22,6 +22,9 @@ class frmSetPassword {
 
     std::string txtPass;
 
+    // The user has left the dialog by OK.
+    bool Accepted() const noexcept { return accepted_; }
+
     void Form_Load();
 
     // An empty text clears the password. A server that does not exist any more gets none.
@@ -37,6 +40,7 @@ class frmSetPassword {
     ProgramState& program_;
     ServerFunction server_;
     CloseFunction close_;
+    bool accepted_ = false;
 };
 
 } // namespace quarn

@@ -14,7 +14,10 @@ namespace quarn {
 std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, std::string& gamePath,
                            const std::string& gameShortName);
 
-// Starts CurrentGame on a server: writes "server.txt" into the current directory, one line that names the
+// The command line that a server's game is joined with. A NUL ends the MOD name.
+std::string GameParameters(const ProgramState& program, const ServerRecord& server, bool asSpectator);
+
+// Starts the server's game on it: writes "server.txt" into the current directory, one line that names the
 // server, and asks the shell for the game's executable with the command line of its engine. False, after a
 // message, when the executable was not found; whether the shell could start it is not examined. A file that
 // cannot be written is only logged; other errors are left to the caller. The server is a copy, because events

@@ -77,6 +77,35 @@ TEST_F(PromptsWinTest, TrueOnYesOnly) {
     EXPECT_FALSE(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, ask));
 }
 
+TEST_F(PromptsWinTest, EnterPressesTheDefaultButton) {
+    const auto defaultButton = [](HWND box) {
+        return static_cast<int>(LOWORD(SendMessageA(box, DM_GETDEFID, 0, 0)));
+    };
+    using Default = Prompts::DefaultButton;
+    for (const auto& [wanted, button] : {std::pair{Default::Yes, IDYES}, std::pair{Default::No, IDNO}}) {
+        int found = 0, focused = 0;
+        Answered({[&](HWND box) {
+                     found = defaultButton(box);
+                     focused = GetDlgCtrlID(GetFocus());
+                     prompts.CancelOpenBox();
+                 }},
+                 [&, wanted = wanted] { return prompts.AskYesNo("Sure?", "Question", wanted); });
+        EXPECT_EQ(found, button);
+        EXPECT_EQ(focused, button);
+    }
+}
+
+TEST_F(PromptsWinTest, ShowsAQuestionAsItIs) {
+    std::string text;
+    const std::string question = "a && b & c %1 %s {0} \\n <b>\r\n" + std::string(500, 'W');
+    Answered({[&](HWND box) {
+                 text = DialogDriver::TextOf(box, MessageText);
+                 prompts.CancelOpenBox();
+             }},
+             [&] { return prompts.AskYesNo(question, "Question"); });
+    EXPECT_EQ(text, question);
+}
+
 TEST_F(PromptsWinTest, ANestedMessageBoxIsOwnedByTheOuterOne) {
     HWND first = nullptr;
     Answered({[&](HWND box) {
