@@ -78,20 +78,17 @@ TEST_F(PromptsWinTest, TrueOnYesOnly) {
 }
 
 TEST_F(PromptsWinTest, EnterPressesTheDefaultButton) {
-    const auto defaultButton = [](HWND box) {
-        return static_cast<int>(LOWORD(SendMessageA(box, DM_GETDEFID, 0, 0)));
-    };
     using Default = Prompts::DefaultButton;
-    for (const auto& [wanted, button] : {std::pair{Default::Yes, IDYES}, std::pair{Default::No, IDNO}}) {
-        int found = 0, focused = 0;
-        Answered({[&](HWND box) {
-                     found = defaultButton(box);
-                     focused = GetDlgCtrlID(GetFocus());
-                     prompts.CancelOpenBox();
-                 }},
-                 [&, wanted = wanted] { return prompts.AskYesNo("Sure?", "Question", wanted); });
-        EXPECT_EQ(found, button);
-        EXPECT_EQ(focused, button);
+    for (const bool yes : {true, false}) {
+        int focused = 0;
+        const bool answer =
+            Answered({[&](HWND) {
+                         focused = GetDlgCtrlID(GetFocus());
+                         PostMessageA(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
+                     }},
+                     [&] { return prompts.AskYesNo("Sure?", "Question", yes ? Default::Yes : Default::No); });
+        EXPECT_EQ(focused, yes ? IDYES : IDNO);
+        EXPECT_EQ(answer, yes);
     }
 }
 
