@@ -62,6 +62,10 @@ std::string EngineOfShort(const ProgramState& program, std::string_view gameShor
     return game == 0 ? std::string() : program.Games[game].Engine;
 }
 
+std::int32_t GameIndexOf(const ProgramState& program, const ServerRecord& server) {
+    return server.Game != 0 ? server.Game : GameIndexOfShort(program, program.CurrentGame);
+}
+
 std::string DateToSeconds(DateTime date) {
     if (date.IsZero())
         return {};

@@ -25,11 +25,12 @@ std::string DefinitionVersionText(std::int32_t IniVer) {
 }
 
 frmGamSetup::frmGamSetup(ProgramState& program, Desktop& desktop, RefreshFunction refreshTreeView,
-                         CloseFunction close)
+                         CloseFunction close, std::int32_t firstGame)
     : program_(program),
       desktop_(desktop),
       refreshTreeView_(std::move(refreshTreeView)),
-      close_(std::move(close)) {}
+      close_(std::move(close)),
+      firstGame_(firstGame) {}
 
 void frmGamSetup::Form_Load() {
     Trapped(*program_.AppLog, FormName, "Form_Load", OnError::LogAndShow, [&] {
@@ -42,7 +43,8 @@ void frmGamSetup::Form_Load() {
         lblDefinition = program_.IniDesc;
         lblDefVersion = DefinitionVersionText(program_.IniVer);
         if (HasSelection())
-            lvwGameSel_ItemClick(lvwGameSel.front().key);
+            lvwGameSel_ItemClick(program_.Games.Holds(firstGame_) ? program_.Games[firstGame_].GameShort
+                                                                  : lvwGameSel.front().key);
     });
 }
 

@@ -18,8 +18,10 @@ class frmGamSetup {
     using RefreshFunction = std::function<void()>; // the main window's tree
     using CloseFunction = std::function<void()>;
 
-    frmGamSetup(ProgramState& program, Desktop& desktop, RefreshFunction refreshTreeView,
-                CloseFunction close);
+    // `firstGame` is the number of the game that is selected at first; without such a game, the
+    // first one is.
+    frmGamSetup(ProgramState& program, Desktop& desktop, RefreshFunction refreshTreeView, CloseFunction close,
+                std::int32_t firstGame = 0);
 
     struct GameItem {
         std::string text;
@@ -71,6 +73,7 @@ class frmGamSetup {
     Desktop& desktop_;
     RefreshFunction refreshTreeView_;
     CloseFunction close_;
+    std::int32_t firstGame_;
     OneBased<GameSetup> working_;
     std::string game_;
 };

@@ -33,8 +33,12 @@ class DialogCommands {
     void mnuExtrasOptions_Click();
     void mnuInfoAbout_Click();
 
-    // For a command that ends in the game setup. Errors are the caller's.
-    void ShowGameSetup();
+    // For a command that ends in the game setup, with the game of this number selected. Errors are the
+    // caller's.
+    void ShowGameSetup(std::int32_t game = 0);
+
+    // The password of the first of these servers. False if the user cancelled. Errors are the caller's.
+    bool AskPassword(const TargetRows& targets);
 
   private:
     void ShowAddServer();

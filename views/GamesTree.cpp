@@ -1,6 +1,8 @@
 #include "views/GamesTree.h"
 
 #include "base/Conversions.h"
+#include "base/Succeeds.h"
+#include "core/modCommonSubs.h"
 #include "support/Trap.h"
 
 #include <algorithm>
@@ -312,15 +314,25 @@ void GamesTree::mnuTreeRename_Click(const std::string& key) {
 
 void GamesTree::mnuServAddToFavorites_Click(std::int32_t Index, GivenRows rows) {
     servers_.CommandOnServer(CommandKind::ReplacesList, "mnuServAddToFavorites_Click", OnError::LogAndShow,
-                             std::move(rows), [this, Index](const TargetRows&, std::int32_t index) {
-                                 AppendToList("fav" + std::to_string(Index), form_.program.Servers[index]);
+                             std::move(rows), [this, Index](const TargetRows& targets, std::int32_t) {
+                                 AppendToList("fav" + std::to_string(Index), CopiesOf(targets));
                              });
 }
 
-void GamesTree::AppendToList(const std::string& listName, const ServerRecord& server) {
+std::vector<ServerRecord> GamesTree::CopiesOf(const TargetRows& targets) const {
+    const ProgramState& program = form_.program;
+    std::vector<ServerRecord> copies;
+    for (const std::int32_t index : targets.ServerIndexes(form_.controls.lvwServers, program)) {
+        copies.push_back(program.Servers[index]);
+        copies.back().Identity = 0;
+        copies.back().Game = GameIndexOf(program, program.Servers[index]);
+    }
+    return copies;
+}
+
+void GamesTree::AppendToList(const std::string& listName, const std::vector<ServerRecord>& servers) {
     ProgramState& program = form_.program;
-    ServerRecord copy = server;
-    copy.Identity = 0;
+    std::exception_ptr gameFailure;
     form_.controls.sckServer.CloseAll();
     listFiles_.LoadServerList(listName);
     // The shown list comes back whatever happens: otherwise the next switch would save the folder's servers
@@ -328,12 +340,23 @@ void GamesTree::AppendToList(const std::string& listName, const ServerRecord& se
     form_.Trapped("mnuServAddToFavorites_Click", OnError::LogAndShow, [&] {
         listFiles_.RequireRead(listName); // else the folder would hold this one server only
         program.ServerCount = program.Servers.HighestIndex();
-        program.AppendServer() = copy;
+        for (const ServerRecord& server : servers)
+            program.AppendServer() = server;
         listFiles_.SaveServerList(listName);
+        gameFailure = FailureOf([&] { listFiles_.NoteGames(listName, servers); });
     });
     listFiles_.LoadServerList(shownList_);
     program.ServerCount = program.Servers.HighestIndex();
     servers_.ShowServerCount();
+    if (gameFailure)
+        TellGamesAreNotKept(gameFailure);
+}
+
+void GamesTree::TellGamesAreNotKept(const std::exception_ptr& failure) {
+    form_.Trapped("mnuServAddToFavorites_Click", OnError::Log, [&] { std::rethrow_exception(failure); });
+    form_.program.AppLog->ErrorMessage("The file \"Favorites.ini\" could not be read or written.\r\n"
+                                       "Quarn has added to the folder what you selected, but will not know "
+                                       "there which game it is for.");
 }
 
 } // namespace quarn

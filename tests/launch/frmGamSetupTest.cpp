@@ -98,6 +98,19 @@ class frmGamSetupTest : public ProgramTest {
 
 constexpr const char* NotFound = "The selected game was not found in this directory!";
 
+TEST_F(frmGamSetupTest, SelectsTheGameThatItIsOpenedFor) {
+    const struct {
+        std::int32_t game;
+        const char* selected;
+    } cases[] = {{0, "ar"}, {1, "ar"}, {2, "cb"}, {3, "dm"}, {4, "ar"}, {-1, "ar"}};
+    for (const auto& c : cases) {
+        frmGamSetup setup(
+            program, fake.desktop, [] {}, [] {}, c.game);
+        setup.Form_Load();
+        EXPECT_EQ(setup.SelectedGame(), c.selected) << c.game;
+    }
+}
+
 TEST_F(frmGamSetupTest, ListsTheGamesAndSelectsTheFirst) {
     Open();
     EXPECT_EQ(ItemTexts(), (Texts{"ar=Arena", "cb=Crowbar", "dm=Demons"}));

@@ -121,6 +121,10 @@ std::string LocaleTextWin::SortKey(const std::string& text) const {
     return key;
 }
 
+std::string LocaleTextWin::ToUtf8(const std::string& text) const {
+    return Utf8Of(text);
+}
+
 bool LocaleTextWin::IsLeadByte(char byte) const {
     return IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE;
 }

@@ -29,9 +29,11 @@ void GameSetupDialog::FillGameList() {
     LVCOLUMNA column{};
     column.mask = LVCF_WIDTH;
     SendMessageA(list, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
-    int index = 0;
+    int index = 0, selected = 0;
     for (const frmGamSetup::GameItem& game : form_.lvwGameSel) {
         std::string text = game.text;
+        if (game.key == form_.SelectedGame())
+            selected = index;
         LVITEMA item{};
         item.mask = LVIF_TEXT;
         item.iItem = index++;
@@ -42,7 +44,7 @@ void GameSetupDialog::FillGameList() {
     // As wide as the list: with many games, without what the scroll bar takes.
     SendMessageA(list, LVM_SETCOLUMNWIDTH, 0, LVSCW_AUTOSIZE_USEHEADER);
     if (form_.HasSelection())
-        SelectGame(0);
+        SelectGame(selected);
 }
 
 void GameSetupDialog::SelectGame(int index) noexcept {
