@@ -48,6 +48,9 @@ class FormWindow {
     // Brings the controls up to date at once, where a long step without events follows.
     virtual void ShowChanges() = 0;
 
+    // Whether a mouse button is down, anywhere.
+    virtual bool IsMouseDown() const = 0;
+
     // False while a dialog is open in front of it.
     virtual bool TakesInput() const = 0;
 

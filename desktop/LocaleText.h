@@ -28,6 +28,9 @@ class LocaleText {
     // Bytes that compare as the texts do in the alphabetical order of the locale, without case.
     virtual std::string SortKey(const std::string& text) const = 0;
 
+    // The character in lower case; what is no letter of one byte stays as it is.
+    virtual char LowerCase(char character) const = 0;
+
     // In code pages of East Asian scripts: whether the byte begins a character of two. The second byte can
     // have the code of a letter, a bracket or a backslash.
     virtual bool IsLeadByte(char byte) const = 0;

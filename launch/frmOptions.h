@@ -34,9 +34,21 @@ class frmOptions {
     std::int32_t optQuitAfterLaunch = NoChoice; // index of the option chosen, which is the setting's value
     std::int32_t cmbNumFavorites = NoChoice;    // index of the entry chosen; entry 0 reads "1"
 
-    // The dialog has stayed open because of this field: it is to be shown, focused and its text selected.
-    // Whoever does so resets it.
-    bool txtScanPingTimeoutWrong = false;
+    // The page "Extras". A number outside 1 to MostSimultaneous counts as the nearest.
+    std::string txtSimultaneous;
+    std::int32_t chkAskMasterFirst = 0;
+    std::int32_t chkListOnce = 0;
+    std::int32_t chkSaveListAtExit = 0;
+    std::int32_t chkNaturalSort = 0;
+    std::int32_t chkKeepSorted = 0;
+    std::int32_t chkShowAtStart = 0;
+    std::int32_t chkSearchBox = 0;
+    std::int32_t chkAskPassword = 0;
+
+    // The dialog has stayed open because of this field: it is to be shown, focused and its text selected. The
+    // caller that does so resets it.
+    enum class Field { None, ScanPingTimeout, Simultaneous };
+    Field wrongField = Field::None;
 
     void Form_Load();
     void cmdOK_Click();
@@ -45,6 +57,8 @@ class frmOptions {
     void Form_Unload();
 
   private:
+    void Refuse(Field field, const char* message);
+
     ProgramState& program_;
     Desktop& desktop_;
     MainWindow mainWindow_;

@@ -1,6 +1,7 @@
 #include "tests/fakes/ClassicLocale.h"
 
 #include "base/RunTimeError.h"
+#include "core/modStringHelper.h"
 
 #include <array>
 #include <cmath>
@@ -164,6 +165,10 @@ std::string ClassicLocale::SortKey(const std::string& text) const {
             c = static_cast<char>(c - 'A' + 'a');
     }
     return key;
+}
+
+char ClassicLocale::LowerCase(char character) const {
+    return quarn::LowerCase(character);
 }
 
 bool ClassicLocale::IsLeadByte(char byte) const {

@@ -28,6 +28,9 @@ class ClassicLocale : public LocaleText {
     // The text with A to Z in lower case.
     std::string SortKey(const std::string& text) const override;
 
+    // Letters of the Western code page.
+    char LowerCase(char character) const override;
+
     // The Japanese code page 932 instead of the Western one.
     bool japaneseCodePage = false;
     bool IsLeadByte(char byte) const override;

@@ -36,6 +36,28 @@ TEST(LayoutRulesTest, KeepsWhatIsFixedByDesignAtEverySize) {
     EXPECT_EQ(small.lvwPlayers.left, large.lvwPlayers.left);
 }
 
+TEST(LayoutRulesTest, PutsTheSearchBoxAtTheRightEndOfTheToolbar) {
+    constexpr TwipsSize Buttons = {8000, 990};
+    constexpr std::int32_t BoxHeight = 330;
+    const struct {
+        std::int32_t innerWidth;
+        SearchBoxPlace place;
+    } cases[] = {
+        {20000, {{16580, 330, 3300, BoxHeight}, 0}},
+        {11540, {{8120, 330, 3300, BoxHeight}, 0}},
+        {11000, {{8120, 330, 2760, BoxHeight}, 0}},
+        {9890, {{8120, 330, 1650, BoxHeight}, 0}},
+        {9889, {{6469, 990, 3300, BoxHeight}, 450}},
+        {3000, {{120, 990, 2760, BoxHeight}, 450}},
+        {240, {{120, 990, 0, BoxHeight}, 450}},
+        {0, {{120, 990, 0, BoxHeight}, 450}},
+        {-5, {{120, 990, 0, BoxHeight}, 450}},
+        {std::numeric_limits<std::int32_t>::min(), {{120, 990, 0, BoxHeight}, 450}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(PlaceSearchBox(c.innerWidth, Buttons, BoxHeight), c.place) << c.innerWidth;
+}
+
 TEST(LayoutRulesTest, NeverMakesASizeNegative) {
     constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
     for (const TwipsSize inner :

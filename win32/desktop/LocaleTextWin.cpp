@@ -121,6 +121,12 @@ std::string LocaleTextWin::SortKey(const std::string& text) const {
     return key;
 }
 
+char LocaleTextWin::LowerCase(char character) const {
+    if (!IsLeadByte(character))
+        CharLowerBuffA(&character, 1);
+    return character;
+}
+
 bool LocaleTextWin::IsLeadByte(char byte) const {
     return IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE;
 }
