@@ -1,6 +1,7 @@
 #include "views/LayoutRules.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace quarn {
 
@@ -32,6 +33,11 @@ MainLayout LayOut(TwipsSize inner, std::int32_t toolbarHeight) {
     layout.lvwServVars = {width / 2 + Gap, lowerTop,
                           std::max(width - layout.lvwPlayers.width - RightMargin, 0), lowerHeight};
     return layout;
+}
+
+void EndAbove(MainLayout& layout, std::int32_t bottom) {
+    for (TwipsRect* const list : {&layout.lvwPlayers, &layout.lvwServVars})
+        list->height = std::clamp(bottom - list->top, 0, list->height);
 }
 
 SearchBoxPlace PlaceSearchBox(std::int32_t innerWidth, TwipsSize buttons, std::int32_t boxHeight) {

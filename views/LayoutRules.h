@@ -25,4 +25,7 @@ struct SearchBoxPlace {
 // width. `buttons` is where the last button ends, and how high the toolbar is without the box.
 SearchBoxPlace PlaceSearchBox(std::int32_t innerWidth, TwipsSize buttons, std::int32_t boxHeight);
 
+// Shortens the lower lists where they reach below this line: a higher toolbar pushes them down.
+void EndAbove(MainLayout& layout, std::int32_t bottom);
+
 } // namespace quarn

@@ -150,6 +150,8 @@ void frmMain::Form_Resize() {
     if (minimized_)
         return;
     controls.layout = LayOut(window_.InnerSize(), controls.tbMain.height);
+    if (controls.txtSearch.visible)
+        EndAbove(controls.layout, controls.sbMain.top);
     PlaceInStatusPanel(controls.pbScanning, controls.sbMain, ProgressPanel);
 }
 

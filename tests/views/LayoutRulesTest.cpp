@@ -58,6 +58,23 @@ TEST(LayoutRulesTest, PutsTheSearchBoxAtTheRightEndOfTheToolbar) {
         EXPECT_EQ(PlaceSearchBox(c.innerWidth, Buttons, BoxHeight), c.place) << c.innerWidth;
 }
 
+TEST(LayoutRulesTest, ShortensTheLowerListsAboveALine) {
+    const MainLayout layout = LayOut({12000, 9000}, ToolbarHeight); // they end at 420 + 4500 + 75 + 2850
+    const struct {
+        std::int32_t bottom;
+        std::int32_t height;
+    } cases[] = {{20000, 2850}, {7845, 2850}, {7844, 2849}, {4995, 0}, {4000, 0}, {0, 0}, {-100, 0}};
+    for (const auto& c : cases) {
+        MainLayout shortened = layout;
+        EndAbove(shortened, c.bottom);
+        EXPECT_EQ(shortened.lvwPlayers.height, c.height) << c.bottom;
+        EXPECT_EQ(shortened.lvwServVars.height, c.height) << c.bottom;
+        shortened.lvwPlayers = layout.lvwPlayers;
+        shortened.lvwServVars = layout.lvwServVars;
+        EXPECT_EQ(shortened, layout);
+    }
+}
+
 TEST(LayoutRulesTest, NeverMakesASizeNegative) {
     constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
     for (const TwipsSize inner :

@@ -337,16 +337,16 @@ TEST_F(frmMainExtrasTest, TheSearchStaysWhenAnotherListIsShown) {
 
 TEST_F(frmMainExtrasTest, TheRowsKeepTheirOrderAndTheirArrowWhileTheUserTypes) {
     Set("SearchBox");
-    StartWithNames({"b1", "c", "a1"});
+    StartWithNames({"b#", "c", "a#"});
     SortBy(NameColumn);
-    Type("1");
-    EXPECT_THAT(Names(), ElementsAre("a1", "b1"));
+    Type("#");
+    EXPECT_THAT(Names(), ElementsAre("a#", "b#"));
     EXPECT_EQ(Arrow(NameColumn), "ascending");
     Type("");
-    EXPECT_THAT(Names(), ElementsAre("a1", "b1", "c"));
+    EXPECT_THAT(Names(), ElementsAre("a#", "b#", "c"));
     EXPECT_EQ(Arrow(NameColumn), "ascending");
     browser.Form().servers.AddServer("127.0.1.9", "1");
-    Type("1");
+    Type("#");
     EXPECT_EQ(Arrow(NameColumn), "") << "a row that was added without sorting took it away";
 }
 
@@ -410,6 +410,7 @@ TEST_F(frmMainExtrasTest, AllTogetherStartScanSearchAndEnd) {
     for (const Extra& extra : Extras)
         Set(extra.key, extra.value);
     browser.Set("General", "WinState", 1);
+    browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n0;4294967295;XX\r\n");
     StartWith(5);
     EXPECT_EQ(browser.window.state, WindowState::Normal);
     SortBy(PlayersColumn);

@@ -15,8 +15,6 @@ constexpr WPARAM CtrlA = 1;       // as a character
 } // namespace
 
 void SearchBoxControl::Create(HWND parent, int id) {
-    label_ = CreateWindowExA(0, WC_STATICA, model_.name.c_str(), WS_CHILD, 0, 0, 0, 0, parent, nullptr,
-                             GetModuleHandleA(nullptr), nullptr);
     Control::Create(parent, {WC_EDITA, "", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, id});
     ShowWindow(Handle(), SW_HIDE);
     Send(EM_SETLIMITTEXT, LongestText);
@@ -35,9 +33,20 @@ bool SearchBoxControl::Flush() {
     if (shown_ == model_.visible)
         return false;
     shown_ = model_.visible;
+    if (label_ == nullptr)
+        AddLabel();
     ShowWindow(label_, shown_ ? SW_SHOWNA : SW_HIDE);
     ShowWindow(Handle(), shown_ ? SW_SHOWNA : SW_HIDE);
     return true;
+}
+
+// Assistive technology takes a label that comes right before a field for the field's name.
+void SearchBoxControl::AddLabel() noexcept {
+    label_ = CreateWindowExA(0, WC_STATICA, model_.name.c_str(), WS_CHILD, 0, 0, 0, 0, GetParent(Handle()),
+                             nullptr, GetModuleHandleA(nullptr), nullptr);
+    const HWND before = GetWindow(Handle(), GW_HWNDPREV);
+    SetWindowPos(label_, before != nullptr ? before : HWND_TOP, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 std::string SearchBoxControl::ShownText() const {

@@ -36,9 +36,10 @@ class SearchBoxControl final : public Control {
   private:
     Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::string ShownText() const;
+    void AddLabel() noexcept;
 
     TextBox& model_;
-    HWND label_ = nullptr;
+    HWND label_ = nullptr; // from the first time that the field is shown
     int height_ = 0;
     bool shown_ = false;
 };

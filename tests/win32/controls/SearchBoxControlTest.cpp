@@ -44,10 +44,15 @@ TEST_F(SearchBoxControlTest, IsHiddenUntilTheModelShowsIt) {
 }
 
 TEST_F(SearchBoxControlTest, HasItsLabelRightInFrontOfIt) {
+    model.visible = true;
+    control.Flush();
     const HWND label = GetWindow(control.Handle(), GW_HWNDPREV);
     char text[50] = "";
     GetWindowTextA(label, text, sizeof text);
     EXPECT_STREQ(text, "Search servers");
+    EXPECT_TRUE(IsWindowVisible(label));
+    model.visible = false;
+    control.Flush();
     EXPECT_FALSE(IsWindowVisible(label));
 }
 
