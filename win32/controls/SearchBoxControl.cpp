@@ -9,7 +9,7 @@ namespace quarn {
 namespace {
 
 constexpr int LongestText = 100;
-constexpr int VerticalMargin = 8; // of border and text together, in pixels of 96 to an inch
+constexpr int VerticalMargin = 1; // above and below the text, in pixels of 96 to an inch
 constexpr WPARAM CtrlA = 1;       // as a character
 
 } // namespace
@@ -24,7 +24,7 @@ void SearchBoxControl::Create(HWND parent, int id) {
 
 void SearchBoxControl::SetLook(Dpi dpi, HFONT font) {
     SetFont(font);
-    height_ = LineHeight(font) + dpi.Scaled(VerticalMargin);
+    height_ = LineHeight(font) + 2 * (GetSystemMetrics(SM_CYEDGE) + dpi.Scaled(VerticalMargin));
 }
 
 bool SearchBoxControl::Flush() {
