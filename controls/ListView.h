@@ -23,9 +23,12 @@ enum class Alignment { Left, Right };
 struct ListColumn {
     std::string text;
     std::string tag;        // the sort type: "PICTURE", "STRING", "NUMBER", "DATE" or empty
-    std::int32_t width = 0; // at first, in twips
+    std::int32_t width = 0; // by design, in twips
     Alignment alignment = Alignment::Left;
-    std::string headerIcon; // "ascending", "descending" or empty
+    std::string headerIcon;       // "ascending", "descending" or empty
+    std::int32_t chosenWidth = 0; // that the user gave it, in twips; 0: none
+
+    std::int32_t Width() const noexcept { return chosenWidth > 0 ? chosenWidth : width; }
 };
 
 struct ListCell {

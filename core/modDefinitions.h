@@ -167,6 +167,7 @@ struct ProgramState {
     std::int32_t SearchBox = 0;      // a search box in the toolbar filters the list
     std::int32_t AskMasterFirst = 0; // "Renew" keeps the list until the master answers
     std::int32_t AskPassword = 0;    // joining a locked server asks for a missing password
+    std::string ColumnWidths;        // that the user gave the lists, see views/ColumnWidths.h
 };
 
 // Name of a favorites folder; a number outside 0..9 is error 9.

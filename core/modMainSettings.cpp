@@ -46,6 +46,7 @@ struct ExtraSetting {
 };
 
 constexpr const char* ExtrasSection = "Extras";
+constexpr const char* ColumnWidthsKey = "ColumnWidths";
 
 constexpr ExtraSetting ExtraSettings[] = {
     {"Simultaneous", &ProgramState::Simultaneous, 1, MostSimultaneous},
@@ -87,6 +88,7 @@ void ForEachExtra(Program& program, Visitor&& visit) {
     const ProgramState firstRun;
     for (const ExtraSetting& setting : ExtraSettings)
         visit(setting, program.*setting.value, firstRun.*setting.value);
+    visit.Extra(ColumnWidthsKey, program.ColumnWidths);
 }
 
 // In bytes; far more than the settings of a hundred games need.
@@ -111,6 +113,7 @@ struct SettingReader {
         (*this)(ExtrasSection, setting.key, value, missing);
         value = std::clamp(value, setting.lowest, setting.highest);
     }
+    void Extra(const char* key, std::string& value) const { (*this)(ExtrasSection, key, value); }
 };
 
 struct SettingWriter {
@@ -126,15 +129,18 @@ struct SettingWriter {
             throw RunTimeError(ErrorNumber::PathFileAccessError);
     }
     void operator()(const ExtraSetting& setting, std::int32_t value, std::int32_t missing) const {
-        if (value != missing)
-            return (*this)(ExtrasSection, setting.key, value, missing);
+        Extra(setting.key, value == missing ? std::string() : std::to_string(value));
+    }
+    void Extra(const char* key, const std::string& value) const {
+        if (!value.empty())
+            return (*this)(ExtrasSection, key, value);
         // After the first line of a key is removed, a second one would count.
         constexpr int MostLines = 100;
         const auto isThere = [&] {
-            return !profiles.ReadText(path, ExtrasSection, setting.key, ProfileTextSize).empty();
+            return !profiles.ReadText(path, ExtrasSection, key, ProfileTextSize).empty();
         };
         for (int line = 0; line < MostLines && isThere(); ++line)
-            if (!profiles.RemoveKey(path, ExtrasSection, setting.key))
+            if (!profiles.RemoveKey(path, ExtrasSection, key))
                 throw RunTimeError(ErrorNumber::PathFileAccessError);
     }
 };
@@ -163,8 +169,9 @@ struct SettingCheck {
             throw RunTimeError(ErrorNumber::DiskFull);
     }
     void operator()(const ExtraSetting& setting, std::int32_t value, std::int32_t missing) const {
-        (*this)(ExtrasSection, setting.key, value == missing ? std::string() : std::to_string(value));
+        Extra(setting.key, value == missing ? std::string() : std::to_string(value));
     }
+    void Extra(const char* key, const std::string& value) const { (*this)(ExtrasSection, key, value); }
 };
 
 } // namespace

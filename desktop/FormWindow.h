@@ -47,6 +47,9 @@ class FormWindow {
     // Updates the controls immediately, before a long step without events.
     virtual void ShowChanges() = 0;
 
+    // Whether a mouse button is down, anywhere.
+    virtual bool IsMouseDown() const = 0;
+
     // False while a dialog is open in front of it.
     virtual bool TakesInput() const = 0;
 

@@ -31,6 +31,9 @@ class LocaleText {
     // The same characters in UTF-8. A byte that is no character becomes a substitute character.
     virtual std::string ToUtf8(const std::string& text) const = 0;
 
+    // The character in lower case; anything but a letter of one byte stays as it is.
+    virtual char LowerCase(char character) const = 0;
+
     // In code pages of East Asian scripts: whether the byte is the first of a two-byte character. The second
     // byte can have the code of a letter, a bracket or a backslash.
     virtual bool IsLeadByte(char byte) const = 0;

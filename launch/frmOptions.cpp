@@ -5,6 +5,7 @@
 #include "support/Trap.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -26,6 +27,33 @@ std::optional<std::int32_t> WholeNumber(const LocaleText& locale, const std::str
     return number;
 }
 
+// Nothing for text that is not a number; else the nearest number that may be asked at once.
+std::optional<std::int32_t> NumberAtOnce(const LocaleText& locale, const std::string& text) {
+    std::optional<std::int32_t> number;
+    Succeeds([&] {
+        const double typed = locale.ToDouble(text);
+        number = static_cast<std::int32_t>(std::lround(std::clamp<double>(typed, 1, MostSimultaneous)));
+    });
+    return number;
+}
+
+// A check box that shows and stores a setting.
+struct CheckBox {
+    std::int32_t frmOptions::*box;
+    std::int32_t ProgramState::*setting;
+};
+
+constexpr CheckBox ExtrasBoxes[] = {
+    {&frmOptions::chkAskMasterFirst, &ProgramState::AskMasterFirst},
+    {&frmOptions::chkListOnce, &ProgramState::ListOnce},
+    {&frmOptions::chkSaveListAtExit, &ProgramState::SaveListAtExit},
+    {&frmOptions::chkNaturalSort, &ProgramState::NaturalSort},
+    {&frmOptions::chkKeepSorted, &ProgramState::KeepSorted},
+    {&frmOptions::chkShowAtStart, &ProgramState::ShowAtStart},
+    {&frmOptions::chkSearchBox, &ProgramState::SearchBox},
+    {&frmOptions::chkAskPassword, &ProgramState::AskPassword},
+};
+
 } // namespace
 
 frmOptions::frmOptions(ProgramState& program, Desktop& desktop, MainWindow mainWindow, CloseFunction close)
@@ -43,17 +71,21 @@ void frmOptions::Form_Load() {
         cmbNumFavorites = program_.FavoritesNumber < 1
                               ? NoChoice
                               : std::min(program_.FavoritesNumber, MaxFavoritesFolders) - 1;
+        txtSimultaneous = std::to_string(program_.Simultaneous);
+        for (const CheckBox& extra : ExtrasBoxes)
+            this->*extra.box = CheckValue(program_.*extra.setting != 0);
     });
 }
 
 void frmOptions::cmdOK_Click() {
     Trapped(*program_.AppLog, FormName, "cmdOK_Click", OnError::LogAndShow, [&] {
         const std::optional<std::int32_t> timeout = WholeNumber(desktop_.locale, txtScanPingTimeout);
-        if (!timeout) {
-            program_.AppLog->ErrorMessage("The scan timeout must be a whole number of milliseconds!");
-            txtScanPingTimeoutWrong = true;
-            return;
-        }
+        if (!timeout)
+            return Refuse(Field::ScanPingTimeout, "The scan timeout must be a whole number of milliseconds!");
+        const std::optional<std::int32_t> atOnce = NumberAtOnce(desktop_.locale, txtSimultaneous);
+        if (!atOnce)
+            return Refuse(Field::Simultaneous,
+                          "The number of servers asked at once must be a number from 1 to 64!");
         program_.MinToTray = chkMinToTray;
         program_.RemWinPos = chkRemWinPos;
         program_.KeepOnTop = chkKeepOnTop;
@@ -61,8 +93,16 @@ void frmOptions::cmdOK_Click() {
         if (optQuitAfterLaunch != NoChoice)
             program_.QuitAfterStart = optQuitAfterLaunch;
         program_.FavoritesNumber = cmbNumFavorites + 1;
+        program_.Simultaneous = *atOnce;
+        for (const CheckBox& extra : ExtrasBoxes)
+            program_.*extra.setting = this->*extra.box;
         close_();
     });
+}
+
+void frmOptions::Refuse(Field field, const char* message) {
+    program_.AppLog->ErrorMessage(message);
+    wrongField = field;
 }
 
 void frmOptions::cmdCancel_Click() {

@@ -34,9 +34,21 @@ class frmOptions {
     std::int32_t optQuitAfterLaunch = NoChoice; // index of the chosen option, which is the setting's value
     std::int32_t cmbNumFavorites = NoChoice;    // index of the chosen entry; entry 0 reads "1"
 
+    // The page "Extras". A number outside 1 to MostSimultaneous counts as the nearest.
+    std::string txtSimultaneous;
+    std::int32_t chkAskMasterFirst = 0;
+    std::int32_t chkListOnce = 0;
+    std::int32_t chkSaveListAtExit = 0;
+    std::int32_t chkNaturalSort = 0;
+    std::int32_t chkKeepSorted = 0;
+    std::int32_t chkShowAtStart = 0;
+    std::int32_t chkSearchBox = 0;
+    std::int32_t chkAskPassword = 0;
+
     // The dialog stayed open because of this field. The window shows it, focuses it, selects its text, and
     // then resets this.
-    bool txtScanPingTimeoutWrong = false;
+    enum class Field { None, ScanPingTimeout, Simultaneous };
+    Field wrongField = Field::None;
 
     void Form_Load();
     void cmdOK_Click();
@@ -45,6 +57,8 @@ class frmOptions {
     void Form_Unload();
 
   private:
+    void Refuse(Field field, const char* message);
+
     ProgramState& program_;
     Desktop& desktop_;
     MainWindow mainWindow_;

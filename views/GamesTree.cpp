@@ -220,7 +220,7 @@ void GamesTree::ToggleLockFilter(TreeNode& node) {
         form_.program.FilterLocked = node.image == Checked ? 0 : 1;
         SetImage(node, CheckImage(form_.program.FilterLocked != 0));
     }
-    RelistServers();
+    servers_.Relist();
 }
 
 void GamesTree::TogglePingFilter(TreeNode& node) {
@@ -235,15 +235,7 @@ void GamesTree::TogglePingFilter(TreeNode& node) {
         SetImage(node, Checked);
         form_.program.FilterPing = NumberOf(node.key);
     }
-    RelistServers();
-}
-
-void GamesTree::RelistServers() {
-    const CommandGate::ListActivity activity(form_.gate);
-    servers_.ResetServerViews();
-    servers_.ListServers();
-    if (form_.controls.lvwServers.RowCount() > 0)
-        form_.controls.lvwServers.EnsureVisible(1);
+    servers_.Relist();
 }
 
 void GamesTree::SetGameFilter(const std::string& key) {
@@ -252,8 +244,7 @@ void GamesTree::SetGameFilter(const std::string& key) {
         const std::int32_t modFilter = isMod ? NumberOf(key) : 0;
         const std::string listName = isMod ? form_.controls.trvGames.Node(key).parent : key;
 
-        if (!shownList_.empty() && servers_.ModFilter == 0)
-            listFiles_.SaveBeforeLeaving(shownList_);
+        SaveShownList();
         if (listName == shownList_ && modFilter == servers_.ModFilter)
             return;
 
@@ -267,8 +258,13 @@ void GamesTree::SetGameFilter(const std::string& key) {
         form_.controls.sckServer.CloseAll();
         listFiles_.LoadServerList(listName);
         form_.program.CurrentGame = listName;
-        RelistServers();
+        servers_.Relist();
     });
+}
+
+void GamesTree::SaveShownList() {
+    if (!shownList_.empty() && servers_.ModFilter == 0)
+        listFiles_.SaveBeforeLeaving(shownList_);
 }
 
 void GamesTree::SetCommandsFor(const std::string& listName) {

@@ -47,6 +47,9 @@ class GamesTree {
     // At shut-down: the node whose list is shown becomes LastGame; list and file stay as they are.
     void RecordSelection();
 
+    // Saves the list that is shown, as showing another one does: not while a MOD filter is on.
+    void SaveShownList();
+
     // Whether the node is that of a game, a MOD or a favorites folder.
     static bool IsListNode(std::string_view key) noexcept;
 
@@ -64,7 +67,6 @@ class GamesTree {
     void MarkShownNode();
     void ToggleLockFilter(TreeNode& node);
     void TogglePingFilter(TreeNode& node);
-    void RelistServers();
     void SetCommandsFor(const std::string& listName);
     void AddGameNodes();
     void AddModNodes();

@@ -1,6 +1,7 @@
 #include "views/LayoutRules.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace quarn {
 
@@ -10,6 +11,11 @@ constexpr std::int32_t Gap = 50;          // between tree and list, above and be
 constexpr std::int32_t UpperToLower = 75; // from the upper row's height to the lower row's top
 constexpr std::int32_t RightMargin = 175; // what two neighbours leave of the width
 constexpr std::int32_t BelowUpper = 1650; // what toolbar, status bar and gaps take of the lower half
+
+// Of the search box.
+constexpr std::int32_t BoxMargin = 120;
+constexpr std::int32_t WidestBox = 3300;
+constexpr std::int32_t NarrowestBox = 1650; // next to the buttons
 
 } // namespace
 
@@ -27,6 +33,28 @@ MainLayout LayOut(TwipsSize inner, std::int32_t toolbarHeight) {
     layout.lvwServVars = {width / 2 + Gap, lowerTop,
                           std::max(width - layout.lvwPlayers.width - RightMargin, 0), lowerHeight};
     return layout;
+}
+
+void EndAbove(MainLayout& layout, std::int32_t bottom) {
+    for (TwipsRect* const list : {&layout.lvwPlayers, &layout.lvwServVars})
+        list->height = std::clamp(bottom - list->top, 0, list->height);
+}
+
+SearchBoxPlace PlaceSearchBox(std::int32_t innerWidth, TwipsSize buttons, std::int32_t boxHeight) {
+    const std::int32_t right = std::max(innerWidth, 0) - BoxMargin;
+    const std::int32_t leftMost = buttons.width + BoxMargin;
+    SearchBoxPlace place;
+    place.box.height = boxHeight;
+    if (right - leftMost >= NarrowestBox) {
+        place.box.left = std::max(leftMost, right - WidestBox);
+        place.box.top = (buttons.height - boxHeight) / 2;
+    } else {
+        place.box.left = std::max(BoxMargin, right - WidestBox);
+        place.box.top = buttons.height;
+        place.addedHeight = boxHeight + BoxMargin;
+    }
+    place.box.width = std::max(right - place.box.left, 0);
+    return place;
 }
 
 } // namespace quarn

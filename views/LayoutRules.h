@@ -14,4 +14,18 @@ inline constexpr TwipsSize DesignSize = {16200, 10200}; // outer frame of a firs
 // get negative.
 MainLayout LayOut(TwipsSize inner, std::int32_t toolbarHeight);
 
+// Where the search box lies in the toolbar, and how much higher it makes it.
+struct SearchBoxPlace {
+    TwipsRect box;
+    std::int32_t addedHeight = 0;
+    bool operator==(const SearchBoxPlace&) const = default;
+};
+
+// At the right end of the toolbar, in the middle of its height; below the buttons where they leave too little
+// width. `buttons` is where the last button ends, and how high the toolbar is without the box.
+SearchBoxPlace PlaceSearchBox(std::int32_t innerWidth, TwipsSize buttons, std::int32_t boxHeight);
+
+// Shortens the lower lists where they reach below this line: a higher toolbar pushes them down.
+void EndAbove(MainLayout& layout, std::int32_t bottom);
+
 } // namespace quarn

@@ -18,6 +18,9 @@ void SetColumns(ListView& list, std::initializer_list<ListColumn> columns) {
 // How exactly the deadlines of queries that run at once are kept, in milliseconds.
 constexpr std::int32_t DeadlineInterval = 20;
 
+// How soon rows move to their place after they were updated, in milliseconds.
+constexpr std::int32_t SortingInterval = 100;
+
 void SetPanels(StatusBar& statusBar) {
     statusBar.panels.Reset(ScrollLockPanel);
     using Kind = StatusPanel::Kind;
@@ -42,7 +45,9 @@ MainControls::MainControls(UdpSocket& master, UdpSocketFactory& serverSockets, c
     AddToolbarButtons(tbMain);
     SetPanels(sbMain);
     pbScanning.toolTip = sbMain.panels[ProgressPanel].toolTip;
+    txtSearch = {.name = "Search servers", .cue = "Search", .visible = false};
     tmrDeadlines.SetInterval(DeadlineInterval);
+    tmrSorting.SetInterval(SortingInterval);
     mnuServAddToFavorites.Reset(MaxFavoritesFolders);
     for (std::int32_t i = 1; i <= MaxFavoritesFolders; ++i)
         mnuServAddToFavorites[i].caption = "fav";

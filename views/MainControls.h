@@ -9,6 +9,7 @@
 #include "controls/Menu.h"
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
+#include "controls/TextBox.h"
 #include "controls/Timer.h"
 #include "controls/Toolbar.h"
 #include "controls/TreeView.h"
@@ -50,6 +51,7 @@ struct MainControls {
     ListView lvwPlayers;
     ListView lvwServVars;
     Toolbar tbMain;
+    TextBox txtSearch; // at the right end of the toolbar
     StatusBar sbMain;
     ProgressBar pbScanning;
     UdpSocket& sckMaster;
@@ -58,6 +60,7 @@ struct MainControls {
     Timer tmrPorts;       // closes the ports of finished queries
     Timer tmrDeadlines;   // of queries that run at once
     QueryPorts sckServer; // a port for each query
+    Timer tmrSorting;     // runs while rows wait to be put where the sort has them
     Timer tmrTreeRest;    // ticks when the keyboard's selection has rested on a node of the tree
 
     MenuEntry mnuServer;

@@ -41,6 +41,9 @@ ServerListView::ServerListView(const MainFormContext& form, ServerDetails& detai
       playerSorter_(*form.program.AppLog, form.desktop) {
     serverSorter_.SetTargetList(form_.controls.lvwServers);
     playerSorter_.SetTargetList(form_.controls.lvwPlayers);
+    form_.controls.tmrSorting.Tick = [this] {
+        form_.Command(CommandKind::Ordinary, "tmrSorting_Timer", OnError::Log, [this] { SortWaitingRows(); });
+    };
 }
 
 bool ServerListView::ValidateFilter(std::int32_t index) {
@@ -56,7 +59,9 @@ bool ServerListView::PassesFilters(const ServerRecord& server) const {
     const std::int64_t openOnly = form_.program.FilterLocked != 0 ? 1 : 0;
     if (server.Locked + openOnly >= 2)
         return false;
-    return !IsPingLimit(form_.program.FilterPing) || server.Ping <= form_.program.FilterPing;
+    if (IsPingLimit(form_.program.FilterPing) && server.Ping > form_.program.FilterPing)
+        return false;
+    return search_.Finds(server);
 }
 
 // Thousands of rows take their time, so events run in between; what would change the list or its records
@@ -89,7 +94,11 @@ void ServerListView::AddServerListItem(std::int32_t index, bool lookUpCountry) {
         const ServerRecord& server = form_.program.Servers[index];
         ListView& list = form_.controls.lvwServers;
         const std::int32_t row = list.Add();
-        serverSorter_.ClearArrow(); // the new row is at the end, whatever its texts
+        // The new row is at the end, whatever its texts.
+        if (form_.program.KeepSorted != 0)
+            SortLater();
+        else if (!keepsArrow_)
+            serverSorter_.ClearArrow();
         list.Edit(row).main.tag = std::to_string(index);
         list.Edit(row).subject = form_.program.IdentityOf(index);
         FillServerRow(list, row, server, form_.desktop.locale, CellsOf::NewRow);
@@ -108,6 +117,7 @@ void ServerListView::UpdateServerListItem(std::int32_t row, std::int32_t index) 
             return;
         }
         FillServerRow(list, row, form_.program.Servers[index], form_.desktop.locale, CellsOf::UpdatedRow);
+        SortLater();
     });
 }
 
@@ -121,7 +131,17 @@ void ServerListView::UpdateRowOf(std::int32_t index, std::int32_t row) {
             FillServerRow(list, row, form_.program.Servers[index], form_.desktop.locale, CellsOf::UpdatedRow);
         else if (row != 0)
             list.Remove(row);
+        SortLater();
     });
+}
+
+void ServerListView::Relist() {
+    const CommandGate::ListActivity activity(form_.gate);
+    ResetServerViews();
+    ListServers();
+    SortWaitingRows();
+    if (form_.controls.lvwServers.RowCount() > 0)
+        form_.controls.lvwServers.EnsureVisible(1);
 }
 
 void ServerListView::ResetServerViews() {
@@ -178,7 +198,10 @@ bool ServerListView::AddServer(const std::string& IP, const std::string& strPort
         countries_.ForgetFailure();
         AddServerListItem(form_.program.ServerCount, true);
         ShowServerCount();
-        form_.controls.lvwServers.EnsureVisible(form_.controls.lvwServers.RowCount());
+        ListView& list = form_.controls.lvwServers;
+        const std::uint32_t identity = list.Row(list.RowCount()).identity;
+        SortWaitingRows();
+        list.EnsureVisible(list.RowOf(identity, list.RowCount()));
         *added = true;
     });
     return *added;
@@ -234,7 +257,61 @@ void ServerListView::lvwServers_ColumnClick(std::int32_t column) {
 
 bool ServerListView::SortServers(std::int32_t column) {
     const CommandGate::ListActivity activity(form_.gate);
+    PrepareSort();
     return serverSorter_.SortList(ColumnIndex(column));
+}
+
+void ServerListView::PrepareSort() {
+    serverSorter_.naturalOrder = form_.program.NaturalSort != 0;
+    form_.controls.tmrSorting.SetEnabled(false);
+}
+
+// The timer runs as long as rows wait.
+void ServerListView::SortLater() {
+    if (form_.program.KeepSorted != 0 && serverSorter_.HasArrow())
+        form_.controls.tmrSorting.SetEnabled(true);
+}
+
+void ServerListView::SortWaitingRows() {
+    const bool wait = form_.gate.ScanRuns() || form_.window.IsMouseDown();
+    if (wait || !form_.controls.tmrSorting.Enabled())
+        return;
+    const CommandGate::ListActivity activity(form_.gate);
+    PrepareSort();
+    serverSorter_.SortAgain();
+}
+
+void ServerListView::txtSearch_Change() {
+    form_.Command(CommandKind::Ordinary, "txtSearch_Change", OnError::Log, [this] {
+        // The text may have changed again while this had to wait.
+        const TextBox& box = form_.controls.txtSearch;
+        const std::string& text = box.visible ? box.text : std::string();
+        if (text != search_.Text())
+            Search(text);
+    });
+}
+
+void ServerListView::Search(const std::string& text) {
+    const CommandGate::ListActivity activity(form_.gate);
+    ListView& list = form_.controls.lvwServers;
+    const std::int32_t selected = list.SelectedRow();
+    const std::uint32_t subject = selected == 0 ? 0 : list.Row(selected).subject;
+    search_ = ServerSearch(text, form_.desktop.locale);
+    {
+        const Restore sorted(keepsArrow_, true);
+        Relist();
+    }
+    PrepareSort();
+    serverSorter_.SortAgain();
+
+    const std::int32_t row = subject == 0 ? 0 : list.RowShowing(subject, 1);
+    if (row == 0)
+        return;
+    list.SelectOnly(row);
+    if (text.empty())
+        list.EnsureVisible(row);
+    if (!form_.gate.ScanRuns())
+        ShowDetailsOf(ToLong(list.Row(row).main.tag));
 }
 
 void ServerListView::StoreSort(std::int32_t column) {

@@ -6,6 +6,7 @@
 #include "views/CountryLookup.h"
 #include "views/MainFormContext.h"
 #include "views/ServerDetails.h"
+#include "views/ServerSearch.h"
 #include "views/TargetRows.h"
 #include "views/clsQuickList.h"
 
@@ -23,7 +24,8 @@ class ServerListView {
     // Number of the MOD whose servers are shown, 0: all.
     std::int32_t ModFilter = 0;
 
-    // Whether the record passes the MOD, password and ping filters; false as well when the test fails.
+    // Whether the record passes the MOD, password and ping filters and the search; false as well when the
+    // test fails.
     bool ValidateFilter(std::int32_t index);
 
     // Adds rows for the entries after PreviousServerCount and shows the count of the whole list.
@@ -40,6 +42,13 @@ class ServerListView {
     void UpdateRowOf(std::int32_t index, std::int32_t row);
 
     void ResetServerViews();
+
+    // Lists every entry again, from row 1 on.
+    void Relist();
+
+    // Puts rows that were listed or updated where the sort has them (KeepSorted), unless a scan runs or a
+    // mouse button is down: then they wait for its end.
+    void SortWaitingRows();
 
     // Asks whether the list may be deleted.
     bool AskToClear();
@@ -68,6 +77,10 @@ class ServerListView {
                       });
     }
 
+    // The search box has another text or was switched on or off. The rows keep their sort order, and the
+    // selected server stays selected if it is found.
+    void txtSearch_Change();
+
     void lvwServers_Click();
     void lvwServers_KeyUp(std::int32_t keyCode);
     void lvwServers_MouseUp();
@@ -86,6 +99,9 @@ class ServerListView {
     bool PassesFilters(const ServerRecord& server) const;
     std::int32_t TakeServer(const TargetRows& targets);
     bool SortServers(std::int32_t column);
+    void PrepareSort();
+    void SortLater();
+    void Search(const std::string& text);
     void StoreSort(std::int32_t column);
     void ShowDetailsOf(std::int32_t index);
     void DeleteRows(const TargetRows& targets);
@@ -97,6 +113,8 @@ class ServerListView {
     ServerDetails& details_;
     CountryLookup& countries_;
     std::uint32_t shownSelection_ = 0; // of the user's, the one whose details were shown last
+    ServerSearch search_;
+    bool keepsArrow_ = false; // while rows are listed that are sorted afterwards
     clsQuickList serverSorter_;
     clsQuickList playerSorter_;
 };

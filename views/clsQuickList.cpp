@@ -70,14 +70,36 @@ void clsQuickList::SortColumn(std::int32_t column) {
         });
         SetSortOrder(column, &keys);
     } else if (sortType == "NUMBER") {
-        SortByKeyTexts(column,
-                       [this](const std::string& text, std::string& key) { MakeNumberKey(text, key); });
+        SortByKeyTexts(column, [this](const std::string& text, std::string& key) {
+            if (naturalOrder)
+                MakeCountKey(text, key);
+            else
+                MakeNumberKey(text, key);
+        });
     } else if (sortType == "DATE") {
         GeneralDates dates(desktop_.locale);
-        SortByKeyTexts(column, [&](const std::string& text, std::string& key) {
-            key = SortableDateText(dates.Read(text));
-        });
+        SortByKeyTexts(column,
+                       [&](const std::string& text, std::string& key) { key = DateKey(dates, text); });
     }
+}
+
+std::string clsQuickList::DateKey(GeneralDates& dates, const std::string& text) const {
+    if (naturalOrder && text.empty())
+        return {};
+    const DateTime date = dates.Read(text);
+    return naturalOrder && date.IsZero() ? std::string() : SortableDateText(date);
+}
+
+void clsQuickList::SortAgain() {
+    if (!HasArrow())
+        return;
+    ListView& list = Target();
+    const SortOrder order = list.sortOrder;
+    list.sortOrder = order == SortOrder::Ascending ? SortOrder::Descending : SortOrder::Ascending;
+    if (SortList(static_cast<std::int16_t>(lastColumn_)))
+        return;
+    list.sortOrder = order;
+    ClearArrow();
 }
 
 void clsQuickList::SortByPicture() {
@@ -171,6 +193,18 @@ void clsQuickList::MakeNumberKey(const std::string& text, std::string& key) cons
         if (value < 0)
             key = "&" + InvertDigits(key);
     }
+}
+
+// By the number before the separator, then by the one after it. A text without a separator is one number.
+void clsQuickList::MakeCountKey(const std::string& text, std::string& key) const {
+    constexpr std::string_view Separator = " / ";
+    const std::size_t end = text.find(Separator);
+    MakeNumberKey(text.substr(0, end), key);
+    if (end == std::string::npos)
+        return;
+    std::string maximum;
+    MakeNumberKey(text.substr(end + Separator.size()), maximum);
+    key += maximum;
 }
 
 std::string clsQuickList::InvertDigits(std::string text) {

@@ -21,6 +21,8 @@
 
 namespace quarn {
 
+class GeneralDates;
+
 class clsQuickList {
   public:
     // `betweenRows`, where given, is called while a sort prepares itself, so that events can run; rows and
@@ -28,12 +30,22 @@ class clsQuickList {
     clsQuickList(clsAppLog& log, const Desktop& desktop, std::function<void()> betweenRows = {})
         : log_(log), desktop_(desktop), betweenRows_(std::move(betweenRows)) {}
 
+    // Counts such as "3 / 16" sort by both numbers, and an empty or zero date before all others. Otherwise
+    // such counts are no numbers, and an empty date fails the sort.
+    bool naturalOrder = false;
+
     // The list to sort. It must outlive this object.
     void SetTargetList(ListView& list) { target_ = &list; }
 
     // Sorts by the column with this 1-based index. The order flips at every call, whatever the column. False
     // when it failed.
     bool SortList(std::int16_t intIndex);
+
+    // Whether a column shows the arrow.
+    bool HasArrow() const noexcept { return lastColumn_ != 0; }
+
+    // Sorts by the column with the arrow, in the same order again. A failed sort takes the arrow away.
+    void SortAgain();
 
     // Takes the arrow away: the rows are not in the order of the last sort any more. The next sort flips the
     // order all the same.
@@ -55,6 +67,8 @@ class clsQuickList {
     static void RestoreCellTexts(const std::vector<ListCell*>& cells);
     void SetSortOrder(std::int32_t column, const SortKeys* keys = nullptr); // none: by the texts
     void MakeNumberKey(const std::string& text, std::string& key) const;
+    void MakeCountKey(const std::string& text, std::string& key) const;
+    std::string DateKey(GeneralDates& dates, const std::string& text) const;
     static std::string InvertDigits(std::string text);
 
     clsAppLog& log_;

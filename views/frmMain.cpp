@@ -5,6 +5,7 @@
 #include "core/modMain.h"
 #include "query/clsIPLocation.h"
 #include "support/Trap.h"
+#include "views/ColumnWidths.h"
 #include "views/LayoutRules.h"
 #include "views/ToolbarButtons.h"
 
@@ -40,6 +41,7 @@ frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, Mo
       scan(context_, servers, details),
       dialogs(context_, forms, servers, tree, [this] { RefreshInterface(); }),
       game(context_, servers, dialogs, [this] { Unload(); }) {
+    ApplyColumnWidths(program.ColumnWidths, controls);
     gate_.Idle = [this] { program_.AppLog->TellWriteFault(); };
     sckMaster.DataArrival = [this](std::int32_t bytes) { master.sckMaster_DataArrival(bytes); };
     sckMaster.SendFailed = [this](const std::string& description) {
@@ -106,19 +108,26 @@ void frmMain::Form_Activate() {
 // A window that starts minimized or maximized gets the remembered position all the same: it is where the
 // window comes back to, and what is stored at the end then.
 void frmMain::RestoreWindowPosition() {
-    const bool isNormal = program_.WinState != static_cast<std::int32_t>(WindowState::Minimized) &&
-                          program_.WinState != static_cast<std::int32_t>(WindowState::Maximized);
+    const WindowState state = FirstState();
     if (program_.RemWinPos == 1) {
         window_.SetBounds({program_.WinLeft, program_.WinTop, program_.WinWidth, program_.WinHeight});
-    } else if (isNormal) {
+    } else if (state == WindowState::Normal) {
         const TwipsSize screen = window_.ScreenSize();
         TwipsRect bounds = window_.Bounds();
         bounds.left = screen.width / 2 - bounds.width / 2;
         bounds.top = screen.height / 2 - bounds.height / 2;
         window_.SetBounds(bounds);
     }
-    if (!isNormal)
-        window_.SetState(static_cast<WindowState>(program_.WinState));
+    if (state != WindowState::Normal)
+        window_.SetState(state);
+}
+
+// A settings file may hold any number.
+WindowState frmMain::FirstState() const {
+    if (program_.WinState == static_cast<std::int32_t>(WindowState::Maximized))
+        return WindowState::Maximized;
+    const bool isMinimized = program_.WinState == static_cast<std::int32_t>(WindowState::Minimized);
+    return isMinimized && program_.ShowAtStart == 0 ? WindowState::Minimized : WindowState::Normal;
 }
 
 void frmMain::AskForGameSetup() {
@@ -141,12 +150,18 @@ void frmMain::Form_Resize() {
     if (minimized_)
         return;
     controls.layout = LayOut(window_.InnerSize(), controls.tbMain.height);
+    if (controls.txtSearch.visible)
+        EndAbove(controls.layout, controls.sbMain.top);
     PlaceInStatusPanel(controls.pbScanning, controls.sbMain, ProgressPanel);
 }
 
 void frmMain::RefreshInterface() {
     window_.SetTopMost(program_.KeepOnTop == 1);
     scan.ApplyTimeout();
+    controls.txtSearch.visible = program_.SearchBox != 0;
+    if (!controls.txtSearch.visible)
+        controls.txtSearch.text.clear();
+    servers.txtSearch_Change();
 }
 
 void frmMain::Unload() {
@@ -167,7 +182,7 @@ void frmMain::EndSession() {
     if (destroyed_)
         return;
     // Unloading was under way and waits for an answer that does not come in time.
-    context_.Trapped("Form_Unload", OnError::Log, [this] { StoreAtUnload(); });
+    context_.Trapped("Form_Unload", OnError::Log, [this] { StoreAtUnload(OnError::Log); });
     DestroyOnce();
 }
 
@@ -181,17 +196,20 @@ void frmMain::Form_Unload(Boxes boxes) {
         HTMLHelp.CloseFile();
         if (boxes == Boxes::Shown)
             program_.AppLog->HandleAppErrors();
-        StoreAtUnload();
+        StoreAtUnload(onError);
     });
     DestroyOnce();
 }
 
-void frmMain::StoreAtUnload() {
+void frmMain::StoreAtUnload(OnError onError) {
     if (std::exchange(stored_, true))
         return;
+    if (program_.SaveListAtExit != 0)
+        context_.Trapped("Form_Unload", onError, [&] { tree.SaveShownList(); });
     program_.IPLocation->DestroyDatabase();
     tree.RecordSelection();
     StoreWindowPosition();
+    program_.ColumnWidths = ColumnWidthsText(controls);
     SysTray.RemoveFromSysTray();
     SaveSettings(program_, desktop_);
     program_.AppLog->Log(MainFormName, "Form_Unload", 0, "Application terminated normally", false, false,

@@ -83,10 +83,11 @@ class frmMain {
     void AskForGameSetup();
     enum class Boxes { None, Shown };
     void Form_Unload(Boxes boxes);
-    void StoreAtUnload();
+    void StoreAtUnload(OnError onError);
     void DestroyOnce();
     void StoreWindowPosition();
     void RestoreWindowPosition();
+    WindowState FirstState() const;
     void SelectLastServer();
 
     ProgramState& program_;

@@ -67,11 +67,13 @@ MainWindow::MainWindow(ProgramState& program, WindowsDesktop& desktop)
       tmrIcon_(form_.SysTray.tmrIcon),
       tmrPorts_(form_.controls.tmrPorts),
       tmrDeadlines_(form_.controls.tmrDeadlines),
+      tmrSorting_(form_.controls.tmrSorting),
       tmrTreeRest_(form_.controls.tmrTreeRest),
       trvGames_(form_.controls.trvGames),
       lvwServers_(form_.controls.lvwServers, NameColumn + 1),
       lvwPlayers_(form_.controls.lvwPlayers, 1),
       lvwServVars_(form_.controls.lvwServVars, 1),
+      txtSearch_(form_.controls.txtSearch),
       tbMain_(form_.controls.tbMain),
       sbMain_(form_.controls.sbMain),
       pbScanning_(form_.controls.pbScanning) {}
@@ -129,6 +131,7 @@ void MainWindow::CreateControls() {
     lvwServers_.Create(Handle(), ID_lvwServers, "Servers", Selection::SeveralRows, dpi);
     lvwPlayers_.Create(Handle(), ID_lvwPlayers, "Players", Selection::OneRow, dpi);
     lvwServVars_.Create(Handle(), ID_lvwServVars, "Variables", Selection::OneRow, dpi);
+    txtSearch_.Create(Handle(), ID_txtSearch); // in front of the toolbar, as it is created earlier
     tbMain_.Create(Handle(), ID_tbMain, ID_tbMainButton);
     sbMain_.Create(Handle(), ID_sbMain);
     pbScanning_.Create(sbMain_.Handle(), ID_pbScanning);
@@ -150,6 +153,7 @@ void MainWindow::ApplyLook(Dpi dpi) {
         list->SetFont(font.Get());
         list->ChangeDpi(dpi);
     }
+    txtSearch_.SetLook(dpi, font.Get());
     tbMain_.SetLook(dpi, font.Get());
     sbMain_.SetLook(dpi, font.Get());
     pbScanning_.SetDpi(dpi);
@@ -175,12 +179,37 @@ void MainWindow::ShowIcons() {
 // The bars dock by themselves and report their geometry; from that the form lays out the rest.
 void MainWindow::Arrange() {
     if (!IsIconic(Handle())) {
-        tbMain_.Dock();
+        ArrangeToolbar();
         sbMain_.Dock();
         form_.controls.tbMain.height = dpi_.ToTwips(tbMain_.Height());
     }
     form_.Form_Resize();
     FlushModels();
+}
+
+void MainWindow::ArrangeToolbar() {
+    SearchBoxPlace place;
+    if (form_.controls.txtSearch.visible) {
+        const SIZE buttons = tbMain_.ButtonsSize();
+        place = PlaceSearchBox(InnerSize().width, {dpi_.ToTwips(buttons.cx), dpi_.ToTwips(buttons.cy)},
+                               dpi_.ToTwips(txtSearch_.BestHeight()));
+        txtSearch_.MoveTo(dpi_.ToPixels(place.box));
+    }
+    tbMain_.SetAddedHeight(dpi_.ToPixels(place.addedHeight));
+    tbMain_.Dock();
+}
+
+// A box that vanishes with the focus leaves it to the list.
+void MainWindow::ShowSearchBox() {
+    if (!txtSearch_.Flush())
+        return;
+    if (!form_.controls.txtSearch.visible) {
+        if (lastFocus_ == txtSearch_.Handle())
+            lastFocus_ = lvwServers_.Handle();
+        if (txtSearch_.HasFocus())
+            SetFocus(lvwServers_.Handle());
+    }
+    Arrange();
 }
 
 void MainWindow::MoveListsToLayout() {
@@ -198,6 +227,7 @@ void MainWindow::FlushModels() noexcept {
     if (Handle() == nullptr || !loaded_ || std::exchange(flushing_, true))
         return;
     Guarded("FlushModels", [this] {
+        ShowSearchBox();
         MoveListsToLayout();
         trvGames_.Flush();
         lvwServers_.Flush();
@@ -244,8 +274,9 @@ Answer MainWindow::OnThemeChanged() {
 }
 
 Answer MainWindow::OnSystemColorsChanged() {
-    for (const Control* control : std::initializer_list<const Control*>{
-             &trvGames_, &lvwServers_, &lvwPlayers_, &lvwServVars_, &tbMain_, &sbMain_, &pbScanning_})
+    for (const Control* control :
+         std::initializer_list<const Control*>{&trvGames_, &lvwServers_, &lvwPlayers_, &lvwServVars_,
+                                               &txtSearch_, &tbMain_, &sbMain_, &pbScanning_})
         SendMessageA(control->Handle(), WM_SYSCOLORCHANGE, 0, 0);
     return NotHandled;
 }

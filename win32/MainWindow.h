@@ -22,6 +22,7 @@
 #include "win32/Window.h"
 #include "win32/controls/ListViewControl.h"
 #include "win32/controls/ProgressBarControl.h"
+#include "win32/controls/SearchBoxControl.h"
 #include "win32/controls/StatusBarControl.h"
 #include "win32/controls/ToolbarControl.h"
 #include "win32/controls/TreeViewControl.h"
@@ -73,6 +74,7 @@ class MainWindow final : public Window, public FormWindow {
     void SetTopMost(bool topMost) override;
     void PopUp(PopupMenu menu) override;
     void ShowChanges() override;
+    bool IsMouseDown() const override;
     bool TakesInput() const override { return IsWindowEnabled(Handle()) != FALSE; }
     bool CancelDialogs() override;
     void Destroy() override;
@@ -105,11 +107,14 @@ class MainWindow final : public Window, public FormWindow {
     void ShowIcons();
     void Arrange();
     void MoveListsToLayout();
+    void ArrangeToolbar();
+    void ShowSearchBox();
 
     // Events (MainWindowEvents.cpp)
     void ConnectEvents();
     bool PreTranslate(MSG& message) noexcept;
     bool MoveFocusByTab(const MSG& message) noexcept;
+    bool LeaveSearchBox(const MSG& message) noexcept;
     bool IsRepeatedChoice(const MSG& message) const noexcept;
 
     // Runs a handler after the control has finished its own work on the event.
@@ -143,6 +148,7 @@ class MainWindow final : public Window, public FormWindow {
     TimerWin tmrIcon_;
     TimerWin tmrPorts_;
     TimerWin tmrDeadlines_;
+    TimerWin tmrSorting_;
     TimerWin tmrTreeRest_;
 
     // Pictures and fonts outlive the controls below that use them.
@@ -159,6 +165,7 @@ class MainWindow final : public Window, public FormWindow {
     ListViewControl lvwServers_;
     ListViewControl lvwPlayers_;
     ListViewControl lvwServVars_;
+    SearchBoxControl txtSearch_;
     ToolbarControl tbMain_;
     StatusBarControl sbMain_;
     ProgressBarControl pbScanning_;
@@ -171,6 +178,7 @@ class MainWindow final : public Window, public FormWindow {
     HACCEL accelerators_ = nullptr;
     HACCEL serverListAccelerators_ = nullptr;
     HACCEL treeAccelerators_ = nullptr;
+    HACCEL searchAccelerators_ = nullptr;
     std::map<int, std::function<void(const CommandTarget& target)>> commands_;
     std::optional<CommandTarget> menuBarTarget_; // of the entry that was just chosen
     bool keyRepeats_ = false;                    // the key in hand is held down

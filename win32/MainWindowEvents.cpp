@@ -59,6 +59,7 @@ void MainWindow::ConnectEvents() {
     };
     trvGames_.RightReleased = [this] { PopUp(PopupMenu::TreeView); };
 
+    txtSearch_.Changed = [this] { PostEvent([this] { form_.servers.txtSearch_Change(); }); };
     tbMain_.ButtonClicked = [this](const std::string& key) { form_.tbMain_ButtonClick(key); };
 }
 
@@ -151,14 +152,28 @@ bool MainWindow::PreTranslate(MSG& message) noexcept {
         return false;
     if (StatusBarControl::IsLockKey(message.wParam))
         sbMain_.ReadLockKeys();
-    if (MoveFocusByTab(message) || IsRepeatedChoice(message))
+    if (MoveFocusByTab(message) || LeaveSearchBox(message) || IsRepeatedChoice(message))
         return true;
     const Restore repeats(keyRepeats_, IsRepeat(message));
     if (lvwServers_.HasFocus() && TranslateAcceleratorA(Handle(), serverListAccelerators_, &message))
         return true;
     if (trvGames_.HasFocus() && TranslateAcceleratorA(Handle(), treeAccelerators_, &message))
         return true;
+    if (form_.controls.txtSearch.visible && TranslateAcceleratorA(Handle(), searchAccelerators_, &message))
+        return true;
     return TranslateAcceleratorA(Handle(), accelerators_, &message) != 0;
+}
+
+// Esc empties the search box and goes to the list; Enter and Down only go there.
+bool MainWindow::LeaveSearchBox(const MSG& message) noexcept {
+    const WPARAM key = message.wParam;
+    if (!txtSearch_.HasFocus() || message.message != WM_KEYDOWN ||
+        (key != VK_ESCAPE && key != VK_RETURN && key != VK_DOWN))
+        return false;
+    if (key == VK_ESCAPE)
+        SetWindowTextA(txtSearch_.Handle(), "");
+    SetFocus(lvwServers_.Handle());
+    return true;
 }
 
 // Enter joins the selected server; Enter and Space are clicks on a node of the tree. Once for each press.

@@ -4,6 +4,7 @@
 #include "win32/Screens.h"
 
 #include <commctrl.h>
+#include <initializer_list>
 #include <vector>
 
 namespace quarn {
@@ -128,6 +129,13 @@ void MainWindow::SetTopMost(bool topMost) {
 void MainWindow::ShowChanges() {
     FlushModels();
     RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+bool MainWindow::IsMouseDown() const {
+    for (const int button : {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON})
+        if (GetAsyncKeyState(button) < 0)
+            return true;
+    return false;
 }
 
 void MainWindow::Destroy() {

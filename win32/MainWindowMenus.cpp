@@ -47,6 +47,7 @@ void MainWindow::LoadMenus() {
     accelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_ACCELERATORS));
     serverListAccelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_SERVER_LIST_ACCELERATORS));
     treeAccelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_TREE_ACCELERATORS));
+    searchAccelerators_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_SEARCH_ACCELERATORS));
     AddCommands();
 }
 
@@ -69,6 +70,7 @@ void MainWindow::AddCommands() {
     commands_[ID_mnuTreeRename] = [this](Target t) { form_.tree.mnuTreeRename_Click(t.node); };
     commands_[ID_mnuTreeAddServer] = [this](Target t) { form_.dialogs.mnuTreeAddServer_Click(t.node); };
     commands_[ID_keyStop] = [this](Target) { form_.scan.Stop(); };
+    commands_[ID_keySearch] = [this](Target) { txtSearch_.Focus(); };
     commands_[ID_keySelectAll] = [this](Target) { lvwServers_.SelectAll(); };
 }
 
@@ -116,6 +118,10 @@ Answer MainWindow::OnCommand(int id, CommandSource source) {
     const std::optional<CommandTarget> chosen = std::exchange(menuBarTarget_, std::nullopt);
     if (tbMain_.OnCommand(id))
         return Handled;
+    if (id == ID_txtSearch) {
+        txtSearch_.TakeText();
+        return Handled;
+    }
     if (source == CommandSource::Menu && chosen)
         RunCommand(id, *chosen);
     else

@@ -87,6 +87,17 @@ TEST_F(modMainSettingsExtrasTest, AreWrittenOnlyWhileTheyDifferFromTheirDefaults
     }
 }
 
+TEST_F(modMainSettingsExtrasTest, ColumnWidthsAreWrittenOnlyIfThereAreAny) {
+    Load("");
+    EXPECT_EQ(program.ColumnWidths, "");
+    program.ColumnWidths = "0,3333";
+    EXPECT_TRUE(Saved().ends_with("[Extras]\r\nColumnWidths=0,3333\r\n"));
+    Load("[Extras]\r\nColumnWidths=0,3333\r\n");
+    EXPECT_EQ(program.ColumnWidths, "0,3333");
+    program.ColumnWidths.clear();
+    EXPECT_EQ(Saved().find("ColumnWidths"), std::string::npos);
+}
+
 TEST_F(modMainSettingsExtrasTest, KeepOtherLinesOfTheirSection) {
     Load("[Extras]\r\n; mine\r\nOther=3\r\nSimultaneous=8\r\nListOnce=0\r\nlistonce=1\r\n");
     program.Simultaneous = 1;

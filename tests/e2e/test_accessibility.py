@@ -16,7 +16,7 @@ SERVERS = (
 # A dialog, the command that opens it and the keys that lead through its pages.
 DIALOGS = [
     ("Game Setup", "mnuExtrasGameSetup", []),
-    ("Options", "mnuExtrasOptions", ["right", "right"]),
+    ("Options", "mnuExtrasOptions", ["right", "right", "right"]),
     ("Add Server", "mnuServAdd", []),
     ("Server Password", "mnuServSetPass", []),
     ("About Quarn", "mnuInfoAbout", []),

@@ -1,6 +1,7 @@
 #include "tests/fakes/ClassicLocale.h"
 
 #include "base/RunTimeError.h"
+#include "core/modStringHelper.h"
 
 #include <array>
 #include <cmath>
@@ -188,6 +189,10 @@ std::string ClassicLocale::ToUtf8(const std::string& text) const {
         }
     }
     return utf8;
+}
+
+char ClassicLocale::LowerCase(char character) const {
+    return quarn::LowerCase(character);
 }
 
 bool ClassicLocale::IsLeadByte(char byte) const {

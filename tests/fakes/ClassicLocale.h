@@ -31,6 +31,9 @@ class ClassicLocale : public LocaleText {
     // From the Western code page.
     std::string ToUtf8(const std::string& text) const override;
 
+    // Letters of the Western code page.
+    char LowerCase(char character) const override;
+
     // The Japanese code page 932 instead of the Western one.
     bool japaneseCodePage = false;
     bool IsLeadByte(char byte) const override;

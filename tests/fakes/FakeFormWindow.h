@@ -23,6 +23,7 @@ class FakeFormWindow : public FormWindow {
     bool visible = true;
     bool shownInTaskbar = true;
     bool topMost = false;
+    bool mouseDown = false;
 
     std::int32_t broughtToFront = 0;
     std::int32_t topMostCalls = 0;
@@ -88,6 +89,7 @@ class FakeFormWindow : public FormWindow {
         if (whenShowingChanges)
             whenShowingChanges();
     }
+    bool IsMouseDown() const override { return mouseDown; }
     bool TakesInput() const override { return !dialogIsOpen || !dialogIsOpen(); }
     bool CancelDialogs() override {
         const bool open = dialogIsOpen && dialogIsOpen();

@@ -64,7 +64,7 @@ bool HeadlessBrowser::Start() {
         form_.emplace(program, fake.desktop, window, dialogs, sckMaster, sckServer, engines);
         MainControls& controls = form_->controls;
         for (Timer* const timer : {&controls.tmrTimeout, &controls.tmrMaster, &controls.tmrPorts,
-                                   &controls.tmrDeadlines, &controls.tmrTreeRest})
+                                   &controls.tmrDeadlines, &controls.tmrTreeRest, &controls.tmrSorting})
             timers_.push_back(std::make_unique<FakeTimerDriver>(fake.events, *timer));
         window.resized = [this] { form_->Form_Resize(); };
         window.dialogIsOpen = [this] { return fake.prompts.IsOpen() || !dialogs.open.empty(); };

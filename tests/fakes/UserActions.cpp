@@ -96,6 +96,13 @@ void Rename(HeadlessBrowser& b, const ActionArguments& node) {
     b.Form().tree.mnuTreeRename_Click();
 }
 
+// In the box that the options show.
+void Search(HeadlessBrowser& b, const ActionArguments& sought) {
+    b.Controls().txtSearch.visible = true;
+    b.Controls().txtSearch.text = sought.text;
+    b.Form().servers.txtSearch_Change();
+}
+
 void ChangeWindow(HeadlessBrowser& b, const ActionArguments& choice) {
     b.window.innerSize = {choice.number * 100, choice.number * 70};
     b.window.SetState(static_cast<WindowState>(choice.number % 3));
@@ -163,6 +170,7 @@ const std::vector<UserAction>& UserActions() {
          [](B& b, const A& column) { b.Form().servers.lvwPlayers_ColumnClick(column.number); },
          "n",
          {{"sort the players", {.number = 3}}}},
+        {"search", 'K', Search, "t", {{"search", {.text = "live"}}}},
         {"add to a folder",
          'f',
          [](B& b, const A& folder) { b.Form().tree.mnuServAddToFavorites_Click(folder.number); },

@@ -155,7 +155,7 @@ TEST_F(frmOptionsTest, StoresEveryWholeNumberOfMilliseconds) {
         Open().txtScanPingTimeout = c.text;
         form->cmdOK_Click();
         EXPECT_EQ(program.PingTimeout, c.timeout) << c.text;
-        EXPECT_FALSE(form->txtScanPingTimeoutWrong);
+        EXPECT_EQ(form->wrongField, frmOptions::Field::None);
     }
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
@@ -198,7 +198,7 @@ TEST_F(frmOptionsTest, StaysOpenAndStoresNothingWithoutANumber) {
         ASSERT_EQ(fake.prompts.shown.size(), 1U) << text;
         EXPECT_EQ(fake.prompts.shown[0].text, "The scan timeout must be a whole number of milliseconds!");
         EXPECT_EQ(fake.prompts.shown[0].title, "Quarn - Error");
-        EXPECT_TRUE(options.txtScanPingTimeoutWrong);
+        EXPECT_EQ(options.wrongField, frmOptions::Field::ScanPingTimeout);
         EXPECT_TRUE(done.empty()) << text;
         EXPECT_EQ(options.txtScanPingTimeout, text);
     }
@@ -237,6 +237,100 @@ TEST_F(frmOptionsTest, CancelAndEscapeStoreNothing) {
         EXPECT_EQ(program.PingTimeout, 1000);
         EXPECT_EQ(program.QuitAfterStart, 0);
         EXPECT_EQ(program.FavoritesNumber, 2);
+    }
+}
+
+struct Extra {
+    const char* name;
+    std::int32_t frmOptions::*box;
+    std::int32_t ProgramState::*setting;
+};
+
+constexpr Extra ExtraBoxes[] = {
+    {"AskMasterFirst", &frmOptions::chkAskMasterFirst, &ProgramState::AskMasterFirst},
+    {"ListOnce", &frmOptions::chkListOnce, &ProgramState::ListOnce},
+    {"SaveListAtExit", &frmOptions::chkSaveListAtExit, &ProgramState::SaveListAtExit},
+    {"NaturalSort", &frmOptions::chkNaturalSort, &ProgramState::NaturalSort},
+    {"KeepSorted", &frmOptions::chkKeepSorted, &ProgramState::KeepSorted},
+    {"ShowAtStart", &frmOptions::chkShowAtStart, &ProgramState::ShowAtStart},
+    {"SearchBox", &frmOptions::chkSearchBox, &ProgramState::SearchBox},
+    {"AskPassword", &frmOptions::chkAskPassword, &ProgramState::AskPassword},
+};
+
+TEST_F(frmOptionsTest, ShowsNoExtraAtFirst) {
+    LoadSettings(program, fake.desktop);
+    const frmOptions& options = Open();
+    EXPECT_EQ(options.txtSimultaneous, "1");
+    for (const Extra& extra : ExtraBoxes)
+        EXPECT_EQ(options.*extra.box, 0) << extra.name;
+}
+
+TEST_F(frmOptionsTest, BindsEachExtraToItsOwnSetting) {
+    for (const Extra& extra : ExtraBoxes) {
+        program.*extra.setting = 1;
+        Open();
+        for (const Extra& other : ExtraBoxes)
+            EXPECT_EQ(form.get()->*other.box, &other == &extra ? 1 : 0) << extra.name << ' ' << other.name;
+        form.get()->*extra.box = 0;
+        form->cmdOK_Click();
+        EXPECT_EQ(program.*extra.setting, 0) << extra.name;
+
+        Open().*extra.box = 1;
+        form->cmdOK_Click();
+        for (const Extra& other : ExtraBoxes)
+            EXPECT_EQ(program.*other.setting, &other == &extra ? 1 : 0) << extra.name << ' ' << other.name;
+        program.*extra.setting = 0;
+    }
+}
+
+TEST_F(frmOptionsTest, CancelStoresNoExtra) {
+    frmOptions& options = Open();
+    options.txtSimultaneous = "8";
+    for (const Extra& extra : ExtraBoxes)
+        options.*extra.box = 1;
+    options.cmdCancel_Click();
+    EXPECT_EQ(program.Simultaneous, 1);
+    for (const Extra& extra : ExtraBoxes)
+        EXPECT_EQ(program.*extra.setting, 0) << extra.name;
+}
+
+TEST_F(frmOptionsTest, ANumberToAskAtOnceCountsAsTheNearest) {
+    const struct {
+        const char* text;
+        std::int32_t atOnce;
+    } cases[] = {
+        {"1", 1},   {"2", 2},     {"64", 64},         {" 8 ", 8},
+        {"+7", 7},  {"008", 8},   {"0", 1},           {"-5", 1},
+        {"65", 64}, {"1000", 64}, {"2147483648", 64}, {"-99999999999999999999", 1},
+        {"2.4", 2}, {"2.6", 3},   {"1e1", 10},        {"1e300", 64},
+        {"0.2", 1}, {"64.4", 64}, {"-1e300", 1},
+    };
+    for (const auto& c : cases) {
+        Open().txtSimultaneous = c.text;
+        form->cmdOK_Click();
+        EXPECT_EQ(program.Simultaneous, c.atOnce) << c.text;
+        EXPECT_EQ(form->wrongField, frmOptions::Field::None);
+    }
+    EXPECT_TRUE(fake.prompts.shown.empty());
+}
+
+TEST_F(frmOptionsTest, StaysOpenWithoutANumberToAskAtOnce) {
+    for (const char* const text : {"", " ", "abc", "8x", "-", "1..2", "0x10", "1 2", "NaN", "inf", "\xb2"}) {
+        fake.prompts.shown.clear();
+        done.clear();
+        frmOptions& options = Open();
+        options.txtSimultaneous = text;
+        options.chkMinToTray = 0;
+        options.chkSearchBox = 1;
+        options.cmdOK_Click();
+        ASSERT_EQ(fake.prompts.shown.size(), 1U) << text;
+        EXPECT_EQ(fake.prompts.shown[0].text,
+                  "The number of servers asked at once must be a number from 1 to 64!");
+        EXPECT_EQ(options.wrongField, frmOptions::Field::Simultaneous);
+        EXPECT_TRUE(done.empty()) << text;
+        EXPECT_EQ(program.MinToTray, 1);
+        EXPECT_EQ(program.Simultaneous, 1);
+        EXPECT_EQ(program.SearchBox, 0);
     }
 }
 

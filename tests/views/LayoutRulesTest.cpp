@@ -36,6 +36,45 @@ TEST(LayoutRulesTest, KeepsWhatIsFixedByDesignAtEverySize) {
     EXPECT_EQ(small.lvwPlayers.left, large.lvwPlayers.left);
 }
 
+TEST(LayoutRulesTest, PutsTheSearchBoxAtTheRightEndOfTheToolbar) {
+    constexpr TwipsSize Buttons = {8000, 990};
+    constexpr std::int32_t BoxHeight = 330;
+    const struct {
+        std::int32_t innerWidth;
+        SearchBoxPlace place;
+    } cases[] = {
+        {20000, {{16580, 330, 3300, BoxHeight}, 0}},
+        {11540, {{8120, 330, 3300, BoxHeight}, 0}},
+        {11000, {{8120, 330, 2760, BoxHeight}, 0}},
+        {9890, {{8120, 330, 1650, BoxHeight}, 0}},
+        {9889, {{6469, 990, 3300, BoxHeight}, 450}},
+        {3000, {{120, 990, 2760, BoxHeight}, 450}},
+        {240, {{120, 990, 0, BoxHeight}, 450}},
+        {0, {{120, 990, 0, BoxHeight}, 450}},
+        {-5, {{120, 990, 0, BoxHeight}, 450}},
+        {std::numeric_limits<std::int32_t>::min(), {{120, 990, 0, BoxHeight}, 450}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(PlaceSearchBox(c.innerWidth, Buttons, BoxHeight), c.place) << c.innerWidth;
+}
+
+TEST(LayoutRulesTest, ShortensTheLowerListsAboveALine) {
+    const MainLayout layout = LayOut({12000, 9000}, ToolbarHeight); // they end at 420 + 4500 + 75 + 2850
+    const struct {
+        std::int32_t bottom;
+        std::int32_t height;
+    } cases[] = {{20000, 2850}, {7845, 2850}, {7844, 2849}, {4995, 0}, {4000, 0}, {0, 0}, {-100, 0}};
+    for (const auto& c : cases) {
+        MainLayout shortened = layout;
+        EndAbove(shortened, c.bottom);
+        EXPECT_EQ(shortened.lvwPlayers.height, c.height) << c.bottom;
+        EXPECT_EQ(shortened.lvwServVars.height, c.height) << c.bottom;
+        shortened.lvwPlayers = layout.lvwPlayers;
+        shortened.lvwServVars = layout.lvwServVars;
+        EXPECT_EQ(shortened, layout);
+    }
+}
+
 TEST(LayoutRulesTest, NeverMakesASizeNegative) {
     constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
     for (const TwipsSize inner :

@@ -366,6 +366,83 @@ TEST_F(clsQuickListTest, KeepsTheListIfTheSystemFails) {
     }
 }
 
+TEST_F(clsQuickListTest, OrdersCountsByBothNumbersInNaturalOrder) {
+    sorter.naturalOrder = true;
+    struct Case {
+        Texts texts;
+        Texts ascending;
+    };
+    const Case cases[] = {
+        {{"9 / 16", "3 / 16", "12 / 16"}, {"3 / 16", "9 / 16", "12 / 16"}},
+        {{"3 / 16", "3 / 8", "3 / 100"}, {"3 / 8", "3 / 16", "3 / 100"}},
+        {{"0 / 0", "-1 / 5", "0 / -5"}, {"-1 / 5", "0 / -5", "0 / 0"}},
+        {{"-2 / 1", "-10 / 1", "-2 / -1"}, {"-10 / 1", "-2 / -1", "-2 / 1"}},
+        {{"2147483647 / 1", "-2147483648 / 1"}, {"-2147483648 / 1", "2147483647 / 1"}},
+        {{"5", "120", "40", "-1", "x"}, {"x", "-1", "5", "40", "120"}},
+        {{"3/16", "2/16"}, {"3/16", "2/16"}},
+        {{"1 / x", "1 / 2", " / "}, {" / ", "1 / x", "1 / 2"}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(SortedAscending(Number, c.texts), c.ascending);
+        EXPECT_THAT(Errors(), IsEmpty());
+    }
+    EXPECT_THAT(SortedDescending(Number, {"3 / 8", "12 / 16", "3 / 16"}),
+                ElementsAre("12 / 16", "3 / 16", "3 / 8"));
+}
+
+TEST_F(clsQuickListTest, OrdersAnEmptyOrZeroDateFirstInNaturalOrder) {
+    sorter.naturalOrder = true;
+    EXPECT_THAT(SortedAscending(Date, {"1/2/2027", "", "11/21/2026", "12:00:00 AM", ""}),
+                ElementsAre("", "12:00:00 AM", "", "11/21/2026", "1/2/2027"));
+    EXPECT_THAT(SortedDescending(Date, {"", "11/21/2026", "1/2/2027"}),
+                ElementsAre("1/2/2027", "11/21/2026", ""));
+    EXPECT_THAT(Errors(), IsEmpty());
+    EXPECT_THAT(SortedAscending(Date, {"1/2/2027", "never", "1/1/2027"}),
+                ElementsAre("1/2/2027", "never", "1/1/2027"));
+    EXPECT_THAT(Errors(), ElementsAre("clsQuickList;SortList;13"));
+}
+
+TEST_F(clsQuickListTest, SortsAgainInTheSameOrder) {
+    for (const SortOrder order : {SortOrder::Ascending, SortOrder::Descending}) {
+        const bool ascending = order == SortOrder::Ascending;
+        Fill(Number, {"2", "3"});
+        list.sortOrder = ascending ? SortOrder::Descending : SortOrder::Ascending;
+        sorter.SortList(Number);
+        const Texts arrows = Arrows();
+        list.Cell(list.Add(), Number).text = "1";
+        sorter.SortAgain();
+        EXPECT_EQ(Column(Number), ascending ? (Texts{"1", "2", "3"}) : (Texts{"3", "2", "1"}));
+        sorter.SortAgain();
+        EXPECT_EQ(Column(Number), ascending ? (Texts{"1", "2", "3"}) : (Texts{"3", "2", "1"}));
+        EXPECT_EQ(list.sortOrder, order);
+        EXPECT_EQ(Arrows(), arrows);
+    }
+}
+
+TEST_F(clsQuickListTest, SortsAgainOnlyWhatHasAnArrow) {
+    Fill(Text, {"b", "a"});
+    sorter.SortAgain();
+    EXPECT_THAT(Column(Text), ElementsAre("b", "a"));
+    sorter.SortList(Text);
+    sorter.ClearArrow();
+    list.Cell(list.Add(), Text).text = "c";
+    sorter.SortAgain();
+    EXPECT_THAT(Column(Text), ElementsAre("b", "a", "c"));
+    EXPECT_THAT(Errors(), IsEmpty());
+}
+
+TEST_F(clsQuickListTest, ASortAgainThatFailsTakesTheArrowAway) {
+    Fill(Date, {"1/2/2025", "11/21/2026"});
+    sorter.SortList(Date);
+    ASSERT_THAT(Arrows(), ElementsAre("", "", "", "descending", ""));
+    list.Add();
+    sorter.SortAgain();
+    EXPECT_THAT(Column(Date), ElementsAre("11/21/2026", "1/2/2025", ""));
+    EXPECT_THAT(Arrows(), Each(""));
+    EXPECT_EQ(list.sortOrder, SortOrder::Descending);
+    EXPECT_THAT(Errors(), ElementsAre("clsQuickList;SortList;13"));
+}
+
 TEST_F(clsQuickListTest, SavesTheMainTextsInDisplayOrder) {
     fake.files.Put("C:\\list.txt", "what stood there before, longer than what comes");
     Fill(Picture, {"b", "", "a"});

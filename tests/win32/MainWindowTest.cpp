@@ -137,6 +137,57 @@ TEST_F(MainWindowTest, ReportsTheToolbarsHeightBeforeItLaysOut) {
     EXPECT_GT(Models().tbMain.height, 0);
 }
 
+TEST_F(MainWindowTest, ShowsTheSearchBoxInTheToolbarAtOnce) {
+    EXPECT_FALSE(IsWindowVisible(Control(ID_txtSearch)));
+    const LONG bottom = BoundsOf(ID_tbMain).bottom;
+    const auto choose = [&](std::int32_t on) {
+        program.SearchBox = on;
+        window->Form().RefreshInterface();
+        RunPendingEvents();
+    };
+    choose(1);
+    EXPECT_TRUE(IsWindowVisible(Control(ID_txtSearch)));
+    RECT inside{};
+    const RECT box = BoundsOf(ID_txtSearch);
+    const RECT bar = BoundsOf(ID_tbMain);
+    IntersectRect(&inside, &box, &bar);
+    EXPECT_TRUE(EqualRect(&inside, &box));
+    EXPECT_EQ(bar.bottom, bottom);
+    SetFocus(Control(ID_txtSearch));
+    choose(0);
+    EXPECT_FALSE(IsWindowVisible(Control(ID_txtSearch)));
+    EXPECT_EQ(GetFocus(), Control(ID_lvwServers));
+}
+
+TEST_F(MainWindowTest, ANarrowWindowHasTheSearchBoxBelowTheButtons) {
+    program.SearchBox = 1;
+    window->Form().RefreshInterface();
+    RunPendingEvents();
+    const LONG bottom = BoundsOf(ID_tbMain).bottom;
+    SetWindowPos(window->Handle(), nullptr, 0, 0, 450, 600, SWP_NOMOVE | SWP_NOZORDER);
+    RunPendingEvents();
+    EXPECT_GT(BoundsOf(ID_tbMain).bottom, bottom);
+    EXPECT_GE(BoundsOf(ID_txtSearch).top, bottom - 6); // the buttons end above the edge
+    EXPECT_GE(BoundsOf(ID_trvGames).top, BoundsOf(ID_tbMain).bottom);
+    EXPECT_LE(BoundsOf(ID_txtSearch).bottom, BoundsOf(ID_tbMain).bottom);
+}
+
+TEST_F(MainWindowTest, ATextInTheSearchBoxNarrowsTheList) {
+    program.SearchBox = 1;
+    window->Form().RefreshInterface();
+    ListServers(3);
+    SetWindowTextA(Control(ID_txtSearch), "10.0.0.2");
+    RunPendingEvents();
+    EXPECT_EQ(Models().lvwServers.RowCount(), 1);
+    SetFocus(Control(ID_txtSearch));
+    PostMessageA(Control(ID_txtSearch), WM_CHAR, '9', 1);
+    RunPendingEvents();
+    EXPECT_EQ(Models().lvwServers.RowCount(), 0);
+    SetWindowTextA(Control(ID_txtSearch), "");
+    RunPendingEvents();
+    EXPECT_EQ(Models().lvwServers.RowCount(), 3);
+}
+
 TEST_F(MainWindowTest, FollowsTheWindowsSize) {
     const LONG before = BoundsOf(ID_lvwServers).right;
     RECT bounds{};

@@ -1,5 +1,7 @@
 #include "win32/controls/ListViewControl.h"
 
+#include "base/Scope.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -26,7 +28,7 @@ void ListViewControl::Create(HWND parent, int id, const char* name, Selection se
         LVCOLUMNA column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
         column.fmt = shown.alignment == Alignment::Right ? LVCFMT_RIGHT : LVCFMT_LEFT;
-        column.cx = dpi_.ToPixels(shown.width);
+        column.cx = dpi_.ToPixels(shown.Width());
         column.pszText = text.data();
         column.iSubItem = subItem;
         Send(LVM_INSERTCOLUMNA, static_cast<WPARAM>(subItem), &column);
@@ -60,6 +62,7 @@ void ListViewControl::SetImages(const Images& images, Pictures pictures) {
 }
 
 void ListViewControl::ChangeDpi(Dpi dpi) {
+    const Restore setting(settingWidths_, true);
     for (std::size_t index = 0; index < shownHeaderIcons_.size(); ++index) {
         const int width = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, index));
         Send(LVM_SETCOLUMNWIDTH, index, MulDiv(width, dpi.Value(), dpi_.Value()));

@@ -57,6 +57,7 @@ class ListViewControl final : public Control {
   private:
     Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnRightPress(LPARAM position);
+    void OnHeaderChanged(const NMHEADERA& change);
     void OnItemChanged(const NMLISTVIEW& change);
     void FillIn(LVITEMA& item) const;
     int OnFind(const NMLVFINDITEMA& search) const;
@@ -95,6 +96,7 @@ class ListViewControl final : public Control {
     // The one row that the last flush selected; 0 when the user or a flush selected otherwise since.
     std::int32_t soleSelectedRow_ = 0;
     bool flushing_ = false;
+    bool settingWidths_ = false; // the program does, not the user
 };
 
 } // namespace quarn

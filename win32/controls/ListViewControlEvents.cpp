@@ -174,9 +174,27 @@ Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             KeyReleased(static_cast<std::int32_t>(wParam));
         return answer;
     }
+    case WM_NOTIFY: {
+        const LRESULT answer = PassOn(message, wParam, lParam);
+        const auto& notification = *reinterpret_cast<const NMHDR*>(lParam);
+        if (notification.code == HDN_ITEMCHANGEDA || notification.code == HDN_ITEMCHANGEDW)
+            OnHeaderChanged(reinterpret_cast<const NMHEADERA&>(notification));
+        return answer;
+    }
     default:
         return NotHandled;
     }
+}
+
+// The user has dragged the edge of a column's header, or double-clicked it.
+void ListViewControl::OnHeaderChanged(const NMHEADERA& change) {
+    const bool isWidth = change.pitem != nullptr && (change.pitem->mask & HDI_WIDTH) != 0;
+    const std::int32_t column = ColumnOf(change.iItem);
+    if (!isWidth || settingWidths_ || !model_.columns.Holds(column))
+        return;
+    const auto width = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(change.iItem)));
+    if (width != dpi_.ToPixels(model_.columns[column].Width()))
+        model_.columns[column].chosenWidth = dpi_.ToTwips(width);
 }
 
 // Instead of the control's own handling, which tells of the button only when it is released.

@@ -93,8 +93,10 @@ void ToolbarControl::Dock() {
     MoveTo({0, 0, inner.right, Height()});
 }
 
-int ToolbarControl::Height() const noexcept {
-    return height_;
+SIZE ToolbarControl::ButtonsSize() const noexcept {
+    RECT last{};
+    Send(TB_GETITEMRECT, static_cast<WPARAM>(model_.buttons.HighestIndex() - 1), &last);
+    return {last.right, height_};
 }
 
 RECT ToolbarControl::ButtonBounds(std::int32_t position) const noexcept {

@@ -28,8 +28,13 @@ class ToolbarControl final : public Control {
 
     void Flush();
 
-    // Pixels, with the edge that sets the bar off from what is below.
-    int Height() const noexcept;
+    // Pixels, with the edge that sets the bar off from what is below. A bar can be higher than its buttons
+    // need.
+    int Height() const noexcept { return height_ + addedHeight_; }
+    void SetAddedHeight(int pixels) noexcept { addedHeight_ = pixels; }
+
+    // Where the last button ends, and the height without what was added.
+    SIZE ButtonsSize() const noexcept;
 
     // Of the button on the screen.
     RECT ButtonBounds(std::int32_t position) const noexcept;
@@ -53,6 +58,7 @@ class ToolbarControl final : public Control {
     int firstCommand_ = 0;
     Dpi dpi_ = Dpi(96);
     int height_ = 0;
+    int addedHeight_ = 0;
     Images pictures_;
     Images disabledPictures_;
     std::vector<bool> shownEnabled_; // by position

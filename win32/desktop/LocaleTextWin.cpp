@@ -125,6 +125,12 @@ std::string LocaleTextWin::ToUtf8(const std::string& text) const {
     return Utf8Of(text);
 }
 
+char LocaleTextWin::LowerCase(char character) const {
+    if (!IsLeadByte(character))
+        CharLowerBuffA(&character, 1);
+    return character;
+}
+
 bool LocaleTextWin::IsLeadByte(char byte) const {
     return IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE;
 }

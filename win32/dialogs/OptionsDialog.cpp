@@ -4,13 +4,37 @@
 #include "win32/resources/ids.h"
 
 #include <commctrl.h>
+#include <utility>
 
 namespace quarn {
 
 namespace {
 
 constexpr int QuitActions = 3;
-constexpr const char* TabCaptions[] = {"General", "Scanning", "Interface"};
+constexpr const char* TabCaptions[] = {"General", "Scanning", "Interface", "Extras"};
+
+struct ExtraBox {
+    int id;
+    std::int32_t frmOptions::*value;
+    const char* toolTip;
+};
+
+constexpr ExtraBox ExtraBoxes[] = {
+    {ID_chkAskMasterFirst, &frmOptions::chkAskMasterFirst,
+     "Renew replaces the list when the master server sends the first addresses"},
+    {ID_chkListOnce, &frmOptions::chkListOnce, "An address that is in the list is not added again"},
+    {ID_chkSaveListAtExit, &frmOptions::chkSaveListAtExit,
+     "Without this, a list is saved only when you show another one"},
+    {ID_chkNaturalSort, &frmOptions::chkNaturalSort,
+     "Players: by players, then by maximum. Last Visit: never visited comes first"},
+    {ID_chkKeepSorted, &frmOptions::chkKeepSorted,
+     "Servers take their place when they are added or a scan has updated them"},
+    {ID_chkShowAtStart, &frmOptions::chkShowAtStart, "Also if it was minimized when Quarn ended"},
+    {ID_chkSearchBox, &frmOptions::chkSearchBox,
+     "Finds a text in name, map, game, address and players of the servers (Ctrl+F)"},
+    {ID_chkAskPassword, &frmOptions::chkAskPassword,
+     "Joining a locked server asks for the password if none was entered"},
+};
 
 } // namespace
 
@@ -19,10 +43,19 @@ void OptionsDialog::OnInit() {
     AddTabs();
     AddPages();
     FillNumFavorites();
-    toolTips_.AddControl(scanning_.Handle(), scanning_.Item(ID_txtScanPingTimeout),
-                         "Maximum waiting time for a server reply");
+    SendMessageA(extras_.Item(ID_updSimultaneous), UDM_SETRANGE32, 1, MostSimultaneous);
+    AddToolTips();
     ShowFields();
     ShowTab(General);
+}
+
+void OptionsDialog::AddToolTips() {
+    toolTips_.AddControl(scanning_.Handle(), scanning_.Item(ID_txtScanPingTimeout),
+                         "Maximum waiting time for a server reply");
+    toolTips_.AddControl(extras_.Handle(), extras_.Item(ID_txtSimultaneous),
+                         "How many servers a scan asks at the same time, 1 to 64");
+    for (const ExtraBox& box : ExtraBoxes)
+        toolTips_.AddControl(extras_.Handle(), extras_.Item(box.id), box.toolTip);
 }
 
 void OptionsDialog::AddTabs() {
@@ -74,6 +107,9 @@ void OptionsDialog::ShowFields() {
         interface_.SetChecked(ID_optQuitAfterLaunch + option, option == form_.optQuitAfterLaunch);
     SendMessageA(interface_.Item(ID_cmbNumFavorites), CB_SETCURSEL,
                  static_cast<WPARAM>(form_.cmbNumFavorites), 0);
+    extras_.SetItemText(ID_txtSimultaneous, form_.txtSimultaneous);
+    for (const ExtraBox& box : ExtraBoxes)
+        extras_.SetChecked(box.id, form_.*box.value != 0);
 }
 
 void OptionsDialog::TakeFields() {
@@ -87,16 +123,24 @@ void OptionsDialog::TakeFields() {
             form_.optQuitAfterLaunch = option;
     form_.cmbNumFavorites =
         static_cast<std::int32_t>(SendMessageA(interface_.Item(ID_cmbNumFavorites), CB_GETCURSEL, 0, 0));
+    form_.txtSimultaneous = extras_.ItemText(ID_txtSimultaneous);
+    for (const ExtraBox& box : ExtraBoxes)
+        form_.*box.value = extras_.IsChecked(box.id) ? 1 : 0;
 }
 
 void OptionsDialog::OnOK() {
     TakeFields();
     form_.cmdOK_Click();
-    if (!form_.txtScanPingTimeoutWrong)
-        return;
-    form_.txtScanPingTimeoutWrong = false;
-    ShowTab(Scanning);
-    scanning_.FocusItem(ID_txtScanPingTimeout);
+    const frmOptions::Field wrong = std::exchange(form_.wrongField, frmOptions::Field::None);
+    if (wrong == frmOptions::Field::ScanPingTimeout)
+        ShowAgain(scanning_, Scanning, ID_txtScanPingTimeout);
+    else if (wrong == frmOptions::Field::Simultaneous)
+        ShowAgain(extras_, Extras, ID_txtSimultaneous);
+}
+
+void OptionsDialog::ShowAgain(OptionsPage& page, Tab tab, int field) {
+    ShowTab(tab);
+    page.FocusItem(field);
 }
 
 LRESULT OptionsDialog::OnNotify(NMHDR& notification) {

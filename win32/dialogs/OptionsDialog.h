@@ -27,7 +27,7 @@ class OptionsDialog final : public FormDialog {
     explicit OptionsDialog(frmOptions& form) noexcept : FormDialog("frmOptions"), form_(form) {}
 
   private:
-    enum Tab { General, Scanning, Interface, TabCount };
+    enum Tab { General, Scanning, Interface, Extras, TabCount };
 
     void OnInit() override;
     LRESULT OnNotify(NMHDR& notification) override;
@@ -43,14 +43,17 @@ class OptionsDialog final : public FormDialog {
     void ShowFields();
     void TakeFields();
     void FillNumFavorites();
+    void AddToolTips();
+    void ShowAgain(OptionsPage& page, Tab tab, int field);
 
     frmOptions& form_;
-    std::array<OptionsPage, TabCount> pages_{OptionsPage("frmOptionsGeneral"),
-                                             OptionsPage("frmOptionsScanning"),
-                                             OptionsPage("frmOptionsInterface")};
+    std::array<OptionsPage, TabCount> pages_{
+        OptionsPage("frmOptionsGeneral"), OptionsPage("frmOptionsScanning"),
+        OptionsPage("frmOptionsInterface"), OptionsPage("frmOptionsExtras")};
     OptionsPage& general_ = pages_[General];
     OptionsPage& scanning_ = pages_[Scanning];
     OptionsPage& interface_ = pages_[Interface];
+    OptionsPage& extras_ = pages_[Extras];
     ToolTips toolTips_;
 };
 

@@ -9,6 +9,7 @@
 #define IDR_ACCELERATORS 102
 #define IDR_SERVER_LIST_ACCELERATORS 103
 #define IDR_TREE_ACCELERATORS 104
+#define IDR_SEARCH_ACCELERATORS 105
 
 /* Menus: those of the bar, then the pop-ups of the tray icon and of the tree */
 #define ID_mnuFile 1000
@@ -74,6 +75,7 @@
 /* Keys without a menu entry */
 #define ID_keyStop 1701
 #define ID_keySelectAll 1702
+#define ID_keySearch 1703
 
 /* Controls of the main window */
 #define ID_trvGames 2001
@@ -83,6 +85,7 @@
 #define ID_tbMain 2005
 #define ID_sbMain 2006
 #define ID_pbScanning 2007
+#define ID_txtSearch 2008
 
 /* The toolbar button at position n, separators counted, has the command ID_tbMainButton + n. */
 #define ID_tbMainButton 2100
@@ -141,3 +144,19 @@
 #define ID_optQuitAfterLaunch0 3420
 #define ID_optQuitAfterLaunch1 3421
 #define ID_optQuitAfterLaunch2 3422
+
+#define ID_fraExtrasScanning 3430
+#define ID_lblSimultaneous 3431
+#define ID_txtSimultaneous 3432
+#define ID_updSimultaneous 3433
+#define ID_lblOneByOne 3434
+#define ID_chkAskMasterFirst 3435
+#define ID_chkListOnce 3436
+#define ID_fraExtrasList 3437
+#define ID_chkSaveListAtExit 3438
+#define ID_chkNaturalSort 3439
+#define ID_chkKeepSorted 3440
+#define ID_fraExtrasWindow 3441
+#define ID_chkShowAtStart 3442
+#define ID_chkSearchBox 3443
+#define ID_chkAskPassword 3444

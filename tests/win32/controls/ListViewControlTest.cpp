@@ -401,6 +401,22 @@ TEST_F(ListViewControlTest, KeepsSeveralRowsSelectedUnderTheRightButton) {
     EXPECT_EQ(model.SelectedRow(), 1);
 }
 
+TEST_F(ListViewControlTest, NotesTheWidthThatTheUserGivesAColumn) {
+    const auto widen = [&](std::int32_t column, int pixels) {
+        SendMessageA(control.Handle(), LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(SubItem(column)), pixels);
+    };
+    widen(2, 100); // as it is
+    EXPECT_EQ(model.columns[2].chosenWidth, 0);
+    widen(2, 120);
+    EXPECT_EQ(model.columns[2].chosenWidth, 1800);
+    EXPECT_EQ(model.columns[1].chosenWidth, 0);
+    EXPECT_EQ(model.columns[3].chosenWidth, 0);
+    control.ChangeDpi(Dpi(120));
+    EXPECT_EQ(model.columns[2].chosenWidth, 1800) << "another DPI is no choice of the user";
+    widen(3, 50);
+    EXPECT_EQ(model.columns[3].chosenWidth, 600);
+}
+
 TEST_F(ListViewControlTest, KeepsColumnWidthsInInches) {
     control.ChangeDpi(Dpi(144));
     EXPECT_EQ(SendMessageA(control.Handle(), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItem(2)), 0), 150);

@@ -155,6 +155,7 @@ class CountingLocale : public LocaleText {
     std::string FromDate(DateTime date) const override { return system_.FromDate(date); }
     std::string SortKey(const std::string& text) const override { return system_.SortKey(text); }
     std::string ToUtf8(const std::string& text) const override { return system_.ToUtf8(text); }
+    char LowerCase(char character) const override { return system_.LowerCase(character); }
     bool IsLeadByte(char byte) const override { return system_.IsLeadByte(byte); }
     DateTime ToDate(const std::string& text) const override {
         ++dates;
@@ -164,6 +165,17 @@ class CountingLocale : public LocaleText {
   private:
     LocaleTextWin system_;
 };
+
+TEST_F(LocaleTextWinTest, LowersLettersOfTheCodePage) {
+    const struct {
+        char character;
+        char lower;
+    } cases[] = {{'A', 'a'},       {'Z', 'z'},       {'a', 'a'},       {'@', '@'},       {'[', '['},
+                 {'\0', '\0'},     {'1', '1'},       {'\xC4', '\xE4'}, {'\xE4', '\xE4'}, {'\xD7', '\xD7'},
+                 {'\xDF', '\xDF'}, {'\x80', '\x80'}, {'\xFF', '\xFF'}};
+    for (const auto& c : cases)
+        EXPECT_EQ(locale.LowerCase(c.character), c.lower) << static_cast<int>(c.character);
+}
 
 TEST_F(LocaleTextWinTest, GeneralDatesReadsDatesLikeTheLocale) {
     const CountingLocale counting;

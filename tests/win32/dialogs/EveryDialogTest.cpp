@@ -142,6 +142,11 @@ TEST_F(EveryDialogTest, TruncatesNoCaption) {
     });
 }
 
+// The arrows that change the number in a field lie at the field's edge.
+bool IsBuddyOf(HWND arrows, HWND field) {
+    return reinterpret_cast<HWND>(SendMessageA(arrows, UDM_GETBUDDY, 0, 0)) == field;
+}
+
 TEST_F(EveryDialogTest, HasEveryControlInsideAndNoneOverlapping) {
     ForEveryDialog([&](HWND dialog) {
         for (const HWND surface : DialogAndPages(dialog)) {
@@ -156,7 +161,7 @@ TEST_F(EveryDialogTest, HasEveryControlInsideAndNoneOverlapping) {
                     << id;
                 for (std::size_t j = i + 1; j < controls.size(); ++j) {
                     if (IsFrame(controls[i]) || IsFrame(controls[j]) || IsTabs(controls[i]) ||
-                        IsTabs(controls[j]))
+                        IsTabs(controls[j]) || IsBuddyOf(controls[j], controls[i]))
                         continue;
                     RECT common;
                     const RECT other = PlaceOf(controls[j]);
@@ -212,7 +217,16 @@ TEST_F(EveryDialogTest, ExplainsItsFieldsInTooltips) {
         {ID_txtConfig, "Specific config file to be used for the game"},
         {ID_txtName, "Player name to be used for the game"},
         {ID_chkVisible, "Show in game list, even if no executable was found"},
-        {ID_txtScanPingTimeout, "Maximum waiting time for a server reply"}};
+        {ID_txtScanPingTimeout, "Maximum waiting time for a server reply"},
+        {ID_txtSimultaneous, "How many servers a scan asks at the same time, 1 to 64"},
+        {ID_chkAskMasterFirst, "Renew replaces the list when the master server sends the first addresses"},
+        {ID_chkListOnce, "An address that is in the list is not added again"},
+        {ID_chkSaveListAtExit, "Without this, a list is saved only when you show another one"},
+        {ID_chkNaturalSort, "Players: by players, then by maximum. Last Visit: never visited comes first"},
+        {ID_chkKeepSorted, "Servers take their place when they are added or a scan has updated them"},
+        {ID_chkShowAtStart, "Also if it was minimized when Quarn ended"},
+        {ID_chkSearchBox, "Finds a text in name, map, game, address and players of the servers (Ctrl+F)"},
+        {ID_chkAskPassword, "Joining a locked server asks for the password if none was entered"}};
     EXPECT_EQ(shown, expected);
 }
 

@@ -1,5 +1,7 @@
 #include "tests/win32/dialogs/FormsTest.h"
 
+#include <algorithm>
+#include <cctype>
 #include <commctrl.h>
 #include <initializer_list>
 #include <string>
@@ -24,8 +26,9 @@ class OptionsDialogTest : public FormsTest {
 TEST_F(OptionsDialogTest, ShowsOnePageForEachTab) {
     Show(Options(), {[&](HWND dialog) {
              EXPECT_EQ(DialogDriver::TextOf(dialog), "Options");
-             const int fields[] = {ID_chkMinToTray, ID_txtScanPingTimeout, ID_cmbNumFavorites};
-             for (int tab = 0; tab < 3; ++tab) {
+             const int fields[] = {ID_chkMinToTray, ID_txtScanPingTimeout, ID_cmbNumFavorites,
+                                   ID_txtSimultaneous};
+             for (int tab = 0; tab < 4; ++tab) {
                  char caption[50] = "";
                  TCITEMA item{};
                  item.mask = TCIF_TEXT;
@@ -33,10 +36,10 @@ TEST_F(OptionsDialogTest, ShowsOnePageForEachTab) {
                  item.cchTextMax = sizeof caption;
                  SendMessageA(Item(dialog, ID_sstOptions), TCM_GETITEMA, static_cast<WPARAM>(tab),
                               reinterpret_cast<LPARAM>(&item));
-                 const char* const captions[] = {"General", "Scanning", "Interface"};
+                 const char* const captions[] = {"General", "Scanning", "Interface", "Extras"};
                  EXPECT_STREQ(caption, captions[tab]);
                  ChooseTab(dialog, tab);
-                 for (int page = 0; page < 3; ++page)
+                 for (int page = 0; page < 4; ++page)
                      EXPECT_EQ(IsWindowVisible(Item(dialog, fields[page])) != FALSE, page == tab);
              }
              DialogDriver::Press(dialog, IDCANCEL);
@@ -68,10 +71,13 @@ TEST_F(OptionsDialogTest, KeysWithCtrlSwitchItsPages) {
              };
              const Case cases[] = {{{VK_CONTROL}, VK_TAB, ID_txtScanPingTimeout},
                                    {{VK_CONTROL}, VK_TAB, ID_cmbNumFavorites},
+                                   {{VK_CONTROL}, VK_TAB, ID_txtSimultaneous},
                                    {{VK_CONTROL}, VK_TAB, ID_chkMinToTray},
-                                   {{VK_CONTROL, VK_SHIFT}, VK_TAB, ID_cmbNumFavorites},
+                                   {{VK_CONTROL, VK_SHIFT}, VK_TAB, ID_txtSimultaneous},
+                                   {{VK_CONTROL}, VK_PRIOR, ID_cmbNumFavorites},
                                    {{VK_CONTROL}, VK_PRIOR, ID_txtScanPingTimeout},
                                    {{VK_CONTROL}, VK_NEXT, ID_cmbNumFavorites},
+                                   {{VK_CONTROL}, VK_NEXT, ID_txtSimultaneous},
                                    {{VK_CONTROL}, VK_NEXT, ID_chkMinToTray}};
              for (const Case& c : cases) {
                  hold(c.held);
@@ -104,6 +110,19 @@ TEST_F(OptionsDialogTest, LabelsItsFields) {
                            {ID_optQuitAfterLaunch0, "No action"},
                            {ID_fraFavorites, "Favorites"},
                            {ID_lblFavNum, "Number of favorites folders:"},
+                           {ID_fraExtrasScanning, "Scanning"},
+                           {ID_lblSimultaneous, "Servers &asked at once:"},
+                           {ID_lblOneByOne, "1: one after the other"},
+                           {ID_chkAskMasterFirst, "Keep the list &until the master answers"},
+                           {ID_chkListOnce, "List each server &once"},
+                           {ID_fraExtrasList, "List"},
+                           {ID_chkSaveListAtExit, "&Save the list on show at the end"},
+                           {ID_chkNaturalSort, "Sort players by &number and never-visited servers first"},
+                           {ID_chkKeepSorted, "&Keep the list sorted"},
+                           {ID_fraExtrasWindow, "Window"},
+                           {ID_chkShowAtStart, "Show the &window at every start"},
+                           {ID_chkSearchBox, "Search &box"},
+                           {ID_chkAskPassword, "Ask for &passwords"},
                            {IDOK, "OK"},
                            {IDCANCEL, "Cancel"}};
              for (const auto& label : labels)
@@ -128,6 +147,12 @@ TEST_F(OptionsDialogTest, TheTabKeyVisitsThePageInFront) {
              ChooseTab(dialog, 2);
              EXPECT_EQ(TabOrder(dialog), (std::vector<int>{ID_sstOptions, ID_optQuitAfterLaunch0,
                                                            ID_cmbNumFavorites, IDOK, IDCANCEL}));
+             ChooseTab(dialog, 3);
+             EXPECT_EQ(
+                 TabOrder(dialog),
+                 (std::vector<int>{ID_sstOptions, ID_txtSimultaneous, ID_chkAskMasterFirst, ID_chkListOnce,
+                                   ID_chkSaveListAtExit, ID_chkNaturalSort, ID_chkKeepSorted,
+                                   ID_chkShowAtStart, ID_chkSearchBox, ID_chkAskPassword, IDOK, IDCANCEL}));
              DialogDriver::Press(dialog, IDCANCEL);
          }});
 }
@@ -194,6 +219,89 @@ TEST_F(OptionsDialogTest, ShowsAWrongTimeOutAgain) {
                          DialogDriver::PressKey(field, VK_ESCAPE);
                      }});
     EXPECT_EQ(program.PingTimeout, 1000);
+}
+
+// The letter behind the "&" of each caption on the page.
+TEST_F(OptionsDialogTest, ExtrasHaveAnAccessKeyEach) {
+    Show(Options(), {[&](HWND dialog) {
+             std::string keys;
+             for (int id = ID_fraExtrasScanning; id <= ID_chkAskPassword; ++id) {
+                 const std::string text = Text(dialog, id);
+                 const std::size_t mark = text.find('&');
+                 if (mark != std::string::npos)
+                     keys += static_cast<char>(std::tolower(text.at(mark + 1)));
+             }
+             std::sort(keys.begin(), keys.end());
+             EXPECT_EQ(keys, "abknopsuw");
+             DialogDriver::Press(dialog, IDCANCEL);
+         }});
+}
+
+TEST_F(OptionsDialogTest, ShowsAndStoresEveryExtra) {
+    const struct {
+        int box;
+        std::int32_t ProgramState::*setting;
+    } extras[] = {
+        {ID_chkAskMasterFirst, &ProgramState::AskMasterFirst},
+        {ID_chkListOnce, &ProgramState::ListOnce},
+        {ID_chkSaveListAtExit, &ProgramState::SaveListAtExit},
+        {ID_chkNaturalSort, &ProgramState::NaturalSort},
+        {ID_chkKeepSorted, &ProgramState::KeepSorted},
+        {ID_chkShowAtStart, &ProgramState::ShowAtStart},
+        {ID_chkSearchBox, &ProgramState::SearchBox},
+        {ID_chkAskPassword, &ProgramState::AskPassword},
+    };
+    for (const auto& extra : extras) {
+        Show(Options(), {[&](HWND dialog) {
+                 EXPECT_FALSE(IsChecked(dialog, extra.box)) << extra.box;
+                 Click(dialog, extra.box);
+                 DialogDriver::Press(dialog, IDOK);
+             }});
+        for (const auto& other : extras)
+            EXPECT_EQ(program.*other.setting, other.box == extra.box ? 1 : 0) << extra.box << other.box;
+        Show(Options(), {[&](HWND dialog) {
+                 EXPECT_TRUE(IsChecked(dialog, extra.box)) << extra.box;
+                 Click(dialog, extra.box);
+                 DialogDriver::Press(dialog, IDOK);
+             }});
+        EXPECT_EQ(program.*extra.setting, 0);
+    }
+}
+
+TEST_F(OptionsDialogTest, ArrowsChangeTheNumberAskedAtOnce) {
+    program.Simultaneous = 63;
+    Show(Options(), {[&](HWND dialog) {
+             ChooseTab(dialog, 3);
+             const HWND field = Item(dialog, ID_txtSimultaneous);
+             const auto press = [&](WPARAM key) { SendMessageA(field, WM_KEYDOWN, key, 1); };
+             EXPECT_EQ(Text(dialog, ID_txtSimultaneous), "63");
+             press(VK_UP);
+             EXPECT_EQ(Text(dialog, ID_txtSimultaneous), "64");
+             press(VK_UP);
+             EXPECT_EQ(Text(dialog, ID_txtSimultaneous), "64");
+             Type(dialog, ID_txtSimultaneous, "2");
+             press(VK_DOWN);
+             press(VK_DOWN);
+             EXPECT_EQ(Text(dialog, ID_txtSimultaneous), "1");
+             press(VK_UP);
+             DialogDriver::Press(dialog, IDOK);
+         }});
+    EXPECT_EQ(program.Simultaneous, 2);
+}
+
+TEST_F(OptionsDialogTest, ShowsAWrongNumberAskedAtOnceAgain) {
+    Show(Options(), {[&](HWND dialog) {
+                         Type(dialog, ID_txtSimultaneous, "many");
+                         DialogDriver::Press(dialog, IDOK);
+                     },
+                     [&](HWND box) { DialogDriver::Press(box, IDOK); },
+                     [&](HWND dialog) {
+                         EXPECT_EQ(GetFocus(), Item(dialog, ID_txtSimultaneous));
+                         EXPECT_TRUE(IsWindowVisible(Item(dialog, ID_txtSimultaneous)));
+                         Type(dialog, ID_txtSimultaneous, "500");
+                         DialogDriver::Press(dialog, IDOK);
+                     }});
+    EXPECT_EQ(program.Simultaneous, 64);
 }
 
 TEST_F(OptionsDialogTest, EnterInAFieldIsOk) {
