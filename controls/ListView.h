@@ -11,6 +11,7 @@
 #include "controls/SortKeys.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,6 +27,7 @@ struct ListColumn {
     std::int32_t width = 0; // at first, in twips
     Alignment alignment = Alignment::Left;
     std::string headerIcon; // "ascending", "descending" or empty
+    bool fills = false;     // grows over what the other columns leave; its width is the least
 };
 
 struct ListCell {
@@ -89,6 +91,9 @@ class ListView {
     // of them, one for each row. Rows with equal keys keep their order, in either direction.
     void Sort(std::int32_t key, SortOrder order);
     void Sort(std::int32_t key, SortOrder order, const SortKeys& keys);
+
+    // What an empty list says in place of rows; asked whenever the window is brought up to date.
+    std::function<std::string()> emptyText;
 
     // While updates are locked the window paints nothing of this list.
     bool updatesLocked = false;

@@ -1,0 +1,23 @@
+#pragma once
+
+// The colours of a selected row or node while the keyboard focus is elsewhere. The controls' own choice, the
+// face of buttons, can hardly be told from a list's ground, and in black themes not at all.
+
+#include "win32/WindowsHeaders.h"
+
+#include <functional>
+
+namespace quarn {
+
+struct SelectionColors {
+    COLORREF text;
+    COLORREF ground;
+    bool operator==(const SelectionColors&) const = default;
+};
+
+// Both are colours of the system that the theme uses together: those of an inactive window's caption, or
+// where these do not stand out from a list's ground, those of a selection with the focus. Takes the function
+// that knows the theme; the default is the system's.
+SelectionColors ColorsOfUnfocusedSelection(const std::function<COLORREF(int)>& systemColor = GetSysColor);
+
+} // namespace quarn
