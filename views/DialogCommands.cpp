@@ -61,9 +61,9 @@ void DialogCommands::mnuExtrasGameSetup_Click() {
                   [this] { ShowGameSetup(); });
 }
 
-void DialogCommands::ShowGameSetup() {
+void DialogCommands::ShowGameSetup(const std::string& game) {
     frmGamSetup form(
-        form_.program, form_.desktop, [this] { tree_.RefreshTreeView(); }, CloseDialog());
+        form_.program, form_.desktop, [this] { tree_.RefreshTreeView(); }, CloseDialog(), game);
     Show(form);
 }
 

@@ -34,7 +34,7 @@ class DialogCommands {
     void mnuInfoAbout_Click();
 
     // For a command that ends in the game setup. Errors are the caller's.
-    void ShowGameSetup();
+    void ShowGameSetup(const std::string& game = {}); // the one to begin with
 
   private:
     void ShowAddServer();

@@ -4,6 +4,8 @@
 #include "launch/modMonitor.h"
 #include "support/Trap.h"
 
+#include <string>
+
 namespace quarn {
 
 namespace {
@@ -19,10 +21,11 @@ void GameCommands::Connect(const char* routine, bool asSpectator, GivenRows rows
         CommandKind::Ordinary, routine, OnError::LogAndShow, std::move(rows),
         [this, asSpectator](const TargetRows& targets, std::int32_t index) {
             NoteVisit(targets, index);
+            const std::string game = form_.program.CurrentGame;
             if (StartGame(form_.program, form_.desktop, form_.program.Servers[index], asSpectator))
                 ActAfterLaunch();
             else
-                dialogs_.ShowGameSetup();
+                dialogs_.ShowGameSetup(game);
         });
 }
 

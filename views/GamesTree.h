@@ -10,6 +10,7 @@
 #include "views/ServerListView.h"
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -65,7 +66,7 @@ class GamesTree {
     void AddGameNodes();
     void AddModNodes();
     void AddFavoritesNodes();
-    void AddOrLog(TreeNode node);
+    void AddListNode(TreeNode node, std::initializer_list<std::string> images);
     void AppendToList(const std::string& listName, const ServerRecord& server);
 
     MainFormContext form_;

@@ -5,6 +5,7 @@
 #include "core/modMain.h"
 #include "query/clsIPLocation.h"
 #include "support/Trap.h"
+#include "views/EmptyTexts.h"
 #include "views/LayoutRules.h"
 #include "views/ToolbarButtons.h"
 
@@ -40,6 +41,7 @@ frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, Mo
       scan(context_, servers, details),
       dialogs(context_, forms, servers, tree, [this] { RefreshInterface(); }),
       game(context_, servers, dialogs, [this] { Unload(); }) {
+    SetEmptyTexts(context_, tree);
     gate_.Idle = [this] { program_.AppLog->TellWriteFault(); };
     sckMaster.DataArrival = [this](std::int32_t bytes) { master.sckMaster_DataArrival(bytes); };
     sckMaster.SendFailed = [this](const std::string& description) {

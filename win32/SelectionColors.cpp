@@ -26,7 +26,24 @@ double Contrast(COLORREF one, COLORREF other) {
     return (lighter + 0.05) / (darker + 0.05);
 }
 
+// An ordinary row or node in other colours: those of a selected one are the control's own choice.
+template<class CustomDraw>
+void Mark(CustomDraw& painted) {
+    const SelectionColors colors = ColorsOfUnfocusedSelection();
+    painted.clrText = colors.text;
+    painted.clrTextBk = colors.ground;
+    painted.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+}
+
 } // namespace
+
+void MarkUnfocusedSelection(NMLVCUSTOMDRAW& row) {
+    Mark(row);
+}
+
+void MarkUnfocusedSelection(NMTVCUSTOMDRAW& node) {
+    Mark(node);
+}
 
 SelectionColors ColorsOfUnfocusedSelection(const std::function<COLORREF(int)>& systemColor) {
     const COLORREF list = systemColor(COLOR_WINDOW);

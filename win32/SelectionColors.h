@@ -5,6 +5,7 @@
 
 #include "win32/WindowsHeaders.h"
 
+#include <commctrl.h>
 #include <functional>
 
 namespace quarn {
@@ -19,5 +20,9 @@ struct SelectionColors {
 // where these do not stand out from a list's ground, those of a selection with the focus. Takes the function
 // that knows the theme; the default is the system's.
 SelectionColors ColorsOfUnfocusedSelection(const std::function<COLORREF(int)>& systemColor = GetSysColor);
+
+// Gives them to a row or node that a control is about to paint as selected without the focus.
+void MarkUnfocusedSelection(NMLVCUSTOMDRAW& row);
+void MarkUnfocusedSelection(NMTVCUSTOMDRAW& node);
 
 } // namespace quarn

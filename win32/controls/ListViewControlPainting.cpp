@@ -29,10 +29,10 @@ LRESULT ListViewControl::OnCustomDraw(NMLVCUSTOMDRAW& stage) const {
         PaintEmptyText(stage.nmcd.hdc);
         return CDRF_DODEFAULT;
     case CDDS_ITEMPREPAINT:
-        MarkUnfocusedSelection(stage, row);
+        MarkSelection(stage, row);
         return CDRF_NOTIFYSUBITEMDRAW;
     case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
-        MarkUnfocusedSelection(stage, row);
+        MarkSelection(stage, row);
         return paintsCellPictures_ && CellPicture(row, ColumnOf(stage.iSubItem)) >= 0 ? CDRF_NOTIFYPOSTPAINT
                                                                                       : CDRF_DODEFAULT;
     case CDDS_ITEMPOSTPAINT | CDDS_SUBITEM:
@@ -43,14 +43,9 @@ LRESULT ListViewControl::OnCustomDraw(NMLVCUSTOMDRAW& stage) const {
     }
 }
 
-// As an ordinary row in other colours: the control's are those of a button's face.
-void ListViewControl::MarkUnfocusedSelection(NMLVCUSTOMDRAW& stage, std::int32_t row) const {
-    if (HasFocus() || row < 1 || row > model_.RowCount() || !model_.Row(row).selected)
-        return;
-    const SelectionColors colors = ColorsOfUnfocusedSelection();
-    stage.clrText = colors.text;
-    stage.clrTextBk = colors.ground;
-    stage.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+void ListViewControl::MarkSelection(NMLVCUSTOMDRAW& stage, std::int32_t row) const {
+    if (!HasFocus() && row >= 1 && row <= model_.RowCount() && model_.Row(row).selected)
+        MarkUnfocusedSelection(stage);
 }
 
 int ListViewControl::CellPicture(std::int32_t row, std::int32_t column) const {

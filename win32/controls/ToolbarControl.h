@@ -31,6 +31,9 @@ class ToolbarControl final : public Control {
     // Pixels, with the edge that sets the bar off from what is below.
     int Height() const noexcept;
 
+    // Pixels that all buttons take.
+    int LeastWidth() const noexcept;
+
     // Of the button on the screen.
     RECT ButtonBounds(std::int32_t position) const noexcept;
 
@@ -52,6 +55,7 @@ class ToolbarControl final : public Control {
     Toolbar& model_;
     int firstCommand_ = 0;
     Dpi dpi_ = Dpi(96);
+    int top_ = 0;
     int height_ = 0;
     Images pictures_;
     Images disabledPictures_;
