@@ -18,8 +18,8 @@ struct StatusPanel {
     std::string tag;
     std::string toolTip;
     Kind kind = Kind::Text;
-    std::int32_t designWidth = 0; // twips; 0: the first such panel takes what the others leave
-    std::int32_t leastWidth = 0;  // to which it shrinks for a panel that takes what is left
+    std::int32_t designWidth = 0; // twips; 0: the first such panel takes the space that the others leave
+    std::int32_t leastWidth = 0;  // when the panel that takes the rest needs space
     std::int32_t left = 0;
     std::int32_t width = 0;
 };
