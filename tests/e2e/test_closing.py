@@ -4,7 +4,7 @@ closed, it ends at once, with everything stored."""
 import pytest
 
 from harness.places import wait_until, windows_path
-from harness.quarn import Tray, write_settings
+from harness.quarn import write_settings
 from test_dialogs import GAMES_INI
 
 SERVERS = " 1\r\n127.0.0.1;27960;--;One;5;0;8;baseq3;q3dm1;0;;;\r\n"
@@ -183,18 +183,3 @@ def test_what_a_first_start_opens_is_cancelled(folder, start, opened, close):
     quarn.do("timeout", 10)
     close(quarn)
     expect_a_clean_end(quarn)
-
-
-def test_quit_in_the_tray_closes_a_dialog_of_the_hidden_window(folder, start):
-    quarn = started(folder, start)
-    with Tray() as tray:
-        OPEN["options"](quarn)
-        quarn.do("use")
-        quarn.do("minimize")
-        quarn.do.wait("hidden", "state")
-        tray.wait_for_icon()
-        tray.click("right")
-        quarn.do.wait("*#32768*", "windows")
-        quarn.do("key", ".", "down", "down", "enter")
-        expect_a_clean_end(quarn)
-        tray.wait_for_icon(False)

@@ -113,7 +113,8 @@ class ListView {
             Send(control_, LVM_GETCOLUMNORDERARRAY, order_.size(), order.Parameter());
             order.Read(order_.data(), bytes);
         }
-        return order_.at(static_cast<std::size_t>(column));
+        const std::size_t place = static_cast<std::size_t>(column);
+        return place < order_.size() ? order_[place] : column; // a list without a header has no columns
     }
 
     static std::string SortMark(const HDITEMA& item) {
