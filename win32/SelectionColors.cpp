@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace quarn {
 
@@ -47,11 +48,13 @@ void MarkUnfocusedSelection(NMTVCUSTOMDRAW& node) {
 
 SelectionColors ColorsOfUnfocusedSelection(const std::function<COLORREF(int)>& systemColor) {
     const COLORREF list = systemColor(COLOR_WINDOW);
-    const SelectionColors caption = {systemColor(COLOR_INACTIVECAPTIONTEXT),
-                                     systemColor(COLOR_INACTIVECAPTION)};
-    if (Contrast(caption.ground, list) >= LeastOfGrounds &&
-        Contrast(caption.text, caption.ground) >= LeastOfText)
-        return caption;
+    for (const auto& [text, ground] : {std::pair{COLOR_INACTIVECAPTIONTEXT, COLOR_INACTIVECAPTION},
+                                       std::pair{COLOR_WINDOWTEXT, COLOR_BTNSHADOW}}) {
+        const SelectionColors colors = {systemColor(text), systemColor(ground)};
+        if (Contrast(colors.ground, list) >= LeastOfGrounds &&
+            Contrast(colors.text, colors.ground) >= LeastOfText)
+            return colors;
+    }
     return {systemColor(COLOR_HIGHLIGHTTEXT), systemColor(COLOR_HIGHLIGHT)};
 }
 

@@ -16,9 +16,10 @@ struct SelectionColors {
     bool operator==(const SelectionColors&) const = default;
 };
 
-// Both are colours of the system that the theme uses together: those of an inactive window's caption, or
-// where these do not stand out from a list's ground, those of a selection with the focus. Takes the function
-// that knows the theme; the default is the system's.
+// Both are colours of the system's theme. They are those of an inactive window's caption; where these do not
+// differ enough from a list's ground or from each other, the shadow of buttons under the text of windows; and
+// where that fails too, as in most black themes, the colours of a selection with the focus. Takes the
+// function that knows the theme; the default is the system's.
 SelectionColors ColorsOfUnfocusedSelection(const std::function<COLORREF(int)>& systemColor = GetSysColor);
 
 // Gives them to a row or node that a control is about to paint as selected without the focus.

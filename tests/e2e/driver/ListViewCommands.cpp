@@ -66,7 +66,7 @@ class ListView {
     POINT PointOn(int row) {
         Send(control_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
         RECT asked{};
-        asked.top = ColumnCount() > 1 ? SubItem(1) : 0;
+        asked.top = SubItem(1);
         asked.left = LVIR_LABEL;
         RemoteStruct<RECT> rect(process_, asked);
         if (!Send(control_, LVM_GETSUBITEMRECT, static_cast<WPARAM>(row), rect.Parameter()))
