@@ -45,7 +45,8 @@ void GameSetupDialog::FillGameList() {
         item.pszText = text.data();
         SendMessageA(list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
     }
-    SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+    constexpr DWORD extended = LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP;
+    SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, extended, extended);
     // As wide as the list: with many games, without what the scroll bar takes.
     SendMessageA(list, LVM_SETCOLUMNWIDTH, 0, LVSCW_AUTOSIZE_USEHEADER);
     if (const int selected = SelectedGame(); selected >= 0)
