@@ -26,7 +26,7 @@ void SkipSign(std::string_view& text) noexcept {
         text.remove_prefix(1);
 }
 
-// Takes the digits at the front off the text and tells how many they were.
+// Removes the leading digits from the text and returns their number.
 std::size_t SkipDigits(std::string_view& text) noexcept {
     std::size_t count = 0;
     while (count < text.size() && IsDigit(text[count]))
@@ -61,7 +61,7 @@ Target Rounded(double value) {
     return static_cast<Target>(rounded);
 }
 
-// Nearly every number of a datagram or file is digits and nothing else, and need not go through a double.
+// Fast path: nearly every number of a datagram or file consists of digits only.
 template<class Target>
 Target ToWhole(std::string_view text) {
     Target value = 0;

@@ -3,7 +3,7 @@
 // Text to number and back, without a locale: the conversions for datagrams and files.
 //
 // A number may have blanks around it, a sign, digits with an optional decimal point, and an exponent.
-// Whole-number conversions round halves to even. Text that is no number is run-time error 13, a value
+// Whole-number conversions round halves to even. Text that is not a number is run-time error 13, a value
 // outside the target type is error 6.
 
 #include <cstdint>

@@ -13,7 +13,7 @@ class LineReader {
   public:
     explicit LineReader(std::string_view text) : rest_(text) {}
 
-    // The next line without its end; error 62 when there is none.
+    // The next line without its end; error 62 at the end of the text.
     std::string_view ReadLine() {
         if (rest_.empty())
             throw RunTimeError(ErrorNumber::InputPastEndOfFile);
@@ -26,7 +26,7 @@ class LineReader {
         return line;
     }
 
-    // What is not read yet.
+    // The rest that has not been read.
     std::string_view Rest() const noexcept { return rest_; }
 
   private:

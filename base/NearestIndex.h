@@ -5,7 +5,7 @@
 
 namespace quarn {
 
-// The index from 1 to `highest` that matches, looked for from `likely` outwards; 0 when none does.
+// The index from 1 to `highest` that matches and is nearest to `likely`; 0 if none matches.
 template<class Matches>
 std::int32_t NearestIndex(std::int32_t highest, std::int32_t likely, Matches&& matches) {
     const std::int32_t start = std::clamp(likely, 1, std::max(highest, 1));

@@ -1,8 +1,8 @@
 #pragma once
 
-// A list with slots 0..N that is used from 1 to N; slot 0 exists and stays empty. Every access is checked:
-// an index outside 0..N is run-time error 9, so that a parser that walks one past the last slot ends in a
-// logged error and never in foreign memory.
+// A list with slots 0..N that is used from 1 to N; slot 0 exists and stays empty. Every access is checked: an
+// index outside 0..N is run-time error 9, so that a parser that steps past the last slot causes a logged
+// error and never reads other memory.
 
 #include "base/RunTimeError.h"
 
@@ -26,7 +26,7 @@ class OneBased {
         Resize(highestIndex);
     }
 
-    // Sizes the list to 0..highestIndex, keeping what fits.
+    // Resizes the list to 0..highestIndex; slots that still exist keep their content.
     void Resize(std::int32_t highestIndex) {
         if (highestIndex < 0)
             throw RunTimeError(ErrorNumber::SubscriptOutOfRange);
@@ -46,7 +46,7 @@ class OneBased {
         return static_cast<std::size_t>(index) - 1;
     }
 
-    // Slot 0 stands apart, so that an empty list, of which every server record has one, takes no memory.
+    // Slot 0 is stored separately, so that an empty list takes no memory. Every server record has one.
     T zero_{};
     std::vector<T> slots_;
 };

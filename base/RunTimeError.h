@@ -1,7 +1,7 @@
 #pragma once
 
-// The one exception type that the program throws on purpose: a numbered run-time error with the classic
-// text of its number. Routines throw it, their trap (support/Trap.h) catches it and writes it to the log.
+// The one exception type that the program throws on purpose: a numbered run-time error with the classic text
+// for its number. Routines throw it; their trap (support/Trap.h) catches it and writes it to the log.
 
 #include <cstdint>
 #include <exception>

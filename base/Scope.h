@@ -1,6 +1,6 @@
 #pragma once
 
-// Scope guards: undo a change, or run an action, when a scope ends, also when an exception ends it.
+// Scope guards: restore a value, or run an action, at the end of a scope, including its end by an exception.
 
 #include <utility>
 

@@ -4,8 +4,8 @@
 
 namespace quarn {
 
-// Runs the body and tells whether it came to its end without an exception. For the few failures that are
-// expected and need no entry in the log; every other one goes through support/Trap.h.
+// Runs the body and returns whether it ended without an exception. For the few failures that are expected and
+// need no log entry; all others are handled by support/Trap.h.
 template<class Body>
 bool Succeeds(Body&& body) noexcept {
     try {
@@ -16,7 +16,7 @@ bool Succeeds(Body&& body) noexcept {
     }
 }
 
-// Runs the body and returns the exception that ended it; null when it came to its end.
+// Runs the body and returns the exception that ended it, or null.
 template<class Body>
 std::exception_ptr FailureOf(Body&& body) noexcept {
     try {

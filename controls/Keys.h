@@ -1,6 +1,6 @@
 #pragma once
 
-// Keys that the forms react to, with the codes that they have as characters and as keys alike.
+// Keys that the forms react to. Their key codes equal their character codes.
 
 namespace quarn {
 

@@ -1,11 +1,11 @@
 #pragma once
 
 // A report-style list view: columns with a sort type, rows with a main text and one cell for each further
-// column. The rows live here once; the window's control is virtual and asks for what it paints. Rows are
-// numbered from 1 in display order; a row or cell that does not exist is error 35600.
+// column. Only this model stores the rows; the window's control is virtual and asks for what it paints. Rows
+// are numbered from 1 in display order; a row or cell that does not exist is error 35600.
 //
-// The model notes what changed since the window last took its changes, so that the window repaints once
-// before it waits instead of at every step.
+// The model notes what has changed since the window last read its changes, so that the window repaints once
+// before it waits, not at every step.
 
 #include "base/OneBased.h"
 #include "controls/SortKeys.h"
@@ -38,8 +38,8 @@ struct ListRow {
     ListCell main; // column 1; its tag is the row's
     std::string smallIcon;
     std::vector<ListCell> subItems; // columns 2 and on
-    std::uint32_t identity = 0;     // never used again when the row is gone
-    std::uint32_t subject = 0;      // number of what the row shows, if the program sets one
+    std::uint32_t identity = 0;     // never reused after the row is removed
+    std::uint32_t subject = 0;      // number of the object that the row shows, if the program sets one
     bool selected = false;
 };
 
@@ -59,7 +59,7 @@ class ListView {
     void RemoveRows(const std::vector<std::int32_t>& ascending);
     void Clear();
 
-    // Clears the list and hands over its rows; many of them take their time to be freed.
+    // Clears the list and returns its rows, so that the caller can free a long list in steps.
     using Rows = std::vector<std::unique_ptr<ListRow>>;
     Rows TakeRows();
 
@@ -85,18 +85,18 @@ class ListView {
     SortOrder sortOrder = SortOrder::Ascending;
     std::int32_t sortKey = 0; // the sub item sorted by, 0: the main text
 
-    // Sets key and order and puts the rows into that order by the texts of the key's cells, or by keys made
-    // of them, one for each row. Rows with equal keys keep their order, in either direction.
+    // Sets key and order and sorts the rows by the texts of the key's cells, or by the given keys, one for
+    // each row. Rows with equal keys keep their order, in both directions.
     void Sort(std::int32_t key, SortOrder order);
     void Sort(std::int32_t key, SortOrder order, const SortKeys& keys);
 
-    // While updates are locked the window paints nothing of this list.
+    // While updates are locked, the window does not paint this list.
     bool updatesLocked = false;
 
-    // Has the whole list repainted.
+    // Requests a repaint of the whole list.
     void Refresh() noexcept { MarkDirty(1, RowCount()); }
 
-    // What the window has to bring up to date.
+    // What the window has to update.
     struct Changes {
         bool rows = false; // rows were added, removed or reordered
         bool selection = false;
@@ -117,7 +117,7 @@ class ListView {
     std::size_t Checked(std::int32_t row) const;
     void MarkDirty(std::int32_t first, std::int32_t last) noexcept;
 
-    Rows rows_; // apart from each other, so that a sort need not move them
+    Rows rows_; // stored separately, so that a sort need not move them
     std::uint32_t nextIdentity_ = 1;
     std::int32_t focused_ = 0;
     std::int32_t selectedCount_ = 0;

@@ -4,7 +4,7 @@
 
 namespace quarn {
 
-// A menu entry that changes while the program runs. What never changes stands in the menu resource alone.
+// A menu entry that changes while the program runs. Entries that never change are only in the menu resource.
 struct MenuEntry {
     std::string caption;
     bool enabled = true;

@@ -8,7 +8,7 @@
 
 namespace quarn {
 
-// A bar that is filled from 0 to its maximum. A value beyond the range is clamped.
+// A bar that is filled from 0 to its maximum. A value outside this range is clamped.
 class ProgressBar {
   public:
     std::int32_t Maximum() const noexcept { return maximum_; }

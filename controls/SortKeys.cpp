@@ -8,9 +8,9 @@ namespace {
 
 constexpr std::size_t WordSize = sizeof(std::uint64_t);
 constexpr std::size_t StretchSize = 2 * WordSize;
-constexpr int MostStretches = 8; // keys that are alike for longer are compared whole
+constexpr int MostStretches = 8; // keys with a longer common prefix are compared as a whole
 
-// Bytes of a text as a number that compares as they do; a text that is shorter ends in zeros.
+// The next bytes of a text as a number with the same order; shorter texts are padded with zeros.
 std::uint64_t WordAt(std::string_view text, std::size_t position) noexcept {
     const std::size_t start = std::min(position, text.size());
     const std::size_t size = std::min(text.size() - start, WordSize);
@@ -23,11 +23,11 @@ std::uint64_t WordAt(std::string_view text, std::size_t position) noexcept {
 
 } // namespace
 
-// A stretch of a key, which so lies in the array that is being sorted, and the key's number.
+// The next 16 bytes of a key, stored inline in the array being sorted, and the key's index.
 struct SortKeys::Entry {
     std::uint64_t first;
     std::uint64_t second;
-    std::uint32_t size; // of the stretch; less than the most only at the key's end
+    std::uint32_t size; // number of bytes; less than 16 only at the key's end
     std::uint32_t number;
 
     bool IsLike(const Entry& other) const noexcept {
@@ -52,7 +52,7 @@ std::string_view SortKeys::Key(std::size_t number) const noexcept {
     return std::string_view(bytes_).substr(start, ends_[number] - start);
 }
 
-// Formatted numbers begin with many zeros, names often with the same word.
+// Formatted numbers often begin with many zeros, names with the same word.
 std::size_t SortKeys::CommonBeginning() const noexcept {
     if (ends_.empty())
         return 0;
@@ -75,7 +75,8 @@ void SortKeys::TakeStretches(std::size_t position, Entry* begin, Entry* end) con
     }
 }
 
-// By one stretch of the keys, which are alike before it, and those that are alike in it by the next.
+// Sorts by the next bytes of the keys, whose previous bytes are equal, and equal ones recursively by the
+// bytes after these.
 void SortKeys::SortFrom(std::size_t position, int stretches, SortOrder order, Entry* begin,
                         Entry* end) const {
     const bool ascending = order == SortOrder::Ascending;

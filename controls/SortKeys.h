@@ -1,8 +1,8 @@
 #pragma once
 
-// The keys by which rows are put into order: one for each row, from the first on. Keys compare as unsigned
-// bytes, and a key that another one begins with comes before it. All of them lie in one piece of memory, so
-// that a hundred thousand cost neither an allocation each nor a walk through memory at every comparison.
+// The sort keys of a list's rows, one for each row, in their order. Keys compare as unsigned bytes; a key
+// that is a prefix of another sorts first. All keys are in one block of memory, so that a hundred thousand
+// rows need neither an allocation each nor a cache miss at every comparison.
 
 #include <cstddef>
 #include <cstdint>
@@ -20,7 +20,7 @@ class SortKeys {
     std::int32_t Count() const noexcept { return static_cast<std::int32_t>(ends_.size()); }
     std::string_view Key(std::size_t number) const noexcept; // from 0
 
-    // The keys' numbers, from 0, in their order; equal keys keep theirs, in either direction.
+    // The indexes of the keys, from 0, in sorted order; equal keys keep their order, in both directions.
     std::vector<std::uint32_t> Sorted(SortOrder order) const;
 
   private:

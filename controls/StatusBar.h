@@ -17,7 +17,7 @@ struct StatusPanel {
     std::string tag;
     std::string toolTip;
     Kind kind = Kind::Text;
-    std::int32_t designWidth = 0; // twips; 0: takes what the other panels leave
+    std::int32_t designWidth = 0; // twips; 0: the space that the other panels leave
     std::int32_t left = 0;
     std::int32_t width = 0;
 };

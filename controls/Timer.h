@@ -1,7 +1,7 @@
 #pragma once
 
-// A repeating timer. Its event comes every Interval milliseconds while it is enabled; an interval of 0 or
-// less never ticks. Setting Enabled or Interval to what it is already changes nothing, so a running timer
+// A repeating timer. Its event occurs every Interval milliseconds while it is enabled; an interval of 0 or
+// less never ticks. Setting Enabled or Interval to its current value changes nothing, so a running timer
 // keeps its phase.
 
 #include <cstdint>
@@ -19,7 +19,7 @@ class Timer {
 
     std::function<void()> Tick;
 
-    // Told whenever the timer must be started, stopped or restarted; set by whoever makes it tick.
+    // Called whenever the timer must be started, stopped or restarted; set by the code that makes it tick.
     std::function<void()> Changed;
 
   private:

@@ -1,6 +1,6 @@
 #pragma once
 
-// A toolbar's buttons, numbered from 1 with the separators counted.
+// A toolbar's buttons, numbered from 1, including the separators.
 
 #include "base/OneBased.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// A tree of keyed nodes. A node's position is its place in the order of insertion, from 1; removing a node
-// closes the gap. Errors: 35600 no such position, 35601 no such key, 35602 a key that exists already, 5 an
-// empty key (which as a parent's stands for the root).
+// A tree of nodes with keys. A node's position is its place in the order of insertion, from 1; removing a
+// node closes the gap. Errors: 35600 no such position, 35601 no such key, 35602 the key exists already, 5 an
+// empty key (which, as the parent's key, means the root).
 
 #include "base/OneBased.h"
 
@@ -25,10 +25,11 @@ struct TreeNode {
 
 class TreeView {
   public:
-    // Adds a node behind its siblings.
+    // Adds a node after its siblings.
     void Add(TreeNode node);
 
-    // Removes a node and everything below it. The selection is lost when it was among them.
+    // Removes a node and everything below it. If the selected node is among them, nothing is selected
+    // afterwards.
     void Remove(std::string_view key);
 
     std::int32_t Count() const noexcept { return static_cast<std::int32_t>(nodes_.size()); }
@@ -48,10 +49,10 @@ class TreeView {
     void Select(std::string_view key);
     void SelectNone() { selected_.clear(); }
 
-    // Grows with every change of structure; the window rebuilds the control when it moved.
+    // Incremented on every structural change; the window rebuilds the control when it differs.
     std::uint32_t Revision() const noexcept { return revision_; }
 
-    // Keys of the images that the tree's image list holds.
+    // Keys of the images in the tree's image list.
     std::vector<std::string> images;
 
   private:

@@ -1,8 +1,8 @@
 #pragma once
 
-// A UDP socket as the main window uses it: set the remote end, send, and be told of arriving datagrams.
-// Never bound explicitly: the first send opens it on a local port of the system's choice. Datagrams carry up
-// to 65,507 bytes and are never cut. A host that refuses or vanishes is "no answer", not an error.
+// A UDP socket as the main window uses it: set the remote end, send, and receive an event for each datagram.
+// It is never bound explicitly: the first send opens it on a local port that the system chooses. Datagrams
+// have up to 65,507 bytes and are never cut. A host that refuses or vanishes is "no answer", not an error.
 
 #include <cstdint>
 #include <functional>
@@ -22,27 +22,27 @@ class UdpSocket {
     virtual State CurrentState() const = 0;
 
     // Sends one datagram to RemoteHost and RemotePort. A host name is resolved while events run, and the
-    // datagram goes out when the address is known; a failure to resolve or to send is logged by the owner of
-    // the socket through SendFailed. An empty host or a port outside 1..65535 sends nothing.
+    // datagram is sent when the address is known; SendFailed reports a failure to resolve or to send. An
+    // empty host or a port outside 1..65535 sends nothing.
     virtual void SendData(std::string_view datagram) = 0;
 
     // The next datagram that has arrived, if any.
     virtual std::optional<std::string> GetData() = 0;
 
-    // May take a while during which events run; events of the closed socket are dropped.
+    // May take a while, during which events run; events of the closed socket are dropped.
     virtual void Close() = 0;
 
     std::string RemoteHost; // name or dotted address
     std::int32_t RemotePort = 0;
 
-    // A datagram of so many bytes waits in GetData.
+    // A datagram of this many bytes can be read with GetData.
     std::function<void(std::int32_t bytesTotal)> DataArrival;
 
     // A look-up or a send failed.
     std::function<void(const std::string& description)> SendFailed;
 };
 
-// Where a program that needs many sockets gets them.
+// Creates sockets for code that needs many.
 class UdpSocketFactory {
   public:
     virtual ~UdpSocketFactory() = default;

@@ -10,14 +10,14 @@ namespace quarn {
 
 namespace {
 
-// The list files count from 1900, the arithmetic on them from 1990: so the numbers in between fit 32 bits.
+// The list files count from 1900, but the arithmetic uses 1990 as its zero, so that the numbers fit 32 bits.
 constexpr std::int64_t SecondsFrom1900To1990 = 2840140800;
 
 DateTime StartOf1990() noexcept {
     return DateTime::From({1990, 1, 1, 0, 0, 0});
 }
 
-// Identifies, to the receiving program, what the text of a copy-data message is.
+// Tells the receiving program what the text of a copy-data message is.
 constexpr std::uint32_t CopyDataIdentifier = 3;
 
 } // namespace
@@ -65,7 +65,7 @@ std::string EngineOfShort(const ProgramState& program, std::string_view gameShor
 std::string DateToSeconds(DateTime date) {
     if (date.IsZero())
         return {};
-    // What lies further away from 1990 could be written, but not read.
+    // A date further away from 1990 could be written, but not read back.
     using Readable = std::numeric_limits<std::int32_t>;
     const std::int64_t since1990 =
         std::clamp<std::int64_t>(date.seconds - StartOf1990().seconds, Readable::min(), Readable::max());

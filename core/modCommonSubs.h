@@ -19,13 +19,13 @@ inline std::size_t FindSeparator(std::string_view text, std::string_view separat
     return separator.size() == 1 ? text.find(separator.front(), 1) : text.find(separator, 1);
 }
 
-// Logs, under ExtractString, that a field has no separator behind it.
+// Logs, under ExtractString, that no separator follows a field.
 void LogMissingSeparator(clsAppLog& log) noexcept;
 
-// The text up to the first occurrence of the separator, searched from the second character on: a separator
-// at the very first position is not found there. The text keeps what follows the occurrence's first
-// character, so that the other characters of a longer separator stay in front of it. Without an occurrence
-// the routine fails: logged, "" returned, text unchanged.
+// The text up to the first occurrence of the separator, searched from the second character on: a separator at
+// the very first position is not found. The text keeps everything after the occurrence's first character, so
+// that the other characters of a longer separator remain in it. Without an occurrence the routine fails: it
+// logs an error, returns "", and does not change the text.
 std::string ExtractString(clsAppLog& log, std::string& text, std::string_view separator);
 
 // The first `count` characters. A text of `count` characters or fewer is deliberately left as it is. Error 5
@@ -38,15 +38,15 @@ std::int32_t GameIndexOfShort(const ProgramState& program, std::string_view game
 // Its engine, "" if there is no such game.
 std::string EngineOfShort(const ProgramState& program, std::string_view gameShort);
 
-// Seconds since 1900-01-01 as the list files hold them: decimal text, "" for no date. A date that
-// SecondsToDate could not read, before 1921-12-13 or after 2058-01-19, becomes the nearest one that it can.
+// Seconds since 1900-01-01 as in the list files: decimal text, "" for no date. A date that SecondsToDate
+// could not read, before 1921-12-13 or after 2058-01-19, becomes the nearest one that it can.
 std::string DateToSeconds(DateTime date);
 
-// The reverse, of a list file's number. Error 6 when the seconds since 1990 do not fit 32 bits.
+// The reverse, for a list file's number. Error 6 if the seconds since 1990 do not fit 32 bits.
 DateTime SecondsToDate(double secondsSince1900);
 
-// The digits of major, minor and build one after another, as a number: 2, 1, 5 give 215. Errors (no file,
-// no version resource, 6 for a number beyond 32 bits) are left to the caller.
+// The digits of major, minor and build, concatenated, as a number: 2, 1, 5 give 215. Errors (no file, no
+// version resource, 6 for a number beyond 32 bits) are left to the caller.
 std::int32_t GetFileVersionNumber(const Desktop& desktop, const std::string& path);
 
 // Sends the text to the window of this title as a copy-data message, identifier 3. An empty title or text

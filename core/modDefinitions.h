@@ -1,11 +1,11 @@
 #pragma once
 
-// The program's records and its global state: one ProgramState exists for the whole run, made by WinMain
-// and handed by reference to whatever works on it. Plain data without accessors. Everything runs on the
-// user-interface thread, so nothing is locked; but long loops let events run in between, so a handler may
-// find a loop half done (see views/CommandGate.h for what may run then).
+// The program's records and its global state: WinMain creates one ProgramState for the whole run and passes
+// it by reference. Plain data without accessors. Everything runs on the user-interface thread, so nothing is
+// locked; but events run during long loops, so a handler may run in the middle of one (see
+// views/CommandGate.h for the rules).
 //
-// All text is 8-bit (codes 0..255 in the system's code page), never UTF-8: files and datagrams carry bytes.
+// All text is 8-bit (codes 0..255 in the system's code page), never UTF-8: files and datagrams are bytes.
 
 #include "base/DateTime.h"
 #include "base/OneBased.h"
@@ -20,11 +20,11 @@ namespace quarn {
 class clsAppLog;
 class clsIPLocation;
 
-// Limits against files and datagrams that would eat memory without end; beyond them is error 7.
+// Limits against files and datagrams that would use up the memory; more is error 7.
 inline constexpr std::int32_t MaxServers = 1'000'000;
 inline constexpr std::int32_t MaxDefinitions = 10'000;
 
-// Country of an address that no range holds.
+// Country of an address that is in no range.
 inline constexpr const char* UnknownCountry = "--";
 
 inline constexpr std::int32_t MaxFavoritesFolders = 9;
@@ -72,14 +72,15 @@ struct ServerRecord {
     std::string Password;  // typed by the user; lives only while the program runs
     DateTime LastVisit;    // zero: never
 
-    // Set when the record is first listed and never used again: finds it after others were deleted. 0: none.
+    // Set when the record is first listed and never reused: finds the record after others were deleted. 0:
+    // none.
     std::uint32_t Identity = 0;
 };
 
 // "address:port".
 std::string AddressText(const ServerRecord& server);
 
-// One pair out of ServerRecord::Variables, made for display.
+// One pair from ServerRecord::Variables, for display.
 struct ServerVariable {
     std::string Name;
     std::string Value;
@@ -109,24 +110,24 @@ struct ProgramState {
     OneBased<std::string> GamePlayerName;
     OneBased<std::int32_t> GameVisible;
 
-    // The list shown. ServerCount may stand one past the list's end after a master reply with a short last
+    // The current list. ServerCount may be one past the list's end after a master reply with a truncated last
     // record; loops use LastServerIndex().
     std::string CurrentGame; // GameShort, or the key of a favorites folder; "" before any selection
     OneBased<ServerRecord> Servers;
     std::int32_t ServerCount = 0;
-    std::int32_t PreviousServerCount = 0; // entries up to here are listed already
+    std::int32_t PreviousServerCount = 0; // entries up to here are already listed
     std::int32_t CurrentServer = 0;       // the record selected or queried; 0: none
 
     // The smaller of ServerCount and the list's highest index.
     std::int32_t LastServerIndex() const noexcept;
 
-    // Counts one more server and gives it a slot; error 7 beyond MaxServers.
+    // Increments the server count and adds a slot; error 7 beyond MaxServers.
     ServerRecord& AppendServer();
 
-    // The record's identity, which it gets now if it has none.
+    // The record's identity, assigned now if it has none.
     std::uint32_t IdentityOf(std::int32_t index);
 
-    // Index of the record with this identity, looked for from `likely` outwards; 0 when it is gone.
+    // Index of the record with this identity, searched from `likely` outwards; 0 if it no longer exists.
     std::int32_t FindServer(std::uint32_t identity, std::int32_t likely) const noexcept;
     std::uint32_t LastIdentity = 0;
 
@@ -150,17 +151,17 @@ struct ProgramState {
     std::array<std::string, MaxFavoritesFolders + 1> FavoriteNames; // 1..9 are used
     std::int32_t QuitAfterStart = 0;
 
-    // Quarn.ini is there but could not be read, so that the settings are the defaults. It is left as it is.
+    // Quarn.ini exists but could not be read, so that the settings are the defaults. The file is not changed.
     bool SettingsUnreadable = false;
 
     // Extras ("Quarn.ini", section "Extras"): off by default, and then not in the file.
     std::int32_t Simultaneous = 1;   // servers asked at once, 1 to MostSimultaneous
     std::int32_t SaveListAtExit = 0; // the list shown is saved at the end
-    std::int32_t ListOnce = 0;       // a master's address that the list holds is not added again
-    std::int32_t NaturalSort = 0;    // Players by number, never visited before visited
-    std::int32_t KeepSorted = 0;     // rows keep to the sort order
+    std::int32_t ListOnce = 0;       // an address from a master that is already listed is not added again
+    std::int32_t NaturalSort = 0;    // sorts Players by number, never visited before visited
+    std::int32_t KeepSorted = 0;     // rows stay in the sort order
     std::int32_t ShowAtStart = 0;    // the window opens normal where WinState says minimized
-    std::int32_t SearchBox = 0;      // a box in the toolbar narrows the list
+    std::int32_t SearchBox = 0;      // a search box in the toolbar filters the list
     std::int32_t AskMasterFirst = 0; // "Renew" keeps the list until the master answers
     std::int32_t AskPassword = 0;    // joining a locked server asks for a missing password
 };

@@ -7,7 +7,7 @@ bool FileExists(const Files& files, const std::string& path) {
     return isPattern ? files.AnyMatch(path) : files.IsFile(path);
 }
 
-// Only the walk from the start tells the bytes of a character apart.
+// Only a walk from the start distinguishes the bytes of a two-byte character.
 bool EndsInBackslash(const LocaleText& locale, std::string_view path) {
     std::size_t last = path.size();
     for (std::size_t i = 0; i < path.size(); i += locale.IsLeadByte(path[i]) ? 2 : 1)

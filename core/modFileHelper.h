@@ -12,10 +12,11 @@ namespace quarn {
 // exactly this path exists.
 bool FileExists(const Files& files, const std::string& path);
 
-// Whether the last character is a backslash, and not one of two bytes whose second has its code.
+// Whether the last character is a backslash, and not a two-byte character whose second byte has the same
+// code.
 bool EndsInBackslash(const LocaleText& locale, std::string_view path);
 
-// Appends the backslash that a folder's path lacks; an empty path gets one too.
+// Appends a backslash to a folder's path if it has none; to an empty path, too.
 std::string WithTrailingBackslash(const LocaleText& locale, std::string folder);
 
 } // namespace quarn

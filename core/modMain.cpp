@@ -17,7 +17,7 @@ constexpr const char* FolderWithoutName =
     "language for programs without Unicode.\r\n"
     "Please move Quarn to a folder with another name, for example C:\\Quarn.";
 
-// The maintainer's mailbox, under a domain that is reserved for examples; a distributor sets his own.
+// The maintainer's mailbox, in a domain that is reserved for examples; distributors set their own.
 constexpr const char* SupportAddress = "support@quarn.example";
 
 } // namespace
@@ -26,7 +26,7 @@ bool Main(ProgramState& program, Desktop& desktop, const std::function<void()>& 
     if (!Succeeds([&] {
             program.AppPath = WithTrailingBackslash(desktop.locale, desktop.files.ProgramFolder());
         })) {
-        clsAppLog(desktop, {}).ErrorMessage(FolderWithoutName); // it has nowhere to write to
+        clsAppLog(desktop, {}).ErrorMessage(FolderWithoutName); // there is no folder for the log
         return false;
     }
     program.AppLog = std::make_unique<clsAppLog>(desktop, program.AppPath);

@@ -11,7 +11,7 @@ class DefinitionsFile {
   public:
     DefinitionsFile(const ProgramState& program, const Desktop& desktop)
         : profiles_(desktop.profiles), path_(program.AppPath + "Games.ini") {
-        // Waits if another program holds the file, which would make its keys seem missing.
+        // Waits if another program holds the file: its keys would seem to be missing.
         Succeeds([&] { desktop.files.ReadIfThere(path_); });
     }
 
@@ -87,7 +87,7 @@ void LoadGamesIniSections(ProgramState& program, const Desktop& desktop) {
 }
 
 std::string DecodeIniEscapes(std::string& text) {
-    // "$10" has to go before "$1", which begins it.
+    // "$10" must be replaced before "$1", which is its prefix.
     ReplaceAll(text, "$255", "\xFF");
     ReplaceAll(text, "$32", " ");
     ReplaceAll(text, "$10", "\n");

@@ -59,8 +59,8 @@ constexpr ExtraSetting ExtraSettings[] = {
     {"AskPassword", &ProgramState::AskPassword, 0, 1},
 };
 
-// Visits every setting that is always in the order of the file: the one list of them, for reading and writing
-// alike. The visitor is called with section, key, value and, for a number, its default.
+// Visits every setting that is always in the file, in the order of the file; reading and writing use this one
+// list. The visitor is called with section, key, value and, for a number, its default.
 template<class Program, class Visitor>
 void ForEachSetting(Program& program, Visitor&& visit) {
     const ProgramState firstRun;
@@ -89,7 +89,7 @@ void ForEachExtra(Program& program, Visitor&& visit) {
         visit(setting, program.*setting.value, firstRun.*setting.value);
 }
 
-// In bytes; far more than the settings of a hundred games take.
+// In bytes; far more than the settings of a hundred games need.
 constexpr std::size_t RoomForSettings = 1 << 16;
 
 std::string SettingsPath(const ProgramState& program) {
@@ -128,7 +128,7 @@ struct SettingWriter {
     void operator()(const ExtraSetting& setting, std::int32_t value, std::int32_t missing) const {
         if (value != missing)
             return (*this)(ExtrasSection, setting.key, value, missing);
-        // Without its line, a second line of the same key would count.
+        // After the first line of a key is removed, a second one would count.
         constexpr int MostLines = 100;
         const auto isThere = [&] {
             return !profiles.ReadText(path, ExtrasSection, setting.key, ProfileTextSize).empty();
@@ -139,8 +139,8 @@ struct SettingWriter {
     }
 };
 
-// What of a text comes back from an INI file: the profile calls end it at a line end and take blanks and
-// quotes off it.
+// The part of a text that can be read back from an INI file: the profile calls stop at a line end and strip
+// blanks and quotes.
 std::string_view Kept(std::string_view text) {
     constexpr std::string_view Taken = " \t\v\f\"'";
     text = text.substr(0, text.find_first_of(std::string_view("\0\r\n", 3)));
@@ -188,14 +188,14 @@ void SaveSettings(const ProgramState& program, Desktop& desktop) {
     removeCopy(); // of a run that crashed; it may be write-protected
     const bool saved = Succeeds([&] {
         const std::string before = files.ReadIfThere(path).value_or(std::string());
-        // On a full disk the profile calls cut the file without an error: the keys at its end that are no
-        // settings would be lost. So there has to be more room than they need.
+        // On a full disk the profile calls truncate the file without an error: keys at its end that are not
+        // settings would be lost. So the disk must have more space than the settings need.
         files.Write(copy, before + std::string(before.size() + RoomForSettings, ' '));
         files.Write(copy, before);
         ForEachSetting(program, SettingWriter{profiles, copy});
         ForEachExtra(program, SettingWriter{profiles, copy});
         profiles.Forget(copy);
-        files.Read(copy); // waits for a virus scanner, which would make the settings seem missing
+        files.Read(copy); // waits for a virus scanner; the settings would seem to be missing
         ForEachSetting(program, SettingCheck{profiles, copy});
         ForEachExtra(program, SettingCheck{profiles, copy});
         files.Move(copy, path);

@@ -4,7 +4,7 @@
 
 namespace quarn {
 
-// Initialises the common controls library, so that the controls take the current visual style. Errors are
+// Initialises the common controls library, so that the controls use the current visual style. Errors are
 // ignored.
 void InitCommonControlsVB(SystemInformation& system) noexcept;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// Everything the program asks of the system it runs on, one interface for each concern. win32/ holds the
-// real ones, tests/fakes the fakes in memory. The owner of a Desktop keeps its parts alive.
+// Everything the program asks of the system, one interface for each concern. win32/ contains the real
+// implementations, tests/fakes the fakes in memory. The owner of a Desktop keeps its parts alive.
 
 #include "desktop/Clock.h"
 #include "desktop/EventPump.h"

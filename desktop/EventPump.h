@@ -1,6 +1,6 @@
 #pragma once
 
-// Letting the user-interface thread's events run from inside a long operation.
+// Lets the user-interface thread's events run during a long operation.
 
 namespace quarn {
 
@@ -8,8 +8,8 @@ class EventPump {
   public:
     virtual ~EventPump() = default;
 
-    // Runs the events that are pending and returns. May return at once when events ran less than 10 ms
-    // ago, so that a loop over many records can call it for each.
+    // Runs the pending events and returns. May return at once if events ran less than 10 ms ago, so that a
+    // loop over many records can call it for each one.
     virtual void DoEvents() = 0;
 
     // Sleeps until there is an event, runs exactly one, and returns.

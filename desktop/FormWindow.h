@@ -10,7 +10,7 @@
 
 namespace quarn {
 
-// With the numbers that the settings file holds.
+// The numbers are those of the settings file.
 enum class WindowState : std::int32_t { Normal = 0, Minimized = 1, Maximized = 2 };
 
 enum class PopupMenu { Server, AddToFavorites, TreeView, SysTray };
@@ -25,8 +25,7 @@ class FormWindow {
     virtual WindowState State() const = 0;
     virtual void SetState(WindowState state) = 0;
 
-    // The outer frame. Setting it moves a rectangle that no monitor shows to where its title bar can be
-    // reached.
+    // The outer frame. A rectangle that no monitor shows is moved so that its title bar can be reached.
     virtual TwipsRect Bounds() const = 0;
     virtual void SetBounds(const TwipsRect& bounds) = 0;
 
@@ -37,25 +36,25 @@ class FormWindow {
     virtual void SetVisible(bool visible) = 0;
     virtual void SetShownInTaskbar(bool shown) = 0;
 
-    // Restores a minimised window, and puts it in front of those of other programs.
+    // Restores a minimised window and brings it to the front.
     virtual void ComeToFront() = 0;
 
     virtual void SetTopMost(bool topMost) = 0;
 
-    // At the mouse, or where the menu belongs when the keyboard asked for it.
+    // At the mouse, or at the focused item if the keyboard opened the menu.
     virtual void PopUp(PopupMenu menu) = 0;
 
-    // Brings the controls up to date at once, where a long step without events follows.
+    // Updates the controls immediately, before a long step without events.
     virtual void ShowChanges() = 0;
 
     // False while a dialog is open in front of it.
     virtual bool TakesInput() const = 0;
 
-    // Cancels the menu, and the message box or dialog that is open on top, if any: true. It is gone a little
-    // later; as long as there was one, frmMain::ContinueClosing follows then.
+    // Cancels the menu, message box or dialog on top and returns true if there was one. It closes a little
+    // later; then frmMain::ContinueClosing is called.
     virtual bool CancelDialogs() = 0;
 
-    // Destroys the window and ends the program; no handler of the form runs any more.
+    // Destroys the window and ends the program; no handler of the form is called afterwards.
     virtual void Destroy() = 0;
 };
 

@@ -14,8 +14,8 @@ class HelpViewer {
   public:
     virtual ~HelpViewer() = default;
 
-    // The file is named with its help window, as in "Folder\File.chm>Window"; the topic may be null. True
-    // when a help window came. False where the system has no viewer at all.
+    // The file is named with its help window, as in "Folder\File.chm>Window"; the topic may be null. True if
+    // a help window opened; false if the system has no viewer.
     virtual bool HtmlHelp(WindowReference caller, const std::string& file, HelpCommand command,
                           const char* topic) = 0;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-// Text as the user's locale has it: numbers, dates and alphabetical order; and the bytes of its characters.
+// Text in the user's locale: numbers, dates and alphabetical order; and the bytes of its characters.
 
 #include "base/DateTime.h"
 
@@ -15,21 +15,21 @@ class LocaleText {
 
     virtual bool IsNumeric(const std::string& text) const = 0;
 
-    // Error 13 for text that is no number, 6 for one out of range.
+    // Error 13 for text that is not a number, 6 for one out of range.
     virtual double ToDouble(const std::string& text) const = 0;
     virtual std::int32_t ToLong(const std::string& text) const = 0;
 
-    // The general date form: short date and time; no time at midnight; the zero date as its time alone.
+    // The general date format: short date and time; no time at midnight; only the time for the zero date.
     virtual std::string FromDate(DateTime date) const = 0;
 
-    // Error 13 for text that holds no date.
+    // Error 13 for text that is not a date.
     virtual DateTime ToDate(const std::string& text) const = 0;
 
-    // Bytes that compare as the texts do in the alphabetical order of the locale, without case.
+    // A sort key: bytes that compare like the texts in the locale's alphabetical order, ignoring case.
     virtual std::string SortKey(const std::string& text) const = 0;
 
-    // In code pages of East Asian scripts: whether the byte begins a character of two. The second byte can
-    // have the code of a letter, a bracket or a backslash.
+    // In code pages of East Asian scripts: whether the byte is the first of a two-byte character. The second
+    // byte can have the code of a letter, a bracket or a backslash.
     virtual bool IsLeadByte(char byte) const = 0;
 };
 

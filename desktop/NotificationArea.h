@@ -1,6 +1,6 @@
 #pragma once
 
-// The taskbar's notification area, which shows the icon of a program that has no window open.
+// The taskbar's notification area, which shows the icon of a program without an open window.
 
 #include "desktop/SystemReferences.h"
 
@@ -10,13 +10,14 @@
 
 namespace quarn {
 
-// What the system is told about the icon; numbers and sizes are the platform's own.
+// The icon's data for the system; numbers and sizes are the platform's.
 struct NotifyIconRecord {
     static constexpr std::uint32_t FirstVersionSize = 88;
     static constexpr std::size_t TipSize = 64;
 
-    std::uint32_t size = FirstVersionSize; // names the record's version; the platform's side knows its bytes
-    WindowReference owner = 0;             // receives the callback message
+    std::uint32_t size =
+        FirstVersionSize;      // identifies the record's version, whose size the platform's side knows
+    WindowReference owner = 0; // receives the callback message
     std::uint32_t identifier = 0;
     std::uint32_t flags = 0;
     std::uint32_t callbackMessage = 0;
@@ -30,12 +31,12 @@ class NotificationArea {
   public:
     virtual ~NotificationArea() = default;
 
-    // False when the system did not do it: there is no notification area, or no such icon in it.
+    // False if the system refused: there is no notification area, or no such icon in it.
     virtual bool Notify(NotifyCommand command, const NotifyIconRecord& record) = 0;
 
-    // Makes an invisible picture box on the parent window; it goes with its parent. Its handler gets each
-    // callback message as the horizontal position of a mouse move, in twips: the number of the message that
-    // is meant, taken for pixels.
+    // Creates an invisible picture box on the parent window, which is destroyed with its parent. Its handler
+    // receives each callback message as the horizontal position of a mouse move, in twips: the message
+    // number, taken as pixels.
     using MouseMove = std::function<void(double X)>;
     virtual WindowReference AddPictureBox(WindowReference parent, MouseMove handler) = 0;
 

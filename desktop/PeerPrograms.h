@@ -18,12 +18,12 @@ class PeerPrograms {
   public:
     virtual ~PeerPrograms() = default;
 
-    // Sends a copy-data record from the main window to the top-level window of exactly this title; nothing
-    // happens when there is none. The payload goes as it is, its terminating NUL included by the caller.
+    // Sends a copy-data record from the main window to the top-level window with exactly this title; nothing
+    // happens if there is none. The payload is sent as it is; the caller includes the terminating NUL.
     virtual void SendCopyDataTo(const std::string& windowTitle, std::uint32_t identifier,
                                 std::string_view payload) = 0;
 
-    // Error 53 when there is no such file, 5 when it has no version resource.
+    // Error 53 if the file does not exist, 5 if it has no version resource.
     virtual FileVersion VersionOf(const std::string& path) const = 0;
 };
 

@@ -21,20 +21,20 @@ class ProfileFiles {
     virtual std::int32_t ReadInteger(const std::string& path, const std::string& section,
                                      const std::string& key, std::int32_t missing) const = 0;
 
-    // At most `bufferSize` - 1 characters survive. The default is the empty text.
+    // At most `bufferSize` - 1 characters are returned. The default is the empty text.
     virtual std::string ReadText(const std::string& path, const std::string& section, const std::string& key,
                                  std::size_t bufferSize) const = 0;
 
-    // Creates the file, the section and the key as needed and replaces an existing value in place. False
-    // when the file could not be written, but not reliably: on a full disk the system may cut the file and
-    // return success. Waits for a file that another program holds as Files does.
+    // Creates the file, the section and the key as needed and replaces an existing value in place. False if
+    // the file could not be written, but this is not reliable: on a full disk the system may truncate the
+    // file and return success. Waits for a file that another program holds, like Files.
     virtual bool WriteText(const std::string& path, const std::string& section, const std::string& key,
                            const std::string& value) = 0;
 
-    // A missing key, section or file is no error. Results as for WriteText.
+    // A missing key, section or file is not an error. The result is that of WriteText.
     virtual bool RemoveKey(const std::string& path, const std::string& section, const std::string& key) = 0;
 
-    // Drops what the system remembers of the file's content, so that the next read shows what the disk holds.
+    // Drops the system's cached content of the file, so that the next read returns what is on the disk.
     virtual void Forget(const std::string& path) = 0;
 };
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// What the program asks or tells the user in a message box or a dialog of the system. All calls are modal and
-// return when it is closed; events run meanwhile. While the program closes, nothing more is shown: every call
-// returns at once as cancelled, and so does the one that is open by then, whatever is answered.
+// What the program asks or tells the user in a message box or a system dialog. All calls are modal and return
+// when it is closed; events run meanwhile. While the program closes, nothing more is shown: every call
+// returns at once as cancelled, and so does one that is already open, whatever the answer.
 
 #include "base/Scope.h"
 
@@ -32,21 +32,21 @@ class Prompts {
         return Run<std::string>([&] { return RunTextBox(prompt, title); });
     }
 
-    // A name for a file to be saved, asked with an overwrite question and without a read-only box; empty
-    // when cancelled. The filter has the form "Text|*.txt|All|*.*".
+    // A file name for saving, with a question before an existing file is overwritten and without a read-only
+    // box; empty if cancelled. The filter has the form "Text|*.txt|All|*.*".
     std::string AskSaveFile(const std::string& title, const std::string& filter) {
         return Run<std::string>([&] { return RunSaveFileBox(title, filter); });
     }
 
-    // A folder, with one selected beforehand; empty when cancelled.
+    // A folder; the given one is preselected. Empty if cancelled.
     std::string AskFolder(const std::string& title, const std::string& preselected) {
         return Run<std::string>([&] { return RunFolderBox(title, preselected); });
     }
 
-    // A box is open at this moment.
+    // A message box or dialog is open at this moment.
     bool IsOpen() const noexcept { return open_ > 0; }
 
-    // The program closes, or, for its last question, shows message boxes once more.
+    // The program closes; or, for its last question, message boxes are shown once more.
     void SetClosing(bool closing) noexcept { closing_ = closing; }
 
   private:

@@ -1,6 +1,7 @@
 #pragma once
 
-// The system's registry. A call that the system refuses (no such key, no permission) says so by its result.
+// The system's registry. The result of a call says whether the system refused it (no such key, no
+// permission).
 
 #include <cstddef>
 #include <cstdint>
@@ -27,17 +28,17 @@ class Registry {
     virtual bool DeleteKey(RegistryRoot root, const std::string& key) = 0;
     virtual bool KeyExists(RegistryRoot root, const std::string& key) const = 0;
 
-    // Names of the keys directly below; nothing where the key does not exist.
+    // Names of the keys directly below; none if the key does not exist.
     virtual std::optional<std::vector<std::string>> SubKeys(RegistryRoot root,
                                                             const std::string& key) const = 0;
 
-    // The stored bytes of a value, a text's NUL included, whatever its type; nothing when key or value do
-    // not exist or the buffer is too small.
+    // The stored bytes of a value, including a text's NUL, whatever its type; nothing if key or value do not
+    // exist or the buffer is too small.
     virtual std::optional<std::string> ReadValue(RegistryRoot root, const std::string& key,
                                                  const std::string& value, std::size_t bufferSize) const = 0;
 
-    // The text with each %NAME% of an environment variable replaced by its value, as texts of the type
-    // "expandable" are meant.
+    // The text with each %NAME% of an environment variable replaced by its value, as for values of the type
+    // "expandable".
     virtual std::string Expanded(const std::string& text) const = 0;
 
     // The key must exist.

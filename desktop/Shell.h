@@ -20,10 +20,10 @@ class Shell {
         ShowState show = ShowState::Normal;
     };
 
-    // Asks the shell; whether it could do it is not told, as nobody examines it.
+    // Asks the shell. Its result is not returned, because no caller needs it.
     virtual void Open(const Request& request) = 0;
 
-    // Puts text on the clipboard in place of what it holds; error 521 when it cannot be opened.
+    // Puts text on the clipboard, replacing its content; error 521 if it cannot be opened.
     virtual void SetClipboardText(const std::string& text) = 0;
 };
 

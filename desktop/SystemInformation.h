@@ -15,7 +15,7 @@ struct DllVersion {
 
 struct OsVersion {
     DllVersion number;
-    std::string servicePack; // may hold NULs behind its text
+    std::string servicePack; // may contain NULs after its text
 };
 
 struct MemoryStatus {
@@ -30,7 +30,7 @@ class SystemInformation {
     virtual ~SystemInformation() = default;
 
     virtual OsVersion WindowsVersion() const = 0;
-    virtual DllVersion ShellLightWeightVersion() const = 0; // shlwapi.dll: tells the browser's version
+    virtual DllVersion ShellLightWeightVersion() const = 0; // shlwapi.dll: its version is the browser's
     virtual std::string DirectXVersion() const = 0;
     virtual std::string LanguageName() const = 0;
     virtual MemoryStatus Memory() const = 0;
@@ -38,10 +38,10 @@ class SystemInformation {
     // Initialises the platform's common controls with a record of the given size and the class flags.
     virtual void InitCommonControls(std::uint32_t recordSize, std::uint32_t classes) = 0;
 
-    // True when another instance of the program of this title runs already.
+    // True if another instance of the program with this title is running.
     virtual bool AlreadyRunning(const std::string& title) = 0;
 
-    // Asks that other instance to show its window.
+    // Asks that instance to show its window.
     virtual void ShowRunningInstance() = 0;
 };
 

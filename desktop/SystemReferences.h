@@ -1,6 +1,6 @@
 #pragma once
 
-// Windows and icons of the system, as plain numbers that portable code only keeps and passes on. 0: none.
+// Windows and icons of the system, as plain numbers that portable code only stores and passes on. 0: none.
 
 #include <cstdint>
 

@@ -46,7 +46,7 @@ void frmGamSetup::Form_Load() {
     });
 }
 
-// A second game of the same key could never be selected: the key stands for the first.
+// A second game with the same key could never be selected: the key means the first one.
 void frmGamSetup::AddItem(const GameDefinition& game) {
     const bool isTaken = std::any_of(lvwGameSel.begin(), lvwGameSel.end(),
                                      [&](const GameItem& item) { return item.key == game.GameShort; });
@@ -61,7 +61,7 @@ frmGamSetup::GameSetup& frmGamSetup::Working() {
     return working_[GameIndexOfShort(program_, game_)];
 }
 
-// Filling a field fires its handler too, which puts the same value back.
+// Filling a field also fires its handler, which stores the same value again.
 void frmGamSetup::lvwGameSel_ItemClick(const std::string& key) {
     Trapped(*program_.AppLog, FormName, "lvwGameSel_ItemClick", OnError::LogAndShow, [&] {
         game_ = key;

@@ -36,7 +36,7 @@ class frmGamSetup {
     std::string lblDefinition;
     std::string lblDefVersion;
 
-    // Key of the selected item, and whether there is one: without, the fields belong to no game and are
+    // Key of the selected item, and whether there is one. Without one, the fields belong to no game and are
     // disabled.
     const std::string& SelectedGame() const noexcept { return game_; }
     bool HasSelection() const noexcept { return !lvwGameSel.empty(); }
@@ -44,7 +44,7 @@ class frmGamSetup {
     void Form_Load();
     void lvwGameSel_ItemClick(const std::string& key);
 
-    // Each takes the field as it stands into the working copy.
+    // Each stores the field's current value in the working copy.
     void txtPath_Change();
     void txtConfig_Change();
     void txtName_Change();
@@ -75,7 +75,7 @@ class frmGamSetup {
     std::string game_;
 };
 
-// "1050012" reads "1.05.0012": the first character, the next two, and the last four, whatever the length.
+// "1050012" becomes "1.05.0012": the first character, the next two, and the last four, whatever the length.
 std::string DefinitionVersionText(std::int32_t IniVer);
 
 } // namespace quarn

@@ -19,7 +19,7 @@ std::int32_t CheckValue(bool checked) {
     return checked ? 1 : 0;
 }
 
-// Nothing for what is no whole number of 32 bits, as the user's locale writes them.
+// Nothing unless the text is a 32-bit whole number in the user's locale.
 std::optional<std::int32_t> WholeNumber(const LocaleText& locale, const std::string& text) {
     std::optional<std::int32_t> number;
     Succeeds([&] { number = locale.ToLong(text); });
@@ -31,7 +31,7 @@ std::optional<std::int32_t> WholeNumber(const LocaleText& locale, const std::str
 frmOptions::frmOptions(ProgramState& program, Desktop& desktop, MainWindow mainWindow, CloseFunction close)
     : program_(program), desktop_(desktop), mainWindow_(std::move(mainWindow)), close_(std::move(close)) {}
 
-// A settings file may hold any number: each control shows what the number does.
+// A settings file may contain any number; each control shows what the number does.
 void frmOptions::Form_Load() {
     Trapped(*program_.AppLog, FormName, "Form_Load", OnError::LogAndShow, [&] {
         chkMinToTray = CheckValue(program_.MinToTray != 0);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The Options dialog: the user's preferences. It edits the settings in memory; the settings file gets them at
-// a clean exit.
+// The Options dialog: the user's preferences. It edits the settings in memory; they are written to the
+// settings file at a clean exit.
 
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
@@ -31,11 +31,11 @@ class frmOptions {
     std::int32_t chkRemWinPos = 0;
     std::int32_t chkKeepOnTop = 0;
     std::string txtScanPingTimeout;
-    std::int32_t optQuitAfterLaunch = NoChoice; // index of the option chosen, which is the setting's value
-    std::int32_t cmbNumFavorites = NoChoice;    // index of the entry chosen; entry 0 reads "1"
+    std::int32_t optQuitAfterLaunch = NoChoice; // index of the chosen option, which is the setting's value
+    std::int32_t cmbNumFavorites = NoChoice;    // index of the chosen entry; entry 0 reads "1"
 
-    // The dialog has stayed open because of this field: it is to be shown, focused and its text selected.
-    // Whoever does so resets it.
+    // The dialog stayed open because of this field. The window shows it, focuses it, selects its text, and
+    // then resets this.
     bool txtScanPingTimeoutWrong = false;
 
     void Form_Load();

@@ -13,8 +13,7 @@ namespace quarn {
 
 class frmSetPassword {
   public:
-    // Index of the server's record, 0 when it does not exist any more: the list may change while the dialog
-    // is open.
+    // Index of the server's record, 0 if it no longer exists: the list may change while the dialog is open.
     using ServerFunction = std::function<std::int32_t()>;
     using CloseFunction = std::function<void()>;
 
@@ -24,11 +23,11 @@ class frmSetPassword {
 
     void Form_Load();
 
-    // An empty text clears the password. A server that does not exist any more gets none.
+    // An empty text clears the password. A server that no longer exists gets none.
     void cmdOK_Click();
     void cmdCancel_Click();
 
-    // Enter acts as OK and is swallowed: the key becomes 0. Every other key is left alone.
+    // Enter acts as OK and is consumed: the key becomes 0. All other keys are ignored.
     void txtPass_KeyPress(int& KeyAscii);
 
     void Form_KeyDown(int KeyCode);

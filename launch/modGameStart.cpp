@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* ServerFile = "server.txt";
 
-// Readers of the file take its first line: a line end inside the name must not hide the address.
+// Readers of the file read its first line: a line end inside the name must not hide the address.
 std::string ServerLine(const ServerRecord& server) {
     std::string name = server.Name;
     ReplaceAll(name, "\r", " ");
@@ -20,8 +20,8 @@ std::string ServerLine(const ServerRecord& server) {
     return name + " " + AddressText(server) + "\r\n";
 }
 
-// Every keyword stands there also when its value is empty, and values go in as they are, without quotes: the
-// engines read the rest of the line up to the next keyword as the value.
+// Every keyword is present even if its value is empty, and values are inserted as they are, without quotes:
+// the engines take the rest of the line up to the next keyword as the value.
 std::string ParametersOf(const ProgramState& program, std::int32_t game, const ServerRecord& server,
                          bool asSpectator) {
     const std::string& engine = program.Games[game].Engine;

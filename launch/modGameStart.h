@@ -1,6 +1,6 @@
 #pragma once
 
-// Starts a game on the selected server.
+// Starts a game on a server.
 
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
@@ -9,14 +9,14 @@
 
 namespace quarn {
 
-// Full path of the game's executable, "" when there is no such file. The path given gains the backslash at
-// its end that it lacks, whether or not the file is found.
+// Full path of the game's executable, "" if the file does not exist. A backslash is appended to the given
+// path if it has none, whether or not the file exists.
 std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, std::string& gamePath,
                            const std::string& gameShortName);
 
-// Starts CurrentGame on a server: writes "server.txt" into the current directory, one line that names the
-// server, and asks the shell for the game's executable with the command line of its engine. False, after a
-// message, when the executable was not found; whether the shell could start it is not examined. A file that
+// Starts CurrentGame on a server: writes "server.txt" into the current directory, one line with the server's
+// name and address, and asks the shell to start the game's executable with the command line of its engine.
+// False, after a message, if the executable was not found; the shell's result is not examined. A file that
 // cannot be written is only logged; other errors are left to the caller. The server is a copy, because events
 // may run meanwhile.
 bool StartGame(ProgramState& program, Desktop& desktop, ServerRecord server, bool asSpectator);

@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* VelmarFromProgramFolder = "..\\Velmar\\Velmar.exe";
 
-// Empty when Velmar is not there or tells no version.
+// Empty if Velmar does not exist or has no version.
 std::string WindowTitleOfVelmar(const Desktop& desktop, const std::string& executable) {
     std::string title;
     Succeeds([&] { title = "Velmar " + std::to_string(GetFileVersionNumber(desktop, executable)); });

@@ -1,8 +1,8 @@
 #pragma once
 
 // The engine families of the games: what their servers are asked, and how the replies of masters and servers
-// are read. One row for each family; the key "Engine" of Games.ini names it. How a game of a family is
-// started is the concern of launch/modGameStart.
+// are read. One row for each family; the key "Engine" of Games.ini names it. launch/modGameStart starts the
+// games of a family.
 
 #include "core/modDefinitions.h"
 
@@ -31,7 +31,7 @@ struct EngineFamily {
     // Appends the servers of a master's reply without its header to Servers. May change the text.
     void (*parseMaster)(ProgramState& program, std::string& body);
 
-    // How often the body is parsed: when the header is the one expected, and when it is not.
+    // How often the body is parsed: if the header is the expected one, and if it is not.
     int passesOnMatch = 1;
     int passesOnMismatch = 0;
 };
@@ -41,7 +41,7 @@ using EngineTable = std::span<const EngineFamily>;
 // Quake 3, Doom 3 and Half-Life.
 EngineTable StandardEngines() noexcept;
 
-// Null for a key that no row has.
+// Null for a key without a row.
 const EngineFamily* FindEngine(EngineTable engines, std::string_view key) noexcept;
 
 } // namespace quarn

@@ -9,10 +9,10 @@ namespace quarn {
 
 namespace {
 
-// How often ports whose time is over are looked for.
+// How often ports whose time is over are searched.
 constexpr std::int32_t TimerInterval = 250;
 
-// How many datagrams that are too short are passed over in one go.
+// How many too short datagrams are skipped in one call.
 constexpr int MostSkipped = 16;
 
 bool IsTooShort(const std::string& datagram) noexcept {
@@ -37,7 +37,7 @@ QueryPorts::Port& QueryPorts::FreePort() {
     made->socket = sockets_.MakeSocket();
     Port& port = *made;
     port.socket->DataArrival = [this, &port](std::int32_t) {
-        const std::int32_t tick = clock_.TickCount(); // before anything else: it decides the ping
+        const std::int32_t tick = clock_.TickCount(); // first of all, because it decides the ping
         if (port.query.number != 0 && DataArrival)
             DataArrival(port.query.number, tick);
     };
@@ -72,7 +72,7 @@ ServerQuery QueryPorts::Ask(const QueryTarget& target, const std::string& host, 
         return port.query;
     };
     const ServerQuery asked = tryOnce();
-    // Where the system gives no more sockets, those of finished queries are given back first.
+    // If the system has no more sockets, those of finished queries are closed first.
     if (asked.number != 0 || finished_ == 0)
         return asked;
     CloseFinished();

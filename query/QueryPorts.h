@@ -1,11 +1,10 @@
 #pragma once
 
-// The local UDP ports of the status queries. Each query opens a port of its own, and the port outlives the
-// wait for the reply: what the server sends late still arrives there, and so finds the record that was asked
-// and no other. A finished query keeps its port until its time is over; of finished ones at most MostFinished
-// are kept.
+// The local UDP ports of the status queries. Each query opens its own port, and the port stays open after the
+// wait for the reply: a late reply still arrives there and is stored in the record that was asked. A finished
+// query keeps its port until its time is over; at most MostFinished ports of finished queries are kept.
 //
-// Sockets are made when they are needed and used again, because making one takes the system a while.
+// Sockets are created when needed and reused, because creating one is slow.
 
 #include "controls/Timer.h"
 #include "controls/UdpSocket.h"
@@ -20,20 +19,20 @@
 
 namespace quarn {
 
-// The server of a query. Identities are never used again, so they find the record and the row that shows it
-// after any sorting, filtering or deleting, or nothing at all.
+// The server of a query. Identities are never reused, so they find the record and the row that shows it after
+// any sorting, filtering or deleting, or nothing.
 struct QueryTarget {
     std::uint32_t server = 0; // identity of the record that is asked
-    std::uint32_t shown = 0;  // identity of the record whose row is scanned: another one where a tag is stale
-    std::int32_t index = 0;   // of the record when it was asked: where a search begins
+    std::uint32_t shown = 0; // identity of the record whose row is scanned; differs if the row's tag is stale
+    std::int32_t index = 0;  // of the record when it was asked; a search begins there
 };
 
 struct ServerQuery {
-    std::uint32_t number = 0; // never used again; 0: no query
+    std::uint32_t number = 0; // never reused; 0: no query
     QueryTarget target;
     std::int32_t sentTick = 0;
     std::int32_t replies = 0; // counted so far
-    bool finished = false;    // its outcome is stored; replies are late from here on
+    bool finished = false;    // its outcome is stored; further replies are late
 };
 
 struct ServerReply {
@@ -46,7 +45,7 @@ class QueryPorts {
   public:
     static constexpr int MostFinished = 64;
 
-    // A server answers with three datagrams at most. After this many its port is closed: it floods.
+    // A server answers with at most three datagrams. After this many its port is closed, because it floods.
     static constexpr std::int32_t MostReplies = 64;
 
     // `timer` ticks while a port may have to be closed. All must outlive the ports.
@@ -54,8 +53,8 @@ class QueryPorts {
     QueryPorts(const QueryPorts&) = delete;
     QueryPorts& operator=(const QueryPorts&) = delete;
 
-    // A datagram arrived at the port of a query, at `tick`, and waits to be taken. Anything may be called
-    // from here.
+    // A datagram arrived at the port of a query, at `tick`, and can be taken. Any member may be called from
+    // here.
     std::function<void(std::uint32_t number, std::int32_t tick)> DataArrival;
 
     // A port could not be opened or used.
@@ -65,15 +64,15 @@ class QueryPorts {
     std::int32_t lifetime = 1000;
 
     // Opens a port for a query to the host. `send` sends the requests. The result is a copy of the query's
-    // state; its number is 0 when no port could be opened.
+    // state; its number is 0 if no port could be opened.
     ServerQuery Ask(const QueryTarget& target, const std::string& host, std::int32_t port,
                     std::int32_t sentTick, const std::function<void(UdpSocket&)>& send);
 
-    // The query as it is now; its number is 0 when its port is closed.
+    // The query's current state; its number is 0 if its port is closed.
     ServerQuery Find(std::uint32_t number) const noexcept;
 
     // Takes the next datagram that has arrived for the query and counts it. Datagrams shorter than
-    // ShortestDatagram are dropped. Nothing when there is no other, or when the port is closed or its time
+    // ShortestDatagram are dropped. Nothing if there is no other, if the port is closed, or if its time is
     // over.
     std::optional<ServerReply> Take(std::uint32_t number, std::int32_t tick);
 

@@ -16,7 +16,7 @@
 
 namespace quarn {
 
-// A key in lower case. Storing throws when the value is no number where one is due.
+// A key in lower case. Storing throws if a number is expected and the value is not one.
 struct StatusField {
     std::string_view key;
     void (*store)(clsAppLog& log, ServerRecord& server, std::string_view value);
@@ -27,7 +27,7 @@ inline const StatusField* FindStatusField(std::span<const StatusField> fields, s
     return found == fields.end() ? nullptr : &*found;
 }
 
-// A key as replies are searched for it, in a buffer that is used again for the next.
+// Lower-cases the key into `buffer`, which the caller reuses for the next key.
 inline const std::string& LowerCaseInto(std::string& buffer, std::string_view key) {
     buffer.assign(key);
     for (char& character : buffer)
@@ -35,14 +35,14 @@ inline const std::string& LowerCaseInto(std::string& buffer, std::string_view ke
     return buffer;
 }
 
-// Counts one more player and gives him a slot.
+// Increments the player count and adds a slot.
 inline PlayerRecord& AddPlayer(OneBased<PlayerRecord>& players, std::int32_t& count) {
     players.Resize(++count);
     return players[count];
 }
 
 // Runs a parse that fills all fields of a status reply. It works on a record of its own, which is stored by
-// index at the end, also when an error ends it: logging and other code may run between two fields. Error 9
+// index at the end, also after an error, because logging and other code may run between two fields. Error 9
 // for an index outside the list.
 template<class Parse>
 void ReplaceStatus(ProgramState& program, std::int32_t index, Parse&& parse) {

@@ -1,10 +1,10 @@
 #pragma once
 
-// A text that is read field by field from its front, such as a datagram.
+// A text that is read field by field from its start, such as a datagram.
 //
-// Fields come off by the rules of ExtractString and TakeLeft (core/modCommonSubs.h), but the cursor moves
-// along the text instead of erasing its front: a text of many fields is read in one pass and no field is
-// copied. The text must outlive the cursor and the fields taken from it.
+// Fields are read by the rules of ExtractString and TakeLeft (core/modCommonSubs.h), but the cursor moves
+// along the text instead of erasing its start: a text of many fields is read in one pass and no field is
+// copied. The text must outlive the cursor and the fields.
 
 #include "core/modCommonSubs.h"
 
@@ -21,8 +21,8 @@ class TextCursor {
     bool StartsWith(std::string_view text) const noexcept { return rest_.substr(0, text.size()) == text; }
 
     // The text up to the separator, which is searched from the second character on. The separator's first
-    // character goes with the field, its others stay in front of the rest. Without a separator the call
-    // fails: logged, "" returned, the text as before.
+    // character is consumed with the field, its others remain. Without a separator the call fails: it logs an
+    // error, returns "" and consumes nothing.
     std::string_view Extract(std::string_view separator) {
         const std::size_t end = FindSeparator(rest_, separator);
         failed_ = end == std::string_view::npos;
@@ -35,9 +35,9 @@ class TextCursor {
         return field;
     }
 
-    // Extract for the items of a list, which all end in the same separator: once it was missing it stands
-    // nowhere further on either, so it is neither searched nor logged again. That bounds what a long text
-    // without it can cost.
+    // Extract for the items of a list, which all end in the same separator: once it is missing, there is none
+    // further on either, so it is neither searched nor logged again. This bounds the cost of a long text
+    // without it.
     std::string_view ExtractItem(std::string_view separator) {
         if (missing_) {
             failed_ = true;
@@ -48,7 +48,7 @@ class TextCursor {
         return field;
     }
 
-    // Whether the last field had no separator behind it.
+    // Whether no separator followed the last field.
     bool Failed() const noexcept { return failed_; }
 
     // The first `count` characters. A text of `count` characters or fewer is deliberately left as it is.

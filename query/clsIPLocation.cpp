@@ -19,13 +19,13 @@ namespace {
 
 constexpr std::size_t AddressParts = 4;
 
-// A multiple of every vector register's width, so that the compiler makes the search use them.
+// A multiple of every vector register's width, so that the compiler vectorises the search.
 constexpr std::size_t BlockSize = 64;
 
-// The shortest line of a range, "0;0;" and its end; the last line may go without the end.
+// The shortest line of a range, "0;0;" and its end; the last line may lack its end.
 constexpr std::size_t MinLineLength = 5;
 
-// An address number as a signed one that orders the same: vector units compare signed numbers best.
+// Maps an unsigned address to a signed integer with the same ordering; SIMD compares are signed.
 constexpr std::int32_t OrderedAddress(std::uint32_t address) noexcept {
     return std::bit_cast<std::int32_t>(address ^ 0x8000'0000U);
 }
@@ -40,7 +40,7 @@ std::string_view PartAt(const std::vector<std::string_view>& parts, std::size_t 
 }
 
 // Writes the parts as hexadecimal digits, at least two each, one after another, and reads the last eight of
-// them: a part above 255 thus moves the parts in front of it.
+// them: so a part above 255 changes the parts before it.
 std::uint32_t IPToNumber(std::string_view address) {
     const std::vector<std::string_view> parts = Split(address, '.');
     std::uint64_t number = 0;
@@ -73,7 +73,8 @@ struct Bounds {
     std::int32_t to;
 };
 
-// The whole addresses between two fixed-point numbers; addresses are whole, so nothing else can be held.
+// The whole addresses between two fixed-point numbers. Addresses are whole numbers, so the range contains no
+// others.
 Bounds AddressesBetween(std::int64_t from, std::int64_t to) noexcept {
     constexpr std::int64_t Highest = std::numeric_limits<std::uint32_t>::max();
     const std::int64_t first = from <= 0 ? 0 : from / FixedPointUnit + (from % FixedPointUnit != 0 ? 1 : 0);
@@ -84,7 +85,7 @@ Bounds AddressesBetween(std::int64_t from, std::int64_t to) noexcept {
             OrderedAddress(static_cast<std::uint32_t>(last))};
 }
 
-// Counts instead of stopping at the first hit: a loop without a way out is one for vector registers.
+// Counts hits instead of breaking out early, so that the compiler can vectorise the loop.
 bool BlockHolds(const std::int32_t* from, const std::int32_t* to, std::int32_t address) noexcept {
     std::size_t held = 0;
     for (std::size_t i = 0; i < BlockSize; ++i)
@@ -124,7 +125,7 @@ void clsIPLocation::InitDatabase() {
 }
 
 clsIPLocation::RangeTable clsIPLocation::ReadRanges(std::string_view content, std::int32_t count) {
-    // A count that the text cannot hold must not size memory.
+    // A count that the text cannot contain must not size memory.
     if (count < 1 || static_cast<std::size_t>(count) > (content.size() + 1) / MinLineLength)
         throw RunTimeError(ErrorNumber::InputPastEndOfFile);
 

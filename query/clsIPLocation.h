@@ -22,12 +22,13 @@ class clsIPLocation {
   public:
     clsIPLocation(const Files& files, std::string databasePath);
 
-    // Errors: 53 no file, 13 a number that is none, 6 a number too large, 62 fewer lines than announced or
-    // none announced, 9 a line with fewer than three fields. The database then counts as not loaded.
+    // Errors: 53 no file, 13 not a number, 6 a number too large, 62 fewer lines than announced or none
+    // announced, 9 a line with fewer than three fields. The database then counts as not loaded.
     void InitDatabase();
 
-    // The code of the first range that holds the address, or "--". Error 13 for a part that is no number, 6
-    // for one too large, 9 for an address of fewer than four parts, or when the database was released.
+    // The code of the first range that contains the address, or "--". Error 13 for a part that is not a
+    // number, 6 for one too large, 9 for an address of fewer than four parts, or if the database was
+    // released.
     std::string GetIPCountry(std::string_view IPAddress) const;
 
     // Releases the ranges; the range count keeps its value, so that callers must check Initialized first.
@@ -36,8 +37,8 @@ class clsIPLocation {
     bool Initialized() const noexcept { return initialized_; }
 
   private:
-    // The ranges in file order, each bound in an array of its own that the search runs through at the speed
-    // of memory. Both are filled up to whole blocks with ranges that hold nothing.
+    // The ranges in file order. Each bound has its own array, which the search reads at memory speed. Both
+    // arrays are padded to whole blocks with empty ranges.
     struct RangeTable {
         std::vector<std::int32_t> from; // ordered addresses, see clsIPLocation.cpp
         std::vector<std::int32_t> to;

@@ -39,7 +39,7 @@ void frmAddServer::Add() {
     ShowMessage("Added " + address + ":" + port + ".");
 }
 
-// Cancelling the dialog gives a look-up up.
+// Cancelling the dialog cancels a look-up.
 bool frmAddServer::Wait(const std::string& host, const std::function<bool()>& condition) {
     if (!condition())
         ShowMessage("Looking up " + host + "...");

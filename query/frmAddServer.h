@@ -1,7 +1,7 @@
 #pragma once
 
-// The Add Server dialog: takes an address and a port and adds them to the list shown, one server after
-// another until it is closed. While a host name is looked up, events run, and the dialog can be cancelled.
+// The Add Server dialog: adds an address and a port to the current list, one server after another until it is
+// closed. While a host name is looked up, events run, and the dialog can be cancelled.
 
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
@@ -14,7 +14,7 @@ namespace quarn {
 
 class frmAddServer {
   public:
-    // What the main window supplies: how a server is added (false: it was not), how a look-up waits, and how
+    // Supplied by the main window: how a server is added (false: it was not), how a look-up waits, and how
     // the dialog is closed.
     struct Services {
         std::function<bool(const std::string& IP, const std::string& strPort)> addServer;
@@ -22,21 +22,21 @@ class frmAddServer {
         std::function<void()> close;
     };
 
-    // `list` is what the user knows the list by that gets the servers.
+    // `list` is the name, known to the user, of the list that the server is added to.
     frmAddServer(ProgramState& program, Desktop& desktop, const std::string& list, Services services);
 
     // The texts of the two fields.
     std::string txtIP;
     std::string txtPort;
 
-    // Which list gets the server, and what has become of the last one.
+    // Which list the server is added to, and the result for the last one.
     std::string lblList;
     std::string lblMessage;
 
-    // Where the user goes on after cmdOK_Click.
+    // The field to focus after cmdOK_Click.
     AddressField focus = AddressField::Address;
 
-    // Told when lblMessage has changed while a handler is still at work.
+    // Called when lblMessage has changed while a handler is still running.
     std::function<void()> MessageChanged;
 
     bool Closed() const noexcept { return closed_; }
@@ -44,7 +44,7 @@ class frmAddServer {
     void cmdOK_Click();
     void cmdCancel_Click();
 
-    // Enter acts as OK and is swallowed: the key becomes 0. Every other key is left alone.
+    // Enter acts as OK and is consumed: the key becomes 0. All other keys are ignored.
     void txtIP_KeyPress(int& KeyAscii);
     void txtPort_KeyPress(int& KeyAscii);
 

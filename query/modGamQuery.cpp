@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t CodeLength = 2;    // "^1", "^N", "^B"
 constexpr std::size_t RgbCodeLength = 8; // "^X" and six digits
 
-// Length of the colour code at the front of a text that begins with "^", 0 if that is none.
+// Length of the color code at the start of a text that begins with "^", 0 if there is none.
 std::size_t ColourCodeLength(std::string_view text) noexcept {
     if (text.size() < CodeLength)
         return 0;

@@ -19,7 +19,7 @@ using namespace std::string_view_literals;
 
 constexpr std::string_view Disconnect = "\xFF\xFF"
                                         "disconnect\0"sv;
-constexpr std::string_view PairsMark = "\0\x01\0"sv; // the end of the protocol version, in front of the pairs
+constexpr std::string_view PairsMark = "\0\x01\0"sv; // the end of the protocol version, before the pairs
 constexpr std::string_view Nul = "\0"sv;
 constexpr std::string_view EndOfPairs = "\0\0"sv;
 constexpr std::string_view NoPlayersMark = "\0 "sv;
@@ -39,7 +39,7 @@ constexpr StatusField Fields[] = {
 
 enum class Players { Follow, None };
 
-// An unknown key's value is not taken but read as the next key. An empty one leaves a second backslash.
+// The value of an unknown key is read as the next key. An empty value appends a second backslash.
 Players ReadPairs(clsAppLog& log, ServerRecord& server, TextCursor& cursor) {
     std::string key;
     while (!cursor.StartsWith(EndOfPairs)) {
@@ -63,8 +63,8 @@ Players ReadPairs(clsAppLog& log, ServerRecord& server, TextCursor& cursor) {
 
         if (cursor.StartsWith(NoPlayersMark))
             return Players::None;
-        // The NUL just dropped was the first of the two that end the pairs, when the last value was read as
-        // a key: one is left, and a client number other than 0 stands behind it.
+        // If the last value was read as a key, the NUL just dropped was the first of the two that terminate
+        // the pairs. One NUL remains, followed by a nonzero client number.
         if (emptyValue && cursor.StartsWith(Nul) && cursor.Rest().size() > 1)
             return Players::Follow;
     }
@@ -101,7 +101,7 @@ void ReadReply(clsAppLog& log, ServerRecord& server, std::string_view data) {
     std::size_t endMark = EndOfPairs.size();
     if (server.Variables.ends_with('\\')) {
         server.Variables.pop_back();
-        --endMark; // one of its NULs went with the last empty value
+        --endMark; // one of its NULs was consumed with the last empty value
     }
     if (players == Players::None)
         return;

@@ -1,4 +1,4 @@
-// Half-Life engine: three kinds of reply, told apart by the character behind four 0xFF.
+// Half-Life engine: three kinds of reply, distinguished by the character after four 0xFF.
 
 #include "query/modGamQuery.h"
 
@@ -16,7 +16,7 @@ using namespace std::string_view_literals;
 constexpr std::string_view Nul = "\0"sv;
 
 constexpr std::size_t KindPosition = 4;
-constexpr std::size_t FirstPlayerPosition = 7; // behind kind, player count and the first player's index
+constexpr std::size_t FirstPlayerPosition = 7; // after kind, player count and the first player's index
 constexpr std::size_t MinPlayerLength = 5;
 constexpr std::size_t ScoreLength = 4;
 constexpr std::size_t TimeAndIndexLength = 5;
@@ -73,10 +73,10 @@ void ParseHLCSPlayers(ProgramState& program, std::string_view data, std::int32_t
     });
 }
 
-// The rules are kept as they came, header included.
+// The rules are kept as received, including the header.
 void AppendRules(ServerRecord& server, std::string_view data) {
     std::string rules(data);
-    for (char& character : rules) // written without a branch, for vector registers
+    for (char& character : rules) // without a branch, so that it is vectorised
         character = character == '\0' ? '\\' : character;
     if (rules.ends_with('\\'))
         rules.pop_back();

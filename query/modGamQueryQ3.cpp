@@ -29,7 +29,7 @@ constexpr StatusField Fields[] = {
     {"pswrd", StoreLocked},
 };
 
-// The value of an unknown key is not taken: the next turn reads it as a key, and so appends it in turn.
+// The value of an unknown key is not consumed here; the next iteration reads it as a key and appends it.
 void ReadInfo(clsAppLog& log, ServerRecord& server, std::string_view info) {
     std::string pairs(info.substr(info.empty() ? 0 : 1)); // without the leading backslash
     pairs += '\\';
@@ -39,7 +39,7 @@ void ReadInfo(clsAppLog& log, ServerRecord& server, std::string_view info) {
     for (bool first = true; !cursor.Rest().empty(); first = false) {
         LowerCaseInto(key, cursor.Extract("\\"));
         if (cursor.Failed()) {
-            // What is left is the lone backslash behind the last key: its empty value.
+            // The rest is the lone backslash after the last key: its empty value.
             if (!first)
                 server.Variables += '\\';
             return;

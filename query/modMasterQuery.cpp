@@ -17,8 +17,8 @@ constexpr std::size_t AddressLength = 4;
 enum class PortOrder { HighByteFirst, LowByteFirst };
 
 struct Layout {
-    std::int32_t divisor; // bytes a record, by which the list is sized
-    std::int32_t step;    // bytes a record, by which the body is walked
+    std::int32_t divisor; // bytes of a record, for the list's size
+    std::int32_t step;    // bytes of a record, for reading the body
     PortOrder portOrder;
 };
 
@@ -32,7 +32,7 @@ std::int32_t ByteAt(std::string_view text, std::size_t position) {
     return static_cast<unsigned char>(text[position]);
 }
 
-// Error 5 unless all four bytes are there.
+// Error 5 unless all four bytes are present.
 std::string DottedAddress(std::string_view bytes) {
     char text[sizeof "255.255.255.255"];
     char* end = text;
@@ -50,8 +50,8 @@ std::int32_t Port(std::string_view bytes, PortOrder order) {
     return order == PortOrder::HighByteFirst ? first * 256 + second : first + second * 256;
 }
 
-// A last record that is cut off is entered as well: it ends in an error at its first missing byte, or at the
-// slot that the rounded count did not provide, and is counted all the same.
+// A truncated last record is still counted. Reading it fails with error 5 at the first missing byte, or with
+// error 9 if the rounded count left no slot for it.
 void AppendServers(ProgramState& program, std::string_view body, const Layout& layout) {
     program.PreviousServerCount = program.ServerCount;
     const std::int32_t length = static_cast<std::int32_t>(body.size());

@@ -23,7 +23,7 @@ std::string NoteOf(std::size_t lines, std::size_t allLines) {
            " lines, as a message holds no more.)\r\n";
 }
 
-// Each with its end.
+// Each line includes its end.
 std::vector<std::string> LinesOf(const std::string& log) {
     std::vector<std::string> lines;
     for (std::size_t start = 0; start < log.size();) {

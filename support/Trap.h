@@ -1,8 +1,9 @@
 #pragma once
 
-// The one error trap. Every routine that can fail runs its body through Trapped, which catches whatever the
-// body throws, logs it under the routine's name and returns; an error never reaches a caller. A routine with
-// a result keeps it in a variable outside the body and returns what that holds at the moment of the error.
+// The one error trap. Every routine that can fail runs its body in Trapped, which catches what the body
+// throws, logs it under the routine's name and returns; an error never reaches a caller. A routine with a
+// result keeps it in a variable outside the body and returns that variable's value at the moment of the
+// error.
 
 #include "base/RunTimeError.h"
 #include "support/clsAppLog.h"
@@ -12,9 +13,9 @@
 
 namespace quarn {
 
-// What happens to an error besides its line in the log. Errors caused by network data or files show no
-// message box, so that a scan is never interrupted; those caused by datagrams are not counted either, so that
-// no ordinary session ends with the question about an error report.
+// What happens to an error besides its log entry. Errors caused by network data or files are only logged, so
+// that a message box never interrupts a scan; those caused by datagrams are not counted either, so that an
+// ordinary session does not end with the question about an error report.
 enum class OnError { Log, LogAndShow, LogUncounted };
 
 // Number and text of the exception being handled.
@@ -24,7 +25,7 @@ struct CaughtError {
 };
 CaughtError CurrentError() noexcept;
 
-// True when the body ran to its end.
+// True if the body ran to its end.
 template<class Body>
 bool Trapped(clsAppLog& log, std::string_view module, std::string_view routine, OnError onError,
              Body&& body) noexcept {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* LineEnd = "\r\n";
 
-// A system fact that cannot be had leaves its item of the report empty.
+// A system fact that is not available leaves its item of the report empty.
 template<class Getter>
 std::string ItemOf(Getter&& getter) noexcept {
     std::string item;
@@ -54,7 +54,7 @@ std::string VersionNumber(const DllVersion& version) {
            std::to_string(version.build);
 }
 
-// A memory size in mebibytes, counted up: what is there in part counts, and no size reads 0.
+// A size in MiB plus one: partial MiB count and the result is never 0.
 std::string Mebibytes(std::uint64_t bytes) {
     return std::to_string(bytes / 1048576 + 1);
 }
@@ -64,7 +64,7 @@ std::string Mebibytes(std::uint64_t bytes) {
 clsAppLog::clsAppLog(Desktop& desktop, const std::string& applicationFolder)
     : desktop_(desktop), logFilename_(applicationFolder + ApplicationTitle + ".log") {}
 
-// Only memory can fail here, and there is nowhere left to report that.
+// Only an allocation can fail here, and there is nowhere left to report it.
 void clsAppLog::Log(std::string_view ModuleName, std::string_view RoutineName, std::int32_t ErrNumber,
                     std::string_view Description, bool DisplayMessage, bool SendEmail,
                     bool OverwriteLog) noexcept {

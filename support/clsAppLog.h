@@ -28,19 +28,19 @@ class clsAppLog {
              std::string_view Description = {}, bool DisplayMessage = false, bool SendEmail = false,
              bool OverwriteLog = false) noexcept;
 
-    // An error that datagrams cause: written like any other, but not counted for HandleAppErrors.
+    // An error caused by datagrams: written like any other, but not counted for HandleAppErrors.
     void LogUncounted(std::string_view ModuleName, std::string_view RoutineName, std::int32_t ErrNumber,
                       std::string_view Description) noexcept;
 
-    // Tells the user that lines could not be written: once, and again only after a line was written in
-    // between. To be called when no command is at work.
+    // Shows that lines could not be written: once, and again only after a line was written in between. Call
+    // it only while no command is running.
     void TellWriteFault() noexcept;
 
-    // A critical message box under the program's title followed by " - Error". While another box of ours is
-    // open, the call returns without showing anything.
+    // A critical message box titled with the program's title and " - Error". While another message box of the
+    // log is open, the call returns without showing anything.
     void ErrorMessage(const std::string& ErrorText) noexcept;
 
-    // At shut-down: offers to send an error report when errors were logged during the run.
+    // At the end of the program: offers to send an error report if errors were logged during the run.
     void HandleAppErrors() noexcept;
 
     std::int32_t ErrorCount() const noexcept { return errorCount_; }

@@ -18,8 +18,8 @@ class clsHTMLHelp {
 
     void ShowTopic(WindowReference lnghWnd, const std::string& TopicURL);
 
-    // Closes the help windows, but only after a topic could not be shown: a help window that did come is the
-    // user's and stays.
+    // Closes the help windows, but only after a topic could not be shown: a help window that opened belongs
+    // to the user and stays open.
     void CloseFile();
 
   private:

@@ -13,7 +13,7 @@ namespace {
 constexpr const char* ClassName = "clsRegAccess";
 constexpr std::size_t BufferSize = 255;
 
-// As the platform stores it: the lowest byte first.
+// As the platform stores it: low byte first.
 std::string FourBytes(std::int32_t number) {
     const auto bits = static_cast<std::uint32_t>(number);
     std::string bytes;
@@ -62,7 +62,8 @@ clsRegAccess::Variant clsRegAccess::QueryValue(RegistryRoot lngKey, const std::s
     return result;
 }
 
-// A text is stored with its NUL, which is not part of it; of other types the last byte goes the same way.
+// A text is stored with its NUL, which is not part of it; the last byte of other types is removed in the same
+// way.
 std::string clsRegAccess::ReadText(RegistryRoot root, const std::string& key, const std::string& value,
                                    const std::string& missing) const {
     std::optional<std::string> bytes = registry_.ReadValue(root, key, value, BufferSize);

@@ -1,7 +1,7 @@
 #pragma once
 
 // Reads and changes registry keys and values. Each member traps its own errors and logs them without a
-// message; what the system refuses is told by the result.
+// message; the result says whether the system refused the call.
 
 #include "desktop/LocaleText.h"
 #include "desktop/Registry.h"
@@ -33,12 +33,12 @@ class clsRegAccess {
     bool DeleteKey(RegistryRoot lngKey, const std::string& sKeyName);
     bool DeleteValue(RegistryRoot lngKey, const std::string& sKeyName, const std::string& sValueName);
 
-    // Names of the keys directly below; empty where the key does not exist.
+    // Names of the keys directly below; empty if the key does not exist.
     std::vector<std::string> EnumKeys(RegistryRoot lngKey, const std::string& sKeyName);
 
     bool QueryKey(RegistryRoot lngKey, const std::string& sKeyName);
 
-    // The value as text, whatever its type, or the default where there is none or it is longer than 254
+    // The value as text, whatever its type; the default if there is no value or it is longer than 254
     // characters.
     Variant QueryValue(RegistryRoot lngKey, const std::string& sKeyName, const std::string& sValueName,
                        const std::string& sDefault = {}, std::int32_t ResultType = 0);

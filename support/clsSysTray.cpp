@@ -98,7 +98,7 @@ void clsSysTray::MinToSysTray() {
         HideWindow();
 }
 
-// A taskbar that is slow can report a failure for an icon that it shows in the end: then it can be changed.
+// A slow taskbar can report a failure for an icon that it then shows: in this case the icon can be changed.
 bool clsSysTray::AddIcon() {
     const bool added = IconInSysTray() || area_.Notify(NotifyCommand::Modify, record_);
     if (!added && !tmrIcon.Enabled())

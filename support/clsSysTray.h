@@ -28,7 +28,7 @@ class clsSysTray {
     clsSysTray(const clsSysTray&) = delete;
     clsSysTray& operator=(const clsSysTray&) = delete;
 
-    // Raised one at a time: what the mouse does while a handler runs is dropped.
+    // Raised one at a time: mouse messages that arrive while a handler runs are dropped.
     Event LButtonDblClk;
     Event LButtonDown;
     Event LButtonUp;
@@ -36,8 +36,8 @@ class clsSysTray {
     Event RButtonDown;
     Event RButtonUp;
 
-    // The window that goes into the tray; it outlives this object. Everything below needs it: without, error
-    // 91. Setting it hooks the window up.
+    // The window that is minimised to the tray; it outlives this object. All members below need it and raise
+    // error 91 without it. Setting it connects the window's events.
     FormWindow& SourceWindow() const;
     void SetSourceWindow(FormWindow& window);
 
@@ -48,21 +48,21 @@ class clsSysTray {
     const std::string& ToolTip() const noexcept { return toolTip_; }
     void SetToolTip(const std::string& text);
 
-    // Kept for the owner; nothing here depends on it.
+    // Stored for the owner; nothing here uses it.
     bool DefaultDblClk = true;
 
     void SetPicHook();
 
-    // False when the system did not take the icon.
+    // False if the system refused the icon.
     bool IconInSysTray();
     void RemoveFromSysTray();
 
     void ChangeIcon(IconReference toNewIcon);
 
-    // A longer text than 63 characters is cut. The caption of a minimised window follows.
+    // A text longer than 63 characters is cut. The caption of a minimised window is set as well.
     void ChangeToolTip(const std::string& cNewTip);
 
-    // The window stays where it is until there is an icon to come back by.
+    // The window stays visible until its icon is shown.
     void MinToSysTray();
     void BringWindowBack();
     bool InTray() const noexcept { return inTray_; }
@@ -74,7 +74,7 @@ class clsSysTray {
     Timer tmrIcon;
     void tmrIcon_Timer();
 
-    // Number of the mouse message that came last.
+    // Number of the last mouse message.
     std::int32_t LastMessage() const noexcept { return lastMessage_; }
 
   private:
@@ -95,7 +95,7 @@ class clsSysTray {
     IconReference icon_ = 0;
     std::string toolTip_;
     bool inTray_ = false;
-    int attempts_ = 0; // at the icon that is missing
+    int attempts_ = 0; // on the missing icon
     bool busy_ = false;
     std::int32_t lastMessage_ = 0;
 };

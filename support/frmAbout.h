@@ -1,6 +1,6 @@
 #pragma once
 
-// The About box: the program's version, and the way to the system's own information tool.
+// The About box: the program's version, and a button for the system's own information tool.
 
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
@@ -20,7 +20,7 @@ class frmAbout {
 
     void Form_Load();
 
-    // Runs the tool; nothing happens on a system that has none.
+    // Runs the tool; nothing happens on a system without one.
     void cmdSystemInfo_Click();
 
     void cmdOK_Click();

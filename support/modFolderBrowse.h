@@ -6,7 +6,7 @@
 
 namespace quarn {
 
-// Lets the user pick a folder, with one selected beforehand; "" when cancelled.
+// Lets the user pick a folder; the given one is preselected. "" if cancelled.
 std::string BrowseForFolder(Prompts& prompts, const std::string& preselectedPath);
 
 } // namespace quarn

@@ -131,6 +131,10 @@ void MainWindow::ShowChanges() {
 }
 
 void MainWindow::Destroy() {
+    // Only at the end of a session. Everything is stored, and a dialog of the system that loses its windows
+    // while its code is on the stack crashes.
+    if (desktop_.Prompts().SystemDialogIsOpen())
+        ExitProcess(0);
     desktop_.Events().updateWindows = nullptr;
     desktop_.Events().preTranslate = nullptr;
     desktop_.SetMainWindow(nullptr);

@@ -40,6 +40,8 @@ const StrictMaster Masters[] = {
     {"sg", Family::Quake3, 68, ""},
     {"wop", Family::Quake3, 71, "WorldofPadman"},
     {"doom3", Family::Doom3, 1 << 16 | 41, ""},
+    {"sg12", Family::Quake3, 71, "smokinguns"},
+    {"wop72", Family::Quake3, 72, "WorldofPadman"},
 };
 
 TEST(GamesIniTest, AreWellFormed) {

@@ -339,13 +339,10 @@ TEST_F(MainWindowTest, ClosesABoxThatIsOpenBeforeItself) {
 }
 
 TEST_F(MainWindowTest, ClosesBoxesOnTopOfEachOther) {
-    PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     bool inner = true;
-    const auto openInner = [&] {
-        inner = desktop.Prompts().AskYesNo("inner", "Inner");
-        return true;
-    };
-    DialogDriver driver(window->Handle(), {[&](HWND) { openInner(); }});
+    DialogDriver driver(window->Handle(),
+                        {[&](HWND) { inner = desktop.Prompts().AskYesNo("inner", "Inner"); },
+                         [&](HWND) { PostMessageA(window->Handle(), WM_CLOSE, 0, 0); }});
     EXPECT_EQ(desktop.Prompts().AskText("outer", "Outer"), "");
     EXPECT_FALSE(inner);
     EXPECT_TRUE(IsGoneSoon());

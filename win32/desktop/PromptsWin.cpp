@@ -1,6 +1,7 @@
 #include "win32/desktop/PromptsWin.h"
 
 #include "base/RunTimeError.h"
+#include "base/Scope.h"
 #include "win32/Libraries.h"
 #include "win32/SystemError.h"
 #include "win32/dialogs/InputBox.h"
@@ -131,6 +132,7 @@ std::string PromptsWin::RunSaveFileBox(const std::string& title, const std::stri
         SystemFunction<decltype(CommDlgExtendedError)>("comdlg32.dll", "CommDlgExtendedError");
     if (ask == nullptr || lastError == nullptr)
         ThrowLastError();
+    const Restore open(systemDialogs_, systemDialogs_ + 1);
     if (ask(&dialog))
         return path;
     if (lastError() != 0)
@@ -147,6 +149,7 @@ std::string PromptsWin::RunFolderBox(const std::string& title, const std::string
     dialog.lpfn = &PreselectFolder;
     const std::string folder = WithoutTrailingBackslash(preselected);
     dialog.lParam = reinterpret_cast<LPARAM>(folder.c_str());
+    const Restore open(systemDialogs_, systemDialogs_ + 1);
     const std::unique_ptr<ITEMIDLIST, TaskMemoryDeleter> chosen(SHBrowseForFolderA(&dialog));
     char path[PathBytes] = "";
     if (!chosen || !SHGetPathFromIDListA(chosen.get(), path))

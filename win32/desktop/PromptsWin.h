@@ -17,6 +17,9 @@ class PromptsWin final : public Prompts {
     // more urgently.
     bool CancelOpenBox() noexcept;
 
+    // A file or folder dialog of the system is open.
+    bool SystemDialogIsOpen() const noexcept { return systemDialogs_ > 0; }
+
   private:
     void RunErrorBox(const std::string& text, const std::string& title) override;
     bool RunYesNoBox(const std::string& text, const std::string& title) override;
@@ -27,6 +30,7 @@ class PromptsWin final : public Prompts {
     int MessageBoxOf(const std::string& text, const std::string& title, UINT style);
 
     const OwnerWindow& owner_;
+    int systemDialogs_ = 0;    // that are open
     HWND cancelled_ = nullptr; // the last one, and how often
     int attempts_ = 0;
 };

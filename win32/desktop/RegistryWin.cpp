@@ -63,6 +63,9 @@ std::optional<std::string> RegistryWin::ReadValue(RegistryRoot root, const std::
 }
 
 std::string RegistryWin::Expanded(const std::string& text) const {
+    constexpr std::size_t SystemLimit = 32'767; // characters that the call takes
+    if (text.size() >= SystemLimit)
+        return text;
     std::string expanded(ExpandEnvironmentStringsA(text.c_str(), nullptr, 0), '\0');
     const DWORD size =
         ExpandEnvironmentStringsA(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));

@@ -36,6 +36,9 @@ class ListViewControlTest : public testing::Test {
         control.Flush();
     }
 
+    HWND Header() const {
+        return reinterpret_cast<HWND>(SendMessageA(control.Handle(), LVM_GETHEADER, 0, 0));
+    }
     int Count() const { return static_cast<int>(SendMessageA(control.Handle(), LVM_GETITEMCOUNT, 0, 0)); }
     int SelectedCount() const {
         return static_cast<int>(SendMessageA(control.Handle(), LVM_GETSELECTEDCOUNT, 0, 0));
@@ -81,9 +84,14 @@ class ListViewControlTest : public testing::Test {
 
     // The vertical lines of a cell, counted from its left edge, on which something is painted.
     std::vector<int> PaintedLines(std::int32_t row, std::int32_t column) const {
-        RECT cell{LVIR_BOUNDS, SubItem(column), 0, 0};
-        SendMessageA(control.Handle(), LVM_GETSUBITEMRECT, static_cast<WPARAM>(row - 1),
+        RECT cell{LVIR_BOUNDS, 0, 0, 0}; // the whole row
+        SendMessageA(control.Handle(), LVM_GETITEMRECT, static_cast<WPARAM>(row - 1),
                      reinterpret_cast<LPARAM>(&cell));
+        RECT header{};
+        SendMessageA(Header(), HDM_GETITEMRECT, static_cast<WPARAM>(SubItem(column)),
+                     reinterpret_cast<LPARAM>(&header));
+        cell.left = header.left;
+        cell.right = header.right;
         const HDC screen = GetDC(control.Handle());
         const HDC canvas = CreateCompatibleDC(screen);
         const HBITMAP picture = CreateCompatibleBitmap(screen, cell.right, cell.bottom);
@@ -108,8 +116,7 @@ class ListViewControlTest : public testing::Test {
     int HeaderFormat(std::int32_t column) const {
         HDITEMA header{};
         header.mask = HDI_FORMAT;
-        const auto handle = reinterpret_cast<HWND>(SendMessageA(control.Handle(), LVM_GETHEADER, 0, 0));
-        SendMessageA(handle, HDM_GETITEMA, static_cast<WPARAM>(SubItem(column)),
+        SendMessageA(Header(), HDM_GETITEMA, static_cast<WPARAM>(SubItem(column)),
                      reinterpret_cast<LPARAM>(&header));
         return header.fmt;
     }
