@@ -66,6 +66,11 @@ std::int32_t GameIndexOf(const ProgramState& program, const ServerRecord& server
     return server.Game != 0 ? server.Game : GameIndexOfShort(program, program.CurrentGame);
 }
 
+std::string GameShortOf(const ProgramState& program, const ServerRecord& server) {
+    const std::int32_t game = GameIndexOf(program, server);
+    return program.Games.Holds(game) ? program.Games[game].GameShort : std::string();
+}
+
 std::string DateToSeconds(DateTime date) {
     if (date.IsZero())
         return {};

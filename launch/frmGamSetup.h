@@ -18,10 +18,9 @@ class frmGamSetup {
     using RefreshFunction = std::function<void()>; // the main window's tree
     using CloseFunction = std::function<void()>;
 
-    // `firstGame` is the number of the game that is selected at first; without such a game, the
-    // first one is.
+    // `game` is the GameShort of the game to begin with; without one, or an unknown one, it is the first.
     frmGamSetup(ProgramState& program, Desktop& desktop, RefreshFunction refreshTreeView, CloseFunction close,
-                std::int32_t firstGame = 0);
+                std::string game = {});
 
     struct GameItem {
         std::string text;
@@ -42,6 +41,9 @@ class frmGamSetup {
     // disabled.
     const std::string& SelectedGame() const noexcept { return game_; }
     bool HasSelection() const noexcept { return !lvwGameSel.empty(); }
+
+    // Whether the dialog holds a path of the game now.
+    bool IsSetUp(const std::string& key) const;
 
     void Form_Load();
     void lvwGameSel_ItemClick(const std::string& key);

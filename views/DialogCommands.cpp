@@ -63,7 +63,7 @@ void DialogCommands::mnuExtrasGameSetup_Click() {
                   [this] { ShowGameSetup(); });
 }
 
-void DialogCommands::ShowGameSetup(std::int32_t game) {
+void DialogCommands::ShowGameSetup(const std::string& game) {
     frmGamSetup form(
         form_.program, form_.desktop, [this] { tree_.RefreshTreeView(); }, CloseDialog(), game);
     Show(form);

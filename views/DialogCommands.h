@@ -33,11 +33,10 @@ class DialogCommands {
     void mnuExtrasOptions_Click();
     void mnuInfoAbout_Click();
 
-    // For a command that ends in the game setup, with the game of this number selected. Errors are the
-    // caller's.
-    void ShowGameSetup(std::int32_t game = 0);
+    // For commands that end in the game setup, with this game selected. Errors are left to the caller.
+    void ShowGameSetup(const std::string& game = {});
 
-    // The password of the first of these servers. False if the user cancelled. Errors are the caller's.
+    // The password of the first of these servers. False if the user cancelled. Errors are left to the caller.
     bool AskPassword(const TargetRows& targets);
 
   private:

@@ -44,7 +44,7 @@ void GameCommands::Join(const TargetRows& targets, std::int32_t index, bool asSp
     if (StartGame(form_.program, form_.desktop, server, asSpectator))
         ActAfterLaunch();
     else
-        dialogs_.ShowGameSetup(GameIndexOf(form_.program, server));
+        dialogs_.ShowGameSetup(GameShortOf(form_.program, server));
 }
 
 bool GameCommands::NeedsPassword(const ServerRecord& server) const {

@@ -18,6 +18,8 @@ constexpr const char* OpenFolder = "fldrop";
 constexpr const char* ClosedFolder = "fldrcls";
 constexpr const char* Checked = "checked";
 constexpr const char* Unchecked = "unchecked";
+constexpr const char* Favorite = "favorite";
+constexpr const char* FamilyPrefix = "family-"; // in front of the engine's key
 
 const char* CheckImage(bool on) {
     return on ? Checked : Unchecked;
@@ -136,16 +138,28 @@ std::string GamesTree::ShownListText() const {
     return tree.Has(shownList_) ? tree.Node(shownList_).text : shownList_;
 }
 
+// The first one that there is, else a folder, which is open while it is selected.
+void GamesTree::AddListNode(TreeNode node, std::initializer_list<std::string> images) {
+    node.image = ClosedFolder;
+    node.selectedImage = OpenFolder;
+    const std::vector<std::string>& known = form_.controls.trvGames.images;
+    for (const std::string& image : images)
+        if (std::find(known.begin(), known.end(), image) != known.end()) {
+            SetImage(node, image.c_str());
+            break;
+        }
+    // A key that is empty or taken already costs this node and not the rest of the tree.
+    form_.Trapped("RefreshTreeView", OnError::Log, [&] { form_.controls.trvGames.Add(std::move(node)); });
+}
+
 void GamesTree::AddGameNodes() {
     const ProgramState& program = form_.program;
-    const std::vector<std::string>& images = form_.controls.trvGames.images;
     for (std::int32_t i = 1; i <= program.GameNum; ++i) {
         if (program.GameVisible[i] == 0)
             continue;
         const GameDefinition& game = program.Games[i];
-        const bool hasImage = std::find(images.begin(), images.end(), game.GameShort) != images.end();
-        AddOrLog({game.GameShort, game.Description, "games", hasImage ? game.GameShort : ClosedFolder,
-                  hasImage ? game.GameShort : OpenFolder});
+        AddListNode({game.GameShort, game.Description, "games"},
+                    {game.GameShort, FamilyPrefix + game.Engine});
     }
 }
 
@@ -155,19 +169,13 @@ void GamesTree::AddModNodes() {
     for (std::int32_t m = 1; m <= program.MODNum; ++m) {
         const ModDefinition& mod = program.Mods[m];
         if (tree.Has(mod.BasedGame) && tree.Node(mod.BasedGame).parent == "games")
-            AddOrLog({"mod" + std::to_string(m), mod.Description, mod.BasedGame, ClosedFolder, OpenFolder});
+            AddListNode({"mod" + std::to_string(m), mod.Description, mod.BasedGame}, {});
     }
 }
 
 void GamesTree::AddFavoritesNodes() {
     for (std::int32_t i = 1; i <= form_.program.FavoritesNumber; ++i)
-        AddOrLog({"fav" + std::to_string(i), FavoriteName(form_.program, i), "favorites", ClosedFolder,
-                  OpenFolder});
-}
-
-// A key that is empty or taken already costs this node and not the rest of the tree.
-void GamesTree::AddOrLog(TreeNode node) {
-    form_.Trapped("RefreshTreeView", OnError::Log, [&] { form_.controls.trvGames.Add(std::move(node)); });
+        AddListNode({"fav" + std::to_string(i), FavoriteName(form_.program, i), "favorites"}, {Favorite});
 }
 
 void GamesTree::RefreshFavMenu() {

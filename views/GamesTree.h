@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -71,7 +72,7 @@ class GamesTree {
     void AddGameNodes();
     void AddModNodes();
     void AddFavoritesNodes();
-    void AddOrLog(TreeNode node);
+    void AddListNode(TreeNode node, std::initializer_list<std::string> images);
     std::vector<ServerRecord> CopiesOf(const TargetRows& targets) const;
     void AppendToList(const std::string& listName, const std::vector<ServerRecord>& servers);
     void TellGamesAreNotKept(const std::exception_ptr& failure);

@@ -47,9 +47,10 @@ class frmGamSetupTest : public ProgramTest {
         }
     }
 
-    frmGamSetup& Open() {
+    frmGamSetup& Open(const std::string& game = {}) {
         form = std::make_unique<frmGamSetup>(
-            program, fake.desktop, [this] { done.push_back("tree"); }, [this] { done.push_back("close"); });
+            program, fake.desktop, [this] { done.push_back("tree"); }, [this] { done.push_back("close"); },
+            game);
         form->Form_Load();
         return *form;
     }
@@ -98,17 +99,29 @@ class frmGamSetupTest : public ProgramTest {
 
 constexpr const char* NotFound = "The selected game was not found in this directory!";
 
-TEST_F(frmGamSetupTest, SelectsTheGameThatItIsOpenedFor) {
-    const struct {
-        std::int32_t game;
-        const char* selected;
-    } cases[] = {{0, "ar"}, {1, "ar"}, {2, "cb"}, {3, "dm"}, {4, "ar"}, {-1, "ar"}};
-    for (const auto& c : cases) {
-        frmGamSetup setup(
-            program, fake.desktop, [] {}, [] {}, c.game);
-        setup.Form_Load();
-        EXPECT_EQ(setup.SelectedGame(), c.selected) << c.game;
+TEST_F(frmGamSetupTest, BeginsWithTheGameThatIsAskedFor) {
+    Open("cb");
+    EXPECT_EQ(form->SelectedGame(), "cb");
+    EXPECT_EQ(form->txtPath, "D:\\Crowbar");
+    for (const char* game : {"", "CB", "fav1"}) {
+        Open(game);
+        EXPECT_EQ(form->SelectedGame(), "ar") << game;
+        EXPECT_EQ(form->txtName, "Visor") << game;
     }
+}
+
+TEST_F(frmGamSetupTest, KnowsWhichGamesHaveAPath) {
+    program.GamePath[3] = "\\"; // as a launch without a path leaves it
+    Open();
+    EXPECT_TRUE(form->IsSetUp("ar"));
+    EXPECT_TRUE(form->IsSetUp("cb"));
+    EXPECT_FALSE(form->IsSetUp("dm"));
+    EXPECT_FALSE(form->IsSetUp("none"));
+    TypePath("");
+    EXPECT_FALSE(form->IsSetUp("ar"));
+    Select("dm");
+    TypePath("E:\\Demons");
+    EXPECT_TRUE(form->IsSetUp("dm"));
 }
 
 TEST_F(frmGamSetupTest, ListsTheGamesAndSelectsTheFirst) {
