@@ -166,6 +166,19 @@ def test_the_search_box_narrows_the_list(run, others):
     assert quarn.close() == 0
 
 
+def test_the_search_box_has_a_name_and_its_place_in_the_tab_order(run):
+    quarn = run(SearchBox=1)
+    hands = Keyboard(quarn)
+    named = {number: name for number, _, name in quarn.do.table("accessible")}
+    assert named[quarn.control("txtSearch")] == "Search servers"
+    hands.press("ctrl+f")
+    hands.is_on("txtSearch")
+    hands.walks("trvGames", "lvwServers", "lvwPlayers", "lvwServVars", "txtSearch")
+    hands.press("shift+tab")
+    hands.is_on("lvwServVars")
+    assert quarn.close() == 0
+
+
 def test_keys_in_the_search_box_are_its_own(run):
     quarn = run(SearchBox=1)
     hands = Keyboard(quarn)
