@@ -15,7 +15,8 @@ Builds Quarn.exe and starts it under Wine, in a fresh folder build/demo/Quarn, w
 60 game servers on this machine's loopback addresses. Missing Debian packages are installed first, as root
 or through sudo.
 
-The list of every game is fetched, scanned and printed as a table. On a usable display ($DISPLAY) the window
+The list of every game is fetched and scanned, first with the servers asked one after the other, then with 32
+asked at once; both times are printed, and the lists as tables. On a usable display ($DISPLAY) the window
 is then yours, until you close it. Without one Quarn runs unseen, and a picture of the window goes to
 build/demo/quarn.png.
 

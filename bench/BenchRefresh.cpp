@@ -21,13 +21,13 @@ constexpr std::size_t ReplySize = 300;
 
 // A browser with servers of the game "q3", all of them listed.
 struct ListedServers {
-    ListedServers() {
+    explicit ListedServers(std::int32_t count = Count) {
         browser.Set("Filter", "Locked", 0);
         browser.Set("Filter", "Ping", 0);
         if (!browser.Start())
             throw std::runtime_error("the browser does not start");
         browser.ClickNode("q3");
-        browser.program.Servers = Servers(Count);
+        browser.program.Servers = Servers(count);
         List();
     }
 
@@ -93,17 +93,26 @@ void ListMod_floor(benchmark::State& state) {
 }
 
 // One iteration asks all servers; the fake network is part of it.
-void RefreshAll(benchmark::State& state) {
-    ListedServers fixture;
+void Refresh(benchmark::State& state, std::int32_t count, std::int32_t atOnce) {
+    ListedServers fixture(count);
+    fixture.browser.program.Simultaneous = atOnce;
     FakeUdpSockets& socket = fixture.browser.sckServer;
     const std::string reply = Q3Status(ReplySize);
     socket.whenSent = [&](const SentDatagram&) { socket.ReplyIn(0, reply); };
     for (auto _ : state) {
         socket.sent.clear();
         fixture.browser.RefreshAll();
-        if (socket.sent.size() != Count)
+        if (socket.sent.size() != static_cast<std::size_t>(count))
             throw std::runtime_error("not every server was asked");
     }
+}
+
+void RefreshAll(benchmark::State& state) {
+    Refresh(state, Count, 1);
+}
+void RefreshAtOnce(benchmark::State& state) {
+    Refresh(state, static_cast<std::int32_t>(state.range(0)), 32);
+    state.SetComplexityN(state.range(0));
 }
 
 void RefreshAll_floor(benchmark::State& state) {
@@ -124,6 +133,11 @@ BENCHMARK(ListMod)->Unit(benchmark::kMillisecond);
 BENCHMARK(ListMod_floor)->Unit(benchmark::kMillisecond);
 BENCHMARK(RefreshAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(RefreshAll_floor)->Unit(benchmark::kMillisecond);
+BENCHMARK(RefreshAtOnce)
+    ->Unit(benchmark::kMillisecond)
+    ->Arg(Count)
+    ->Arg(10 * Count)
+    ->Complexity(benchmark::oN);
 
 } // namespace
 

@@ -43,21 +43,33 @@ def bare_scan(command, addresses):
 
 
 @contextlib.contextmanager
+def game_network(servers, *options):
+    """A network of one game."""
+    with tempfile.TemporaryDirectory(prefix="quarn-scan-") as folder:
+        fixed = ["--games", "q3a", "--servers", servers, "--jitter", 0, "--locked", 0, "--end-mark", "none"]
+        with Gamenet(pathlib.Path(folder), *fixed, *options) as network:
+            yield network
+
+
+@contextlib.contextmanager
+def listing_program(network, **settings):
+    """The program with these settings, and its process, when it has listed the network's servers."""
+    with tempfile.TemporaryDirectory(prefix="quarn-scan-") as folder:
+        program = fresh_folder(pathlib.Path(folder) / "Quarn", network.games_ini)
+        write_settings(program, games=1, **settings)
+        with Quarn(program) as quarn:
+            quarn.wait_until_usable()
+            quarn.renew()
+            quarn.wait_for_rows(len(network.servers))
+            yield quarn, Process(program / "Quarn.exe")
+            quarn.leave()
+
+
+@contextlib.contextmanager
 def listed_network(servers, *options):
     """A network of one game, and the program that lists its servers."""
-    with contextlib.ExitStack() as stack:
-        folder = pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory(prefix="quarn-scan-")))
-        network = stack.enter_context(
-            Gamenet(folder, "--games", "q3a", "--servers", servers, "--jitter", 0, "--locked", 0, *options)
-        )
-        program = fresh_folder(folder / "Quarn", network.games_ini)
-        write_settings(program, games=1)
-        quarn = stack.enter_context(Quarn(program))
-        quarn.wait_until_usable()
-        quarn.renew()
-        quarn.wait_for_rows(servers)
-        yield network, quarn, Process(program / "Quarn.exe")
-        quarn.leave()
+    with game_network(servers, *options) as network, listing_program(network) as (quarn, process):
+        yield network, quarn, process
 
 
 def scan(quarn, process, least):

@@ -11,6 +11,7 @@
 #include "controls/SortKeys.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,6 +27,7 @@ struct ListColumn {
     std::int32_t width = 0; // by design, in twips
     Alignment alignment = Alignment::Left;
     std::string headerIcon;       // "ascending", "descending" or empty
+    bool fills = false;           // grows over what the other columns leave; its width is the least
     std::int32_t chosenWidth = 0; // that the user gave it, in twips; 0: none
 
     std::int32_t Width() const noexcept { return chosenWidth > 0 ? chosenWidth : width; }
@@ -92,6 +94,9 @@ class ListView {
     // each row. Rows with equal keys keep their order, in both directions.
     void Sort(std::int32_t key, SortOrder order);
     void Sort(std::int32_t key, SortOrder order, const SortKeys& keys);
+
+    // What an empty list says in place of rows. The window asks whenever it is updated.
+    std::function<std::string()> emptyText;
 
     // While updates are locked, the window does not paint this list.
     bool updatesLocked = false;

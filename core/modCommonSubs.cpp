@@ -62,6 +62,15 @@ std::string EngineOfShort(const ProgramState& program, std::string_view gameShor
     return game == 0 ? std::string() : program.Games[game].Engine;
 }
 
+std::int32_t GameIndexOf(const ProgramState& program, const ServerRecord& server) {
+    return server.Game != 0 ? server.Game : GameIndexOfShort(program, program.CurrentGame);
+}
+
+std::string GameShortOf(const ProgramState& program, const ServerRecord& server) {
+    const std::int32_t game = GameIndexOf(program, server);
+    return program.Games.Holds(game) ? program.Games[game].GameShort : std::string();
+}
+
 std::string DateToSeconds(DateTime date) {
     if (date.IsZero())
         return {};

@@ -38,6 +38,12 @@ std::int32_t GameIndexOfShort(const ProgramState& program, std::string_view game
 // Its engine, "" if there is no such game.
 std::string EngineOfShort(const ProgramState& program, std::string_view gameShort);
 
+// Number of the game of a server in the current list: its own, else the list's; 0 if the list is no game's.
+std::int32_t GameIndexOf(const ProgramState& program, const ServerRecord& server);
+
+// That game's GameShort, "" if there is no such game.
+std::string GameShortOf(const ProgramState& program, const ServerRecord& server);
+
 // Seconds since 1900-01-01 as in the list files: decimal text, "" for no date. A date that SecondsToDate
 // could not read, before 1921-12-13 or after 2058-01-19, becomes the nearest one that it can.
 std::string DateToSeconds(DateTime date);

@@ -75,6 +75,9 @@ struct ServerRecord {
     // Set when the record is first listed and never reused: finds the record after others were deleted. 0:
     // none.
     std::uint32_t Identity = 0;
+
+    // Number of its own game, of a favorite whose game is known. 0: the game is that of the list.
+    std::int32_t Game = 0;
 };
 
 // "address:port".

@@ -28,6 +28,9 @@ class LocaleText {
     // A sort key: bytes that compare like the texts in the locale's alphabetical order, ignoring case.
     virtual std::string SortKey(const std::string& text) const = 0;
 
+    // The same characters in UTF-8. A byte that is no character becomes a substitute character.
+    virtual std::string ToUtf8(const std::string& text) const = 0;
+
     // The character in lower case; anything but a letter of one byte stays as it is.
     virtual char LowerCase(char character) const = 0;
 

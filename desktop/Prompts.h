@@ -12,6 +12,9 @@ namespace quarn {
 
 class Prompts {
   public:
+    // The button that Enter presses.
+    enum class DefaultButton { Yes, No };
+
     virtual ~Prompts() = default;
 
     // Critical-stop icon and an OK button.
@@ -23,8 +26,9 @@ class Prompts {
     }
 
     // Yes and No buttons; true on Yes.
-    bool AskYesNo(const std::string& text, const std::string& title) {
-        return Run<bool>([&] { return RunYesNoBox(text, title); });
+    bool AskYesNo(const std::string& text, const std::string& title,
+                  DefaultButton defaultButton = DefaultButton::Yes) {
+        return Run<bool>([&] { return RunYesNoBox(text, title, defaultButton); });
     }
 
     // A line of text; empty when cancelled.
@@ -60,7 +64,8 @@ class Prompts {
     }
 
     virtual void RunErrorBox(const std::string& text, const std::string& title) = 0;
-    virtual bool RunYesNoBox(const std::string& text, const std::string& title) = 0;
+    virtual bool RunYesNoBox(const std::string& text, const std::string& title,
+                             DefaultButton defaultButton) = 0;
     virtual std::string RunTextBox(const std::string& prompt, const std::string& title) = 0;
     virtual std::string RunSaveFileBox(const std::string& title, const std::string& filter) = 0;
     virtual std::string RunFolderBox(const std::string& title, const std::string& preselected) = 0;

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace quarn::fuzz {
 
@@ -33,6 +34,21 @@ void PutHonestServer(FuzzedBrowser& b, std::int32_t row) {
     std::string address = b.Cell(row, AddressColumn);
     const EmulatedServer server = MakeServer(FamilyOf(b), "Live " + address, "map", "osp", row % 3 == 0);
     b.network.servers.insert_or_assign(std::move(address), server);
+}
+
+void SlowServer(FuzzedBrowser& b, std::int32_t row, std::int32_t milliseconds) {
+    if (row == 0)
+        return;
+    if (const auto found = b.network.servers.find(b.Cell(row, AddressColumn));
+        found != b.network.servers.end())
+        found->second.latency = milliseconds;
+}
+
+// Also on the port of a query that is finished: a late reply.
+void AnswerOnAnyPort(FuzzedBrowser& b, std::int32_t number, const std::string& datagram) {
+    const std::vector<FakeUdpSocket*> open = b.sckServer.Open();
+    if (!open.empty())
+        b.Deliver(*open[static_cast<std::size_t>(number) % open.size()], datagram);
 }
 
 void SlowSockets(FuzzedBrowser& b, std::int32_t milliseconds) {
@@ -81,7 +97,12 @@ constexpr OtherAction OtherActions[] = {
     {'M', [](B& b, const A& a) { b.Deliver(b.sckMaster, a.text); }, "t"},
     {'H', [](B& b, const A& a) { b.Deliver(b.sckMaster, MasterReply(b, a.text)); }, "t"},
     {'N', [](B& b, const A& a) { b.AnswerNextWith(a.text); }, "t"},
+    {'|', [](B& b, const A& a) { b.AnswerNextWith(a.text, a.number * 10); }, "nt"},
+    {'>', [](B& b, const A& a) { AnswerOnAnyPort(b, a.number, a.text); }, "nt"},
     {'h', [](B& b, const A& a) { PutHonestServer(b, b.AnyRow(a.number)); }, "n"},
+    {'^', [](B& b, const A& a) { SlowServer(b, b.AnyRow(a.number), a.last * 10); }, "nn"},
+    {'+', [](B& b, const A& a) { b.program.Simultaneous = a.number; }, "n"},
+    {'&', [](B& b, const A& a) { b.sckServer.openLimit = a.number; }, "n"},
     {'t', [](B& b, const A& a) { b.fake.events.RunFor(a.number * 10); }, "n"},
     {'T', [](B& b, const A&) { b.Form().scan.tmrTimeout_Timer(); }},
     {'w', [](B& b, const A& a) { SlowSockets(b, a.number); }, "n"},

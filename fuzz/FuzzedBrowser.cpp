@@ -55,8 +55,9 @@ FuzzedBrowser::FuzzedBrowser(const std::string& settings, const std::string& def
         ++things_;
         if (nextReplies_.empty())
             return;
-        Deliver(sckServer, std::move(nextReplies_.front()));
+        NextReply next = std::move(nextReplies_.front());
         nextReplies_.pop_front();
+        Deliver(sckServer, std::move(next.datagram), next.milliseconds);
     };
     fake.prompts.whileOpen = [this] { BeforePromptEnds(); };
     dialogs.whileOpen = [this] { fake.events.RunFor(openFor); };

@@ -30,10 +30,12 @@ class FuzzedBrowser : public HeadlessBrowser {
     // From now on rows may show records that have left the list, until another list is shown.
     void NoteStaleRows();
 
-    // A datagram that arrives now, or that the next server to be asked sends.
+    // A datagram that arrives now, or that the next server to be asked sends after so many milliseconds.
     template<class Socket>
-    void Deliver(Socket& socket, std::string datagram);
-    void AnswerNextWith(std::string datagram) { nextReplies_.push_back(std::move(datagram)); }
+    void Deliver(Socket& socket, std::string datagram, std::int32_t milliseconds = 0);
+    void AnswerNextWith(std::string datagram, std::int32_t milliseconds = 0) {
+        nextReplies_.push_back({std::move(datagram), milliseconds});
+    }
 
     // A file that the program did not write.
     void PutFile(const std::string& path, std::string content);
@@ -50,7 +52,11 @@ class FuzzedBrowser : public HeadlessBrowser {
     void RequireBounds();
     void RequireEnd();
 
-    std::deque<std::string> nextReplies_;
+    struct NextReply {
+        std::string datagram;
+        std::int32_t milliseconds;
+    };
+    std::deque<NextReply> nextReplies_;
     std::map<std::string, std::string> foreignFiles_; // content by path
     std::int32_t step_ = 0;
     std::int64_t things_ = 0; // that happened: actions, datagrams, requests
@@ -60,12 +66,12 @@ class FuzzedBrowser : public HeadlessBrowser {
 };
 
 template<class Socket>
-void FuzzedBrowser::Deliver(Socket& socket, std::string datagram) {
+void FuzzedBrowser::Deliver(Socket& socket, std::string datagram, std::int32_t milliseconds) {
     if (socket.CurrentState() == UdpSocket::State::Closed)
         return; // nothing arrives there
     ++things_;
     bytes_ += static_cast<std::int64_t>(datagram.size());
-    socket.ReplyIn(0, std::move(datagram));
+    socket.ReplyIn(milliseconds, std::move(datagram));
 }
 
 } // namespace quarn::fuzz

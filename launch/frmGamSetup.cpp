@@ -25,11 +25,12 @@ std::string DefinitionVersionText(std::int32_t IniVer) {
 }
 
 frmGamSetup::frmGamSetup(ProgramState& program, Desktop& desktop, RefreshFunction refreshTreeView,
-                         CloseFunction close)
+                         CloseFunction close, std::string game)
     : program_(program),
       desktop_(desktop),
       refreshTreeView_(std::move(refreshTreeView)),
-      close_(std::move(close)) {}
+      close_(std::move(close)),
+      game_(std::move(game)) {}
 
 void frmGamSetup::Form_Load() {
     Trapped(*program_.AppLog, FormName, "Form_Load", OnError::LogAndShow, [&] {
@@ -41,8 +42,12 @@ void frmGamSetup::Form_Load() {
         }
         lblDefinition = program_.IniDesc;
         lblDefVersion = DefinitionVersionText(program_.IniVer);
-        if (HasSelection())
-            lvwGameSel_ItemClick(lvwGameSel.front().key);
+        if (!HasSelection())
+            return;
+        const bool isListed =
+            !game_.empty() && std::any_of(lvwGameSel.begin(), lvwGameSel.end(),
+                                          [this](const GameItem& item) { return item.key == game_; });
+        lvwGameSel_ItemClick(isListed ? std::string(game_) : lvwGameSel.front().key);
     });
 }
 
@@ -59,6 +64,12 @@ void frmGamSetup::AddItem(const GameDefinition& game) {
 
 frmGamSetup::GameSetup& frmGamSetup::Working() {
     return working_[GameIndexOfShort(program_, game_)];
+}
+
+// A launch without a path leaves a lone backslash.
+bool frmGamSetup::IsSetUp(const std::string& key) const {
+    const std::int32_t index = GameIndexOfShort(program_, key);
+    return working_.Holds(index) && !working_[index].path.empty() && working_[index].path != "\\";
 }
 
 // Filling a field also fires its handler, which stores the same value again.

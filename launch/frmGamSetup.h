@@ -18,8 +18,9 @@ class frmGamSetup {
     using RefreshFunction = std::function<void()>; // the main window's tree
     using CloseFunction = std::function<void()>;
 
-    frmGamSetup(ProgramState& program, Desktop& desktop, RefreshFunction refreshTreeView,
-                CloseFunction close);
+    // `game` is the GameShort of the game to begin with; without one, or an unknown one, it is the first.
+    frmGamSetup(ProgramState& program, Desktop& desktop, RefreshFunction refreshTreeView, CloseFunction close,
+                std::string game = {});
 
     struct GameItem {
         std::string text;
@@ -40,6 +41,9 @@ class frmGamSetup {
     // disabled.
     const std::string& SelectedGame() const noexcept { return game_; }
     bool HasSelection() const noexcept { return !lvwGameSel.empty(); }
+
+    // Whether the dialog holds a path of the game now.
+    bool IsSetUp(const std::string& key) const;
 
     void Form_Load();
     void lvwGameSel_ItemClick(const std::string& key);
@@ -71,6 +75,7 @@ class frmGamSetup {
     Desktop& desktop_;
     RefreshFunction refreshTreeView_;
     CloseFunction close_;
+    std::int32_t firstGame_;
     OneBased<GameSetup> working_;
     std::string game_;
 };

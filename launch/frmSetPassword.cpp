@@ -25,6 +25,7 @@ void frmSetPassword::cmdOK_Click() {
     Trapped(*program_.AppLog, FormName, "cmdOK_Click", OnError::LogAndShow, [&] {
         if (const std::int32_t index = server_(); index != 0)
             program_.Servers[index].Password = txtPass;
+        accepted_ = true;
         close_();
     });
 }

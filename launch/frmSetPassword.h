@@ -21,6 +21,9 @@ class frmSetPassword {
 
     std::string txtPass;
 
+    // The user has left the dialog by OK.
+    bool Accepted() const noexcept { return accepted_; }
+
     void Form_Load();
 
     // An empty text clears the password. A server that no longer exists gets none.
@@ -36,6 +39,7 @@ class frmSetPassword {
     ProgramState& program_;
     ServerFunction server_;
     CloseFunction close_;
+    bool accepted_ = false;
 };
 
 } // namespace quarn

@@ -20,21 +20,22 @@ std::string ServerLine(const ServerRecord& server) {
     return name + " " + AddressText(server) + "\r\n";
 }
 
+} // namespace
+
 // Every keyword is present even if its value is empty, and values are inserted as they are, without quotes:
 // the engines take the rest of the line up to the next keyword as the value.
-std::string ParametersOf(const ProgramState& program, std::int32_t game, const ServerRecord& server,
-                         bool asSpectator) {
-    const std::string& engine = program.Games[game].Engine;
+std::string GameParameters(const ProgramState& program, const ServerRecord& server, bool asSpectator) {
+    const std::int32_t game = GameIndexOf(program, server);
+    const std::string engine = game == 0 ? std::string() : program.Games[game].Engine;
+    const std::string mod = server.ModName.substr(0, server.ModName.find('\0'));
     if (engine == "q3")
-        return "+set fs_game " + server.ModName + " +exec " + program.GameConfig[game] + " +name " +
+        return "+set fs_game " + mod + " +exec " + program.GameConfig[game] + " +name " +
                program.GamePlayerName[game] + " +set password " + server.Password + " +connect " +
                AddressText(server) + (asSpectator ? " +setu team s" : "");
     if (engine == "hl")
-        return "+connect " + AddressText(server) + " -game " + server.ModName + (asSpectator ? " -s" : "");
+        return "+connect " + AddressText(server) + " -game " + mod + (asSpectator ? " -s" : "");
     return {};
 }
-
-} // namespace
 
 std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, std::string& gamePath,
                            const std::string& gameShortName) {
@@ -45,17 +46,17 @@ std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, 
 }
 
 bool StartGame(ProgramState& program, Desktop& desktop, ServerRecord server, bool asSpectator) {
-    const std::int32_t game = GameIndexOfShort(program, program.CurrentGame);
+    const std::int32_t game = GameIndexOf(program, server);
     const std::string exe =
         game == 0 ? std::string()
-                  : GetGameExePath(program, desktop, program.GamePath[game], program.CurrentGame);
+                  : GetGameExePath(program, desktop, program.GamePath[game], program.Games[game].GameShort);
     if (exe.empty()) {
         program.AppLog->ErrorMessage("The game executable could not be found. Please check game path!");
         return false;
     }
     Shell::Request request;
     request.file = exe;
-    request.parameters = ParametersOf(program, game, server, asSpectator);
+    request.parameters = GameParameters(program, server, asSpectator);
     request.folder = program.GamePath[game];
     request.show = ShowState::Show;
     const std::string line = ServerLine(server);

@@ -55,6 +55,8 @@ class CommandGate {
     // A command that replaces the list waits; a running scan ends for it.
     bool ReplacementWaits() const noexcept { return replacementsWaiting_ > 0; }
 
+    // The list is being loaded, saved, listed, sorted or made ready.
+    bool ListIsBusy() const noexcept { return listDepth_ > 0; }
     bool ScanRuns() const noexcept { return scanDepth_ > 0; }
 
     // Scans that run inside each other, at most, and commands of any kind.

@@ -20,13 +20,15 @@ void DialogCommands::Show(Form& form) {
 
 void DialogCommands::mnuServSetPass_Click(GivenRows rows) {
     servers_.CommandOnServer(CommandKind::Ordinary, "mnuServSetPass_Click", OnError::LogAndShow,
-                             std::move(rows), [this](const TargetRows& targets, std::int32_t) {
-                                 const auto server = [&] {
-                                     return targets.ServerIndex(form_.controls.lvwServers, form_.program);
-                                 };
-                                 frmSetPassword form(form_.program, server, CloseDialog());
-                                 Show(form);
-                             });
+                             std::move(rows),
+                             [this](const TargetRows& targets, std::int32_t) { AskPassword(targets); });
+}
+
+bool DialogCommands::AskPassword(const TargetRows& targets) {
+    const auto server = [&] { return targets.ServerIndex(form_.controls.lvwServers, form_.program); };
+    frmSetPassword form(form_.program, server, CloseDialog());
+    Show(form);
+    return form.Accepted();
 }
 
 void DialogCommands::mnuServAdd_Click() {
@@ -61,9 +63,9 @@ void DialogCommands::mnuExtrasGameSetup_Click() {
                   [this] { ShowGameSetup(); });
 }
 
-void DialogCommands::ShowGameSetup() {
+void DialogCommands::ShowGameSetup(const std::string& game) {
     frmGamSetup form(
-        form_.program, form_.desktop, [this] { tree_.RefreshTreeView(); }, CloseDialog());
+        form_.program, form_.desktop, [this] { tree_.RefreshTreeView(); }, CloseDialog(), game);
     Show(form);
 }
 

@@ -33,8 +33,11 @@ class DialogCommands {
     void mnuExtrasOptions_Click();
     void mnuInfoAbout_Click();
 
-    // For a command that ends in the game setup. Errors are the caller's.
-    void ShowGameSetup();
+    // For commands that end in the game setup, with this game selected. Errors are left to the caller.
+    void ShowGameSetup(const std::string& game = {});
+
+    // The password of the first of these servers. False if the user cancelled. Errors are left to the caller.
+    bool AskPassword(const TargetRows& targets);
 
   private:
     void ShowAddServer();

@@ -28,6 +28,9 @@ class GameCommands {
 
   private:
     void Connect(const char* routine, bool asSpectator, GivenRows rows);
+    void Join(const TargetRows& targets, std::int32_t index, bool asSpectator);
+    bool NeedsPassword(const ServerRecord& server) const;
+    bool MayStart(const ServerRecord& server, bool asSpectator);
     void NoteVisit(const TargetRows& targets, std::int32_t index);
     void ActAfterLaunch();
 

@@ -1,6 +1,8 @@
 #include "views/GamesTree.h"
 
 #include "base/Conversions.h"
+#include "base/Succeeds.h"
+#include "core/modCommonSubs.h"
 #include "support/Trap.h"
 
 #include <algorithm>
@@ -16,6 +18,8 @@ constexpr const char* OpenFolder = "fldrop";
 constexpr const char* ClosedFolder = "fldrcls";
 constexpr const char* Checked = "checked";
 constexpr const char* Unchecked = "unchecked";
+constexpr const char* Favorite = "favorite";
+constexpr const char* FamilyPrefix = "family-"; // in front of the engine's key
 
 const char* CheckImage(bool on) {
     return on ? Checked : Unchecked;
@@ -134,16 +138,28 @@ std::string GamesTree::ShownListText() const {
     return tree.Has(shownList_) ? tree.Node(shownList_).text : shownList_;
 }
 
+// The first one that there is, else a folder, which is open while it is selected.
+void GamesTree::AddListNode(TreeNode node, std::initializer_list<std::string> images) {
+    node.image = ClosedFolder;
+    node.selectedImage = OpenFolder;
+    const std::vector<std::string>& known = form_.controls.trvGames.images;
+    for (const std::string& image : images)
+        if (std::find(known.begin(), known.end(), image) != known.end()) {
+            SetImage(node, image.c_str());
+            break;
+        }
+    // A key that is empty or taken already costs this node and not the rest of the tree.
+    form_.Trapped("RefreshTreeView", OnError::Log, [&] { form_.controls.trvGames.Add(std::move(node)); });
+}
+
 void GamesTree::AddGameNodes() {
     const ProgramState& program = form_.program;
-    const std::vector<std::string>& images = form_.controls.trvGames.images;
     for (std::int32_t i = 1; i <= program.GameNum; ++i) {
         if (program.GameVisible[i] == 0)
             continue;
         const GameDefinition& game = program.Games[i];
-        const bool hasImage = std::find(images.begin(), images.end(), game.GameShort) != images.end();
-        AddOrLog({game.GameShort, game.Description, "games", hasImage ? game.GameShort : ClosedFolder,
-                  hasImage ? game.GameShort : OpenFolder});
+        AddListNode({game.GameShort, game.Description, "games"},
+                    {game.GameShort, FamilyPrefix + game.Engine});
     }
 }
 
@@ -153,19 +169,13 @@ void GamesTree::AddModNodes() {
     for (std::int32_t m = 1; m <= program.MODNum; ++m) {
         const ModDefinition& mod = program.Mods[m];
         if (tree.Has(mod.BasedGame) && tree.Node(mod.BasedGame).parent == "games")
-            AddOrLog({"mod" + std::to_string(m), mod.Description, mod.BasedGame, ClosedFolder, OpenFolder});
+            AddListNode({"mod" + std::to_string(m), mod.Description, mod.BasedGame}, {});
     }
 }
 
 void GamesTree::AddFavoritesNodes() {
     for (std::int32_t i = 1; i <= form_.program.FavoritesNumber; ++i)
-        AddOrLog({"fav" + std::to_string(i), FavoriteName(form_.program, i), "favorites", ClosedFolder,
-                  OpenFolder});
-}
-
-// A key that is empty or taken already costs this node and not the rest of the tree.
-void GamesTree::AddOrLog(TreeNode node) {
-    form_.Trapped("RefreshTreeView", OnError::Log, [&] { form_.controls.trvGames.Add(std::move(node)); });
+        AddListNode({"fav" + std::to_string(i), FavoriteName(form_.program, i), "favorites"}, {Favorite});
 }
 
 void GamesTree::RefreshFavMenu() {
@@ -308,15 +318,25 @@ void GamesTree::mnuTreeRename_Click(const std::string& key) {
 
 void GamesTree::mnuServAddToFavorites_Click(std::int32_t Index, GivenRows rows) {
     servers_.CommandOnServer(CommandKind::ReplacesList, "mnuServAddToFavorites_Click", OnError::LogAndShow,
-                             std::move(rows), [this, Index](const TargetRows&, std::int32_t index) {
-                                 AppendToList("fav" + std::to_string(Index), form_.program.Servers[index]);
+                             std::move(rows), [this, Index](const TargetRows& targets, std::int32_t) {
+                                 AppendToList("fav" + std::to_string(Index), CopiesOf(targets));
                              });
 }
 
-void GamesTree::AppendToList(const std::string& listName, const ServerRecord& server) {
+std::vector<ServerRecord> GamesTree::CopiesOf(const TargetRows& targets) const {
+    const ProgramState& program = form_.program;
+    std::vector<ServerRecord> copies;
+    for (const std::int32_t index : targets.ServerIndexes(form_.controls.lvwServers, program)) {
+        copies.push_back(program.Servers[index]);
+        copies.back().Identity = 0;
+        copies.back().Game = GameIndexOf(program, program.Servers[index]);
+    }
+    return copies;
+}
+
+void GamesTree::AppendToList(const std::string& listName, const std::vector<ServerRecord>& servers) {
     ProgramState& program = form_.program;
-    ServerRecord copy = server;
-    copy.Identity = 0;
+    std::exception_ptr gameFailure;
     form_.controls.sckServer.CloseAll();
     listFiles_.LoadServerList(listName);
     // The shown list comes back whatever happens: otherwise the next switch would save the folder's servers
@@ -324,12 +344,23 @@ void GamesTree::AppendToList(const std::string& listName, const ServerRecord& se
     form_.Trapped("mnuServAddToFavorites_Click", OnError::LogAndShow, [&] {
         listFiles_.RequireRead(listName); // else the folder would hold this one server only
         program.ServerCount = program.Servers.HighestIndex();
-        program.AppendServer() = copy;
+        for (const ServerRecord& server : servers)
+            program.AppendServer() = server;
         listFiles_.SaveServerList(listName);
+        gameFailure = FailureOf([&] { listFiles_.NoteGames(listName, servers); });
     });
     listFiles_.LoadServerList(shownList_);
     program.ServerCount = program.Servers.HighestIndex();
     servers_.ShowServerCount();
+    if (gameFailure)
+        TellGamesAreNotKept(gameFailure);
+}
+
+void GamesTree::TellGamesAreNotKept(const std::exception_ptr& failure) {
+    form_.Trapped("mnuServAddToFavorites_Click", OnError::Log, [&] { std::rethrow_exception(failure); });
+    form_.program.AppLog->ErrorMessage("The file \"Favorites.ini\" could not be read or written.\r\n"
+                                       "Quarn has added to the folder what you selected, but will not know "
+                                       "there which game it is for.");
 }
 
 } // namespace quarn

@@ -10,8 +10,11 @@
 #include "views/ServerListView.h"
 
 #include <cstdint>
+#include <exception>
+#include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quarn {
 
@@ -38,6 +41,8 @@ class GamesTree {
     void mnuTreeRename_Click() { mnuTreeRename_Click(form_.controls.trvGames.SelectedKey()); }
     void mnuTreeRename_Click(const std::string& key);
     static bool CanRename(std::string_view key) noexcept;
+
+    // Appends every server of the rows to a folder's list, in the order of the rows.
     void mnuServAddToFavorites_Click(std::int32_t Index, GivenRows rows = {});
 
     // At shut-down: the node whose list is shown becomes LastGame; list and file stay as they are.
@@ -67,8 +72,10 @@ class GamesTree {
     void AddGameNodes();
     void AddModNodes();
     void AddFavoritesNodes();
-    void AddOrLog(TreeNode node);
-    void AppendToList(const std::string& listName, const ServerRecord& server);
+    void AddListNode(TreeNode node, std::initializer_list<std::string> images);
+    std::vector<ServerRecord> CopiesOf(const TargetRows& targets) const;
+    void AppendToList(const std::string& listName, const std::vector<ServerRecord>& servers);
+    void TellGamesAreNotKept(const std::exception_ptr& failure);
 
     MainFormContext form_;
     ServerListView& servers_;

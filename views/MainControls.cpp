@@ -25,9 +25,12 @@ void SetPanels(StatusBar& statusBar) {
     statusBar.panels.Reset(ScrollLockPanel);
     using Kind = StatusPanel::Kind;
     constexpr std::int32_t LockKeyWidth = 720;
-    statusBar.panels[MessagePanel] = {.text = "Ready.", .toolTip = "Current program messages"};
-    statusBar.panels[ProgressPanel] = {.toolTip = "Server query status", .designWidth = 2700};
-    statusBar.panels[CountPanel] = {.toolTip = "Number of servers in current list", .designWidth = 1950};
+    statusBar.panels[MessagePanel] = {
+        .text = "Ready.", .toolTip = "Current program messages", .leastWidth = 3600};
+    statusBar.panels[ProgressPanel] = {
+        .toolTip = "Server query status", .designWidth = 2700, .leastWidth = 1200};
+    statusBar.panels[CountPanel] = {
+        .toolTip = "Number of servers in current list", .designWidth = 1950, .leastWidth = 1950};
     statusBar.panels[CapsLockPanel] = {.kind = Kind::CapsLock, .designWidth = LockKeyWidth};
     statusBar.panels[NumLockPanel] = {.kind = Kind::NumLock, .designWidth = LockKeyWidth};
     statusBar.panels[ScrollLockPanel] = {.kind = Kind::ScrollLock, .designWidth = LockKeyWidth};
@@ -38,10 +41,11 @@ void SetPanels(StatusBar& statusBar) {
 MainControls::MainControls(UdpSocket& master, UdpSocketFactory& serverSockets, const Clock& clock)
     : sckMaster(master), sckServer(serverSockets, clock, tmrPorts) {
     AddServerColumns(lvwServers);
-    SetColumns(lvwPlayers, {{.text = "Name", .tag = "STRING", .width = 3300},
+    SetColumns(lvwPlayers, {{.text = "Name", .tag = "STRING", .width = 1500, .fills = true},
                             {.text = "Score", .tag = "NUMBER", .width = 960, .alignment = Alignment::Right},
                             {.text = "Ping", .tag = "NUMBER", .width = 960, .alignment = Alignment::Right}});
-    SetColumns(lvwServVars, {{.text = "Variable", .width = 2250}, {.text = "Value", .width = 3300}});
+    SetColumns(lvwServVars,
+               {{.text = "Variable", .width = 2250}, {.text = "Value", .width = 1500, .fills = true}});
     AddToolbarButtons(tbMain);
     SetPanels(sbMain);
     pbScanning.toolTip = sbMain.panels[ProgressPanel].toolTip;

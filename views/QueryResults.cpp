@@ -37,8 +37,9 @@ std::int32_t QueryResults::RowOf(const QueryTarget& target, std::int32_t likely)
     return form_.controls.lvwServers.RowShowing(target.shown, likely);
 }
 
-const EngineFamily* QueryResults::EngineOf(std::int32_t /*index*/) const {
-    return FindEngine(form_.engines, EngineOfShort(form_.program, form_.program.CurrentGame));
+const EngineFamily* QueryResults::EngineOf(std::int32_t index) const {
+    const std::int32_t game = GameIndexOf(form_.program, form_.program.Servers[index]);
+    return game == 0 ? nullptr : FindEngine(form_.engines, form_.program.Games[game].Engine);
 }
 
 void QueryResults::StoreReply(std::int32_t index, std::string_view datagram) {

@@ -34,7 +34,7 @@ class QueryResults {
     // The row, looked for from `likely` outwards; 0 when it is not listed.
     std::int32_t RowOf(const QueryTarget& target, std::int32_t likely) const noexcept;
 
-    // Null for a game without an engine family.
+    // The engine family of the server's game; null for one without, or for none.
     const EngineFamily* EngineOf(std::int32_t index) const;
 
     void StoreReply(std::int32_t index, std::string_view datagram);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace quarn {
@@ -222,6 +223,13 @@ void ScanEngine::TakeReply(const ServerReply& reply) {
 void ScanEngine::LogFailure(const std::string& description) {
     if (!std::exchange(failureLogged_, true))
         form_.program.AppLog->Log(MainFormName, "SendServerQuery", 0, description);
+}
+
+void ScanEngine::NoteStandstill() {
+    constexpr std::string_view Reason = "; waits until the open menu or dialog is closed";
+    ProgressBar& bar = form_.controls.pbScanning;
+    if (form_.gate.ScanRuns() && bar.active && !bar.toolTip.ends_with(Reason))
+        bar.toolTip += Reason;
 }
 
 void ScanEngine::tmrTimeout_Timer() {

@@ -34,6 +34,10 @@ class ScanEngine {
     // queried at once. Without a running scan it does nothing.
     void Stop() noexcept { ScanAborted = form_.gate.ScanRuns(); }
 
+    // A menu or a dialog has opened inside the scan's wait, which ends only after it: the progress bar's
+    // tooltip says so until the scan goes on.
+    void NoteStandstill();
+
     void sckServer_DataArrival(std::uint32_t query, std::int32_t tick);
     void tmrTimeout_Timer();
 

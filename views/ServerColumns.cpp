@@ -15,27 +15,28 @@ struct ColumnRow {
     Alignment alignment = Alignment::Left;
     bool changesLater = true; // a query or a visit changes the cell
     TextOf text = nullptr;    // none: the column shows an icon
+    bool fills = false;       // takes what the others leave of the list's width
 };
 
 constexpr ColumnRow Columns[] = {
     {"", "PICTURE", 420},
-    {"IP Address", "STRING", 2190, Alignment::Left, false,
+    {"IP Address", "STRING", 2100, Alignment::Left, false,
      [](const ServerRecord& server, const LocaleText&) { return AddressText(server); }},
-    {"Location", "STRING", 1320, Alignment::Left, false,
+    {"Location", "STRING", 1140, Alignment::Left, false,
      [](const ServerRecord& server, const LocaleText&) { return server.Country; }},
-    {"Name", "STRING", 2640, Alignment::Left, true,
-     [](const ServerRecord& server, const LocaleText&) { return server.Name; }},
-    {"Players", "NUMBER", 1170, Alignment::Left, true,
+    {"Name", "STRING", 2400, Alignment::Left, true,
+     [](const ServerRecord& server, const LocaleText&) { return server.Name; }, true},
+    {"Players", "NUMBER", 1050, Alignment::Left, true,
      [](const ServerRecord& server, const LocaleText&) {
          return std::to_string(server.Players) + " / " + std::to_string(server.MaxPlayers);
      }},
-    {"Ping", "NUMBER", 960, Alignment::Right, true,
+    {"Ping", "NUMBER", 810, Alignment::Right, true,
      [](const ServerRecord& server, const LocaleText&) { return std::to_string(server.Ping); }},
-    {"Game", "STRING", 1050, Alignment::Left, true,
+    {"Game", "STRING", 1140, Alignment::Left, true,
      [](const ServerRecord& server, const LocaleText&) { return server.ModName; }},
-    {"Map", "STRING", 1140, Alignment::Left, true,
+    {"Map", "STRING", 1230, Alignment::Left, true,
      [](const ServerRecord& server, const LocaleText&) { return server.Map; }},
-    {"Last Visit", "DATE", 1320, Alignment::Left, true,
+    {"Last Visit", "DATE", 2310, Alignment::Left, true,
      [](const ServerRecord& server, const LocaleText& locale) { return locale.FromDate(server.LastVisit); }},
 };
 static_assert(std::size(Columns) == LastVisitColumn + 1);
@@ -49,7 +50,8 @@ void AddServerColumns(ListView& list) {
         list.columns[++number] = {.text = column.header,
                                   .tag = column.sortType,
                                   .width = column.width,
-                                  .alignment = column.alignment};
+                                  .alignment = column.alignment,
+                                  .fills = column.fills};
 }
 
 void FillServerRow(ListView& list, std::int32_t row, const ServerRecord& server, const LocaleText& locale,

@@ -116,6 +116,7 @@ void ServerListFiles::LoadServerList(const std::string& listName) {
         list.Reset();
         damaged_.insert(listName);
     }
+    ReadGames(listName, list);
     program_.Servers = std::move(list);
 }
 
@@ -148,9 +149,24 @@ void ServerListFiles::SaveServerList(const std::string& listName) {
     if (program_.Servers.HighestIndex() == 0)
         RequireRead(listName);
     const std::string content = WriteList();
-    if (damaged_.contains(listName) || unreadable_.contains(listName))
+    const bool keepsExisting = damaged_.contains(listName) || unreadable_.contains(listName);
+    if (keepsExisting)
         KeepExisting(listName);
     files_.Replace(PathOf(listName), content);
+    if (!keepsExisting)
+        ForgetGames(listName);
+}
+
+// A list is of use without its games, so no error of their file ends what is done with the list.
+void ServerListFiles::ReadGames(const std::string& listName, OneBased<ServerRecord>& list) {
+    if (FavoriteGames::IsFavoritesList(listName))
+        Succeeds([&] { games_.Read(listName, list); });
+}
+
+void ServerListFiles::ForgetGames(const std::string& listName) {
+    if (FavoriteGames::IsFavoritesList(listName))
+        Trapped(*program_.AppLog, MainFormName, "SaveServerList", OnError::LogUncounted,
+                [&] { games_.RemoveOthers(listName, program_.Servers); });
 }
 
 void ServerListFiles::SaveBeforeLeaving(const std::string& listName) {

@@ -13,21 +13,24 @@
 #include "core/modDefinitions.h"
 #include "desktop/Files.h"
 #include "views/CommandGate.h"
+#include "views/FavoriteGames.h"
 
 #include <exception>
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace quarn {
 
 class ServerListFiles {
   public:
     ServerListFiles(ProgramState& program, Files& files, CommandGate& gate)
-        : program_(program), files_(files), gate_(gate) {}
+        : program_(program), files_(files), gate_(gate), games_(program, files) {}
 
     // Replaces Servers by the list's file and ServerCount by the count it states. Any damage, no file, or a
-    // file that cannot be read gives an empty list, silently. Lets events run once for each entry.
+    // file that cannot be read gives an empty list, silently. Lets events run once for each entry. Favorites
+    // get the games that are noted for them.
     void LoadServerList(const std::string& listName);
 
     // Throws the error that kept the last load from reading the list's file. Returns if the file was read,
@@ -37,12 +40,18 @@ class ServerListFiles {
     // Replaces the list's file by Servers, as one step. A file that the last load could not make out is kept
     // first: as "servers-<list>.bak", or where that name is taken as "servers-<list>.2.bak" and so on. A file
     // that the last load could not read is not replaced by an empty list: the load's error is thrown again.
-    // Errors are left to the caller.
+    // Errors are left to the caller. The games of favorites that are not in the list any more are forgotten,
+    // but not while the file that is kept may hold them.
     void SaveServerList(const std::string& listName);
 
     // The same for a list that is about to leave the window. An empty one that cannot be saved does not hold
     // that up, as nothing is lost with it: the error is logged.
     void SaveBeforeLeaving(const std::string& listName);
+
+    // Notes the games of servers that were added to a favorites list. Errors are left to the caller.
+    void NoteGames(const std::string& listName, const std::vector<ServerRecord>& added) {
+        games_.Add(listName, added);
+    }
 
     std::string PathOf(const std::string& listName) const;
 
@@ -50,10 +59,13 @@ class ServerListFiles {
     OneBased<ServerRecord> ReadList(const std::string& content);
     std::string WriteList();
     void KeepExisting(const std::string& listName);
+    void ReadGames(const std::string& listName, OneBased<ServerRecord>& list);
+    void ForgetGames(const std::string& listName);
 
     ProgramState& program_;
     Files& files_;
     CommandGate& gate_;
+    FavoriteGames games_;
     std::set<std::string> damaged_;                        // lists whose file was read but not made out
     std::map<std::string, std::exception_ptr> unreadable_; // lists whose file could not be read, and why
 };

@@ -64,16 +64,30 @@ std::int32_t TargetRows::RowNumber(const ListView& servers, const ProgramState& 
     });
 }
 
-std::int32_t TargetRows::ServerIndex(const ListView& servers, const ProgramState& program) const {
-    if (Empty())
-        return 0;
-    const std::int32_t index = ToLong(First().tag);
+std::int32_t TargetRows::IndexOf(const Row& target, const ListView& servers,
+                                 const ProgramState& program) const {
+    const std::int32_t index = ToLong(target.tag);
     if (!program.Servers.Holds(index))
         return 0;
-    const bool isListed = servers.RowOf(First().identity, First().number) != 0;
-    const bool isKept =
-        program.CurrentGame == list_ && AddressText(program.Servers[index]) == First().address;
-    return isListed || isKept ? index : 0;
+    const bool isKept = program.CurrentGame == list_ && AddressText(program.Servers[index]) == target.address;
+    return isKept || servers.RowOf(target.identity, target.number) != 0 ? index : 0;
+}
+
+std::int32_t TargetRows::ServerIndex(const ListView& servers, const ProgramState& program) const {
+    return Empty() ? 0 : IndexOf(First(), servers, program);
+}
+
+std::vector<std::int32_t> TargetRows::ServerIndexes(const ListView& servers,
+                                                    const ProgramState& program) const {
+    std::vector<const Row*> inOrder;
+    for (const Row& target : rows_)
+        inOrder.push_back(&target);
+    std::ranges::sort(inOrder, {}, &Row::number);
+    std::vector<std::int32_t> indexes;
+    for (const Row* const target : inOrder)
+        if (const std::int32_t index = IndexOf(*target, servers, program); index != 0)
+            indexes.push_back(index);
+    return indexes;
 }
 
 } // namespace quarn

@@ -38,6 +38,9 @@ class TargetRows {
     std::int32_t ServerIndex(const ListView& servers, const ProgramState& program) const;
     std::int32_t RowNumber(const ListView& servers, const ProgramState& program) const;
 
+    // The indexes of all records, in the order that their rows had.
+    std::vector<std::int32_t> ServerIndexes(const ListView& servers, const ProgramState& program) const;
+
   private:
     struct Row {
         std::uint32_t identity;
@@ -48,6 +51,7 @@ class TargetRows {
 
     void Append(const ListView& servers, std::int32_t row);
     bool IsListedAgain(const Row& target, const ListRow& row, const ProgramState& program) const;
+    std::int32_t IndexOf(const Row& target, const ListView& servers, const ProgramState& program) const;
     const Row& First() const noexcept { return rows_[first_]; }
 
     std::vector<Row> rows_;                  // in the order of their identities

@@ -2,6 +2,7 @@
 
 #include "base/Scope.h"
 #include "support/Trap.h"
+#include "views/CsvText.h"
 #include "views/GeneralDates.h"
 
 #include <cmath>
@@ -218,6 +219,8 @@ std::string clsQuickList::InvertDigits(std::string text) {
 
 void clsQuickList::SaveListToFile(const std::string& strFileName) {
     const ListView& list = Target();
+    if (IsCsvName(strFileName))
+        return desktop_.files.Replace(strFileName, CsvOf(list, desktop_.locale));
     std::string content;
     for (std::int32_t row = 1; row <= list.RowCount(); ++row)
         content += list.Row(row).main.text + "\r\n";

@@ -1,7 +1,7 @@
 #pragma once
 
 // Sorts one list view by a column according to the column's sort type, with an arrow in the header, and
-// writes the rows' main texts to a file.
+// writes the rows to a file.
 //
 // A list view orders its rows by their texts. So that numbers and dates stand in their own order, keys that
 // compare as text take the place of the column's texts while it sorts, and the texts wait in the cells' tags.
@@ -51,7 +51,8 @@ class clsQuickList {
     // order all the same.
     void ClearArrow();
 
-    // The main text of each row, in display order, one a line. Errors are left to the caller.
+    // The main text of each row, in display order, one a line; all columns as CSV if that is what the name
+    // asks for. A file of that name is replaced as one step. Errors are left to the caller.
     void SaveListToFile(const std::string& strFileName);
 
   private:

@@ -6,6 +6,7 @@
 #include "query/clsIPLocation.h"
 #include "support/Trap.h"
 #include "views/ColumnWidths.h"
+#include "views/EmptyTexts.h"
 #include "views/LayoutRules.h"
 #include "views/ToolbarButtons.h"
 
@@ -42,6 +43,7 @@ frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, Mo
       dialogs(context_, forms, servers, tree, [this] { RefreshInterface(); }),
       game(context_, servers, dialogs, [this] { Unload(); }) {
     ApplyColumnWidths(program.ColumnWidths, controls);
+    SetEmptyTexts(context_, tree);
     gate_.Idle = [this] { program_.AppLog->TellWriteFault(); };
     sckMaster.DataArrival = [this](std::int32_t bytes) { master.sckMaster_DataArrival(bytes); };
     sckMaster.SendFailed = [this](const std::string& description) {

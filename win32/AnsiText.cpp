@@ -5,6 +5,20 @@
 
 namespace quarn {
 
+namespace {
+
+std::string Encoded(std::wstring_view text, UINT codePage) {
+    const auto encode = [&](char* bytes, int size) {
+        return WideCharToMultiByte(codePage, 0, text.data(), static_cast<int>(text.size()), bytes, size,
+                                   nullptr, nullptr);
+    };
+    std::string encoded(static_cast<std::size_t>(encode(nullptr, 0)), '\0');
+    encode(encoded.data(), static_cast<int>(encoded.size()));
+    return encoded;
+}
+
+} // namespace
+
 std::wstring Widened(std::string_view text) {
     const int length = static_cast<int>(text.size());
     std::wstring wide(text.size(), L'\0'); // a byte never makes more than one character
@@ -13,12 +27,11 @@ std::wstring Widened(std::string_view text) {
 }
 
 std::string Narrowed(std::wstring_view text) {
-    const int length = static_cast<int>(text.size());
-    std::string narrow(WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr),
-                       '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(), static_cast<int>(narrow.size()),
-                        nullptr, nullptr);
-    return narrow;
+    return Encoded(text, CP_ACP);
+}
+
+std::string Utf8Of(std::string_view text) {
+    return Encoded(Widened(text), CP_UTF8);
 }
 
 std::optional<std::string> NarrowedExactly(std::wstring_view text) {

@@ -14,6 +14,9 @@ std::wstring Widened(std::string_view text);
 // Characters that the code page lacks become their nearest likeness or "?".
 std::string Narrowed(std::wstring_view text);
 
+// In UTF-8, which holds every character. A byte that is none in the code page becomes a substitute.
+std::string Utf8Of(std::string_view text);
+
 // Nothing if the code page lacks a character.
 std::optional<std::string> NarrowedExactly(std::wstring_view text);
 

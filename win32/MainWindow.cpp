@@ -144,7 +144,7 @@ void MainWindow::ApplyLook(Dpi dpi) {
     ShowIcons();
     FontHandle font = MessageFont(dpi);
     const int small = dpi.Scaled(SmallPicture);
-    Images treePictures(small, {"fldrcls", "fldrop", "checked", "unchecked"});
+    Images treePictures(small, TreePictures());
     Images listPictures(small, {"locked", "ascending", "descending"});
     listPictures.AddFlags();
 
@@ -164,6 +164,15 @@ void MainWindow::ApplyLook(Dpi dpi) {
     lvwServers_.SetImages(listPictures_, ListViewControl::Pictures::OfRowsAndHeaders);
     lvwPlayers_.SetImages(listPictures_, ListViewControl::Pictures::OfHeaders);
     font_ = std::move(font);
+}
+
+// Also the pictures of single games, where there are any.
+std::vector<std::string> MainWindow::TreePictures() const {
+    std::vector<std::string> keys = {"fldrcls",   "fldrop",    "checked",   "unchecked",
+                                     "family-q3", "family-d3", "family-hl", "favorite"};
+    for (std::int32_t game = 1; game <= program_.GameNum; ++game)
+        keys.push_back(program_.Games[game].GameShort);
+    return keys;
 }
 
 // The class has icons for the system's DPI, which the tray shows as well.
@@ -241,6 +250,25 @@ void MainWindow::FlushModels() noexcept {
         FlushMenus();
     });
     flushing_ = false;
+}
+
+// Every button of the toolbar and a few rows of each list can be seen, as far as the screen is large enough.
+Answer MainWindow::OnSizeLimits(MINMAXINFO& limits) {
+    if (!loaded_)
+        return NotHandled;
+    RECT outer{};
+    RECT inner{};
+    GetWindowRect(Handle(), &outer);
+    GetClientRect(Handle(), &inner);
+    if (IsIconic(Handle()) || inner.right == 0)
+        return NotHandled;
+    const LONG frameWidth = outer.right - outer.left - inner.right;
+    const LONG frameHeight = outer.bottom - outer.top - inner.bottom;
+    const RECT least = dpi_.ToPixels({0, 0, LeastSize.width, LeastSize.height});
+    const LONG width = std::max<LONG>(least.right, tbMain_.LeastWidth());
+    limits.ptMinTrackSize.x = std::min<LONG>(width + frameWidth, GetSystemMetrics(SM_CXMAXIMIZED));
+    limits.ptMinTrackSize.y = std::min<LONG>(least.bottom + frameHeight, GetSystemMetrics(SM_CYMAXIMIZED));
+    return Handled;
 }
 
 Answer MainWindow::OnSize(WPARAM /*kind*/) {

@@ -84,6 +84,7 @@ class MainWindow final : public Window, public FormWindow {
     Answer OnClose() override;
     Answer OnQueryEndSession() override;
     Answer OnEndSession(bool ending) override;
+    Answer OnSizeLimits(MINMAXINFO& limits) override;
     Answer OnSize(WPARAM kind) override;
     Answer OnDpiChanged(unsigned dotsPerInch, const RECT& suggested) override;
     Answer OnSettingChanged(WPARAM which) override;
@@ -105,6 +106,7 @@ class MainWindow final : public Window, public FormWindow {
     void CreateControls();
     void ApplyLook(Dpi dpi);
     void ShowIcons();
+    std::vector<std::string> TreePictures() const;
     void Arrange();
     void MoveListsToLayout();
     void ArrangeToolbar();

@@ -100,7 +100,6 @@ void MainWindow::RunFirstPostedEvent() {
     next();
 }
 
-// The system's own loops, of menus and dialogs, do not know the pump.
 // The command of the entry that was chosen is in the queue by now, and this message comes after it. Until
 // then a scan may move the selection.
 Answer MainWindow::OnMenuBarLeft() {
@@ -109,7 +108,9 @@ Answer MainWindow::OnMenuBarLeft() {
     return NotHandled;
 }
 
+// The system's own loops, of menus and dialogs, do not know the pump.
 Answer MainWindow::OnEnterIdle() {
+    form_.scan.NoteStandstill();
     FlushModels();
     return NotHandled;
 }

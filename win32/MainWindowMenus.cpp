@@ -211,9 +211,9 @@ void MainWindow::PopUp(PopupMenu menu) {
     const POINT position = PopupPosition(menu);
     // What the user sees selected now: a scan moves on while the menu is open.
     CommandTarget target = form_.Target();
-    const int command =
-        TrackPopupMenuEx(PopupOf(menu), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON | TPM_RETURNCMD,
-                         position.x, position.y, Handle(), nullptr);
+    // Only the left button chooses: the right one, which has just opened the menu, may slip before it is up.
+    const int command = TrackPopupMenuEx(PopupOf(menu), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RETURNCMD,
+                                         position.x, position.y, Handle(), nullptr);
     tbMain_.AllowToolTips(true);
     if (command != 0)
         PostEvent([this, command, target = std::move(target)] { RunCommand(command, target); });

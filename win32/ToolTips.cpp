@@ -43,7 +43,11 @@ void ToolTips::Add(HWND parent, UINT_PTR number, UINT flags, const std::string& 
 }
 
 void ToolTips::ChangeText(HWND parent, HWND control, const std::string& text) noexcept {
-    TTTOOLINFOA tool = ToolOf(parent, reinterpret_cast<UINT_PTR>(control));
+    ChangeAreaText(parent, reinterpret_cast<UINT_PTR>(control), text);
+}
+
+void ToolTips::ChangeAreaText(HWND parent, UINT_PTR number, const std::string& text) noexcept {
+    TTTOOLINFOA tool = ToolOf(parent, number);
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the control copies it.
     tool.lpszText = const_cast<char*>(text.c_str());
     Send(window_, TTM_UPDATETIPTEXTA, tool);

@@ -17,6 +17,7 @@ class ToolTips {
 
     // An area of `parent`, empty until it is moved. The caller numbers its areas.
     void AddArea(HWND parent, UINT_PTR number, const std::string& text) noexcept;
+    void ChangeAreaText(HWND parent, UINT_PTR number, const std::string& text) noexcept;
     void MoveArea(HWND parent, UINT_PTR number, const RECT& area) noexcept;
 
   private:

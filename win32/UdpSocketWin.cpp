@@ -36,13 +36,9 @@ bool MeansNoAnswer(int error) noexcept {
 
 } // namespace
 
-UdpSocketWin::UdpSocketWin()
-    : window_([this](UINT message, WPARAM, LPARAM) {
-          if (message == socketMessage_)
-              OnReadable();
-      }) {}
-
-UdpSocketWin::~UdpSocketWin() = default;
+UdpSocketWin::~UdpSocketWin() {
+    window_->Release(socketMessage_);
+}
 
 UdpSocket::State UdpSocketWin::CurrentState() const {
     if (lookUp_ && lookUp_->Underway())
@@ -86,7 +82,7 @@ void UdpSocketWin::Close() {
         lookUp_->Cancel();
     waitingForAddress_.clear();
     announced_.reset();
-    socketMessage_ = 0;
+    window_->Release(std::exchange(socketMessage_, 0));
     socket_.Reset();
 }
 
@@ -140,9 +136,11 @@ bool UdpSocketWin::Open(in_addr address) {
     remoteAddress_.sin_family = AF_INET;
     remoteAddress_.sin_port = htons(static_cast<u_short>(remote_.port));
     remoteAddress_.sin_addr = address;
-    const UINT message = window_.NextMessage();
-    if (!opened || WSAAsyncSelect(opened.Get(), window_.Handle(), message, FD_READ) != 0) {
-        Fail(WSAGetLastError());
+    const UINT message = window_->Register([this] { OnReadable(); });
+    if (!opened || WSAAsyncSelect(opened.Get(), window_->Handle(), message, FD_READ) != 0) {
+        const int error = WSAGetLastError();
+        window_->Release(message);
+        Fail(error);
         return false;
     }
     socket_ = std::move(opened);

@@ -1,25 +1,31 @@
 #pragma once
 
-// The UDP socket on Winsock 2: asynchronous by messages to a window of its own, so it lives and calls back on
-// the thread that made it, from that thread's message loop. The handlers may send, read and close; they must
-// not destroy the socket.
+// The UDP socket on Winsock 2: asynchronous by messages to a window, so it lives and calls back on the thread
+// that made it, from that thread's message loop. The handlers may send, read and close; they must not destroy
+// the socket.
 //
 // It is not connected: what reaches its port is heard whoever sent it, since a host with several addresses
 // answers from any of them.
 //
 // A message can outlive the socket it is about, and the next socket likes to get the same number. So every
-// opening posts under a message number of its own, and what comes under another one is stale.
+// opening posts under a message number of its own (win32/SocketWindow.h), and what comes under an older one
+// is dropped.
 
 #include "controls/UdpSocket.h"
 #include "win32/NameLookUp.h"
+#include "win32/SocketWindow.h"
 
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace quarn {
 
 class UdpSocketWin final : public UdpSocket {
   public:
-    UdpSocketWin();
+    // Makes a window of its own, or uses one that other sockets use as well.
+    UdpSocketWin() : UdpSocketWin(std::make_shared<SocketWindow>()) {}
+    explicit UdpSocketWin(std::shared_ptr<SocketWindow> window) : window_(std::move(window)) {}
     UdpSocketWin(const UdpSocketWin&) = delete;
     UdpSocketWin& operator=(const UdpSocketWin&) = delete;
     ~UdpSocketWin() override;
@@ -60,13 +66,16 @@ class UdpSocketWin final : public UdpSocket {
     std::vector<std::string> waitingForAddress_;
     std::optional<std::string> announced_; // by the DataArrival that is being handled
     std::optional<NameLookUp> lookUp_;     // made for the first name; game servers are known by address
-    MessageWindow window_;
+    std::shared_ptr<SocketWindow> window_;
 };
 
-// Makes sockets of this kind.
+// Makes sockets of this kind, which share a window.
 class UdpSocketsWin final : public UdpSocketFactory {
   public:
-    std::unique_ptr<UdpSocket> MakeSocket() override { return std::make_unique<UdpSocketWin>(); }
+    std::unique_ptr<UdpSocket> MakeSocket() override { return std::make_unique<UdpSocketWin>(window_); }
+
+  private:
+    std::shared_ptr<SocketWindow> window_ = std::make_shared<SocketWindow>();
 };
 
 } // namespace quarn

@@ -85,6 +85,8 @@ Answer Window::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
         return Answered("OnEndSession", [&] { return OnEndSession(wParam != FALSE); });
     case WM_SIZE:
         return Answered("OnSize", [&] { return OnSize(wParam); });
+    case WM_GETMINMAXINFO:
+        return Answered("OnSizeLimits", [&] { return OnSizeLimits(*reinterpret_cast<MINMAXINFO*>(lParam)); });
     case WM_DPICHANGED:
         return Answered("OnDpiChanged",
                         [&] { return OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam)); });

@@ -58,6 +58,7 @@ class Window {
     virtual Answer OnQueryEndSession() { return NotHandled; }
     virtual Answer OnEndSession(bool /*ending*/) { return NotHandled; }
 
+    virtual Answer OnSizeLimits(MINMAXINFO& /*limits*/) { return NotHandled; }
     virtual Answer OnSize(WPARAM /*kind*/) { return NotHandled; }
     virtual Answer OnDpiChanged(unsigned /*dotsPerInch*/, const RECT& /*suggested*/) { return NotHandled; }
     virtual Answer OnSettingChanged(WPARAM /*which*/) { return NotHandled; } // one of SPI_...

@@ -124,6 +124,21 @@ TEST_F(modCommonSubsGameLookUpTest, FindsNothingElse) {
     }
 }
 
+TEST_F(modCommonSubsGameLookUpTest, AServersOwnGameComesBeforeThatOfTheList) {
+    const struct {
+        const char* list;
+        std::int32_t own;
+        std::int32_t game;
+    } cases[] = {{"arena", 0, 1}, {"same", 0, 2}, {"fav1", 0, 0},
+                 {"", 0, 0},      {"fav1", 3, 3}, {"arena", 2, 2}};
+    for (const auto& c : cases) {
+        ServerRecord server;
+        program.CurrentGame = c.list;
+        server.Game = c.own;
+        EXPECT_EQ(GameIndexOf(program, server), c.game) << c.list;
+    }
+}
+
 TEST_F(modCommonSubsGameLookUpTest, FindsNothingWithoutGames) {
     const ProgramState empty;
     EXPECT_EQ(GameIndexOfShort(empty, ""), 0);

@@ -26,6 +26,10 @@ class RecordedGame:
         self._record.unlink()
         return lines[0].partition(f'{EXECUTABLE}"')[2].removeprefix(" "), lines[1]
 
+    def starts(self):
+        """How often it was started."""
+        return len((self._record.parent / "starts.txt").read_bytes())
+
     def _lines(self):
         return self._record.exists() and self._record.read_bytes().decode("latin-1").splitlines()
 

@@ -5,7 +5,7 @@ import pytest
 from harness.quarn import write_settings
 
 # Twice as large it still fits on the screen.
-SIZE = (600, 440)
+SIZE = (600, 480)
 PARTS = ["trvGames", "lvwServers", "lvwPlayers", "lvwServVars", "tbMain", "sbMain"]
 
 

@@ -167,6 +167,30 @@ std::string ClassicLocale::SortKey(const std::string& text) const {
     return key;
 }
 
+std::string ClassicLocale::ToUtf8(const std::string& text) const {
+    // The codes 80 to 9F of code page 1252; those that it leaves free are control characters.
+    constexpr std::array<char16_t, 32> Specials = {
+        0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+        0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+    std::string utf8;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const unsigned code = byte >= 0x80 && byte <= 0x9F ? Specials[byte - 0x80U] : byte;
+        if (code < 0x80) {
+            utf8 += c;
+        } else if (code < 0x800) {
+            utf8 += static_cast<char>(0xC0 | (code >> 6));
+            utf8 += static_cast<char>(0x80 | (code & 0x3F));
+        } else {
+            utf8 += static_cast<char>(0xE0 | (code >> 12));
+            utf8 += static_cast<char>(0x80 | (code >> 6 & 0x3F));
+            utf8 += static_cast<char>(0x80 | (code & 0x3F));
+        }
+    }
+    return utf8;
+}
+
 char ClassicLocale::LowerCase(char character) const {
     return quarn::LowerCase(character);
 }

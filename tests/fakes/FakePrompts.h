@@ -22,6 +22,7 @@ class FakePrompts : public Prompts {
         Kind kind;
         std::string text; // of a folder dialog: the selected folder; of a file dialog: its filter
         std::string title;
+        DefaultButton defaultButton = DefaultButton::Yes; // of a question
     };
     std::vector<Prompt> shown;
 
@@ -37,8 +38,9 @@ class FakePrompts : public Prompts {
     void RunErrorBox(const std::string& text, const std::string& title) override {
         Show({Kind::Error, text, title});
     }
-    bool RunYesNoBox(const std::string& text, const std::string& title) override {
-        return Ask({Kind::YesNo, text, title}, yesNoAnswers);
+    bool RunYesNoBox(const std::string& text, const std::string& title,
+                     DefaultButton defaultButton) override {
+        return Ask({Kind::YesNo, text, title, defaultButton}, yesNoAnswers);
     }
     std::string RunTextBox(const std::string& prompt, const std::string& title) override {
         return Ask({Kind::Text, prompt, title}, textAnswers);

@@ -1,6 +1,7 @@
 #include "tests/fakes/FakeUdpSockets.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace quarn {
@@ -22,6 +23,14 @@ std::unique_ptr<UdpSocket> FakeUdpSockets::MakeSocket() {
 void FakeUdpSockets::ReplyIn(std::int32_t milliseconds, std::string datagram) {
     if (last_ != nullptr)
         last_->ReplyIn(milliseconds, std::move(datagram));
+}
+
+std::vector<FakeUdpSocket*> FakeUdpSockets::Open() const {
+    std::vector<FakeUdpSocket*> open;
+    std::ranges::copy_if(made_, std::back_inserter(open), [](const FakeUdpSocket* socket) {
+        return socket->CurrentState() != UdpSocket::State::Closed;
+    });
+    return open;
 }
 
 std::int32_t FakeUdpSockets::OpenCount() const {

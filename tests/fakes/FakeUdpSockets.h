@@ -33,6 +33,7 @@ class FakeUdpSockets : public UdpSocketFactory, public FakeSocketBehaviour {
 
     UdpSocket::State CurrentState() const; // Open while any socket is
     std::int32_t OpenCount() const;
+    std::vector<FakeUdpSocket*> Open() const; // in the order in which they were made
 
     // Sockets made so far. Each lives as long as the program's part that asked for it.
     std::int32_t MadeCount() const noexcept { return static_cast<std::int32_t>(made_.size()); }

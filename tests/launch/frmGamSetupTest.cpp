@@ -47,9 +47,10 @@ class frmGamSetupTest : public ProgramTest {
         }
     }
 
-    frmGamSetup& Open() {
+    frmGamSetup& Open(const std::string& game = {}) {
         form = std::make_unique<frmGamSetup>(
-            program, fake.desktop, [this] { done.push_back("tree"); }, [this] { done.push_back("close"); });
+            program, fake.desktop, [this] { done.push_back("tree"); }, [this] { done.push_back("close"); },
+            game);
         form->Form_Load();
         return *form;
     }
@@ -97,6 +98,31 @@ class frmGamSetupTest : public ProgramTest {
 };
 
 constexpr const char* NotFound = "The selected game was not found in this directory!";
+
+TEST_F(frmGamSetupTest, BeginsWithTheGameThatIsAskedFor) {
+    Open("cb");
+    EXPECT_EQ(form->SelectedGame(), "cb");
+    EXPECT_EQ(form->txtPath, "D:\\Crowbar");
+    for (const char* game : {"", "CB", "fav1"}) {
+        Open(game);
+        EXPECT_EQ(form->SelectedGame(), "ar") << game;
+        EXPECT_EQ(form->txtName, "Visor") << game;
+    }
+}
+
+TEST_F(frmGamSetupTest, KnowsWhichGamesHaveAPath) {
+    program.GamePath[3] = "\\"; // as a launch without a path leaves it
+    Open();
+    EXPECT_TRUE(form->IsSetUp("ar"));
+    EXPECT_TRUE(form->IsSetUp("cb"));
+    EXPECT_FALSE(form->IsSetUp("dm"));
+    EXPECT_FALSE(form->IsSetUp("none"));
+    TypePath("");
+    EXPECT_FALSE(form->IsSetUp("ar"));
+    Select("dm");
+    TypePath("E:\\Demons");
+    EXPECT_TRUE(form->IsSetUp("dm"));
+}
 
 TEST_F(frmGamSetupTest, ListsTheGamesAndSelectsTheFirst) {
     Open();

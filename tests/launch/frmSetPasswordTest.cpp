@@ -51,6 +51,16 @@ TEST_F(frmSetPasswordTest, StoresWhatIsTypedAsItIs) {
     EXPECT_EQ(Password(3), "third");
 }
 
+TEST_F(frmSetPasswordTest, TellsWhetherTheUserAccepted) {
+    frmSetPassword left = Form();
+    EXPECT_FALSE(left.Accepted());
+    left.cmdCancel_Click();
+    EXPECT_FALSE(left.Accepted());
+    frmSetPassword accepted = Form();
+    accepted.cmdOK_Click();
+    EXPECT_TRUE(accepted.Accepted());
+}
+
 TEST_F(frmSetPasswordTest, ChangesNothingWhenItIsCancelled) {
     frmSetPassword form = Form();
     form.Form_Load();

@@ -25,6 +25,7 @@ USERS_FILES = {
     "Quarn.ini": b"[General]\r\nMinToTray=0\r\n",
     "servers-q3.dat": b" 0\r\n",
     "servers-fav1.bak": b"torn",
+    "Favorites.ini": b"[fav1]\r\n127.0.0.1:27960=q3\r\n",
     "my own export.txt": b"kept in any case",
 }
 

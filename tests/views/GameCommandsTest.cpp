@@ -139,6 +139,16 @@ TEST_F(GameCommandsTest, AFailedLaunchCountsAsAVisitAndOpensTheGameSetup) {
     }
 }
 
+TEST_F(GameCommandsTest, TheGameSetupThatFollowsBeginsWithTheGameThatFailed) {
+    browser.PutList("d3", {"127.0.0.1:27960"});
+    browser.dialogs.inGamSetup = [&](frmGamSetup& form) { EXPECT_EQ(form.SelectedGame(), "d3"); };
+    Start();
+    browser.ClickNode("d3");
+    browser.SelectRows({1});
+    Commands().mnuServConnectPlay_Click();
+    EXPECT_THAT(browser.dialogs.shown, ElementsAre(FakeModalForms::Shown{"frmGamSetup", false}));
+}
+
 TEST_F(GameCommandsTest, TheGameSetupThatFollowsCanCorrectThePath) {
     browser.Set("Games", "Path1", "D:\\gone");
     browser.dialogs.inGamSetup = [&](frmGamSetup& form) {

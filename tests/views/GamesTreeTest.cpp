@@ -85,6 +85,26 @@ TEST_F(GamesTreeTest, TakesAGamesOwnImageOnlyForExactlyItsKey) {
     EXPECT_EQ(Tree().Node("d3").selectedImage, "fldrop");
 }
 
+TEST_F(GamesTreeTest, MarksGamesByTheirFamilyAndFavoritesByTheirs) {
+    ASSERT_TRUE(browser.Start());
+    Tree().images = {"fldrcls", "fldrop", "family-q3", "family-d3", "favorite", "hl", "family-hl"};
+    Form().RefreshTreeView();
+    for (const auto& [key, image] : {std::pair{"q3", "family-q3"},
+                                     {"d3", "family-d3"},
+                                     {"hl", "hl"},
+                                     {"fav1", "favorite"},
+                                     {"fav2", "favorite"}}) {
+        EXPECT_EQ(Tree().Node(key).image, image) << key;
+        EXPECT_EQ(Tree().Node(key).selectedImage, image) << key;
+    }
+    EXPECT_EQ(Tree().Node("mod1").image, "fldrcls");
+    EXPECT_EQ(Tree().Node("mod1").selectedImage, "fldrop");
+    Tree().images = {"family-q3 ", "FAVORITE"};
+    Form().RefreshTreeView();
+    EXPECT_EQ(Tree().Node("q3").image, "fldrcls");
+    EXPECT_EQ(Tree().Node("fav1").image, "fldrcls");
+}
+
 TEST_F(GamesTreeTest, RebuildsWithoutDuplicatesAndLeavesTheFilters) {
     ASSERT_TRUE(browser.Start());
     browser.ClickNode("png50");

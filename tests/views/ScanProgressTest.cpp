@@ -41,6 +41,25 @@ TEST_F(ScanProgressTest, CountsAnswersAndSilence) {
     EXPECT_EQ(browser.Count(), "3/20");
 }
 
+TEST_F(ScanProgressTest, SaysThatTheScanStandsStillUntilItGoesOn) {
+    ScanEngine& scan = browser.Form().scan;
+    browser.PutServers(HeadlessBrowser::Addresses(20));
+    const std::string idle = Bar().toolTip;
+    scan.NoteStandstill();
+    EXPECT_EQ(Bar().toolTip, idle) << "no scan runs";
+    std::string before;
+    std::string behindMenu;
+    browser.In(1, [&] {
+        before = Bar().toolTip;
+        scan.NoteStandstill();
+        scan.NoteStandstill();
+        behindMenu = Bar().toolTip;
+    });
+    browser.RefreshAll();
+    EXPECT_EQ(behindMenu, before + "; waits until the open menu or dialog is closed");
+    EXPECT_EQ(Bar().toolTip, idle);
+}
+
 TEST_F(ScanProgressTest, EstimatesTheTimeLeftFromFiveOutcomesOn) {
     struct Case {
         std::int32_t millisecondsEach;

@@ -4,6 +4,7 @@
 #include "tests/fakes/HeadlessBrowser.h"
 #include "views/ServerListView.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
@@ -540,6 +541,33 @@ TEST_F(ServerListViewCommandsTest, ExportsNoServerThatIsFilteredOut) {
     browser.fake.prompts.fileAnswers = {"C:\\out.txt"};
     View().mnuServerListExport_Click();
     EXPECT_EQ(browser.fake.files.Get("C:\\out.txt"), "\r\n\r\n");
+}
+
+TEST_F(ServerListViewCommandsTest, ExportsATableUnderANameForOne) {
+    StartWith(2);
+    browser.program.Servers[2].Name = "=cmd|'/c calc'!A1";
+    browser.ClickNode("fltping"); // lists the servers again
+    browser.fake.prompts.fileAnswers = {"C:\\out.CSV"};
+    View().mnuServerListExport_Click();
+    const std::string csv = browser.fake.files.Get("C:\\out.CSV");
+    EXPECT_TRUE(
+        csv.starts_with("\xEF\xBB\xBF,IP Address,Location,Name,Players,Ping,Game,Map,Last Visit\r\n,"))
+        << csv;
+    EXPECT_NE(csv.find(", =cmd|'/c calc'!A1,"), std::string::npos) << csv;
+    EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 3);
+    EXPECT_EQ(browser.fake.prompts.shown[0].text, "Text file (*.txt)|*.txt|All files (*.*)|*.*");
+}
+
+TEST_F(ServerListViewCommandsTest, AFullDiskLeavesTheTableThatWasThere) {
+    StartWith(3);
+    browser.fake.files.Put("C:\\out.csv", "old");
+    browser.fake.files.freeBytes = 20;
+    browser.fake.prompts.fileAnswers = {"C:\\out.csv"};
+    View().mnuServerListExport_Click();
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServerListExport_Click;61"));
+    ASSERT_GE(browser.fake.prompts.shown.size(), 2U);
+    EXPECT_NE(browser.fake.prompts.shown[1].text.find("Disk full"), std::string::npos);
+    EXPECT_EQ(browser.fake.files.Get("C:\\out.csv"), "old");
 }
 
 TEST_F(ServerListViewCommandsTest, ExportsNothingWhenCancelled) {

@@ -19,6 +19,18 @@ TEST(AnsiTextTest, EveryTextSurvivesARoundTrip) {
     EXPECT_EQ(Widened(std::string_view("a\0b", 3)), std::wstring(L"a\0b", 3));
 }
 
+TEST(AnsiTextTest, EveryCharacterHasAFormInUtf8) {
+    EXPECT_EQ(Utf8Of(""), "");
+    EXPECT_EQ(Utf8Of(std::string_view("a\0b", 3)), std::string("a\0b", 3));
+    EXPECT_EQ(Utf8Of("\xE4\x80\xFF"), "\xC3\xA4\xE2\x82\xAC\xC3\xBF");
+    for (int code = 0; code < 256; ++code) {
+        const std::string text(1, static_cast<char>(code));
+        const std::string utf8 = Utf8Of(text);
+        EXPECT_GE(utf8.size(), 1U) << code;
+        EXPECT_EQ(utf8.size() == 1, code < 0x80) << code;
+    }
+}
+
 TEST(AnsiTextTest, CharactersOutsideTheCodePageAreReplaced) {
     EXPECT_EQ(Narrowed(L"a\x4E2D"
                        L"b"),

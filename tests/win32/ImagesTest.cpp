@@ -79,11 +79,12 @@ TEST(PixelsTest, EqualThoseThatTheSystemReadsFromAnIcon) {
 
 TEST(ImagesTest, ContainEveryIconOfTheWindowInEverySize) {
     for (const int size : {16, 20, 24, 28, 32, 40, 48, 64}) {
-        const Images images(size, {"querymaster", "refreshall", "refresh", "stop", "join", "monitor",
-                                   "favorites", "fldrcls", "fldrop", "checked", "unchecked", "locked",
-                                   "ascending", "descending"});
-        EXPECT_EQ(images.Keys().size(), 14U) << size;
-        EXPECT_EQ(ImageList_GetImageCount(images.Handle()), 14) << size;
+        const Images images(size,
+                            {"querymaster", "refreshall", "refresh", "stop", "join", "monitor", "favorites",
+                             "fldrcls", "fldrop", "checked", "unchecked", "locked", "ascending", "descending",
+                             "family-q3", "family-d3", "family-hl", "favorite", "ready"});
+        EXPECT_EQ(images.Keys().size(), 19U) << size;
+        EXPECT_EQ(ImageList_GetImageCount(images.Handle()), 19) << size;
     }
 }
 
@@ -98,7 +99,8 @@ int Coverage(const char* key, int size) {
 }
 
 TEST(ImagesTest, ShowTheSameIconInEverySize) {
-    for (const char* key : {"querymaster", "refreshall", "stop", "join", "fldrcls", "locked", "application"})
+    for (const char* key : {"querymaster", "refreshall", "stop", "join", "fldrcls", "locked", "family-q3",
+                            "family-d3", "family-hl", "favorite", "ready", "application"})
         for (const int size : {20, 24, 28, 32, 40, 48, 64})
             EXPECT_NEAR(Coverage(key, size), Coverage(key, 16), 12) << key << ' ' << size;
 }

@@ -215,12 +215,12 @@ TEST_F(MainWindowTest, HasItsStoredSizeAlsoOnAScreenOfAnotherDpi) {
     arriving = window->Handle();
     {
         const ReplacedImport move(&SetWindowPos, &ArriveOnAnotherScreen);
-        static_cast<FormWindow&>(*window).SetBounds({15 * 40, 15 * 30, 15 * 700, 15 * 500});
+        static_cast<FormWindow&>(*window).SetBounds({15 * 40, 15 * 30, 15 * 1200, 15 * 950});
     }
     EXPECT_EQ(arriving, nullptr);
     RECT bounds{};
     GetWindowRect(window->Handle(), &bounds);
-    const RECT expected = {40, 30, 740, 530};
+    const RECT expected = {40, 30, 1240, 980};
     EXPECT_TRUE(EqualRect(&bounds, &expected))
         << bounds.right - bounds.left << " by " << bounds.bottom - bounds.top;
 }
@@ -242,6 +242,37 @@ TEST_F(MainWindowTest, HasTenPositionsInItsToolbarAndTheirToolTips) {
         SendMessageA(window->Handle(), WM_NOTIFY, ID_tbMain, reinterpret_cast<LPARAM>(&query));
         EXPECT_STREQ(text, expected) << position;
     }
+}
+
+TEST_F(MainWindowTest, ShowsEveryColumnOfTheServersInItsFirstSize) {
+    ListServers(200);
+    EXPECT_EQ(GetWindowLongA(Control(ID_lvwServers), GWL_STYLE) & WS_HSCROLL, 0);
+    const auto list = Control(ID_lvwServers);
+    const auto header = reinterpret_cast<HWND>(SendMessageA(list, LVM_GETHEADER, 0, 0));
+    LONG right = 0;
+    for (int item = 0; item <= LastVisitColumn; ++item) {
+        RECT bounds{};
+        SendMessageA(header, HDM_GETITEMRECT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&bounds));
+        right = std::max(right, bounds.right);
+    }
+    RECT inner{};
+    GetClientRect(list, &inner);
+    EXPECT_EQ(right, inner.right) << "the columns fill the list";
+    const auto dateWidth =
+        SendMessageA(list, LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>("12/31/2026 10:58:58 PM"));
+    EXPECT_GE(SendMessageA(list, LVM_GETCOLUMNWIDTH, LastVisitColumn, 0), dateWidth + 12);
+}
+
+TEST_F(MainWindowTest, GetsNoSmallerThanItsButtonsAndAFewRows) {
+    SetWindowPos(window->Handle(), nullptr, 0, 0, 10, 10, SWP_NOMOVE | SWP_NOZORDER);
+    RECT inner{};
+    GetClientRect(window->Handle(), &inner);
+    RECT favorites{};
+    SendMessageA(Control(ID_tbMain), TB_GETITEMRECT, 9, reinterpret_cast<LPARAM>(&favorites));
+    EXPECT_GE(inner.right, favorites.right);
+    for (const int list : {ID_trvGames, ID_lvwServers, ID_lvwPlayers, ID_lvwServVars})
+        EXPECT_GE(BoundsOf(list).bottom - BoundsOf(list).top, 80) << list;
+    EXPECT_GE(Models().sbMain.panels[MessagePanel].width, 200 * 15);
 }
 
 TEST_F(MainWindowTest, BringsTheListUpToDateAtTheFlush) {
@@ -474,6 +505,7 @@ class MainWindowMenusTest : public MainWindowTest {
     static BOOL WINAPI Note(HMENU menu, UINT flags, int x, int y, HWND, LPTPMPARAMS) {
         EXPECT_EQ(flags & (TPM_CENTERALIGN | TPM_RIGHTALIGN | TPM_VCENTERALIGN | TPM_BOTTOMALIGN), 0U);
         EXPECT_NE(flags & TPM_RETURNCMD, 0U);
+        EXPECT_EQ(flags & TPM_RIGHTBUTTON, 0U) << "the release of the button that opened it would choose";
         popUps.push_back({static_cast<int>(GetMenuItemID(menu, 0)), {x, y}});
         if (whileOpen)
             whileOpen();

@@ -38,6 +38,23 @@ std::string Entry(const char* level, int id, const char* caption) {
     return level + std::to_string(id) + " " + caption;
 }
 
+// What a double click does is bold.
+TEST(MenuResourceTest, MarksTheDefaultEntries) {
+    const auto defaultOf = [](int resource, int popUp) {
+        const HMENU menu = LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(resource));
+        MENUITEMINFOA item{};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_SUBMENU;
+        GetMenuItemInfoA(menu, static_cast<UINT>(popUp), FALSE, &item);
+        const UINT entry = GetMenuDefaultItem(item.hSubMenu, FALSE, 0);
+        DestroyMenu(menu);
+        return static_cast<int>(entry);
+    };
+    EXPECT_EQ(defaultOf(IDR_MAIN_MENU, ID_mnuServer), ID_mnuServConnectPlay);
+    EXPECT_EQ(defaultOf(IDR_POPUP_MENUS, ID_mnuSysTray), ID_mnuSysOpen);
+    EXPECT_EQ(defaultOf(IDR_POPUP_MENUS, ID_mnuTreeView), -1);
+}
+
 TEST(MenuResourceTest, ContainsTheMenuBar) {
     std::vector<std::string> expected = {
         Entry("", ID_mnuFile, "&File"),

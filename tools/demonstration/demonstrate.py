@@ -25,6 +25,8 @@ LAST_GAME = "oa"
 # Left, top, width and height in pixels, so that no column is cut off.
 WINDOW = (60, 60, 1160, 720)
 LOOK_EVERY_SECONDS = 0.2
+# Servers asked at once: one after the other, as the settings have it at first, and as many as suit most lines.
+WAYS_TO_SCAN = (1, 32)
 
 
 def print_table(rows):
@@ -34,14 +36,19 @@ def print_table(rows):
     print(flush=True)
 
 
-def show_game(quarn, game, rows):
-    """Fetches a game's list from its master, queries every server and prints what the window shows."""
+def scan_game(quarn, game, rows):
+    """Fetches a game's list from its master and queries every server. Returns the seconds that the queries took."""
     quarn.click_tree("Games", game.name)
     quarn.wait_for_rows(0)
     quarn.renew()
     quarn.wait_for_rows(rows)
+    start = time.monotonic()
     quarn.press_toolbar("refreshall")
     quarn.wait_for_scan()
+    return time.monotonic() - start
+
+
+def print_game(quarn, game):
     print(f"{game.name}: {quarn.status(3)}")
     print_table([HEADINGS] + [tuple(vars(row).values()) for row in quarn.rows()])
 
@@ -65,11 +72,39 @@ def take_picture(quarn, path, real):
     print(f"A picture of the window is in {path.relative_to(ROOT)}")
 
 
-def scan_all_games(quarn, network):
+def scan_all_games(quarn, network, prints):
+    """Returns the seconds that all the queries took."""
     quarn.do("move", *WINDOW)
+    seconds = 0
     for game in sorted(network.games, key=lambda game: game.short == LAST_GAME):
-        # A Half-Life list is read twice.
-        show_game(quarn, game, len(network.servers_of(game.short)) * (2 if game.engine == "hl" else 1))
+        seconds += scan_game(quarn, game, len(network.servers_of(game.short)))
+        if prints:
+            print_game(quarn, game)
+    return seconds
+
+
+def start_program(folder, network, at_once):
+    """Quarn in a new folder, with a list of each game that names each server once."""
+    fresh_folder(folder, network.games_ini)
+    shutil.copyfile(network.country_file, folder / "countryip.dat")
+    settings = {"Extras__ListOnce": 1, "Extras__Simultaneous": at_once}
+    write_settings(folder, games=len(network.games), **settings)
+    return Quarn(folder)
+
+
+def scan_in_each_way(stack, network):
+    """Returns the program that asked the most servers at once, with its window open."""
+    for at_once in WAYS_TO_SCAN:
+        shutil.rmtree(DEMO / "Quarn", ignore_errors=True)
+        quarn = stack.enter_context(start_program(DEMO / "Quarn", network, at_once))
+        quarn.wait_until_usable()
+        is_last = at_once == WAYS_TO_SCAN[-1]
+        seconds = scan_all_games(quarn, network, prints=is_last)
+        way = "one after the other" if at_once == 1 else f"{at_once} at once"
+        print(f"Asked {len(network.servers)} servers, {way}, in {seconds:.1f} seconds", flush=True)
+        if not is_last:
+            quarn.leave()
+    return quarn
 
 
 def watch(quarn, seconds):
@@ -93,12 +128,7 @@ def demonstrate(options):
         print(
             f"Started a network of {len(network.servers)} servers of {len(network.games)} games", flush=True
         )
-        folder = fresh_folder(DEMO / "Quarn", network.games_ini)
-        shutil.copyfile(network.country_file, folder / "countryip.dat")
-        write_settings(folder, games=len(network.games))
-        quarn = stack.enter_context(Quarn(folder))
-        quarn.wait_until_usable()
-        scan_all_games(quarn, network)
+        quarn = scan_in_each_way(stack, network)
         if options.watched:
             watch(quarn, options.seconds)
         else:

@@ -221,6 +221,7 @@ Section Uninstall
 
     ${If} ${FileExists} $INSTDIR\Quarn.ini
     ${OrIf} ${FileExists} $INSTDIR\servers-*.*
+    ${OrIf} ${FileExists} $INSTDIR\Favorites.ini
     ${OrIf} ${FileExists} $INSTDIR\Games.ini
     ${OrIf} ${FileExists} $INSTDIR\countryip.dat
         ${If} ${Cmd} `MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 \
@@ -228,6 +229,7 @@ Section Uninstall
             Delete $INSTDIR\Quarn.ini
             Delete $INSTDIR\servers-*.dat
             Delete $INSTDIR\servers-*.bak
+            Delete $INSTDIR\Favorites.ini
             Delete $INSTDIR\Games.ini
             Delete $INSTDIR\countryip.dat
         ${EndIf}

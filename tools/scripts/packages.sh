@@ -9,7 +9,10 @@ PACKAGES_TO_PACK=(nsis zip)
 PACKAGES_TO_RUN=(wine wine64 xvfb openbox x11-utils imagemagick python3)
 PACKAGES_OF_CLANG=(clang libclang-rt-dev)
 PACKAGES_TO_TEST=(python3-pytest)
-PACKAGES_TO_TEST_EVERYTHING=("${PACKAGES_OF_CLANG[@]}" libbenchmark-dev g++-mingw-w64-i686-posix)
+PACKAGES_TO_COMPARE=(qstat)
+PACKAGES_TO_TEST_EVERYTHING=(
+    "${PACKAGES_OF_CLANG[@]}" "${PACKAGES_TO_COMPARE[@]}" libbenchmark-dev g++-mingw-w64-i686-posix
+)
 PACKAGES_OF_STYLE=(git clang-format-14 clang-tidy-14 cppcheck shellcheck black python3-flake8 libbenchmark-dev)
 PACKAGES_OF_REAL_SERVERS=(openarena-server)
 

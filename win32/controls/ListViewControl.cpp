@@ -13,7 +13,7 @@ void ListViewControl::Create(HWND parent, int id, const char* name, Selection se
         parent, {WC_LISTVIEWA, name,
                  WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | several,
                  WS_EX_CLIENTEDGE, id});
-    constexpr DWORD extended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
+    constexpr DWORD extended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, extended, static_cast<LPARAM>(extended));
 
     dpi_ = dpi;
@@ -34,6 +34,7 @@ void ListViewControl::Create(HWND parent, int id, const char* name, Selection se
         Send(LVM_INSERTCOLUMNA, static_cast<WPARAM>(subItem), &column);
     }
     Send(LVM_SETCOLUMNORDERARRAY, displayed.size(), displayed.data());
+    toolTips_.AddArea(Handle(), CellToolTip, {});
 }
 
 int ListViewControl::SubItemOf(std::int32_t column) const noexcept {
@@ -68,6 +69,36 @@ void ListViewControl::ChangeDpi(Dpi dpi) {
         Send(LVM_SETCOLUMNWIDTH, index, MulDiv(width, dpi.Value(), dpi_.Value()));
     }
     dpi_ = dpi;
+    FitColumns();
+}
+
+// There is always room for the vertical scroll bar: rows that come and go do not move the columns.
+void ListViewControl::FitColumns() {
+    const Restore setting(settingWidths_, true);
+    RECT outer{};
+    GetWindowRect(Handle(), &outer);
+    int left = outer.right - outer.left - 2 * GetSystemMetrics(SM_CXEDGE) - GetSystemMetrics(SM_CXVSCROLL);
+    int filling = 0;
+    for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column) {
+        if (model_.columns[column].fills)
+            ++filling;
+        else
+            left -= static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column))));
+    }
+    if (!FitsColumns() || filling == 0)
+        return;
+    for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column)
+        if (const ListColumn& shown = model_.columns[column]; shown.fills)
+            Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column)),
+                 std::max(left / filling, dpi_.ToPixels(shown.width)));
+}
+
+// The user has changed no width.
+bool ListViewControl::FitsColumns() const noexcept {
+    for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column)
+        if (model_.columns[column].chosenWidth > 0)
+            return false;
+    return true;
 }
 
 HWND ListViewControl::Header() const noexcept {
@@ -111,6 +142,7 @@ void ListViewControl::Flush() {
     if (model_.updatesLocked)
         return;
     FlushHeaders();
+    FlushEmptyText();
     const ListView::Changes changes = model_.TakeChanges();
     if (!changes.rows && !changes.selection && changes.firstDirty == 0 && changes.ensureVisible == 0)
         return;
@@ -133,6 +165,14 @@ void ListViewControl::FlushHeaders() {
         if (model_.columns[column].headerIcon != shownHeaderIcons_[index])
             ShowHeader(column);
     }
+}
+
+void ListViewControl::FlushEmptyText() {
+    std::string text = model_.RowCount() == 0 && model_.emptyText ? model_.emptyText() : std::string();
+    if (text == shownEmptyText_)
+        return;
+    shownEmptyText_ = std::move(text);
+    InvalidateRect(Handle(), nullptr, TRUE);
 }
 
 void ListViewControl::ShowHeader(std::int32_t column) {

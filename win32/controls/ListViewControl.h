@@ -6,10 +6,13 @@
 //
 // A row's name is for everyone who reads the control, screen readers above all, the text of its first column.
 // So the column that names the row is the control's first one, and is displayed at its place in the model.
+//
+// Columns that fill share what the others leave of the list's width, until the user changes a width.
 
 #include "controls/ListView.h"
 #include "win32/Dpi.h"
 #include "win32/Images.h"
+#include "win32/ToolTips.h"
 #include "win32/controls/Control.h"
 
 #include <functional>
@@ -70,9 +73,18 @@ class ListViewControl final : public Control {
     int SubItemOf(std::int32_t column) const noexcept;
     std::int32_t ColumnOf(int subItem) const noexcept;
 
-    LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& stage) const;
+    // Painting (ListViewControlPainting.cpp)
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& stage) const;
+    void MarkSelection(NMLVCUSTOMDRAW& stage, std::int32_t row) const;
     int CellPicture(std::int32_t row, std::int32_t column) const;
     void PaintCellPicture(HDC canvas, std::int32_t row, std::int32_t column) const;
+    void PaintEmptyText(HDC canvas) const;
+
+    void FitColumns();
+    bool FitsColumns() const noexcept;
+    void ShowCutCell(LPARAM position);
+    RECT CellBounds(std::int32_t row, int subItem) const noexcept;
+    void FlushEmptyText();
 
     void FlushHeaders();
     void ShowHeader(std::int32_t column);
@@ -91,6 +103,11 @@ class ListViewControl final : public Control {
     Images rowHeight_; // as the images that are painted need it
     bool paintsCellPictures_ = false;
     std::vector<std::string> shownHeaderIcons_;
+    static constexpr UINT_PTR CellToolTip = 1; // the number of its area
+    ToolTips toolTips_;
+    std::string toolTip_; // of the cell under the mouse, where it is cut
+    RECT toolTipCell_{};
+    std::string shownEmptyText_;
     std::int32_t shownRows_ = 0;
 
     // The one row that the last flush selected; 0 when the user or a flush selected otherwise since.

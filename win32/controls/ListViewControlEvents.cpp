@@ -11,8 +11,7 @@ namespace {
 
 constexpr UINT SelectedAndFocused = LVIS_SELECTED | LVIS_FOCUSED;
 constexpr int NoItem = -1;
-constexpr int CellMargin = 6; // in pixels of 96 to an inch
-constexpr const char* WidestCode = "WW";
+constexpr int CellMargin = 6; // at each side of a text, in pixels of 96 to an inch
 
 } // namespace
 
@@ -22,7 +21,7 @@ Answer ListViewControl::OnNotify(NMHDR& notification) {
         FillIn(reinterpret_cast<NMLVDISPINFOA&>(notification).item);
         return Handled;
     case NM_CUSTOMDRAW:
-        return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(notification));
+        return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(notification));
     case LVN_ODFINDITEMA:
         return OnFind(reinterpret_cast<const NMLVFINDITEMA&>(notification));
     case LVN_ODFINDITEMW:
@@ -89,49 +88,6 @@ void ListViewControl::FillIn(LVITEMA& item) const {
         item.iImage = CellPicture(row, column);
 }
 
-// The style for images in cells would keep room for one in every cell of the list, so they are painted on top
-// of the finished cell, and all of a column in one line.
-LRESULT ListViewControl::OnCustomDraw(const NMLVCUSTOMDRAW& stage) const {
-    const std::int32_t row = static_cast<std::int32_t>(stage.nmcd.dwItemSpec) + 1;
-    switch (stage.nmcd.dwDrawStage) {
-    case CDDS_PREPAINT:
-        return paintsCellPictures_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
-    case CDDS_ITEMPREPAINT:
-        return CDRF_NOTIFYSUBITEMDRAW;
-    case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
-        return CellPicture(row, ColumnOf(stage.iSubItem)) >= 0 ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
-    case CDDS_ITEMPOSTPAINT | CDDS_SUBITEM:
-        PaintCellPicture(stage.nmcd.hdc, row, ColumnOf(stage.iSubItem));
-        return CDRF_DODEFAULT;
-    default:
-        return CDRF_DODEFAULT;
-    }
-}
-
-int ListViewControl::CellPicture(std::int32_t row, std::int32_t column) const {
-    if (!IsShown(row, column))
-        return I_IMAGENONE;
-    return ImageOf(column == 1 ? model_.Row(row).smallIcon
-                               : std::as_const(model_).Cell(row, column).reportIcon);
-}
-
-void ListViewControl::PaintCellPicture(HDC canvas, std::int32_t row, std::int32_t column) const {
-    RECT cell{};
-    cell.left = LVIR_BOUNDS;
-    cell.top = SubItemOf(column);
-    const int picture = CellPicture(row, column);
-    if (picture < 0 || Send(LVM_GETSUBITEMRECT, static_cast<WPARAM>(row - 1), &cell) == 0)
-        return;
-    const int size = images_->Size();
-    if (column == 1)
-        cell.left += std::max<int>(0, (cell.right - cell.left - size) / 2);
-    else
-        cell.left += 2 * dpi_.Scaled(CellMargin) + static_cast<int>(Send(LVM_GETSTRINGWIDTHA, 0, WidestCode));
-    if (const int room = std::min<int>(size, cell.right - cell.left); room > 0)
-        ImageList_DrawEx(images_->Handle(), picture, canvas, cell.left, (cell.top + cell.bottom - size) / 2,
-                         room, size, CLR_NONE, CLR_NONE, ILD_TRANSPARENT);
-}
-
 int ListViewControl::OnFind(const NMLVFINDITEMA& search) const {
     constexpr UINT ByText = LVFI_STRING | LVFI_PARTIAL;
     return (search.lvfi.flags & ByText) != 0 ? FindRow(search.lvfi.psz, search.iStart) : NoItem;
@@ -162,6 +118,16 @@ int ListViewControl::FindRow(const std::string& sought, int start) const {
 
 Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+    case WM_SIZE: {
+        const LRESULT answer = PassOn(message, wParam, lParam);
+        FitColumns();
+        // A list that grows at its end scrolls, and some versions of the control leave the old rows there.
+        InvalidateRect(Handle(), nullptr, FALSE);
+        return answer;
+    }
+    case WM_MOUSEMOVE:
+        ShowCutCell(lParam);
+        return NotHandled;
     case WM_RBUTTONDOWN:
     case WM_RBUTTONDBLCLK:
         if (!RightPressed)
@@ -186,15 +152,59 @@ Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-// The user has dragged the edge of a column's header, or double-clicked it.
+// The user has dragged the edge of a column's header, or double-clicked it. From now on no column is fitted,
+// so the fitted ones keep the widths that they have.
 void ListViewControl::OnHeaderChanged(const NMHEADERA& change) {
     const bool isWidth = change.pitem != nullptr && (change.pitem->mask & HDI_WIDTH) != 0;
-    const std::int32_t column = ColumnOf(change.iItem);
-    if (!isWidth || settingWidths_ || !model_.columns.Holds(column))
+    const std::int32_t changed = ColumnOf(change.iItem);
+    if (!isWidth || settingWidths_ || !model_.columns.Holds(changed))
         return;
-    const auto width = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(change.iItem)));
-    if (width != dpi_.ToPixels(model_.columns[column].Width()))
-        model_.columns[column].chosenWidth = dpi_.ToTwips(width);
+    const bool wasFitted = FitsColumns();
+    for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column) {
+        ListColumn& shown = model_.columns[column];
+        const auto width = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column))));
+        const bool isKept = column == changed || (wasFitted && shown.fills);
+        if (isKept && width != dpi_.ToPixels(shown.Width()))
+            shown.chosenWidth = dpi_.ToTwips(width);
+    }
+}
+
+// The cell under the mouse has its text as a tooltip if it does not show all of it.
+void ListViewControl::ShowCutCell(LPARAM position) {
+    LVHITTESTINFO hit{};
+    hit.pt = {static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
+    Send(LVM_SUBITEMHITTEST, 0, &hit);
+    const std::int32_t row = hit.iItem + 1;
+    const std::int32_t column = ColumnOf(hit.iSubItem);
+    RECT cell{};
+    std::string text;
+    if (row >= 1 && IsShown(row, column)) {
+        cell = CellBounds(row, hit.iSubItem);
+        text = std::as_const(model_).Cell(row, column).text.c_str(); // to a NUL, as the cell shows it
+        RECT inner{};
+        GetClientRect(Handle(), &inner);
+        const auto width = static_cast<int>(Send(LVM_GETSTRINGWIDTHA, 0, text.c_str()));
+        if (cell.left >= inner.left && cell.right <= inner.right &&
+            cell.right - cell.left >= width + 2 * dpi_.Scaled(CellMargin))
+            text.clear();
+    }
+    if (text.empty())
+        cell = {};
+    if (text == toolTip_ && EqualRect(&cell, &toolTipCell_))
+        return;
+    toolTip_ = text;
+    toolTipCell_ = cell;
+    toolTips_.ChangeAreaText(Handle(), CellToolTip, toolTip_);
+    toolTips_.MoveArea(Handle(), CellToolTip, toolTipCell_);
+}
+
+RECT ListViewControl::CellBounds(std::int32_t row, int subItem) const noexcept {
+    RECT rowBounds{LVIR_BOUNDS, 0, 0, 0};
+    Send(LVM_GETITEMRECT, static_cast<WPARAM>(row - 1), &rowBounds);
+    RECT cell{};
+    SendMessageA(Header(), HDM_GETITEMRECT, static_cast<WPARAM>(subItem), reinterpret_cast<LPARAM>(&cell));
+    MapWindowPoints(Header(), Handle(), reinterpret_cast<POINT*>(&cell), 2);
+    return {cell.left, rowBounds.top, cell.right, rowBounds.bottom};
 }
 
 // Instead of the control's own handling, which tells of the button only when it is released.

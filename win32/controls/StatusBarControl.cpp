@@ -71,16 +71,14 @@ void StatusBarControl::Dock() {
     Report();
 }
 
-// A panel without a width of its own takes what the others leave.
 void StatusBarControl::Divide() {
     RECT inner{};
     GetClientRect(Handle(), &inner);
-    std::vector<int> rightEdges(static_cast<std::size_t>(model_.panels.HighestIndex()));
-    int edge = static_cast<int>(inner.right) - dpi_.Scaled(GripWidth);
-    for (std::int32_t panel = model_.panels.HighestIndex(); panel >= 1; --panel) {
-        rightEdges[static_cast<std::size_t>(panel) - 1] = std::max(edge, 0);
-        edge -= dpi_.ToPixels(model_.panels[panel].designWidth);
-    }
+    const int width = static_cast<int>(inner.right) - dpi_.Scaled(GripWidth);
+    std::vector<int> rightEdges;
+    std::int32_t edge = 0;
+    for (const std::int32_t panel : PanelWidths(model_, dpi_.ToTwips(width)))
+        rightEdges.push_back(dpi_.ToPixels(edge += panel));
     Send(SB_SETPARTS, rightEdges.size(), rightEdges.data());
 }
 

@@ -15,9 +15,10 @@ namespace {
 constexpr int PictureSize = 32;
 constexpr int ButtonWidth = 72;
 constexpr int ButtonHeight = 60;
-constexpr int LabelMargin = 6;    // at each side of a button's text
-constexpr int PictureMargin = 12; // above and below a button's image and text
-constexpr int BarMargin = 6;      // above and below the buttons, and the edge
+constexpr int LabelMargin = 6;   // at each side of a button's text
+constexpr int PictureMargin = 8; // above and below a button's image and text
+constexpr int ContentOffset = 2;
+constexpr int BarMargin = 6; // above and below the buttons, and the edge
 constexpr int SeparatorWidth = 9;
 
 } // namespace
@@ -73,9 +74,12 @@ void ToolbarControl::SizeButtons(HFONT font) {
     for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position)
         width =
             std::max(width, TextWidth(font, model_.buttons[position].label) + 2 * dpi_.Scaled(LabelMargin));
-    const int height = std::max(dpi_.Scaled(ButtonHeight),
-                                dpi_.Scaled(PictureSize) + LineHeight(font) + dpi_.Scaled(PictureMargin));
-    height_ = height + dpi_.Scaled(BarMargin);
+    // The control puts image and text at a button's top, so a button is as high as these, and the bar keeps
+    // the same distance above and below it.
+    const int height = dpi_.Scaled(PictureSize) + LineHeight(font) + dpi_.Scaled(PictureMargin);
+    height_ = std::max(dpi_.Scaled(ButtonHeight), height) + dpi_.Scaled(BarMargin);
+    top_ = (height_ - height - GetSystemMetrics(SM_CYEDGE)) / 2 + dpi_.Scaled(ContentOffset);
+    Send(TB_SETPADDING, 0, MAKELPARAM(dpi_.Scaled(LabelMargin), dpi_.Scaled(LabelMargin)));
     Send(TB_SETBUTTONWIDTH, 0, MAKELPARAM(width, width));
     Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(width, height));
     TBBUTTONINFOA separator{};
@@ -90,13 +94,19 @@ void ToolbarControl::SizeButtons(HFONT font) {
 void ToolbarControl::Dock() {
     RECT inner{};
     GetClientRect(GetParent(Handle()), &inner);
-    MoveTo({0, 0, inner.right, Height()});
+    MoveTo({0, top_, inner.right, height_});
 }
 
 SIZE ToolbarControl::ButtonsSize() const noexcept {
     RECT last{};
     Send(TB_GETITEMRECT, static_cast<WPARAM>(model_.buttons.HighestIndex() - 1), &last);
     return {last.right, height_};
+}
+
+int ToolbarControl::LeastWidth() const noexcept {
+    RECT last{};
+    Send(TB_GETITEMRECT, static_cast<WPARAM>(model_.buttons.HighestIndex() - 1), &last);
+    return last.right;
 }
 
 RECT ToolbarControl::ButtonBounds(std::int32_t position) const noexcept {

@@ -36,6 +36,9 @@ class ToolbarControl final : public Control {
     // Where the last button ends, and the height without what was added.
     SIZE ButtonsSize() const noexcept;
 
+    // Pixels that all buttons take.
+    int LeastWidth() const noexcept;
+
     // Of the button on the screen.
     RECT ButtonBounds(std::int32_t position) const noexcept;
 
@@ -57,6 +60,7 @@ class ToolbarControl final : public Control {
     Toolbar& model_;
     int firstCommand_ = 0;
     Dpi dpi_ = Dpi(96);
+    int top_ = 0;
     int height_ = 0;
     int addedHeight_ = 0;
     Images pictures_;

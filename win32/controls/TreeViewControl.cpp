@@ -1,5 +1,7 @@
 #include "win32/controls/TreeViewControl.h"
 
+#include "win32/SelectionColors.h"
+
 #include <cstring>
 #include <utility>
 
@@ -134,6 +136,8 @@ Answer TreeViewControl::OnNotify(NMHDR& notification) {
     case TVN_ITEMEXPANDEDA:
         OnExpanded(reinterpret_cast<const NMTREEVIEWA&>(notification));
         return Handled;
+    case NM_CUSTOMDRAW:
+        return OnCustomDraw(reinterpret_cast<NMTVCUSTOMDRAW&>(notification));
     case TVN_KEYDOWN:
         return OnKeyDown(reinterpret_cast<const NMTVKEYDOWN&>(notification).wVKey) ? 1 : 0;
     case NM_CLICK:
@@ -170,6 +174,15 @@ void TreeViewControl::OnExpanded(const NMTREEVIEWA& change) {
     if (flushing_ || position == 0)
         return;
     model_.At(position).expanded = Shown(position).expanded = (change.action & TVE_EXPAND) != 0;
+}
+
+LRESULT TreeViewControl::OnCustomDraw(NMTVCUSTOMDRAW& stage) const {
+    if (stage.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYITEMDRAW;
+    if (stage.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && !HasFocus() &&
+        static_cast<LPARAM>(stage.nmcd.dwItemSpec) == Send(TVM_GETNEXTITEM, TVGN_CARET))
+        MarkUnfocusedSelection(stage);
+    return CDRF_DODEFAULT;
 }
 
 bool TreeViewControl::OnKeyDown(WORD key) {

@@ -50,6 +50,7 @@ class TreeViewControl final : public Control {
     Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnSelectionChanged(const NMTREEVIEWA& change);
     void OnExpanded(const NMTREEVIEWA& change);
+    LRESULT OnCustomDraw(NMTVCUSTOMDRAW& stage) const;
     bool OnKeyDown(WORD key);
     void OnRightClick();
 

@@ -121,6 +121,10 @@ std::string LocaleTextWin::SortKey(const std::string& text) const {
     return key;
 }
 
+std::string LocaleTextWin::ToUtf8(const std::string& text) const {
+    return Utf8Of(text);
+}
+
 char LocaleTextWin::LowerCase(char character) const {
     if (!IsLeadByte(character))
         CharLowerBuffA(&character, 1);

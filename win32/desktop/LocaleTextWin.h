@@ -13,6 +13,7 @@ class LocaleTextWin final : public LocaleText {
     std::string FromDate(DateTime date) const override;
     DateTime ToDate(const std::string& text) const override;
     std::string SortKey(const std::string& text) const override;
+    std::string ToUtf8(const std::string& text) const override;
     char LowerCase(char character) const override;
     bool IsLeadByte(char byte) const override;
 };

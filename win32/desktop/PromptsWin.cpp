@@ -103,8 +103,9 @@ void PromptsWin::RunErrorBox(const std::string& text, const std::string& title) 
     MessageBoxOf(text, title, MB_OK | MB_ICONERROR);
 }
 
-bool PromptsWin::RunYesNoBox(const std::string& text, const std::string& title) {
-    return MessageBoxOf(text, title, MB_YESNO | MB_ICONQUESTION) == IDYES;
+bool PromptsWin::RunYesNoBox(const std::string& text, const std::string& title, DefaultButton defaultButton) {
+    const UINT second = defaultButton == DefaultButton::No ? MB_DEFBUTTON2 : 0;
+    return MessageBoxOf(text, title, MB_YESNO | MB_ICONQUESTION | second) == IDYES;
 }
 
 std::string PromptsWin::RunTextBox(const std::string& prompt, const std::string& title) {

@@ -22,7 +22,7 @@ class PromptsWin final : public Prompts {
 
   private:
     void RunErrorBox(const std::string& text, const std::string& title) override;
-    bool RunYesNoBox(const std::string& text, const std::string& title) override;
+    bool RunYesNoBox(const std::string& text, const std::string& title, DefaultButton defaultButton) override;
     std::string RunTextBox(const std::string& prompt, const std::string& title) override;
     std::string RunSaveFileBox(const std::string& title, const std::string& filter) override;
     std::string RunFolderBox(const std::string& title, const std::string& preselected) override;

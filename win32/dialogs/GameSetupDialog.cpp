@@ -1,13 +1,17 @@
 #include "win32/dialogs/GameSetupDialog.h"
 
+#include "win32/Dpi.h"
+#include "win32/SelectionColors.h"
 #include "win32/resources/ids.h"
 
 #include <algorithm>
-#include <commctrl.h>
 
 namespace quarn {
 
 namespace {
+
+constexpr const char* SetUpMark = "ready"; // of a game that has a path
+constexpr int SmallPicture = 16;           // in pixels of 96 to an inch
 
 constexpr int FieldsOfAGame[] = {ID_txtPath, ID_cmdBrowse, ID_txtConfig, ID_txtName, ID_chkVisible};
 
@@ -26,6 +30,8 @@ void GameSetupDialog::OnInit() {
 
 void GameSetupDialog::FillGameList() {
     const HWND list = Item(ID_lvwGameSel);
+    images_ = Images(Dpi::OfWindow(Handle()).Scaled(SmallPicture), {SetUpMark});
+    SendMessageA(list, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images_.Handle()));
     LVCOLUMNA column{};
     column.mask = LVCF_WIDTH;
     SendMessageA(list, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
@@ -33,16 +39,49 @@ void GameSetupDialog::FillGameList() {
     for (const frmGamSetup::GameItem& game : form_.lvwGameSel) {
         std::string text = game.text;
         LVITEMA item{};
-        item.mask = LVIF_TEXT;
+        item.mask = LVIF_TEXT | LVIF_IMAGE;
         item.iItem = index++;
+        item.iImage = MarkOf(game);
         item.pszText = text.data();
         SendMessageA(list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
     }
-    SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+    constexpr DWORD extended = LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP;
+    SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, extended, extended);
     // As wide as the list: with many games, without what the scroll bar takes.
     SendMessageA(list, LVM_SETCOLUMNWIDTH, 0, LVSCW_AUTOSIZE_USEHEADER);
-    if (form_.HasSelection())
-        SelectGame(0);
+    if (const int selected = SelectedGame(); selected >= 0)
+        SelectGame(selected);
+}
+
+int GameSetupDialog::MarkOf(const frmGamSetup::GameItem& game) const {
+    return form_.IsSetUp(game.key) ? images_.IndexOf(SetUpMark) : I_IMAGENONE;
+}
+
+// -1 where there are no games.
+int GameSetupDialog::SelectedGame() const {
+    const auto selected = std::find_if(form_.lvwGameSel.begin(), form_.lvwGameSel.end(),
+                                       [&](const auto& game) { return game.key == form_.SelectedGame(); });
+    return selected == form_.lvwGameSel.end() ? -1 : static_cast<int>(selected - form_.lvwGameSel.begin());
+}
+
+void GameSetupDialog::ShowMark() {
+    LVITEMA item{};
+    item.mask = LVIF_IMAGE;
+    item.iItem = SelectedGame();
+    if (item.iItem < 0)
+        return;
+    item.iImage = MarkOf(form_.lvwGameSel[static_cast<std::size_t>(item.iItem)]);
+    SendMessageA(Item(ID_lvwGameSel), LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+LRESULT GameSetupDialog::OnCustomDraw(NMLVCUSTOMDRAW& stage) const {
+    const HWND list = Item(ID_lvwGameSel);
+    if (stage.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYITEMDRAW;
+    if (stage.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && GetFocus() != list &&
+        SendMessageA(list, LVM_GETITEMSTATE, stage.nmcd.dwItemSpec, LVIS_SELECTED) != 0)
+        MarkUnfocusedSelection(stage);
+    return CDRF_DODEFAULT;
 }
 
 void GameSetupDialog::SelectGame(int index) noexcept {
@@ -79,6 +118,7 @@ void GameSetupDialog::OnCommand(int id, int notification) {
     } else if (id == ID_cmdBrowse && notification == BN_CLICKED) {
         form_.cmdBrowse_Click();
         ShowFields();
+        ShowMark();
     }
 }
 
@@ -86,6 +126,7 @@ void GameSetupDialog::TakeField(int id) {
     if (id == ID_txtPath) {
         form_.txtPath = ItemText(id);
         form_.txtPath_Change();
+        ShowMark();
     } else if (id == ID_txtConfig) {
         form_.txtConfig = ItemText(id);
         form_.txtConfig_Change();
@@ -98,17 +139,16 @@ void GameSetupDialog::TakeField(int id) {
 LRESULT GameSetupDialog::OnNotify(NMHDR& notification) {
     if (notification.idFrom != ID_lvwGameSel)
         return 0;
+    if (notification.code == NM_CUSTOMDRAW)
+        return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(notification));
     if (notification.code == LVN_ITEMCHANGED) {
         const auto& change = reinterpret_cast<const NMLISTVIEW&>(notification);
         if ((change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0)
             GameSelected(change.iItem);
     } else if (notification.code == NM_CLICK || notification.code == NM_RCLICK) {
         // A click beside the games takes the selection away; the fields still belong to a game.
-        const auto selected =
-            std::find_if(form_.lvwGameSel.begin(), form_.lvwGameSel.end(),
-                         [&](const auto& game) { return game.key == form_.SelectedGame(); });
-        if (selected != form_.lvwGameSel.end())
-            SelectGame(static_cast<int>(selected - form_.lvwGameSel.begin()));
+        if (const int selected = SelectedGame(); selected >= 0)
+            SelectGame(selected);
     }
     return 0;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "launch/frmGamSetup.h"
+#include "win32/Images.h"
 #include "win32/ToolTips.h"
 #include "win32/dialogs/FormDialog.h"
 
@@ -19,7 +20,11 @@ class GameSetupDialog final : public FormDialog {
     void OnDestroy() override { form_.Form_Unload(); }
 
     void FillGameList();
+    int MarkOf(const frmGamSetup::GameItem& game) const;
+    int SelectedGame() const;
     void SelectGame(int index) noexcept;
+    void ShowMark();
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& stage) const;
     void AddToolTips();
     void ShowFields();
     void TakeField(int id);
@@ -27,6 +32,7 @@ class GameSetupDialog final : public FormDialog {
 
     frmGamSetup& form_;
     ToolTips toolTips_;
+    Images images_;              // outlives the list, which does not own it
     bool showingFields_ = false; // what the fields tell meanwhile is not the user's doing
 };
 

@@ -74,6 +74,12 @@ Lines Rectangle(Session& session, const Words& arguments) {
             std::to_string(rect.right - rect.left) + " " + std::to_string(rect.bottom - rect.top)};
 }
 
+Lines Repaint(Session& session, const Words& arguments) {
+    RedrawWindow(session.Control(arguments[0]), nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    return {};
+}
+
 // The property in which Wine stores the window's number on the display.
 Lines XWindow(Session& session, const Words&) {
     const HANDLE window = GetPropA(session.Window(), "__wine_x11_whole_window");
@@ -135,6 +141,7 @@ Commands WindowCommands() {
         {"top-most", "", "prints 1 when the window stays in front of all others, else 0", 0, TopMost},
         {"rectangle", "[CONTROL]", "prints left, top, width and height in pixels of the screen", 0,
          Rectangle},
+        {"repaint", "CONTROL", "has a control painted again as a whole", 1, Repaint},
         {"x-window", "", "prints the window's number on the X display", 0, XWindow},
         {"move", "LEFT TOP WIDTH HEIGHT", "moves and sizes the window", 4, Move},
         {"change-dpi", "BEFORE NOW", "moves the window to a screen of another scale, in dots per inch", 2,

@@ -85,7 +85,7 @@ class Gamenet:
             self._process = subprocess.Popen(
                 [GAMENET, "--die-with-parent", "--ready-file", ready, "--write-truth", truth]
                 + ["--write-games-ini", self.games_ini, "--country-file", self.country_file]
-                + ["--stats", folder / "statistics"]
+                + ["--stats", folder / "statistics", "--record", folder / "record"]
                 + [str(option) for option in options],
                 stdin=subprocess.DEVNULL,
                 stdout=log,
@@ -105,6 +105,13 @@ class Gamenet:
         self.__exit__()
         lines = (self._folder / "statistics").read_text().split()
         return {name: int(count) for name, count in (line.split("=") for line in lines)}
+
+    def requests(self):
+        """Every request that the network received, in its order, once it has ended: "master" or "server", the
+        game, the address asked, the bytes."""
+        self.__exit__()
+        lines = (self._folder / "record").read_text().splitlines()
+        return [(*words, bytes.fromhex(data)) for *words, data in (line.split(" ") for line in lines)]
 
     def __enter__(self):
         return self

@@ -3,6 +3,8 @@
 #include "win32/controls/ToolbarControl.h"
 
 #include "tests/win32/harness/ControlHost.h"
+#include "tests/win32/harness/PaintedPixels.h"
+#include "win32/Fonts.h"
 
 #include <gtest/gtest.h>
 
@@ -100,6 +102,35 @@ TEST_F(ToolbarControlTest, GrowsWithTheDpi) {
     const int height = control.Height();
     control.SetLook(Dpi(192), nullptr);
     EXPECT_EQ(control.Height(), 2 * height);
+}
+
+TEST_F(ToolbarControlTest, HasItsContentInTheMiddle) {
+    control.Flush();
+    for (const UINT dpi : {96U, 120U, 144U, 192U}) {
+        const FontHandle font = MessageFont(Dpi(dpi));
+        control.SetLook(Dpi(dpi), font.Get());
+        control.Dock();
+        ControlHost::RunPendingEvents();
+        const PaintedPixels shown(host.Handle());
+        int first = -1;
+        int last = -1;
+        for (int y = 0; y < control.Height() - 2; ++y)
+            for (int x = 4; x < Dpi(dpi).Scaled(60); ++x)
+                if (shown.At(x, y) != shown.At(2, y)) {
+                    first = first < 0 ? y : first;
+                    last = y;
+                }
+        const int below = control.Height() - 2 - last - 1;
+        EXPECT_NEAR(first, below, Dpi(dpi).Scaled(4)) << dpi;
+        control.SetLook(Dpi(dpi), nullptr);
+    }
+}
+
+TEST_F(ToolbarControlTest, TellsTheWidthOfItsButtons) {
+    RECT last{};
+    SendMessageA(control.Handle(), TB_GETITEMRECT, 3, reinterpret_cast<LPARAM>(&last));
+    EXPECT_EQ(control.LeastWidth(), last.right);
+    EXPECT_GT(control.LeastWidth(), 3 * 72);
 }
 
 class StatusBarControlTest : public testing::Test {

@@ -1,6 +1,8 @@
 #include "win32/controls/ListViewControl.h"
 
 #include "tests/win32/harness/ControlHost.h"
+#include "tests/win32/harness/PaintedPixels.h"
+#include "win32/SelectionColors.h"
 
 #include <algorithm>
 #include <commctrl.h>
@@ -111,6 +113,52 @@ class ListViewControlTest : public testing::Test {
         DeleteDC(canvas);
         ReleaseDC(control.Handle(), screen);
         return lines;
+    }
+
+    // What is on the screen, and what a repaint of everything makes of it.
+    void ExpectNothingLeftToRepaint() {
+        ControlHost::RunPendingEvents();
+        const PaintedPixels shown(control.Handle());
+        RedrawWindow(control.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+        EXPECT_EQ(shown, PaintedPixels(control.Handle()));
+    }
+
+    RECT RowBounds(std::int32_t row) const {
+        RECT bounds{LVIR_BOUNDS, 0, 0, 0};
+        SendMessageA(control.Handle(), LVM_GETITEMRECT, static_cast<WPARAM>(row - 1),
+                     reinterpret_cast<LPARAM>(&bounds));
+        return bounds;
+    }
+
+    int ColumnWidth(std::int32_t column) const {
+        return static_cast<int>(
+            SendMessageA(control.Handle(), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItem(column)), 0));
+    }
+
+    // The tooltip for the place under the mouse, which is a number of pixels right of a column's edge.
+    std::string ToolTipOver(std::int32_t row, std::int32_t column, int right = 5) const {
+        const auto header = reinterpret_cast<HWND>(SendMessageA(control.Handle(), LVM_GETHEADER, 0, 0));
+        RECT bounds{};
+        SendMessageA(header, HDM_GETITEMRECT, static_cast<WPARAM>(SubItem(column)),
+                     reinterpret_cast<LPARAM>(&bounds));
+        SendMessageA(control.Handle(), WM_MOUSEMOVE, 0,
+                     MAKELPARAM(bounds.left + right, RowBounds(row).top + 3));
+        for (HWND tip = nullptr; (tip = FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr)) != nullptr;) {
+            char text[300] = "";
+            TTTOOLINFOA tool{};
+            tool.cbSize = TTTOOLINFOA_V1_SIZE;
+            tool.hwnd = control.Handle();
+            tool.uId = 1;
+            tool.lpszText = text;
+            DWORD process = 0;
+            GetWindowThreadProcessId(tip, &process);
+            if (process == GetCurrentProcessId() &&
+                SendMessageA(tip, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool)) != 0) {
+                SendMessageA(tip, TTM_GETTEXTA, sizeof text, reinterpret_cast<LPARAM>(&tool));
+                return text;
+            }
+        }
+        return "no tooltip";
     }
 
     int HeaderFormat(std::int32_t column) const {
@@ -376,6 +424,136 @@ TEST_F(ListViewControlTest, PaintsTheImageOfARowInTheMiddleOfTheFirstColumn) {
     EXPECT_LT(lock.back(), 7 + 16);
     EXPECT_EQ(PaintedLines(1, 3), name);
     EXPECT_LT(name.front(), 12) << "no room for an image";
+}
+
+TEST_F(ListViewControlTest, LeavesNoLockOnRowsThatMovedAway) {
+    const Images pictures(16, {"locked"});
+    control.SetImages(pictures, ListViewControl::Pictures::OfRowsAndHeaders);
+    AddRows({"g", "b", "f", "a", "e", "c", "d"});
+    for (const std::int32_t row : {1, 2, 5})
+        model.Edit(row).smallIcon = "locked";
+    control.Flush();
+    ExpectNothingLeftToRepaint();
+    model.Sort(2, SortOrder::Ascending);
+    control.Flush();
+    ExpectNothingLeftToRepaint();
+    for (std::int32_t row = 1; row <= 7; ++row)
+        model.Edit(row).smallIcon.clear();
+    control.Flush();
+    ExpectNothingLeftToRepaint();
+}
+
+TEST_F(ListViewControlTest, ShowsEachRowOnceAfterItHasGrownAtItsEnd) {
+    for (int i = 0; i < 60; ++i) {
+        const std::int32_t row = model.Add();
+        model.Cell(row, 3).text = "Server " + std::to_string(row);
+    }
+    control.Flush();
+    ControlHost::RunPendingEvents();
+    SetFocus(control.Handle());
+    SendMessageA(control.Handle(), WM_KEYDOWN, VK_END, 1);
+    control.Flush();
+    ExpectNothingLeftToRepaint();
+    control.MoveTo({0, 0, 600, 540});
+    ExpectNothingLeftToRepaint();
+}
+
+TEST_F(ListViewControlTest, MarksItsSelectionAlsoWithoutTheFocus) {
+    AddRows({"a", "b", "c"});
+    SelectInControl(2);
+    const auto ground = [&](std::int32_t row) {
+        ControlHost::RunPendingEvents();
+        const RECT bounds = RowBounds(row);
+        // Between the texts.
+        return PaintedPixels(control.Handle()).At(bounds.right - 60, (bounds.top + bounds.bottom) / 2);
+    };
+    SetFocus(host.Handle());
+    EXPECT_EQ(ground(2), ColorsOfUnfocusedSelection().ground);
+    EXPECT_EQ(ground(1), GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(ground(3), GetSysColor(COLOR_WINDOW));
+    SetFocus(control.Handle());
+    EXPECT_EQ(ground(2), GetSysColor(COLOR_HIGHLIGHT));
+    SetFocus(host.Handle());
+    EXPECT_EQ(ground(2), ColorsOfUnfocusedSelection().ground);
+}
+
+TEST_F(ListViewControlTest, ColumnsThatFillTakeWhatTheOthersLeave) {
+    model.columns[3].fills = true;
+    control.MoveTo({0, 0, 700, 400});
+    const int scrollBar = GetSystemMetrics(SM_CXVSCROLL);
+    const int edges = 2 * GetSystemMetrics(SM_CXEDGE);
+    EXPECT_EQ(ColumnWidth(1), 30);
+    EXPECT_EQ(ColumnWidth(2), 100);
+    EXPECT_EQ(ColumnWidth(3), 700 - edges - scrollBar - 130);
+    AddManyRows(1000);
+    EXPECT_EQ(ColumnWidth(3), 700 - edges - scrollBar - 130);
+    EXPECT_EQ(GetWindowLongA(control.Handle(), GWL_STYLE) & WS_HSCROLL, 0);
+    control.MoveTo({0, 0, 200, 400});
+    EXPECT_EQ(ColumnWidth(3), 200) << "its width is the least";
+}
+
+TEST_F(ListViewControlTest, LeavesColumnsAloneOnceTheUserHasChangedOne) {
+    model.columns[3].fills = true;
+    control.MoveTo({0, 0, 700, 400});
+    const auto header = reinterpret_cast<HWND>(SendMessageA(control.Handle(), LVM_GETHEADER, 0, 0));
+    SendMessageA(control.Handle(), LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(SubItem(3)), 77);
+    NMHEADERA change{};
+    change.hdr = {header, 0, static_cast<UINT>(HDN_ENDTRACKA)};
+    SendMessageA(control.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&change));
+    control.MoveTo({0, 0, 800, 400});
+    EXPECT_EQ(ColumnWidth(3), 77);
+}
+
+TEST_F(ListViewControlTest, TellsTheWholeTextOfACellThatIsCut) {
+    const std::string longName = "A server whose name is much longer than any column of the list may be";
+    AddRows({"short", longName});
+    EXPECT_EQ(ToolTipOver(2, 3), longName);
+    EXPECT_EQ(ToolTipOver(1, 3), "");
+    EXPECT_EQ(ToolTipOver(2, 2), "");
+    model.Cell(1, 2).text = "255.255.255.255:65535 and more";
+    EXPECT_EQ(ToolTipOver(1, 2), "255.255.255.255:65535 and more");
+    EXPECT_EQ(ToolTipOver(2, 3, 500), "") << "right of the last column";
+    model.Clear();
+    control.Flush();
+    EXPECT_EQ(ToolTipOver(1, 3), "");
+}
+
+TEST_F(ListViewControlTest, SaysWhatToDoWhereItHasNoRows) {
+    const auto greyPixels = [&] {
+        ControlHost::RunPendingEvents();
+        const PaintedPixels shown(control.Handle());
+        return shown.Count({0, 20, shown.Width(), 120}, GetSysColor(COLOR_GRAYTEXT));
+    };
+    EXPECT_EQ(greyPixels(), 0);
+    std::string text = "Press Renew.";
+    model.emptyText = [&] { return text; };
+    control.Flush();
+    EXPECT_GT(greyPixels(), 20);
+    EXPECT_EQ(Count(), 0);
+    ExpectNothingLeftToRepaint();
+    text = "M";
+    control.Flush();
+    ExpectNothingLeftToRepaint();
+    AddRows({"Alpha"});
+    EXPECT_EQ(greyPixels(), 0);
+    model.Clear();
+    control.Flush();
+    EXPECT_GT(greyPixels(), 1);
+    text.clear();
+    control.Flush();
+    EXPECT_EQ(greyPixels(), 0);
+}
+
+// A small slip before the release makes a drag of a click.
+TEST_F(ListViewControlTest, TakesTheBeginningOfADragForAClick) {
+    AddRows({"a", "b"});
+    std::vector<std::string> events;
+    control.MouseReleased = [&] { events.push_back("released"); };
+    control.Clicked = [&] { events.push_back("clicked"); };
+    NMLISTVIEW drag{};
+    drag.hdr = {control.Handle(), 1, static_cast<UINT>(LVN_BEGINDRAG)};
+    SendMessageA(host.Handle(), WM_NOTIFY, 1, reinterpret_cast<LPARAM>(&drag));
+    EXPECT_EQ(events, (std::vector<std::string>{"released", "clicked"}));
 }
 
 TEST_F(ListViewControlTest, SelectsTheRowUnderTheRightButtonBeforeItTells) {

@@ -1,6 +1,8 @@
 #include "win32/controls/TreeViewControl.h"
 
 #include "tests/win32/harness/ControlHost.h"
+#include "tests/win32/harness/PaintedPixels.h"
+#include "win32/SelectionColors.h"
 
 #include <gtest/gtest.h>
 
@@ -157,6 +159,28 @@ TEST_F(TreeViewControlTest, ReportsNoClickNextToTheNodesOrOnTheirButtons) {
     Click(WM_LBUTTONDOWN, WM_LBUTTONUP, MAKELPARAM(290, 390));
     Click(WM_LBUTTONDOWN, WM_LBUTTONUP, MAKELPARAM(8, HIWORD(games)));
     EXPECT_EQ(clicked, Keys{});
+}
+
+TEST_F(TreeViewControlTest, MarksTheSelectedNodeAlsoWithoutTheFocus) {
+    model.Select("q3");
+    control.Flush();
+    const auto pixelsOf = [&](const char* key, COLORREF color) {
+        ControlHost::RunPendingEvents();
+        HTREEITEM item = Next(TVGN_ROOT);
+        if (std::string(key) == "q3")
+            item = Next(TVGN_CHILD, item);
+        RECT bounds{};
+        std::memcpy(&bounds, &item, sizeof item);
+        SendMessageA(control.Handle(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&bounds));
+        return PaintedPixels(control.Handle()).Count(bounds, color);
+    };
+    SetFocus(host.Handle());
+    EXPECT_GT(pixelsOf("q3", ColorsOfUnfocusedSelection().ground), 100);
+    EXPECT_EQ(pixelsOf("games", ColorsOfUnfocusedSelection().ground), 0);
+    SetFocus(control.Handle());
+    EXPECT_GT(pixelsOf("q3", GetSysColor(COLOR_HIGHLIGHT)), 100);
+    SetFocus(host.Handle());
+    EXPECT_GT(pixelsOf("q3", ColorsOfUnfocusedSelection().ground), 100);
 }
 
 TEST_F(TreeViewControlTest, SelectsTheNodeUnderTheRightButtonWithoutAClick) {

@@ -154,6 +154,7 @@ class CountingLocale : public LocaleText {
     std::int32_t ToLong(const std::string& text) const override { return system_.ToLong(text); }
     std::string FromDate(DateTime date) const override { return system_.FromDate(date); }
     std::string SortKey(const std::string& text) const override { return system_.SortKey(text); }
+    std::string ToUtf8(const std::string& text) const override { return system_.ToUtf8(text); }
     char LowerCase(char character) const override { return system_.LowerCase(character); }
     bool IsLeadByte(char byte) const override { return system_.IsLeadByte(byte); }
     DateTime ToDate(const std::string& text) const override {

@@ -77,6 +77,32 @@ TEST_F(PromptsWinTest, TrueOnYesOnly) {
     EXPECT_FALSE(Answered({[&](HWND) { EXPECT_TRUE(prompts.CancelOpenBox()); }}, ask));
 }
 
+TEST_F(PromptsWinTest, EnterPressesTheDefaultButton) {
+    using Default = Prompts::DefaultButton;
+    for (const bool yes : {true, false}) {
+        int focused = 0;
+        const bool answer =
+            Answered({[&](HWND) {
+                         focused = GetDlgCtrlID(GetFocus());
+                         PostMessageA(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
+                     }},
+                     [&] { return prompts.AskYesNo("Sure?", "Question", yes ? Default::Yes : Default::No); });
+        EXPECT_EQ(focused, yes ? IDYES : IDNO);
+        EXPECT_EQ(answer, yes);
+    }
+}
+
+TEST_F(PromptsWinTest, ShowsAQuestionAsItIs) {
+    std::string text;
+    const std::string question = "a && b & c %1 %s {0} \\n <b>\r\n" + std::string(500, 'W');
+    Answered({[&](HWND box) {
+                 text = DialogDriver::TextOf(box, MessageText);
+                 prompts.CancelOpenBox();
+             }},
+             [&] { return prompts.AskYesNo(question, "Question"); });
+    EXPECT_EQ(text, question);
+}
+
 TEST_F(PromptsWinTest, ANestedMessageBoxIsOwnedByTheOuterOne) {
     HWND first = nullptr;
     Answered({[&](HWND box) {

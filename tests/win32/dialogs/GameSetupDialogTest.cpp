@@ -52,6 +52,29 @@ TEST_F(GameSetupDialogTest, ShowsTheGamesAndTheFirstOnesSetup) {
     EXPECT_EQ(treeRefreshed, 1);
 }
 
+TEST_F(GameSetupDialogTest, MarksTheGamesThatAreSetUpAndBeginsWithTheOneAskedFor) {
+    program.GamePath[1] = "C:\\Games\\Arena\\";
+    const auto isMarked = [](HWND dialog, int index) {
+        LVITEMA item{};
+        item.mask = LVIF_IMAGE;
+        item.iItem = index;
+        SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+        return item.iImage >= 0;
+    };
+    frmGamSetup form(
+        program, desktop.Interfaces(), [] {}, [this] { forms.Unload(); }, "cb");
+    Show(form, {[&](HWND dialog) {
+             EXPECT_EQ(Selected(dialog), 1);
+             EXPECT_TRUE(isMarked(dialog, 0));
+             EXPECT_FALSE(isMarked(dialog, 1));
+             Type(dialog, ID_txtPath, "D:\\Crow");
+             EXPECT_TRUE(isMarked(dialog, 1));
+             Type(dialog, ID_txtPath, "");
+             EXPECT_FALSE(isMarked(dialog, 1));
+             DialogDriver::Press(dialog, IDCANCEL);
+         }});
+}
+
 TEST_F(GameSetupDialogTest, LabelsItsFields) {
     Show(GameSetup(), {[&](HWND dialog) {
              const struct {

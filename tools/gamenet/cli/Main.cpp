@@ -33,7 +33,7 @@ void WriteWanted(const std::string& path, const std::string& content) {
 
 int RunNetwork(const Options& options) {
     const World world = CreateWorld(options.network);
-    Emulation emulation(options.network, world);
+    Emulation emulation(options.network, world, !options.record.empty());
     if (options.dieWithParent && !WatchParent())
         return Failed;
     const std::vector<Endpoint> masters = emulation.Masters();
@@ -47,6 +47,7 @@ int RunNetwork(const Options& options) {
     WriteWanted(options.readyFile, std::to_string(getpid()) + '\n');
     emulation.Run(options.duration);
     WriteWanted(options.stats, emulation.Statistics());
+    WriteWanted(options.record, emulation.Requests());
     return 0;
 }
 

@@ -62,6 +62,8 @@ constexpr Option OptionTable[] = {
      [](Options& o, const std::string& v) { o.countryFile = v; }},
     {"stats", "PATH", "packet counts, written at the end",
      [](Options& o, const std::string& v) { o.stats = v; }},
+    {"record", "PATH", "every request in its order, written at the end",
+     [](Options& o, const std::string& v) { o.record = v; }},
 };
 
 const Option* FindOption(std::string_view name) {

@@ -21,6 +21,7 @@ struct Options {
     std::string countryFile;
     std::string readyFile;
     std::string stats;
+    std::string record;
 };
 
 // arguments: without the program's name. Reads the files that --config and --list name. The

@@ -1,7 +1,5 @@
 #include "tools/gamenet/network/Emulation.h"
 
-#include "tools/gamenet/protocol/ServerReplies.h"
-
 #include <algorithm>
 #include <array>
 
@@ -21,12 +19,13 @@ constexpr std::size_t OtherDescriptors = 64;
 
 } // namespace
 
-Emulation::Emulation(const NetworkSettings& network, const World& world)
+Emulation::Emulation(const NetworkSettings& network, const World& world, bool recordsRequests)
     : network_(network),
       world_(world),
       responder_(network, world),
       signals_(TerminationSignals()),
       timer_(CreateTimer()),
+      recordsRequests_(recordsRequests),
       start_(Clock::now()) {
     AllowDescriptors(world.servers.size() + network.games.size() + OtherDescriptors);
     poller_.Add(signals_, SignalToken);
@@ -57,7 +56,7 @@ void Emulation::BindServers() {
 
 void Emulation::AddPort(Descriptor socket, bool isMaster, std::size_t index) {
     poller_.Add(socket, ports_.size());
-    ports_.push_back({std::move(socket), isMaster, index, {}, {}});
+    ports_.push_back({std::move(socket), isMaster, index});
 }
 
 std::vector<Endpoint> Emulation::Masters() const {
@@ -101,7 +100,9 @@ void Emulation::Receive(std::size_t port) {
 }
 
 void Emulation::Answer(std::size_t index, std::string_view request, const Endpoint& from) {
-    Port& port = ports_[index];
+    const Port& port = ports_[index];
+    if (recordsRequests_)
+        Record(port, request);
     const Clock::time_point now = Clock::now();
     const auto sinceStart = std::chrono::duration_cast<std::chrono::milliseconds>(now - start_);
     std::vector<TimedReply> replies = port.isMaster ? responder_.AskMaster(port.index, request)
@@ -111,24 +112,21 @@ void Emulation::Answer(std::size_t index, std::string_view request, const Endpoi
             ++dropped_;
             continue;
         }
-        pending_.push(
-            {DueTime(port, from, request, now + reply.delay), order_++, index, from, std::move(reply.bytes)});
+        pending_.push({now + reply.delay, order_++, index, from, std::move(reply.bytes)});
     }
 }
 
-Clock::time_point Emulation::DueTime(Port& port, const Endpoint& to, std::string_view request,
-                                     Clock::time_point due) const {
-    if (port.isMaster)
-        return due;
-    const Family family = network_.games[world_.servers[port.index].game].family;
-    if (family != Family::HalfLife)
-        return due;
-    const bool sameBurst = port.burstPeer == to && port.burstDue > Clock::now();
-    if (!sameBurst) {
-        port.burstPeer = to;
-        port.burstDue = due;
+void Emulation::Record(const Port& port, std::string_view request) {
+    const std::size_t game = port.isMaster ? port.index : world_.servers[port.index].game;
+    requests_ += (port.isMaster ? "master " : "server ") + network_.games[game].shortName + ' ' +
+                 EndpointText(BoundEndpoint(port.socket)) + ' ';
+    for (const char character : request) {
+        constexpr std::string_view Digits = "0123456789abcdef";
+        const auto byte = static_cast<unsigned char>(character);
+        requests_ += Digits[byte >> 4];
+        requests_ += Digits[byte & 15];
     }
-    return port.burstDue + std::chrono::nanoseconds(ClosesQuery(family, request) ? 1 : 0);
+    requests_ += '\n';
 }
 
 void Emulation::SendDue() {

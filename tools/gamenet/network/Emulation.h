@@ -17,8 +17,8 @@ namespace quarn::gamenet {
 class Emulation {
   public:
     // Binds everything. Keeps references to both arguments; they must outlive it. Throws
-    // std::system_error.
-    Emulation(const NetworkSettings& network, const World& world);
+    // std::system_error. With `recordsRequests` it keeps a line for each datagram that it receives.
+    Emulation(const NetworkSettings& network, const World& world, bool recordsRequests);
 
     // The endpoint of each game's master.
     std::vector<Endpoint> Masters() const;
@@ -29,14 +29,15 @@ class Emulation {
     // Lines "name=count".
     std::string Statistics() const;
 
+    // Of each datagram received, in their order, a line: "master" or "server", the game's short name, its
+    // address and port, and its bytes in hexadecimal.
+    const std::string& Requests() const { return requests_; }
+
   private:
     struct Port {
         Descriptor socket;
         bool isMaster = false;
         std::size_t index = 0; // of the game or the server
-        // Half-Life: replies of one frame to one peer are sent together.
-        Endpoint burstPeer;
-        Clock::time_point burstDue;
     };
 
     struct Pending {
@@ -58,8 +59,7 @@ class Emulation {
     void AddPort(Descriptor socket, bool isMaster, std::size_t index);
     void Receive(std::size_t port);
     void Answer(std::size_t port, std::string_view request, const Endpoint& from);
-    Clock::time_point DueTime(Port& port, const Endpoint& to, std::string_view request,
-                              Clock::time_point due) const;
+    void Record(const Port& port, std::string_view request);
     void SendDue();
 
     const NetworkSettings& network_;
@@ -71,6 +71,8 @@ class Emulation {
     std::vector<Port> ports_; // masters first, in the order of the games
     std::priority_queue<Pending, std::vector<Pending>, Later> pending_;
     std::vector<char> buffer_ = std::vector<char>(65536);
+    bool recordsRequests_;
+    std::string requests_;
     std::uint64_t order_ = 0;
     Clock::time_point start_;
     std::uint64_t notSent_ = 0;

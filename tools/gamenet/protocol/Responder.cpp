@@ -3,18 +3,12 @@
 #include "tools/gamenet/protocol/MasterReplies.h"
 #include "tools/gamenet/protocol/ServerReplies.h"
 
-#include <algorithm>
-
 namespace quarn::gamenet {
 namespace {
 
 using std::chrono::milliseconds;
 
-enum Purpose : std::uint64_t { LossDraw = 100, JitterDraw, LieDraw, MasterDraw };
-
-// Game servers read their network once a frame. A Half-Life server gets three requests at once, and because
-// of the frame its three replies are sent together.
-constexpr milliseconds HalfLifeFrame{10};
+enum Purpose : std::uint64_t { LossDraw = 100, JitterDraw, LieDraw, MasterDraw, SpreadDraw };
 
 std::vector<std::vector<Endpoint>> MasterLists(const NetworkSettings& network, const World& world) {
     std::vector<std::vector<Endpoint>> lists(network.games.size());
@@ -72,8 +66,12 @@ std::vector<TimedReply> Responder::AskServer(std::size_t index, std::string_view
     }
     Random jitter({network_.seed, JitterDraw, server.id, count});
     TimedReply honest{*bytes, milliseconds(server.latency + jitter.Between(0, game.jitter))};
-    if (game.family == Family::HalfLife)
-        honest.delay = std::max(honest.delay, HalfLifeFrame);
+    if (game.family == Family::HalfLife) {
+        Random spread({network_.seed, SpreadDraw, server.id, count});
+        honest.delay += milliseconds(spread.Between(0, game.spread));
+        if (!OpensQuery(game.family, request))
+            honest.delay += milliseconds(game.detailsAfter);
+    }
     std::vector<TimedReply> replies{honest};
     if (server.conduct == Conduct::Liar)
         replies = Lie(server.lie, game.family, status, request, honest, game.lateBy,

@@ -168,10 +168,6 @@ bool OpensQuery(Family family, std::string_view request) {
     return family != Family::HalfLife || AfterWord(request, Quake3Mark, "info").has_value();
 }
 
-bool ClosesQuery(Family family, std::string_view request) {
-    return family != Family::HalfLife || AfterWord(request, Quake3Mark, "players").has_value();
-}
-
 std::string MainReply(Family family, const ServerStatus& status) {
     if (family == Family::Quake3)
         return Quake3Status(status, {});

@@ -28,10 +28,6 @@ std::optional<std::string> ServerReply(Family family, const ServerStatus& status
 // Whether this request starts a query of the server. A query of a Half-Life server takes several requests.
 bool OpensQuery(Family family, std::string_view request);
 
-// Whether the reply to this request is sent after all others of the same query, so that a client that has it
-// has them all.
-bool ClosesQuery(Family family, std::string_view request);
-
 // The family's main reply to a request without a challenge.
 std::string MainReply(Family family, const ServerStatus& status);
 

@@ -80,6 +80,8 @@ struct GameSettings {
     int lateBy = 1500; // milliseconds by which a late liar is late
     Churn churn;
     std::string serverInfo; // Half-Life: description text of the info reply
+    int spread = 8;         // Half-Life: milliseconds, drawn for each of a server's three replies and added
+    int detailsAfter = 0;   // Half-Life: milliseconds, added to the replies about players and rules
 
     std::optional<Endpoint> master; // none: the network's master address and the next free port
     int masterLatency = 5;          // milliseconds

@@ -83,6 +83,10 @@ TEST(Options, ReadsEverySettingOfAGame) {
                                              "27099",
                                              "--info",
                                              "About",
+                                             "--spread",
+                                             "3",
+                                             "--details-after",
+                                             "30",
                                              "--master",
                                              "127.9.9.9:1",
                                              "--master-latency",
@@ -108,12 +112,15 @@ TEST(Options, ReadsEverySettingOfAGame) {
     EXPECT_EQ(game.halfLifeList, HalfLifeList::Packed);
     EXPECT_EQ(game.fill.low, 100);
     EXPECT_EQ(game.port, 27099);
+    EXPECT_EQ(game.spread, 3);
+    EXPECT_EQ(game.detailsAfter, 30);
 }
 
 TEST(Options, HelpNamesEveryOptionOnce) {
     const std::string help = HelpText();
-    for (const std::string name : {"games", "config", "list", "seed", "countries", "latency", "liar-kinds",
-                                   "master-lie", "write-truth", "ready-file", "die-with-parent", "stats"}) {
+    for (const std::string name :
+         {"games", "config", "list", "seed", "countries", "latency", "liar-kinds", "master-lie",
+          "write-truth", "ready-file", "die-with-parent", "stats", "record", "spread", "details-after"}) {
         const std::string entry = "  --" + name + ' ';
         EXPECT_NE(help.find(entry), std::string::npos) << name;
         EXPECT_EQ(help.find(entry), help.rfind(entry)) << name;
@@ -162,6 +169,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadArguments{{"--churn", "seconds"}, "churn: not static"},
         BadArguments{{"--churn", "seconds:0"}, "churn: not from 1"},
         BadArguments{{"--churn", "days:3"}, "churn: not static"},
+        BadArguments{{"--spread", "-1"}, "spread: not from 0"},
+        BadArguments{{"--details-after", "soon"}, "details-after: not a whole number"},
         BadArguments{{"--slots", "0"}, "slots: not from 1"},
         BadArguments{{"--slots", "65"}, "slots: not from 1"},
         BadArguments{{"--slots", "d3=8-33"}, "d3: slots"}, BadArguments{{"--port", "0"}, "port: not from 1"},

@@ -17,6 +17,7 @@ std::vector<TimedReply> AskLiar(Family family, LiarKind kind) {
     network.games[0].liars = 100;
     network.games[0].liarKinds = {kind};
     network.games[0].lateBy = 1234;
+    network.games[0].spread = 0;
     const World world = CreateWorld(network);
     return Responder(network, world).AskServer(0, StatusRequests(family).front(), {});
 }

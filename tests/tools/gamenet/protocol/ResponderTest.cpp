@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <set>
+#include <vector>
 
 namespace quarn::gamenet {
 namespace {
@@ -52,13 +54,52 @@ TEST(Responder, AddsJitterToTheLatency) {
     EXPECT_EQ(high, milliseconds(25));
 }
 
-TEST(Responder, HalfLifeServersAnswerOnceAFrame) {
-    NetworkSettings network = OneServer(Family::HalfLife);
-    network.games[0].latency = {0, 0};
+// The delays of the replies to info, players and rules.
+std::vector<milliseconds> HalfLifeDelays(Responder& responder) {
+    std::vector<milliseconds> delays;
+    for (const std::string& request : StatusRequests(Family::HalfLife))
+        delays.push_back(responder.AskServer(0, request, {}).at(0).delay);
+    return delays;
+}
+
+TEST(Responder, HalfLifeRepliesLeaveInAnyOrder) {
+    const NetworkSettings network = OneServer(Family::HalfLife);
     const World world = CreateWorld(network);
     Responder responder(network, world);
-    EXPECT_EQ(responder.AskServer(0, StatusRequests(Family::HalfLife).front(), {}).at(0).delay,
-              milliseconds(10));
+    std::set<std::size_t> first;
+    std::set<std::size_t> last;
+    for (int nth = 0; nth < 100; ++nth) {
+        const std::vector<milliseconds> delays = HalfLifeDelays(responder);
+        const auto [low, high] = std::ranges::minmax_element(delays);
+        EXPECT_GE(*low, milliseconds(20));
+        EXPECT_LE(*high, milliseconds(28));
+        first.insert(static_cast<std::size_t>(low - delays.begin()));
+        last.insert(static_cast<std::size_t>(high - delays.begin()));
+    }
+    EXPECT_EQ(first, (std::set<std::size_t>{0, 1, 2}));
+    EXPECT_EQ(last, (std::set<std::size_t>{0, 1, 2}));
+}
+
+TEST(Responder, PlayersAndRulesOfAHalfLifeServerMayBeLater) {
+    NetworkSettings network = OneServer(Family::HalfLife);
+    network.games[0].spread = 0;
+    network.games[0].detailsAfter = 30;
+    const World world = CreateWorld(network);
+    Responder responder(network, world);
+    EXPECT_EQ(HalfLifeDelays(responder),
+              (std::vector<milliseconds>{milliseconds(20), milliseconds(50), milliseconds(50)}));
+}
+
+TEST(Responder, OtherFamiliesSendOneReplyWithoutSpread) {
+    for (const Family family : {Family::Quake3, Family::Doom3}) {
+        NetworkSettings network = OneServer(family);
+        network.games[0].detailsAfter = 30;
+        const World world = CreateWorld(network);
+        Responder responder(network, world);
+        for (int nth = 0; nth < 20; ++nth)
+            EXPECT_EQ(responder.AskServer(0, StatusRequests(family).front(), {}).at(0).delay,
+                      milliseconds(20));
+    }
 }
 
 TEST(Responder, SilentServersDoNotAnswer) {
