@@ -277,6 +277,6 @@ def test_a_column_keeps_the_width_that_it_was_given(run, start, place):
     assert settings(quarn)["Extras"]["ColumnWidths"] == "0,0,0,4995,0,0,0,0,0,0,0,0,0,0"
     quarn = start(place)
     quarn.wait_until_usable()
-    quarn.do("post", lists, set_width, 0, 176)  # the width of its design
+    quarn.do("post", lists, set_width, 0, 160)  # the width of its design
     assert quarn.close() == 0
     assert "ColumnWidths" not in settings(quarn)["Extras"]
