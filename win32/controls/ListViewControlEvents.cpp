@@ -141,11 +141,11 @@ Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return answer;
     }
     case WM_NOTIFY: {
-        const LRESULT answer = PassOn(message, wParam, lParam);
+        // Before the list sees it: a scroll bar that appears then would have the columns fitted again.
         const auto& notification = *reinterpret_cast<const NMHDR*>(lParam);
         if (notification.code == HDN_ITEMCHANGEDA || notification.code == HDN_ITEMCHANGEDW)
             OnHeaderChanged(reinterpret_cast<const NMHEADERA&>(notification));
-        return answer;
+        return NotHandled;
     }
     default:
         return NotHandled;
@@ -162,7 +162,10 @@ void ListViewControl::OnHeaderChanged(const NMHEADERA& change) {
     const bool wasFitted = FitsColumns();
     for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column) {
         ListColumn& shown = model_.columns[column];
-        const auto width = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column))));
+        const auto width =
+            column == changed
+                ? change.pitem->cxy
+                : static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column))));
         const bool isKept = column == changed || (wasFitted && shown.fills);
         if (isKept && width != dpi_.ToPixels(shown.Width()))
             shown.chosenWidth = dpi_.ToTwips(width);
