@@ -26,6 +26,9 @@ class UdpSocket {
     // empty host or a port outside 1..65535 sends nothing.
     virtual void SendData(std::string_view datagram) = 0;
 
+    // How many milliseconds ago the datagram of the DataArrival in hand was noticed (UdpSocketFactory).
+    virtual std::int32_t ArrivalAge() const { return 0; }
+
     // The next datagram that has arrived, if any.
     virtual std::optional<std::string> GetData() = 0;
 
@@ -49,6 +52,10 @@ class UdpSocketFactory {
 
     // A closed socket. It must not outlive the factory.
     virtual std::unique_ptr<UdpSocket> MakeSocket() = 0;
+
+    // Notices the datagrams that have arrived at its sockets. Their events run later and tell their age. To
+    // be called in the middle of work that holds events up, so that a ping holds as little as possible of it.
+    virtual void NoteArrivals() {}
 };
 
 } // namespace quarn

@@ -37,7 +37,8 @@ QueryPorts::Port& QueryPorts::FreePort() {
     made->socket = sockets_.MakeSocket();
     Port& port = *made;
     port.socket->DataArrival = [this, &port](std::int32_t) {
-        const std::int32_t tick = clock_.TickCount(); // first of all, because it decides the ping
+        // First of all, because it decides the ping.
+        const std::int32_t tick = clock_.TickCount() - port.socket->ArrivalAge();
         if (port.query.number != 0 && DataArrival)
             DataArrival(port.query.number, tick);
     };

@@ -76,6 +76,9 @@ class QueryPorts {
     // over.
     std::optional<ServerReply> Take(std::uint32_t number, std::int32_t tick);
 
+    // Notices what has arrived meanwhile, for the sake of its tick. Nothing runs.
+    void NoteArrivals() { sockets_.NoteArrivals(); }
+
     // The outcome of the query is stored.
     void Finish(std::uint32_t number);
 

@@ -34,8 +34,8 @@ void ParallelScan::Run(std::deque<std::uint32_t> rows, std::int32_t atOnce,
     });
 
     while (!stopped()) {
-        while (pending_.size() < atOnce_ && AskNext()) {
-        }
+        while (pending_.size() < atOnce_ && AskNext())
+            form_.controls.sckServer.NoteArrivals(); // sending takes the system a while
         if (pending_.empty())
             return;
         if (!form_.gate.WaitUntil([&] { return ticked || !arrivals_.empty() || stopped(); }))
@@ -86,6 +86,7 @@ void ParallelScan::TakeArrivals() {
     while (!arrivals_.empty()) {
         const ServerReply arrival = std::move(arrivals_.front());
         arrivals_.pop_front();
+        form_.controls.sckServer.NoteArrivals();
         const std::uint32_t number = arrival.query.number;
         const auto found = std::ranges::find_if(
             pending_, [&](const Pending& p) { return p.first == number || p.second == number; });

@@ -239,9 +239,10 @@ void MainWindow::FlushModels() noexcept {
         ShowSearchBox();
         MoveListsToLayout();
         trvGames_.Flush();
-        lvwServers_.Flush();
-        lvwPlayers_.Flush();
-        lvwServVars_.Flush();
+        for (ListViewControl* const list : {&lvwServers_, &lvwPlayers_, &lvwServVars_}) {
+            list->Flush();
+            serverSockets_.NoteArrivals();
+        }
         tbMain_.Flush();
         sbMain_.Flush();
         pbScanning_.Flush();

@@ -128,7 +128,11 @@ void MainWindow::SetTopMost(bool topMost) {
 
 void MainWindow::ShowChanges() {
     FlushModels();
-    RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_NOCHILDREN);
+    for (HWND child = GetWindow(Handle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        RedrawWindow(child, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        serverSockets_.NoteArrivals(); // painting takes tens of milliseconds on a slow display
+    }
 }
 
 bool MainWindow::IsMouseDown() const {

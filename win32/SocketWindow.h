@@ -8,6 +8,8 @@
 
 #include "win32/MessageWindow.h"
 
+#include <cstdint>
+#include <deque>
 #include <functional>
 #include <unordered_map>
 
@@ -15,7 +17,8 @@ namespace quarn {
 
 class SocketWindow {
   public:
-    using Receiver = std::function<void()>;
+    // Of a message that was noted before it is handed out, `age` tells how many milliseconds ago.
+    using Receiver = std::function<void(std::int32_t age)>;
 
     SocketWindow();
     SocketWindow(const SocketWindow&) = delete;
@@ -28,10 +31,20 @@ class SocketWindow {
     UINT Register(Receiver receiver);
     void Release(UINT message) noexcept { receivers_.erase(message); }
 
+    // Notes when the messages that wait in the queue were first seen. No receiver is called.
+    void NoteWaiting();
+
   private:
+    struct Note {
+        UINT message;
+        std::int64_t time; // in microseconds
+    };
+
     void Receive(UINT message);
+    void Call(UINT message, std::int32_t age);
 
     std::unordered_map<UINT, Receiver> receivers_; // by message number
+    std::deque<Note> noted_;                       // taken from the queue, and not handed out yet
     MessageWindow window_;
 };
 

@@ -136,7 +136,10 @@ bool UdpSocketWin::Open(in_addr address) {
     remoteAddress_.sin_family = AF_INET;
     remoteAddress_.sin_port = htons(static_cast<u_short>(remote_.port));
     remoteAddress_.sin_addr = address;
-    const UINT message = window_->Register([this] { OnReadable(); });
+    const UINT message = window_->Register([this](std::int32_t age) {
+        arrivalAge_ = age;
+        OnReadable();
+    });
     if (!opened || WSAAsyncSelect(opened.Get(), window_->Handle(), message, FD_READ) != 0) {
         const int error = WSAGetLastError();
         window_->Release(message);

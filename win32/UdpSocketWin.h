@@ -36,6 +36,8 @@ class UdpSocketWin final : public UdpSocket {
     // few datagrams wait.
     void SendData(std::string_view datagram) override;
 
+    std::int32_t ArrivalAge() const override { return arrivalAge_; }
+
     // Inside DataArrival, the announced datagram; a handler that does not take it loses it. Otherwise the
     // next received datagram that has not been announced yet.
     std::optional<std::string> GetData() override;
@@ -63,6 +65,8 @@ class UdpSocketWin final : public UdpSocket {
     SocketHandle socket_;
     UINT socketMessage_ = 0; // 0: closed
 
+    std::int32_t arrivalAge_ = 0;
+
     std::vector<std::string> waitingForAddress_;
     std::optional<std::string> announced_; // taken by the DataArrival that is running
     std::optional<NameLookUp> lookUp_;     // created for the first name; game servers are known by address
@@ -73,6 +77,7 @@ class UdpSocketWin final : public UdpSocket {
 class UdpSocketsWin final : public UdpSocketFactory {
   public:
     std::unique_ptr<UdpSocket> MakeSocket() override { return std::make_unique<UdpSocketWin>(window_); }
+    void NoteArrivals() override { window_->NoteWaiting(); }
 
   private:
     std::shared_ptr<SocketWindow> window_ = std::make_shared<SocketWindow>();

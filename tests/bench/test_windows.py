@@ -22,3 +22,13 @@ def test_the_start_is_compared_with_that_of_an_empty_window():
 def test_the_work_on_a_list_is_timed_step_by_step():
     printed = output_of("lists.py", "--quick")
     assert len(re.findall(r"\d+ ms, longest gap +\d+ ms", printed)) == 6
+
+
+def test_the_scan_is_compared_with_that_of_qstat():
+    printed = output_of("versus.py", "--quick")
+    for program in "Quarn", "qstat":
+        for at_once in 1, 8:
+            assert re.search(
+                rf"^  {program}, {at_once} at once +[\d.]+ s, +0 falsely dead", printed, re.MULTILINE
+            )
+    assert len(re.findall(r"Quarn takes [\d.]+ times as long", printed)) == 2

@@ -36,6 +36,7 @@ struct FakeSocketBehaviour {
     std::int32_t closeMilliseconds = 0;
     std::int32_t lookUpMilliseconds = 0;
     std::string sendFailure;              // when not empty: no send succeeds, and this is why
+    std::int32_t arrivalAge = 0;          // milliseconds between noticing a datagram and its event
     std::optional<ErrorNumber> readFault; // the next datagram read is lost to this error
 };
 
@@ -53,6 +54,7 @@ class FakeUdpSocket : public UdpSocket, public FakeSocketBehaviour {
     FakeUdpSocket& operator=(const FakeUdpSocket&) = delete;
 
     State CurrentState() const override { return state_; }
+    std::int32_t ArrivalAge() const override { return behaviour_.arrivalAge; }
     void SendData(std::string_view datagram) override;
     std::optional<std::string> GetData() override;
 

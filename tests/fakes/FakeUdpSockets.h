@@ -20,7 +20,10 @@ class FakeUdpSockets : public UdpSocketFactory, public FakeSocketBehaviour {
 
     std::unique_ptr<UdpSocket> MakeSocket() override;
 
+    void NoteArrivals() override { ++noteCalls; }
+
     std::vector<SentDatagram> sent;
+    std::int32_t noteCalls = 0;
 
     // Called for each datagram sent: the place to script its replies.
     std::function<void(const SentDatagram&)> whenSent;

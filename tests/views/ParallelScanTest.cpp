@@ -138,6 +138,19 @@ TEST_F(ParallelScanTest, CountsThePingFromTheRequestWhoseReplyItIs) {
     EXPECT_EQ(requests, 2);
 }
 
+TEST_F(ParallelScanTest, CountsThePingUpToTheMomentAtWhichTheReplyWasNoticed) {
+    StartWith(2);
+    browser.sckServer.arrivalAge = 7; // of the 20 ms
+    browser.RefreshAll();
+    EXPECT_THAT(browser.Column(PingColumn), ElementsAre("13", "13"));
+}
+
+TEST_F(ParallelScanTest, NoticesArrivalsAfterEachRequestAndEachReply) {
+    StartWith(10, 4);
+    browser.RefreshAll();
+    EXPECT_GE(browser.sckServer.noteCalls, 20);
+}
+
 TEST_F(ParallelScanTest, ReadsTheRepliesOfOnlyOneOfTwoRequests) {
     StartWith(1, 8, Family::HalfLife);
     std::vector<SentDatagram> requests;
@@ -203,6 +216,27 @@ TEST_F(ParallelScanTest, StopEndsItAtOnceAndLeavesOpenQueriesAsTheyWere) {
     browser.RefreshAll();
     EXPECT_EQ(browser.Message(), "Ready.");
     ExpectIdle();
+}
+
+TEST_F(ParallelScanTest, AReplyThatComesWithStopChangesNothing) {
+    for (const bool before : {true, false}) { // the reply's event runs in front of Stop or behind it
+        HeadlessBrowser other;
+        const std::vector<std::string> servers = HeadlessBrowser::Addresses(40);
+        other.PutList("q3", servers);
+        other.PutServers(servers);
+        ASSERT_TRUE(other.Start());
+        other.program.Simultaneous = 32;
+        const std::int32_t stopAt = before ? 20 : 19;
+        other.In(stopAt, [&] { other.Stop(); });
+        other.RefreshAll();
+        EXPECT_EQ(other.Message(), Aborted);
+        const std::vector<std::string> names = other.Column(NameColumn);
+        other.fake.events.RunFor(3000);
+        EXPECT_EQ(other.Column(NameColumn), names);
+        EXPECT_EQ(other.sckServer.OpenCount(), 0);
+        other.RefreshAll();
+        EXPECT_THAT(other.Column(PingColumn), Each("20"));
+    }
 }
 
 TEST_F(ParallelScanTest, ASecondRefreshEndsTheFirstAndRunsThen) {
