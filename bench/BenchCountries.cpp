@@ -1,4 +1,5 @@
-// A country lookup over the ranges of the real database beside a plain pass over two arrays of their bounds.
+// A country lookup over the ranges of the real database, compared with a plain pass over two arrays of their
+// bounds.
 
 #include "query/clsIPLocation.h"
 #include "tests/fakes/FakeDesktop.h"

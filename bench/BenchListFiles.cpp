@@ -1,4 +1,4 @@
-// Loading and saving a list file beside the least that either must do: copying the bytes, and for loading
+// Loading and saving a list file, compared with the minimum of work: copying the bytes, and for loading
 // splitting every line into its fields.
 
 #include "base/LineReader.h"

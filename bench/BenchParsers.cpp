@@ -1,4 +1,4 @@
-// Each reply parser beside one pass that looks at every byte of the same datagram.
+// Each reply parser, compared with one pass over every byte of the same datagram.
 
 #include "bench/Workloads.h"
 #include "query/modGamQuery.h"

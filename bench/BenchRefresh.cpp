@@ -1,5 +1,5 @@
-// What the program itself does for each server: listing it under each filter, beside a plain copy of the
-// texts shown; and a whole refresh over a network that answers at once, beside parsing the same replies.
+// The program's own work for each server: listing it under each filter, compared with a plain copy of the
+// shown texts; and a refresh on a network that answers at once, compared with parsing the same replies.
 
 #include "bench/Workloads.h"
 #include "query/modGamQuery.h"

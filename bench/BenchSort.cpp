@@ -1,4 +1,4 @@
-// Sorting a list by each kind of column beside std::sort over keys that are there already.
+// Sorting a list by each kind of column, compared with std::sort of existing keys.
 
 #include "controls/ListView.h"
 #include "support/clsAppLog.h"

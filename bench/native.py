@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the native benchmarks and prints each beside its floor.
+"""Runs the native benchmarks and prints each with its floor.
 
 usage: bench/run native [--quick] [--filter REGEX]
 

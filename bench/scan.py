@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Times a scan of the real program over an emulated network, beside the least that any program must do.
+"""Times a scan of the real program over an emulated network, compared with a minimal program.
 
 usage: bench/run scan [--servers N] [--latency MS,MS...] [--rounds N] [--quick]
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Times the start of the real program beside that of an empty window, and what it takes while it rests.
+"""Times the start of the real program compared with an empty window, and its cost at rest.
 
 usage: bench/run startup [--rounds N] [--idle SECONDS] [--quick]
 

@@ -9,7 +9,7 @@ target_compile_options(quarn_options INTERFACE
   -Wno-missing-field-initializers)
 
 # Index checks of the standard containers stay on in releases: a wrong index ends in an error that the
-# log names, never in somebody else's memory.
+# log names, never a read of other memory.
 target_compile_definitions(quarn_options INTERFACE _GLIBCXX_ASSERTIONS)
 
 if(CMAKE_BUILD_TYPE MATCHES "Rel")

@@ -1,5 +1,5 @@
 # The country database of the program folder, made at build time from the ranges that Debian's package
-# tor-geoipdb installs. The data's vendor, date and licence are written beside it.
+# tor-geoipdb installs. The data's vendor, date and licence are written next to it.
 
 # Where the package is not installed, run.sh and test.sh unpack it into build/debian.
 set(QUARN_GEOIP_RANGES /usr/share/tor/geoip)

@@ -5,7 +5,7 @@
 #   quarn_add_icon_resources(quarn)
 #
 # has to be called in the directory that creates the target, and gives it these resources. Names are
-# found whatever their case, so a picture's key serves as its resource name as it stands.
+# found whatever their case, so an icon's key is also its resource name.
 #
 #   "application"  ICON    the program icon, in the sizes of QUARN_APPLICATION_SIZES
 #   <key>          ICON    one for each other picture in resources/icons, in the sizes of QUARN_PICTURE_SIZES

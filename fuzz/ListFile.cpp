@@ -52,7 +52,7 @@ std::string BackupName(std::size_t number) {
     return "C:\\Quarn\\servers-q3." + (number == 1 ? "" : std::to_string(number) + ".") + "bak";
 }
 
-// Backups of earlier runs, so many as the content decides.
+// Backups of earlier runs; the content decides how many.
 std::size_t PutBackups(MemoryFiles& files, const std::string& content) {
     const std::size_t count = content.size() % MostBackups;
     for (std::size_t number = 1; number <= count; ++number)

@@ -46,7 +46,7 @@ bool MustAsk(const ProgramState& program, const ServerRecord& server) {
            !IsDefined(program, game, mod);
 }
 
-// A character as the message box shows it: control characters by their code.
+// A character in the form of the message box: control characters as their code.
 std::string Visible(std::string_view character) {
     if (!IsControl(character.front()))
         return std::string(character);
@@ -55,7 +55,8 @@ std::string Visible(std::string_view character) {
     return code.data();
 }
 
-// A message box breaks lines only at blanks, and one that is taller than the screen hides its buttons.
+// A message box breaks lines only at blanks, and the buttons of one that is taller than the screen cannot be
+// reached.
 std::string ForMessageBox(const LocaleText& locale, std::string_view text) {
     std::string shown;
     std::size_t word = 0, count = 0;

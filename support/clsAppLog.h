@@ -1,7 +1,7 @@
 #pragma once
 
 // The program's single error and message service. One instance, made first of all and living to the end,
-// appends one line for each entry to the log file beside the program, keeps the entries of this run, shows
+// appends one line for each entry to the log file next to the program, keeps the entries of this run, shows
 // messages and prepares error reports. It never throws. A line that cannot be written is kept in memory, and
 // the user is told by TellWriteFault, never from inside Log: callers hold references that events could break.
 //

@@ -19,7 +19,7 @@ auto Lists(Controls& controls) {
     return std::array{&controls.lvwServers, &controls.lvwPlayers, &controls.lvwServVars};
 }
 
-// 0 for text that is no width.
+// 0 for text that is not a width.
 std::int32_t WidthFrom(std::string_view text) {
     std::int32_t width = 0;
     Succeeds([&] { width = ToLong(text); });

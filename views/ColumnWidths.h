@@ -1,8 +1,8 @@
 #pragma once
 
-// The widths that the user gave the columns of the three lists, as the settings file keeps them: a number of
-// twips for each column, separated by commas, in the order servers, players, variables. A 0 is a column that
-// has the width of its design.
+// The column widths that the user has set in the three lists, in the form of the settings file: a number of
+// twips for each column, separated by commas, in the order servers, players, variables. 0 means the designed
+// width.
 
 #include "views/MainControls.h"
 
@@ -10,10 +10,10 @@
 
 namespace quarn {
 
-// Empty if the user changed none.
+// Empty if the user has set none.
 std::string ColumnWidthsText(const MainControls& controls);
 
-// A number that is missing, damaged, or no width leaves its column as designed.
+// A missing, damaged or invalid number gives its column the designed width.
 void ApplyColumnWidths(const std::string& text, MainControls& controls);
 
 } // namespace quarn

@@ -4,7 +4,7 @@
 //
 // Everything runs on one thread, and long operations let events run in between; so a command can arrive in
 // the middle of a scan or of a list being loaded or saved. These rules hold:
-//  - While a list is loaded, saved, listed, sorted or made ready to be filled anew, commands wait. They run
+//  - While a list is loaded, saved, listed, sorted or prepared for new entries, commands wait. They run
 //    once, in their order, when it is done, also inside a scan that was running before.
 //  - A command that replaces the list first ends a running scan as "stop" does and waits for its end. Other
 //    commands, a second scan included, run at once inside the scan.

@@ -8,7 +8,7 @@ namespace {
 
 constexpr const char* ByteOrderMark = "\xEF\xBB\xBF";
 
-// A NUL ends a text, as it ends what the list shows of it.
+// A NUL ends a text, as in the list.
 std::string CellOf(const std::string& text, const LocaleText& locale) {
     std::string cell = locale.ToUtf8(text.substr(0, text.find('\0')));
     if (!cell.empty() && std::string_view("=+-@\t").find(cell.front()) != std::string_view::npos)

@@ -10,14 +10,14 @@
 
 namespace quarn {
 
-// Whether a file of this name gets the list as CSV: the name ends in ".csv", in letters of any case.
+// Whether a file of this name gets the list as CSV: the name ends in ".csv", in upper or lower case.
 bool IsCsvName(std::string_view fileName);
 
-// All columns and rows as they are shown, in display order, with the column headers as the first line; where
-// the first column shows an icon, the icon's name. The form is that of RFC 4180 with a byte-order mark: lines
-// end in CR LF, and a cell with a comma, a quote or a line end is in quotes, its own quotes doubled. A blank
-// is put in front of a cell that begins like a formula (=, +, -, @ or a tab), so that no spreadsheet
-// calculates what a server named itself.
+// All columns and rows as shown, in display order, with the column headers as the first line; if the first
+// column shows an icon, the icon's name. The format is that of RFC 4180 with a byte-order mark: lines end in
+// CR LF, and a cell with a comma, a quote or a line end is in quotes, its own quotes doubled. A blank
+// precedes a cell that begins like a formula (=, +, -, @ or a tab), so that no spreadsheet evaluates a
+// server's name.
 std::string CsvOf(const ListView& list, const LocaleText& locale);
 
 } // namespace quarn

@@ -39,11 +39,11 @@ std::string TextOfServers(const MainFormContext& form, const GamesTree& tree) {
     return std::to_string(count) + " servers, none passes the filters.";
 }
 
-// `isKnown` tells whether the record says that there are none.
+// `isKnown`: the record says that there are none.
 std::string TextOfDetails(const MainFormContext& form, const std::string& what,
                           bool (*isKnown)(const ServerRecord& server)) {
     const ProgramState& program = form.program;
-    // During a scan the details are those of the server in hand, whose reply may come at any time.
+    // During a scan the details are those of the server being queried, whose reply may arrive at any time.
     if (form.controls.lvwServers.RowCount() == 0 || form.gate.ListIsBusy() || form.gate.ScanRuns())
         return {};
     if (!program.Servers.Holds(program.CurrentServer))
@@ -58,7 +58,7 @@ std::string TextOfDetails(const MainFormContext& form, const std::string& what,
 void SetEmptyTexts(const MainFormContext& form, const GamesTree& tree) {
     form.controls.lvwServers.emptyText = [form, &tree] { return TextOfServers(form, tree); };
     form.controls.lvwPlayers.emptyText = [form] {
-        // The names of players are kept in no list file.
+        // No list file contains the names of players.
         return TextOfDetails(form, "players", [](const ServerRecord& server) {
             return !server.Variables.empty() && server.Players < 1;
         });

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the lists of the main window say in place of rows: why there are none, and what to do about it.
+// The texts that the main window's lists show if they have no rows: why they are empty, and what to do.
 
 #include "views/GamesTree.h"
 #include "views/MainFormContext.h"

@@ -26,25 +26,25 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
 }
 
-// Other texts are no keys: those of a list file may hold anything.
+// Other texts are not keys: a list file may contain anything.
 bool IsAddress(std::string_view key) {
     return !key.empty() && IsDigit(key.front()) && key.find(':') != std::string_view::npos &&
            key.find_first_not_of("0123456789.:-") == std::string_view::npos;
 }
 
-// The name in a section's line; nothing for any other line.
+// The name in a section's line; nothing for all other lines.
 std::optional<std::string_view> SectionOf(std::string_view line) {
     line = Trimmed(line);
     if (line.empty() || line.front() != '[')
         return std::nullopt;
-    return Trimmed(line.substr(1, line.find(']') - 1)); // the bracket at its end may be missing
+    return Trimmed(line.substr(1, line.find(']') - 1)); // the closing bracket may be missing
 }
 
 struct FileLine {
-    std::string_view whole; // with its end
+    std::string_view whole; // including its end
     bool isInSection = false;
     bool isBlank = false;
-    std::string_view address; // empty: the line is no entry of the section
+    std::string_view address; // empty: the line is not an entry of the section
     std::string_view game;
 };
 
@@ -94,10 +94,10 @@ void AppendLineEnd(std::string& content) {
         content += LineEnd;
 }
 
-// Games by address, in an order that does not depend on how they were added.
+// Games by address, in an order that does not depend on the order in which they were added.
 using Games = std::map<std::string, std::string, std::less<>>;
 
-// The file with these entries in the section: changed where they are, the others behind its last line.
+// The file with these entries in the section: existing ones are changed, new ones follow its last line.
 std::string WithEntries(std::string_view content, const std::string& section, const Games& games) {
     Games missing = games;
     std::string written;
@@ -107,7 +107,7 @@ std::string WithEntries(std::string_view content, const std::string& section, co
         const auto entry = games.find(line->address);
         if (entry == games.end())
             written += line->whole;
-        else if (missing.erase(entry->first) != 0) // else it is there a second time
+        else if (missing.erase(entry->first) != 0) // otherwise it is a duplicate
             written += line->game == entry->second ? std::string(line->whole) : EntryLine(*entry);
         if (line->isInSection && !line->isBlank)
             sectionEnd = written.size();

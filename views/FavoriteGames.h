@@ -28,14 +28,14 @@ class FavoriteGames {
     // Whether servers of the list can have a game of their own.
     static bool IsFavoritesList(std::string_view listName) noexcept;
 
-    // Sets the game of each server of the list: 0 where the file names none that the definitions have. Errors
+    // Sets the game of each server of the list: 0 if the file names none that is in the definitions. Errors
     // of the file are left to the caller, here and below; then nothing is changed.
     void Read(const std::string& listName, OneBased<ServerRecord>& servers) const;
 
-    // Notes the games of servers that were added to the list. Those without one change nothing.
+    // Stores the games of servers that were added to the list. Servers without one change nothing.
     void Add(const std::string& listName, const std::vector<ServerRecord>& servers);
 
-    // Removes the addresses that the list does not hold any more.
+    // Removes the addresses that are no longer in the list.
     void RemoveOthers(const std::string& listName, const OneBased<ServerRecord>& servers);
 
   private:

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the search box looks for: a text that a server's name, map, game, address or the name of one of its
-// players contains, without case.
+// The search of the search box: finds servers whose name, map, game, address or players' names contain a
+// text, ignoring case.
 
 #include "core/modDefinitions.h"
 #include "desktop/LocaleText.h"
@@ -22,7 +22,7 @@ class ServerSearch {
 
     const std::string& Text() const noexcept { return text_; }
 
-    // Players that the server does not have now are not looked at.
+    // Only players that the server has now are searched.
     bool Finds(const ServerRecord& server) const;
 
   private:

@@ -3,10 +3,10 @@
 // Sorts one list view by a column according to the column's sort type, with an arrow in the header, and
 // writes the rows to a file.
 //
-// A list view orders its rows by their texts. So that numbers and dates stand in their own order, keys that
-// compare as text take the place of the column's texts while it sorts, and the texts wait in the cells' tags.
-// The keys are made first, beside the cells, while events may run; parking, sorting and restoring are one
-// stroke. A failed sort leaves texts, tags, order and arrow as they were, and is logged.
+// A list view orders its rows by their texts. To sort numbers and dates correctly, each cell's text is
+// temporarily replaced by a sortable key and kept in the cell's tag. Building the keys may run events;
+// swapping, sorting and restoring happen without interruption. A failed sort does not change texts, tags,
+// order and arrow, and is logged.
 
 #include "controls/ListView.h"
 #include "desktop/Desktop.h"

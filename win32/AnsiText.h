@@ -14,7 +14,7 @@ std::wstring Widened(std::string_view text);
 // Characters that are not in the code page become a similar one or "?".
 std::string Narrowed(std::wstring_view text);
 
-// In UTF-8, which holds every character. A byte that is none in the code page becomes a substitute.
+// In UTF-8. A byte that is not a character of the code page becomes a substitute character.
 std::string Utf8Of(std::string_view text);
 
 // Nothing if a character is not in the code page.

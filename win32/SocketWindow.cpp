@@ -8,7 +8,7 @@ namespace quarn {
 
 namespace {
 
-// Posted for each message that was noted, and never given out as a number.
+// Posted for each noted message; never used as a number.
 constexpr UINT NotedWaits = WM_APP;
 constexpr UINT FirstNumber = WM_APP + 1;
 constexpr UINT LastNumber = 0xBFFF; // of a program's own messages
@@ -19,14 +19,14 @@ SocketWindow::SocketWindow() : window_([this](UINT message, WPARAM, LPARAM) { Re
 
 UINT SocketWindow::Register(Receiver receiver) {
     UINT message = window_.NextMessage();
-    // In use: of a socket that has been open since the numbers began again.
+    // In use, by a socket that has been open since the numbers started again.
     while (message == NotedWaits || receivers_.contains(message))
         message = window_.NextMessage();
     receivers_.emplace(message, std::move(receiver));
     return message;
 }
 
-// Looks at posted messages alone: what others have sent to the program's windows would run at once.
+// Looks at posted messages only: messages sent to the program's windows would run at once.
 void SocketWindow::NoteWaiting() {
     constexpr UINT Flags = PM_REMOVE | PM_NOYIELD | PM_QS_POSTMESSAGE;
     MSG message;

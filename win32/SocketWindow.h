@@ -1,10 +1,10 @@
 #pragma once
 
-// The invisible window to which sockets post their messages. Sockets that are opened in great numbers share
-// one, because the system takes milliseconds to make a window. Belongs to the thread that made it.
+// The invisible window to which sockets post their messages. Sockets that are opened in large numbers share
+// one, because the system takes milliseconds to create a window. It belongs to the thread that created it.
 //
-// A message can outlive the socket it is about. So each opening of a socket gets a message number of its own,
-// and a message under a number that was released is dropped.
+// A queued message can outlive its socket. So each opening of a socket gets its own message number, and a
+// message with a released number is dropped.
 
 #include "win32/MessageWindow.h"
 
@@ -17,7 +17,7 @@ namespace quarn {
 
 class SocketWindow {
   public:
-    // Of a message that was noted before it is handed out, `age` tells how many milliseconds ago.
+    // For a message that was noted before it is dispatched, `age` is the time since then in milliseconds.
     using Receiver = std::function<void(std::int32_t age)>;
 
     SocketWindow();
@@ -26,12 +26,12 @@ class SocketWindow {
 
     HWND Handle() const noexcept { return window_.Handle(); }
 
-    // A message number for this receiver, which is called for each message under it until Release. The
+    // A message number for this receiver, which is called for each message with it until Release. The
     // receiver may release its own number and register others.
     UINT Register(Receiver receiver);
     void Release(UINT message) noexcept { receivers_.erase(message); }
 
-    // Notes when the messages that wait in the queue were first seen. No receiver is called.
+    // Notes when the messages in the queue were first seen. No receiver is called.
     void NoteWaiting();
 
   private:
@@ -44,7 +44,7 @@ class SocketWindow {
     void Call(UINT message, std::int32_t age);
 
     std::unordered_map<UINT, Receiver> receivers_; // by message number
-    std::deque<Note> noted_;                       // taken from the queue, and not handed out yet
+    std::deque<Note> noted_;                       // taken from the queue, but not dispatched yet
     MessageWindow window_;
 };
 

@@ -1,15 +1,15 @@
 #pragma once
 
-// The UDP socket on Winsock 2: asynchronous by messages to a window, so it lives and calls back on the thread
-// that made it, from that thread's message loop. The handlers may send, read and close; they must not destroy
-// the socket.
+// The UDP socket on Winsock 2: asynchronous, through messages to a window, so it belongs to the thread that
+// created it and calls back from that thread's message loop. The handlers may send, read and close; they must
+// not destroy the socket.
 //
-// It is not connected: what reaches its port is heard whoever sent it, since a host with several addresses
-// answers from any of them.
+// It is not connected: it receives from any sender, because a host with several addresses answers from any of
+// them.
 //
-// A message can outlive the socket it is about, and the next socket likes to get the same number. So every
-// opening posts under a message number of its own (win32/SocketWindow.h), and what comes under an older one
-// is dropped.
+// A queued message can outlive its socket, and Windows often reuses the socket's handle value. So every
+// opening uses a message number of its own (win32/SocketWindow.h), and a message with an older number is
+// dropped.
 
 #include "controls/UdpSocket.h"
 #include "win32/NameLookUp.h"

@@ -1,4 +1,4 @@
-"""What somebody who hears the window, or works it by the keyboard alone, depends on: every control has a name,
+"""What users of a screen reader, or of the keyboard alone, need: every control has a name,
 and the focus stays where it was."""
 
 import pytest

@@ -1,4 +1,4 @@
-"""The hand-over of a server to the monitoring program in the folder beside."""
+"""The hand-over of a server to the monitoring program in the neighbouring folder."""
 
 import shutil
 
@@ -16,7 +16,7 @@ SERVERS = (
 
 @pytest.fixture
 def quarn(tmp_path, start):
-    """Quarn with a list of two servers, and Velmar's folder beside its own."""
+    """Quarn with a list of two servers, and Velmar's folder next to its own."""
     place = fresh_folder(tmp_path / "Quarn")
     write_settings(place, 1, General__MinToTray=0)
     (place / "servers-q3.dat").write_bytes(SERVERS.encode("latin-1"))

@@ -31,7 +31,7 @@ class FakeUdpSockets : public UdpSocketFactory, public FakeSocketBehaviour {
     // As many sockets can be open at once.
     std::int32_t openLimit = 1'000'000;
 
-    // A datagram that arrives in so many milliseconds at the socket that has sent last.
+    // A datagram that arrives after the given number of milliseconds at the socket that sent last.
     void ReplyIn(std::int32_t milliseconds, std::string datagram);
 
     UdpSocket::State CurrentState() const; // Open while any socket is

@@ -23,7 +23,7 @@ class ParallelScanTest : public ScanTest {
         browser.program.Simultaneous = atOnce;
     }
 
-    // In so many milliseconds after this server was asked first.
+    // This many milliseconds after this server was first queried.
     void After(std::int32_t number, std::int32_t milliseconds, std::function<void()> action) {
         browser.network.whenAsked = [this, number, milliseconds, action = std::move(action),
                                      done = false](const std::string& address) mutable {

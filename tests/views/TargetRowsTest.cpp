@@ -1,4 +1,4 @@
-// A command acts on what the user saw when giving it, whatever happens until it runs.
+// A command acts on the rows that the user saw when giving it, whatever happens before it runs.
 
 #include "support/clsAppLog.h"
 #include "tests/views/ScanTest.h"

@@ -22,7 +22,7 @@ trap 'exit 130' INT
 trap 'exit 143' TERM
 trap 'exit 129' HUP
 
-# in_background COMMAND...: runs it beside what follows, to be waited for as $background. It is a process group
+# in_background COMMAND...: runs it in parallel; wait for it as $background. It is a process group
 # of its own, which ends as a whole when this command ends first.
 in_background() {
     set -m

@@ -1,4 +1,4 @@
-# An X display of our own, for windows that nobody watches: Xvfb on the first free number, with a window
+# An X display of our own, for windows without a viewer: Xvfb on the first free number, with a window
 # manager, without which every window takes two seconds to hide.
 
 display_is_usable() { [[ -n ${DISPLAY:-} ]] && timeout 5 xdpyinfo >/dev/null 2>&1; }

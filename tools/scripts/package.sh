@@ -5,7 +5,7 @@ PACKAGES=$BUILD/packages
 # The one that CMake read from CMakeLists.txt.
 program_version() { sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$BUILD/win64/CMakeCache.txt"; }
 
-# The time that packed files carry: of the last commit, so that packing a commit anew gives the same bytes.
+# The time that packed files carry: of the last commit, so that packing a commit again gives the same bytes.
 # Without git's history it is one fixed day.
 source_date() { git log -1 --format=%ct 2>/dev/null || date --utc --date=2026-01-01 +%s; }
 

@@ -72,7 +72,8 @@ void ListViewControl::ChangeDpi(Dpi dpi) {
     FitColumns();
 }
 
-// There is always room for the vertical scroll bar: rows that come and go do not move the columns.
+// Space is always reserved for the vertical scroll bar, so that added or removed rows do not move the
+// columns.
 void ListViewControl::FitColumns() {
     const Restore setting(settingWidths_, true);
     RECT outer{};

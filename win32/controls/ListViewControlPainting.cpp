@@ -1,5 +1,5 @@
-// What is painted of the list by its own means: images in cells, a selection without the focus, and what an
-// empty list says.
+// The parts of the list that are painted here: images in cells, a selection without focus, and the text of an
+// empty list.
 
 #include "win32/SelectionColors.h"
 #include "win32/controls/ListViewControl.h"
@@ -18,8 +18,8 @@ constexpr const char* WidestCode = "WW";
 
 } // namespace
 
-// The style for images in cells would keep room for one in every cell of the list, so they are painted on top
-// of the finished cell, and all of a column in one line.
+// The style for images in cells would reserve space for one in every cell of the list, so they are painted on
+// top of the finished cell, aligned in each column.
 LRESULT ListViewControl::OnCustomDraw(NMLVCUSTOMDRAW& stage) const {
     const std::int32_t row = static_cast<std::int32_t>(stage.nmcd.dwItemSpec) + 1;
     switch (stage.nmcd.dwDrawStage) {

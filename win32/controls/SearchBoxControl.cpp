@@ -40,7 +40,7 @@ bool SearchBoxControl::Flush() {
     return true;
 }
 
-// Assistive technology takes a label that comes right before a field for the field's name.
+// Screen readers take a label directly before a field as the field's name.
 void SearchBoxControl::AddLabel() noexcept {
     label_ = CreateWindowExA(0, WC_STATICA, model_.name.c_str(), WS_CHILD, 0, 0, 0, 0, GetParent(Handle()),
                              nullptr, GetModuleHandleA(nullptr), nullptr);
@@ -69,7 +69,7 @@ void SearchBoxControl::Focus() noexcept {
     Send(EM_SETSEL, 0, -1);
 }
 
-// Not every version of the field knows Ctrl+A.
+// Some versions of the field do not know Ctrl+A.
 Answer SearchBoxControl::OnMessage(UINT message, WPARAM wParam, LPARAM /*lParam*/) {
     if (message != WM_CHAR || wParam != CtrlA)
         return NotHandled;

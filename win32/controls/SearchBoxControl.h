@@ -1,7 +1,7 @@
 #pragma once
 
-// Shows a TextBox: a field that tells of every change of its text. It has the model's name for assistive
-// technology, by a label of no size in front of it.
+// Shows a TextBox: a field that reports every change of its text. A label without size before it gives it the
+// model's name for screen readers.
 
 #include "controls/TextBox.h"
 #include "win32/Dpi.h"
@@ -22,13 +22,13 @@ class SearchBoxControl final : public Control {
     // In pixels, for one line of the font.
     int BestHeight() const noexcept { return height_; }
 
-    // Takes the model's text and visibility. True if it has appeared or vanished.
+    // Applies the model's text and visibility. True if the field has appeared or disappeared.
     bool Flush();
 
-    // The field has told its parent of a change: the model gets the text.
+    // The field has reported a change to its parent: stores the text in the model.
     void TakeText();
 
-    // Puts the focus on the field, with its text selected.
+    // Sets the focus to the field and selects its text.
     void Focus() noexcept;
 
     std::function<void()> Changed;
@@ -39,7 +39,7 @@ class SearchBoxControl final : public Control {
     void AddLabel() noexcept;
 
     TextBox& model_;
-    HWND label_ = nullptr; // from the first time that the field is shown
+    HWND label_ = nullptr; // since the field was first shown
     int height_ = 0;
     bool shown_ = false;
 };
