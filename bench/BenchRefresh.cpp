@@ -115,12 +115,19 @@ void RefreshAtOnce(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
-void RefreshAll_floor(benchmark::State& state) {
-    ListedServers fixture;
+void ParseReplies(benchmark::State& state, std::int32_t count) {
+    ListedServers fixture(count);
     const std::string reply = Q3Status(ReplySize);
     for (auto _ : state)
-        for (std::int32_t i = 1; i <= Count; ++i)
+        for (std::int32_t i = 1; i <= count; ++i)
             ParseQ3EngineStatus(fixture.browser.program, reply, i);
+}
+
+void RefreshAll_floor(benchmark::State& state) {
+    ParseReplies(state, Count);
+}
+void RefreshAtOnce_floor(benchmark::State& state) {
+    ParseReplies(state, static_cast<std::int32_t>(state.range(0)));
 }
 
 BENCHMARK(ListAll)->Unit(benchmark::kMillisecond);
@@ -138,6 +145,7 @@ BENCHMARK(RefreshAtOnce)
     ->Arg(Count)
     ->Arg(10 * Count)
     ->Complexity(benchmark::oN);
+BENCHMARK(RefreshAtOnce_floor)->Unit(benchmark::kMillisecond)->Arg(Count)->Arg(10 * Count);
 
 } // namespace
 

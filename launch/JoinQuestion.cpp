@@ -12,8 +12,8 @@ namespace quarn {
 
 namespace {
 
-constexpr std::size_t CharactersOfALine = 60;
-constexpr std::size_t MostLines = 30;
+constexpr std::size_t LongestWord = 40;
+constexpr std::size_t MostCharacters = 1000;
 
 bool IsControl(char character) {
     const auto code = static_cast<unsigned char>(character);
@@ -55,24 +55,25 @@ std::string Visible(std::string_view character) {
     return code.data();
 }
 
-// A message box breaks lines at blanks only, and shows what is too long for the screen nowhere.
-std::string InLines(const LocaleText& locale, std::string_view text) {
-    std::string lines;
-    std::size_t length = 0, count = 1;
+// A message box breaks lines only at blanks, and one that is taller than the screen hides its buttons.
+std::string ForMessageBox(const LocaleText& locale, std::string_view text) {
+    std::string shown;
+    std::size_t word = 0, count = 0;
     while (!text.empty()) {
         const std::string_view character = text.substr(0, locale.IsLeadByte(text.front()) ? 2 : 1);
-        const std::string shown = Visible(character);
-        if (length + shown.size() > CharactersOfALine) {
-            if (count++ == MostLines)
-                return lines + "\r\n... and " + std::to_string(text.size()) + " characters more.";
-            lines += "\r\n";
-            length = 0;
+        const std::string visible = Visible(character);
+        if (count + visible.size() > MostCharacters)
+            return shown + "\r\n... and " + std::to_string(text.size()) + " characters more.";
+        if (character != " " && word + visible.size() > LongestWord) {
+            shown += "\r\n";
+            word = 0;
         }
-        lines += shown;
-        length += shown.size();
+        word = character == " " ? 0 : word + visible.size();
+        count += visible.size();
+        shown += visible;
         text.remove_prefix(character.size());
     }
-    return lines;
+    return shown;
 }
 
 } // namespace
@@ -83,7 +84,8 @@ std::string JoinQuestion(const ProgramState& program, const LocaleText& locale, 
         return {};
     return "The name of this server's MOD could give commands to the game. The game would be started with "
            "this line:\r\n\r\n" +
-           InLines(locale, GameParameters(program, server, asSpectator)) + "\r\n\r\nDo you want to start it?";
+           ForMessageBox(locale, GameParameters(program, server, asSpectator)) +
+           "\r\n\r\nDo you want to start it?";
 }
 
 } // namespace quarn

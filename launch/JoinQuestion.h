@@ -15,8 +15,8 @@ namespace quarn {
 
 // The question, with the command line in it; empty when nothing has to be asked, because the game is not told
 // the MOD name, the definitions name that MOD, or nothing in it is suspicious. The line is shown as it would
-// be passed, in parts that fit a message box, its control characters as "\x0A"; only the first 1,800
-// characters of a longer one.
+// be passed, long words in parts, control characters as "\x0A"; only the first 1,000 characters of a longer
+// line.
 std::string JoinQuestion(const ProgramState& program, const LocaleText& locale, const ServerRecord& server,
                          bool asSpectator);
 

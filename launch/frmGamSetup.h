@@ -75,7 +75,6 @@ class frmGamSetup {
     Desktop& desktop_;
     RefreshFunction refreshTreeView_;
     CloseFunction close_;
-    std::int32_t firstGame_;
     OneBased<GameSetup> working_;
     std::string game_;
 };

@@ -27,14 +27,14 @@ class CommandGate {
   public:
     explicit CommandGate(EventPump& events) : events_(events) {}
 
-    // Runs the command, now or when its time has come. Commands trap their own errors.
+    // Runs the command, now or later. Commands trap their own errors.
     void Run(CommandKind kind, std::function<void()> command);
 
-    // Runs `unload` when no command is at work any more and `ready` says so, which may be now. Only the first
-    // call counts.
+    // Runs `unload` when no command is running any more and `ready` returns true, which may be now. Only the
+    // first call counts.
     void Close(std::function<void()> unload, std::function<bool()> ready);
 
-    // Asks `ready` again, after it has said no.
+    // Calls `ready` again, after it returned false.
     void ContinueClosing();
 
     // Like Close, but unloads immediately, without unwinding running commands. Used for WM_ENDSESSION.
@@ -42,34 +42,34 @@ class CommandGate {
 
     bool Closing() const noexcept { return closing_; }
 
-    // Called whenever the outermost command has ended and nothing waits any more.
+    // Called whenever the outermost command has ended and no command waits.
     std::function<void()> Idle;
 
-    // Lets events run until the condition holds, asleep in between; checked after every single event, and
-    // after each command that had to wait until now. False: the program is closing.
+    // Lets events run until the condition holds, sleeping in between. The condition is checked after every
+    // event and after each deferred command that runs. False: the program is closing.
     bool WaitUntil(const std::function<bool()>& condition);
 
     // Lets pending events run, for use inside a loop over many records.
     void LetEventsRun();
 
-    // A command that replaces the list waits; a running scan ends for it.
+    // A command that replaces the list is waiting; a running scan ends for it.
     bool ReplacementWaits() const noexcept { return replacementsWaiting_ > 0; }
 
     // The list is being loaded, saved, listed, sorted or made ready.
     bool ListIsBusy() const noexcept { return listDepth_ > 0; }
     bool ScanRuns() const noexcept { return scanDepth_ > 0; }
 
-    // Scans that run inside each other, at most, and commands of any kind.
+    // The most scans that run inside each other, and commands of any kind.
     static constexpr int MostNestedScans = 16;
     static constexpr int MostNestedCommands = 64;
     bool ScanMayStart() const noexcept { return scanDepth_ < MostNestedScans; }
 
-    // The list is being loaded, saved, listed, sorted or made ready for as long as this lives.
+    // While this object exists, the list is being loaded, saved, listed, sorted or prepared.
     struct ListActivity : Restore<int> {
         explicit ListActivity(CommandGate& gate) : Restore(gate.listDepth_, gate.listDepth_ + 1) {}
     };
 
-    // A scan runs for as long as this lives.
+    // While this object exists, a scan is running.
     struct ScanActivity : Restore<int> {
         explicit ScanActivity(CommandGate& gate) : Restore(gate.scanDepth_, gate.scanDepth_ + 1) {}
     };

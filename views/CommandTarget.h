@@ -1,6 +1,6 @@
 #pragma once
 
-// What a command of the main window acts on: what was selected when the user gave it.
+// What a command of the main window acts on: the selection at the time when the user gave it.
 
 #include "views/TargetRows.h"
 

@@ -40,8 +40,8 @@ void CountryLookup::mnuRecheckCountries_Click() {
     });
 }
 
-// Neither a row whose record does not exist any more nor an address that is not a dotted one, as a list file
-// may hold it, keeps the other rows from being looked up.
+// A row whose record no longer exists, or an address from a list file that is not dotted, must not stop the
+// look-up of the other rows.
 void CountryLookup::RecheckCountry(const ListRow& row) {
     Succeeds([&] {
         ServerRecord& server = form_.program.Servers[ToLong(row.main.tag)];

@@ -1,6 +1,6 @@
 #pragma once
 
-// The country database as the main window uses it: loaded on first need, with a status text.
+// The country database as the main window uses it: loaded when first needed, with a status text.
 
 #include "views/MainFormContext.h"
 
@@ -13,12 +13,13 @@ class CountryLookup {
     // Loads the database unless it is loaded. A failure is logged; lookups then give "--".
     void EnsureIPDatabase();
 
-    // The same, but a failed load is not tried again until ForgetFailure: a list of thousands of servers
-    // asks for each of them, and comes in many datagrams.
+    // The same, but a failed load is not tried again until ForgetFailure: the addresses of a long list arrive
+    // in many datagrams, and each asks for its country.
     std::string CountryOf(const std::string& address);
     void ForgetFailure() { loadFailed_ = false; }
 
-    // Looks up every listed server again, or tells why it cannot. The cells show it at the next listing.
+    // Looks up every listed server again, or shows why that is impossible. The cells are updated at the next
+    // listing.
     void mnuRecheckCountries_Click();
 
   private:

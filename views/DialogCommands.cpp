@@ -11,7 +11,7 @@
 
 namespace quarn {
 
-// The message box before it may have been closed because the program ends.
+// The message box before this may have been closed because the program ends.
 template<class Form>
 void DialogCommands::Show(Form& form) {
     if (!form_.gate.Closing())
@@ -36,7 +36,7 @@ void DialogCommands::mnuServAdd_Click() {
                   [this] { ShowAddServer(); });
 }
 
-// Both commands wait for a scan that the change of lists ends, and run in this order.
+// Both commands wait for the scan to end, which the change of lists requests, and run in this order.
 void DialogCommands::mnuTreeAddServer_Click(const std::string& node) {
     if (!GamesTree::IsListNode(node) || node == tree_.ShownNode())
         return mnuServAdd_Click();

@@ -1,6 +1,6 @@
 #pragma once
 
-// The commands that open a dialog of the program's own.
+// The commands that open one of the program's own dialogs.
 
 #include "views/GamesTree.h"
 #include "views/MainFormContext.h"
@@ -27,7 +27,7 @@ class DialogCommands {
     void mnuServSetPass_Click(GivenRows rows = {});
     void mnuServAdd_Click();
 
-    // On a node with a list of its own, that list is shown first.
+    // If the node has a list of its own, that list is shown first.
     void mnuTreeAddServer_Click(const std::string& node);
     void mnuExtrasGameSetup_Click();
     void mnuExtrasOptions_Click();

@@ -12,7 +12,7 @@ namespace quarn {
 
 namespace {
 
-// Values of QuitAfterStart; any other one asks for no action.
+// Values of QuitAfterStart; any other value means no action.
 constexpr std::int32_t MinimizeAfterStart = 1;
 constexpr std::int32_t ExitAfterStart = 2;
 

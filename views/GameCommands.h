@@ -1,6 +1,6 @@
 #pragma once
 
-// The commands that do something with the selected server's game: join it, or hand the server to Velmar.
+// The commands for the selected server's game: join the server, or pass it to Velmar.
 
 #include "views/DialogCommands.h"
 #include "views/MainFormContext.h"

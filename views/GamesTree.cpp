@@ -33,15 +33,15 @@ std::string_view Prefix(std::string_view key) {
     return key.substr(0, 3);
 }
 
-// The number behind a prefix of three characters.
+// The number after a prefix of three characters.
 std::int32_t NumberOf(std::string_view key) {
     return ToLong(key.substr(std::min<std::size_t>(3, key.size())));
 }
 
-// How long the keyboard's selection rests on a node before its list is shown.
+// How long the keyboard's selection must stay on a node before its list is shown.
 constexpr std::int32_t RestMilliseconds = 250;
 
-// Folders of the tree that a list is not kept for.
+// Folders of the tree that have no list.
 bool IsFixedFolder(std::string_view key) {
     return key == "games" || key == "favorites";
 }
@@ -148,7 +148,7 @@ void GamesTree::AddListNode(TreeNode node, std::initializer_list<std::string> im
             SetImage(node, image.c_str());
             break;
         }
-    // A key that is empty or taken already costs this node and not the rest of the tree.
+    // If a key is empty or already exists, only this node is missing, not the rest of the tree.
     form_.Trapped("RefreshTreeView", OnError::Log, [&] { form_.controls.trvGames.Add(std::move(node)); });
 }
 
@@ -189,13 +189,13 @@ void GamesTree::RefreshFavMenu() {
 
 void GamesTree::trvGames_SelectedByKeyboard(const std::string& key) {
     restingNode_ = IsListNode(key) && key != shownNode_ ? key : std::string();
-    form_.controls.tmrTreeRest.SetEnabled(false); // every move starts it again
+    form_.controls.tmrTreeRest.SetEnabled(false); // every move restarts it
     form_.controls.tmrTreeRest.SetEnabled(!restingNode_.empty());
 }
 
 void GamesTree::ShowRestingNode() {
     if (!form_.window.TakesInput())
-        return; // a dialog works on the list that is shown
+        return; // a dialog works on the current list
     form_.controls.tmrTreeRest.SetEnabled(false);
     const std::string key = std::exchange(restingNode_, {});
     if (key == form_.controls.trvGames.SelectedKey())
@@ -205,13 +205,13 @@ void GamesTree::ShowRestingNode() {
 void GamesTree::trvGames_NodeClick(const std::string& key) {
     form_.controls.tmrTreeRest.SetEnabled(false);
     restingNode_.clear();
-    // A click on the node in force only saves its list.
+    // A click on the current node only saves its list.
     const bool replaces = !IsFilterNode(key) && key != shownNode_;
     const auto kind = replaces ? CommandKind::ReplacesList : CommandKind::Ordinary;
     form_.Command(kind, "trvGames_NodeClick", OnError::LogAndShow, [this, key] {
         TreeView& tree = form_.controls.trvGames;
         if (!tree.Has(key))
-            return; // it went while the click had to wait
+            return; // it was removed while the click had to wait
         if (Prefix(key) == "flt") {
             ToggleLockFilter(tree.Node(key));
         } else if (Prefix(key) == "png") {
@@ -236,7 +236,7 @@ void GamesTree::TogglePingFilter(TreeNode& node) {
     if (node.image == Checked) {
         SetImage(node, Unchecked);
         form_.program.FilterPing = 0;
-    } else if (node.image == Unchecked) { // a game may be named like a filter
+    } else if (node.image == Unchecked) { // a game may have the name of a filter
         const std::string other = "png" + std::to_string(form_.program.FilterPing);
         if (form_.program.FilterPing > 0 && tree.Has(other))
             SetImage(tree.Node(other), Unchecked);
@@ -257,7 +257,7 @@ void GamesTree::SetGameFilter(const std::string& key) {
             return;
 
         if (listName != shownList_)
-            form_.controls.sckMaster.Close(); // what a master still sends belongs to the list being left
+            form_.controls.sckMaster.Close(); // a master's later replies belong to the list being left
         shownNode_ = key;
         shownList_ = listName;
         servers_.ModFilter = modFilter;
@@ -289,7 +289,7 @@ void GamesTree::SetCommandsFor(const std::string& listName) {
         controls.mnuServAddToFavorites[1].enabled = !isFavorites;
 }
 
-// The node of a game that was hidden meanwhile does not exist any more: then its folder is taken.
+// The node of a game that was hidden meanwhile does not exist any more; then its folder is used.
 void GamesTree::RecordSelection() {
     const TreeView& tree = form_.controls.trvGames;
     if (shownNode_.empty())
@@ -301,7 +301,7 @@ void GamesTree::RecordSelection() {
         }
 }
 
-// Cancelling names a folder with an empty text; a program that closes leaves it alone.
+// Cancelling gives a folder an empty name; if the program closes, the name is not changed.
 void GamesTree::mnuTreeRename_Click(const std::string& key) {
     form_.Command(CommandKind::Ordinary, "mnuTreeRename_Click", OnError::LogAndShow, [this, key] {
         if (!CanRename(key))
@@ -339,10 +339,10 @@ void GamesTree::AppendToList(const std::string& listName, const std::vector<Serv
     std::exception_ptr gameFailure;
     form_.controls.sckServer.CloseAll();
     listFiles_.LoadServerList(listName);
-    // The shown list comes back whatever happens: otherwise the next switch would save the folder's servers
-    // over its file.
+    // The shown list is always restored: otherwise the next switch would save the folder's servers to its
+    // file.
     form_.Trapped("mnuServAddToFavorites_Click", OnError::LogAndShow, [&] {
-        listFiles_.RequireRead(listName); // else the folder would hold this one server only
+        listFiles_.RequireRead(listName); // otherwise the folder would contain only this server
         program.ServerCount = program.Servers.HighestIndex();
         for (const ServerRecord& server : servers)
             program.AppendServer() = server;

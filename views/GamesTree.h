@@ -1,9 +1,9 @@
 #pragma once
 
-// The tree that chooses what is shown: games with their MODs, favorites folders, filters. Node keys are its
-// vocabulary: a game's GameShort, "mod" and its number, "fav" and its folder number, "flt..." and "png..."
-// for filters, and the fixed folders "games", "favorites" and "filters". The key of a game or folder is also
-// the name of its list file.
+// The tree that selects what is shown: games with their MODs, favorites folders, filters. Node keys: a game's
+// GameShort, "mod" and its number, "fav" and its folder number, "flt..." and "png..." for filters, and the
+// fixed folders "games", "favorites" and "filters". The key of a game or folder is also the name of its list
+// file.
 
 #include "views/MainFormContext.h"
 #include "views/ServerListFiles.h"
@@ -22,7 +22,7 @@ class GamesTree {
   public:
     GamesTree(const MainFormContext& form, ServerListView& servers, ServerListFiles& listFiles);
 
-    // The nodes that are there for the whole run, positions 1 to 8.
+    // The nodes that exist during the whole run, positions 1 to 8.
     void AddFixedNodes();
 
     // Rebuilds the game, MOD and favorites nodes; keeps selection and expansion by key.
@@ -34,10 +34,10 @@ class GamesTree {
     void trvGames_NodeClick(const std::string& key);
 
     // The keyboard has moved the selection to the node. The list of a game, MOD or favorites folder is shown
-    // when the selection rests there; folders and filters wait for Space, Enter or a click.
+    // when the selection stays there for a while; folders and filters react to Space, Enter or a click.
     void trvGames_SelectedByKeyboard(const std::string& key);
 
-    // Of a favorites folder: the one given, or the one selected now.
+    // Renames a favorites folder: the given one, or the selected one.
     void mnuTreeRename_Click() { mnuTreeRename_Click(form_.controls.trvGames.SelectedKey()); }
     void mnuTreeRename_Click(const std::string& key);
     static bool CanRename(std::string_view key) noexcept;
@@ -45,7 +45,7 @@ class GamesTree {
     // Appends every server of the rows to a folder's list, in the order of the rows.
     void mnuServAddToFavorites_Click(std::int32_t Index, GivenRows rows = {});
 
-    // At shut-down: the node whose list is shown becomes LastGame; list and file stay as they are.
+    // At the end of the program: LastGame becomes the node whose list is shown; list and file do not change.
     void RecordSelection();
 
     // Saves the list that is shown, as showing another one does: not while a MOD filter is on.
@@ -58,7 +58,7 @@ class GamesTree {
     const std::string& ShownNode() const noexcept { return shownNode_; }
     const std::string& ShownList() const noexcept { return shownList_; }
 
-    // What the tree calls the list that is shown.
+    // The tree's name for the list that is shown.
     std::string ShownListText() const;
 
   private:
@@ -80,7 +80,7 @@ class GamesTree {
     MainFormContext form_;
     ServerListView& servers_;
     ServerListFiles& listFiles_;
-    std::string restingNode_; // selected by the keyboard, and not shown yet
+    std::string restingNode_; // selected by the keyboard, but not shown yet
     std::string shownNode_;
     std::string shownList_;
 };

@@ -10,13 +10,13 @@ namespace quarn {
 
 namespace {
 
-// All numbers of a sample differ, so that each tells what it stands for.
+// All numbers of a sample differ, so that each identifies its field.
 constexpr CalendarTime Afternoon = {1987, 12, 31, 23, 46, 59};
 constexpr CalendarTime Morning = {1987, 12, 31, 11, 46, 59};
 constexpr int HoursOfAHalf = 12;
 constexpr int FirstYear = 1900;
 
-// Takes the digits, or what is no digit, off the beginning.
+// Consumes the digits, or the text up to the next digit, at the start.
 std::string_view TakeRun(std::string_view& text) {
     const bool digits = !text.empty() && IsDigit(text.front());
     const auto end =
@@ -26,7 +26,7 @@ std::string_view TakeRun(std::string_view& text) {
     return run;
 }
 
-// Takes a number of so many digits off the beginning; nothing when it has fewer or more.
+// Consumes a number of exactly this many digits at the start; nothing if it has fewer or more.
 std::optional<int> TakeNumber(std::string_view& text, std::size_t fewest, std::size_t most) {
     int number = 0;
     std::size_t digits = 0;
@@ -39,7 +39,7 @@ std::optional<int> TakeNumber(std::string_view& text, std::size_t fewest, std::s
     return digits >= fewest ? std::optional(number) : std::nullopt;
 }
 
-// Character by character, as they are few.
+// Character by character, because they are few.
 bool TakeText(std::string_view& text, std::string_view expected) {
     if (text.size() < expected.size())
         return false;
@@ -90,7 +90,7 @@ void GeneralDates::LearnLayout() {
     }
 }
 
-// Numbers with and without zeros in front, and both ends of the day's halves.
+// Numbers with and without leading zeros, and both ends of the two halves of the day.
 bool GeneralDates::ReadsWhatTheLocaleWrites() const {
     constexpr CalendarTime Dates[] = {Morning,
                                       Afternoon,

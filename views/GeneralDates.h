@@ -1,9 +1,9 @@
 #pragma once
 
-// Reads the dates that a list shows, thousands at a time. The locale's own conversion looks through all its
-// names of days and months for each of them; so the layout in which the locale writes dates is found out
-// once, from dates that it is asked to write, and texts in exactly that layout are read without it. Every
-// other text is left to the locale, and so is all of them when its layout has names or short years.
+// Reads the dates that a list shows, thousands at a time. The locale's own conversion compares each text with
+// all names of days and months. So the locale's date layout is derived once, from dates that the locale is
+// asked to write, and texts in exactly that layout are read here. Any other text goes to the locale. So do
+// all texts if the layout uses names or two-digit years.
 
 #include "desktop/LocaleText.h"
 
@@ -16,16 +16,16 @@ namespace quarn {
 
 class GeneralDates {
   public:
-    // The locale must outlive this object, and keep its layout for as long.
+    // The locale must outlive this object and keep its layout.
     explicit GeneralDates(const LocaleText& locale);
     GeneralDates(const GeneralDates&) = delete;
     GeneralDates& operator=(const GeneralDates&) = delete;
 
-    // What the locale's ToDate gives, its errors included.
+    // The result of the locale's ToDate, including its errors.
     DateTime Read(const std::string& text);
 
   private:
-    // Digits of a number, or the same text in every date. The mark of the half of the day has two texts.
+    // A numeric field, or literal text. The AM/PM marker has two texts.
     struct Part {
         int CalendarTime::*number = nullptr;
         std::string_view morning;
@@ -39,7 +39,7 @@ class GeneralDates {
     const LocaleText& locale_;
     std::string morningSample_;
     std::string afternoonSample_;
-    std::vector<Part> layout_; // empty: not known
+    std::vector<Part> layout_; // empty: unknown
     bool halvesOfTheDay_ = false;
 
     // Servers that were never visited all have the same text.

@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::int32_t Gap = 50;          // between tree and list, above and below
 constexpr std::int32_t UpperToLower = 75; // from the upper row's height to the lower row's top
-constexpr std::int32_t RightMargin = 175; // what two neighbours leave of the width
-constexpr std::int32_t BelowUpper = 1650; // what toolbar, status bar and gaps take of the lower half
+constexpr std::int32_t RightMargin = 175; // the space between and beside two neighbours
+constexpr std::int32_t BelowUpper = 1650; // the height of toolbar, status bar and gaps in the lower half
 
 // Of the search box.
 constexpr std::int32_t BoxMargin = 120;

@@ -12,7 +12,7 @@ namespace quarn {
 
 class ListedAddresses {
   public:
-    // Removes the records after `before` that have no address, or one that an earlier record has.
+    // Removes the records after `before` that have no address or the address of an earlier record.
     void RemoveKnown(ProgramState& program, std::int32_t before);
 
   private:

@@ -15,7 +15,7 @@ void SetColumns(ListView& list, std::initializer_list<ListColumn> columns) {
         list.columns[++number] = column;
 }
 
-// How exactly the deadlines of queries that run at once are kept, in milliseconds.
+// Precision of the deadlines of simultaneous queries, in milliseconds.
 constexpr std::int32_t DeadlineInterval = 20;
 
 // How soon rows move to their place after they were updated, in milliseconds.

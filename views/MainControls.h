@@ -1,7 +1,7 @@
 #pragma once
 
 // The main window's controls, under their names, as models. The form's parts work on these; the window shows
-// them and feeds the user's actions back through the form's handlers.
+// them and passes the user's actions to the form's handlers.
 
 #include "base/Geometry.h"
 #include "base/OneBased.h"
@@ -33,7 +33,7 @@ enum StatusPanelNumber {
 // The button that opens the Add to Favorites menu.
 inline constexpr const char* FavoritesButton = "favorites";
 
-// Where Form_Resize put the lists; the window moves its controls there.
+// Where Form_Resize placed the lists; the window moves its controls there.
 struct MainLayout {
     TwipsRect trvGames;
     TwipsRect lvwServers;
@@ -43,7 +43,7 @@ struct MainLayout {
 };
 
 struct MainControls {
-    // Fills in what is fixed by design: columns, buttons, panels and menu entries.
+    // Sets what is fixed by design: columns, buttons, panels and menu entries.
     MainControls(UdpSocket& master, UdpSocketFactory& serverSockets, const Clock& clock);
 
     TreeView trvGames;
@@ -61,7 +61,7 @@ struct MainControls {
     Timer tmrDeadlines;   // of queries that run at once
     QueryPorts sckServer; // a port for each query
     Timer tmrSorting;     // runs while rows wait to be put where the sort has them
-    Timer tmrTreeRest;    // ticks when the keyboard's selection has rested on a node of the tree
+    Timer tmrTreeRest;    // ticks when the keyboard's selection has stayed on a node of the tree
 
     MenuEntry mnuServer;
     MenuEntry mnuServerList;

@@ -1,7 +1,7 @@
 #pragma once
 
-// What every part of the main form works with, and how its commands and handlers run: through the gate, and
-// with their errors trapped under the form's name and their own.
+// What every part of the main form uses, and how its commands and handlers run: through the gate, with their
+// errors trapped under the form's name and their own.
 
 #include "core/modDefinitions.h"
 #include "desktop/Desktop.h"
@@ -26,7 +26,7 @@ struct MainFormContext {
     CommandGate& gate;
     EngineTable engines;
 
-    // Runs the body of a routine. True when it ran to its end.
+    // Runs the body of a routine. True if it ran to its end.
     template<class Body>
     bool Trapped(const char* routine, OnError onError, Body&& body) const noexcept {
         return quarn::Trapped(*program.AppLog, MainFormName, routine, onError, std::forward<Body>(body));

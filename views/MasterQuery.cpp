@@ -11,7 +11,7 @@ namespace quarn {
 
 namespace {
 
-// A master that has not answered within so many scan time-outs is given up.
+// A master that has not answered within this many scan time-outs is given up.
 constexpr std::int32_t TimeoutsOfAMaster = 3;
 
 } // namespace
@@ -55,7 +55,7 @@ void MasterQuery::Ask() {
     socket.SendData(game.MasterPacket);
 
     Timer& patience = form_.controls.tmrMaster;
-    patience.SetEnabled(false); // starts anew
+    patience.SetEnabled(false); // restarts
     patience.SetInterval(TimeoutsOfAMaster * form_.controls.tmrTimeout.Interval());
     patience.SetEnabled(replacesList_);
 }
@@ -63,7 +63,7 @@ void MasterQuery::Ask() {
 void MasterQuery::sckMaster_DataArrival(std::int32_t bytesTotal) {
     constexpr const char* Routine = "sckMaster_DataArrival";
     form_.Trapped(Routine, OnError::LogUncounted, [&] {
-        // Taken off the queue in any case, so that a short one does not stand before the next.
+        // Always taken off the queue, so that a short one does not block the next.
         std::optional<std::string> datagram = form_.controls.sckMaster.GetData();
         if (bytesTotal < ShortestDatagram || !datagram)
             return;
@@ -73,13 +73,13 @@ void MasterQuery::sckMaster_DataArrival(std::int32_t bytesTotal) {
             return;
         }
         waitingBytes_ += size;
-        // Where it has to wait for a list being read or written, the list may be another one afterwards.
+        // If the gate defers this reply, the user may have switched lists by the time it runs.
         const auto list = [&program = form_.program] { return program.CurrentGame; };
         const CommandKind kind = replacesList_ ? CommandKind::ReplacesList : CommandKind::Ordinary;
         form_.Command(kind, Routine, OnError::LogUncounted,
                       [this, kind, asked = list(), list, size, reply = std::move(*datagram)]() mutable {
                           waitingBytes_ -= size;
-                          // A command that replaces the list shall not wait for what it replaces.
+                          // A command that replaces the list must not wait for rows that it will replace.
                           const bool isInVain =
                               kind == CommandKind::Ordinary && form_.gate.ReplacementWaits();
                           if (asked == list() && !isInVain)
@@ -101,7 +101,7 @@ void MasterQuery::TakeReply(std::string datagram) {
 void MasterQuery::ParseReply(std::string& datagram) {
     ProgramState& program = form_.program;
     const GameDefinition& game = program.Games[GameIndexOfShort(program, program.CurrentGame)];
-    // Where a datagram adds nothing, no row is listed again.
+    // If a datagram adds nothing, no row is listed again.
     const std::int32_t before = program.PreviousServerCount = program.ServerCount;
 
     const EngineFamily* const engine = FindEngine(form_.engines, game.Engine);
@@ -119,7 +119,7 @@ void MasterQuery::ParseReply(std::string& datagram) {
     serversOfRenewal_ += program.ServerCount - before;
 }
 
-// The list stays as it is unless the reply holds an address.
+// The list does not change unless the reply contains an address.
 bool MasterQuery::ReplaceList(std::string& datagram) {
     ProgramState& program = form_.program;
     OneBased<ServerRecord> kept = std::exchange(program.Servers, {});
@@ -144,7 +144,7 @@ void MasterQuery::tmrMaster_Timer() {
     form_.controls.tmrMaster.SetEnabled(false);
     if (!std::exchange(replacesList_, false) || askedGame_ != form_.program.CurrentGame)
         return;
-    form_.controls.sckMaster.Close(); // what comes now would be added to the list that stays
+    form_.controls.sckMaster.Close(); // a later reply would be added to the old list
     form_.controls.SetStatus(MessagePanel, "The master server did not answer.");
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 // "Renew": asks the current game's master server for its list. There is no retry; each datagram of the reply
-// is listed as it arrives, also while a scan runs. Whoever floods the master's port is held off by limits.
+// is listed as it arrives, also during a scan. Limits bound what a flood on the master's port can cost.
 //
-// Two extras: ListOnce adds no address that the list already holds. AskMasterFirst keeps the list until a
-// reply holds an address, and says so when the master stays silent.
+// Two extras: ListOnce adds no address that is already listed. AskMasterFirst keeps the list until a reply
+// contains an address, and says so if the master does not answer.
 
 #include "views/ListedAddresses.h"
 #include "views/MainFormContext.h"
@@ -18,10 +18,10 @@ namespace quarn {
 
 class MasterQuery {
   public:
-    // Replies that wait while a list is being read, written or listed; what comes beyond is dropped.
+    // Replies that wait while a list is being read, written or listed; more are dropped.
     static constexpr std::size_t MostWaitingBytes = 1U << 20;
 
-    // Servers that one "Renew" may bring; more than any game has.
+    // The most servers that one "Renew" may add; no game has as many.
     static constexpr std::int32_t MostServers = 100'000;
 
     MasterQuery(const MainFormContext& form, ServerListView& servers);
@@ -43,7 +43,7 @@ class MasterQuery {
     std::size_t waitingBytes_ = 0;
     std::string askedGame_; // whose master was asked last
     std::int32_t serversOfRenewal_ = 0;
-    bool replacesList_ = false; // the next reply with an address does
+    bool replacesList_ = false; // the next reply with an address replaces the list
     bool limitLogged_ = false;  // for this renewal
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 // Shows the program's forms as modal dialogs that the main window owns. A form knows nothing of its window:
-// the dialog shows what the form holds, puts in what the user does and calls the form's handlers.
+// the dialog shows the form's state, stores the user's input in it and calls the form's handlers.
 
 namespace quarn {
 
@@ -15,8 +15,8 @@ class ModalForms {
   public:
     virtual ~ModalForms() = default;
 
-    // Returns when the dialog is closed. The form's Form_Load runs before it is seen, its Form_Unload however
-    // it was closed, where it has them.
+    // Returns when the dialog is closed. A form's Form_Load, if any, runs before it is visible, its
+    // Form_Unload after it was closed in any way.
     virtual void ShowModal(frmAbout& form, bool topMost) = 0;
     virtual void ShowModal(frmAddServer& form, bool topMost) = 0;
     virtual void ShowModal(frmGamSetup& form, bool topMost) = 0;

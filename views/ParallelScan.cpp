@@ -46,11 +46,11 @@ void ParallelScan::Run(std::deque<std::uint32_t> rows, std::int32_t atOnce,
     }
 }
 
-// False when there is no row left, or no port for the next one.
+// False if there is no row left, or no port for the next one.
 bool ParallelScan::AskNext() {
     while (!rows_.empty()) {
         const std::int32_t row = form_.controls.lvwServers.RowShowing(rows_.front(), likelyRow_);
-        if (row == 0) { // gone since the scan began
+        if (row == 0) { // removed since the scan began
             rows_.pop_front();
             CountFinished();
             continue;
@@ -60,7 +60,7 @@ bool ParallelScan::AskNext() {
         form_.controls.sckServer.CloseOf(pending.target.server);
         pending.first = Ask(pending.target, pending.target.index).number;
         if (pending.first == 0 && !pending_.empty()) {
-            atOnce_ = pending_.size(); // no more ports: the next finished query makes room
+            atOnce_ = pending_.size(); // no more ports: wait until the next query is finished
             return false;
         }
         rows_.pop_front();
@@ -91,14 +91,14 @@ void ParallelScan::TakeArrivals() {
         const auto found = std::ranges::find_if(
             pending_, [&](const Pending& p) { return p.first == number || p.second == number; });
         const std::int32_t index = results_.IndexOf(arrival.query.target);
-        // A port that was closed meanwhile belonged to a query that is answered already.
+        // A port that was closed meanwhile belonged to a query that is already answered.
         if (index == 0 || form_.controls.sckServer.Find(number).number == 0)
             continue;
         if (found != pending_.end())
             form_.program.Servers[index].Ping = TicksBetween(arrival.query.sentTick, arrival.tick);
         results_.StoreReply(index, arrival.datagram);
         if (found != pending_.end()) {
-            // What the other request brings would be the same again.
+            // The reply to the other request would contain the same again.
             form_.controls.sckServer.Close(found->first == number ? found->second : found->first);
             Finish(static_cast<std::size_t>(found - pending_.begin()), true);
         } else {

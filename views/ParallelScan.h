@@ -1,12 +1,11 @@
 #pragma once
 
-// Queries several servers at once. Each query has a port and a deadline of its own, PingTimeout after its
-// request, and is asked a second time, from a second port, when half of that has passed. It is finished by
-// its first reply or its deadline, and its row is brought up to date at once. Rows are asked in their order;
-// selection, scroll position and CurrentServer stay the user's.
+// Queries several servers at once. Each query has its own port and its own deadline, PingTimeout after its
+// request, and a second request is sent, from a second port, after half of that time. The query is finished
+// by its first reply or by its deadline, and its row is updated at once. Rows are queried in their order;
+// selection, scroll position and CurrentServer are not changed.
 //
-// One scan runs at a time. It ends at once when it is to be stopped: open queries are dropped and leave their
-// records as they were.
+// One scan runs at a time. "Stop" ends it at once: open queries are dropped and their records do not change.
 
 #include "views/MainFormContext.h"
 #include "views/QueryResults.h"
@@ -26,20 +25,20 @@ class ParallelScan {
     ParallelScan(const ParallelScan&) = delete;
     ParallelScan& operator=(const ParallelScan&) = delete;
 
-    // Asks the servers of these rows, `atOnce` at a time, until all are finished or `stopped` holds. The rows
-    // are given by the identities of the records that they show.
+    // Queries the servers of these rows, `atOnce` at a time, until all are finished or `stopped` returns
+    // true. The rows are given by the identities of the records that they show.
     void Run(std::deque<std::uint32_t> rows, std::int32_t atOnce, const std::function<bool()>& stopped);
 
-    // A reply to a query that is not finished. Its parsing waits until the event that brought it has ended.
+    // A reply to a query that is not finished. It is parsed after its event has ended.
     void OnReply(ServerReply reply);
 
   private:
-    // A server that was asked and has neither answered nor run out of time.
+    // A server that was queried and has neither answered nor reached its deadline.
     struct Pending {
         QueryTarget target;
         std::int32_t sentTick = 0;
         std::uint32_t first = 0;  // number of the first request's query
-        std::uint32_t second = 0; // of the second request's; 0: not asked again yet
+        std::uint32_t second = 0; // number of the second request's query; 0: not sent yet
     };
 
     bool AskNext();
@@ -54,7 +53,7 @@ class ParallelScan {
     MainFormContext form_;
     QueryResults& results_;
     ScanProgress& progress_;
-    std::deque<std::uint32_t> rows_; // still to be asked
+    std::deque<std::uint32_t> rows_; // still to be queried
     std::vector<Pending> pending_;
     std::deque<ServerReply> arrivals_;
     std::size_t atOnce_ = 1;

@@ -1,7 +1,7 @@
 #pragma once
 
-// What a query's outcome does to the record of its server, and to the row and the details that show it. Used
-// for replies in time and late ones alike.
+// Stores the outcome of a query in its server's record, and updates the row and the details that show it.
+// Used for replies in time and for late ones.
 
 #include "query/QueryPorts.h"
 #include "views/MainFormContext.h"
@@ -16,22 +16,22 @@ namespace quarn {
 
 class QueryResults {
   public:
-    // All players and variables of a list may take this many bytes together; what comes beyond is not kept.
+    // The most bytes of all players and variables of a list; more are not kept.
     static constexpr std::size_t MostDetailBytes = 256U << 20;
 
     QueryResults(const MainFormContext& form, ServerListView& servers, ServerDetails& details)
         : form_(form), servers_(servers), details_(details) {}
 
-    // At the start of a scan: counts what the list's details take.
+    // At the start of a scan: counts the bytes of the list's details.
     void Begin();
 
-    // The server that the row's tag names. Error 13 for a tag that is not a number, 9 outside the list.
+    // The server named by the row's tag. Error 13 for a tag that is not a number, 9 outside the list.
     QueryTarget TargetOf(std::int32_t row) const;
 
-    // Index of the record that was asked, 0 when it is gone.
+    // Index of the record that was queried, 0 if it no longer exists.
     std::int32_t IndexOf(const QueryTarget& target) const noexcept;
 
-    // The row, looked for from `likely` outwards; 0 when it is not listed.
+    // The row, searched from `likely` outwards; 0 if it is not listed.
     std::int32_t RowOf(const QueryTarget& target, std::int32_t likely) const noexcept;
 
     // The engine family of the server's game; null for one without, or for none.
@@ -40,7 +40,7 @@ class QueryResults {
     void StoreReply(std::int32_t index, std::string_view datagram);
     void StoreNoAnswer(std::int32_t index);
 
-    // Brings the row up to date, and the details where they show this server.
+    // Updates the row, and the details if they show this server.
     void Show(const QueryTarget& target);
 
   private:

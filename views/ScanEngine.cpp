@@ -16,10 +16,10 @@ namespace quarn {
 
 namespace {
 
-// A server sends three replies at most; a flood of datagrams must not hold up the scan.
+// A server sends at most three replies; a flood of datagrams must not delay the scan.
 constexpr int MostFurtherReplies = 16;
 
-// What ReplyState holds when the timer came before any reply.
+// The value of ReplyState if the timer ticked before any reply.
 constexpr std::int32_t NoAnswer = 2;
 
 constexpr std::int32_t FallbackTimeout = 1000;
@@ -43,7 +43,7 @@ void ScanEngine::mnuServRefresh_Click(GivenRows rows) {
     Start(std::make_shared<const TargetRows>(servers_.TargetsOf(std::move(rows))), "mnuServRefresh_Click");
 }
 
-// Scans of one server after the other nest. Of several at once, a second one ends the first.
+// Sequential scans nest. A second scan ends a running one that queries several servers at once.
 void ScanEngine::Start(std::shared_ptr<const TargetRows> selected, const char* routine) {
     const bool atOnce = form_.program.Simultaneous > 1 || parallel_ != nullptr;
     form_.gate.Run(atOnce ? CommandKind::ReplacesList : CommandKind::Ordinary,
@@ -86,7 +86,7 @@ std::deque<std::uint32_t> ScanEngine::ShownServers(const TargetRows* selected) c
     return shown;
 }
 
-// Rows may move and vanish meanwhile, so they are found again by the server that they show.
+// Rows may be moved or removed meanwhile, so they are looked up by the server that they show.
 void ScanEngine::ScanRows(const std::deque<std::uint32_t>& wanted, bool isWholeList, ScanProgress& progress) {
     ListView& list = form_.controls.lvwServers;
     auto nextWanted = wanted.begin();
@@ -175,10 +175,10 @@ ScanEngine::Outcome ScanEngine::QueryServer(const QueryTarget& target) {
 ScanEngine::Outcome ScanEngine::WaitForReply(const ServerQuery& query) {
     const Restore open(openQuery_, query.number); // a nested query hides the outer one
     const QueryPorts& ports = form_.controls.sckServer;
-    // A scan inside this one may have asked the same server again, and so closed the port.
+    // A nested scan may have queried the same server again and so closed the port.
     const auto isReplaced = [&] { return query.number != 0 && ports.Find(query.number).number == 0; };
     const auto isAnswered = [&] { return ports.Find(query.number).replies > 0; };
-    // Where a nested scan has switched the timer off, nothing but a reply or "stop" ends the wait.
+    // If a nested scan has disabled the timer, only a reply or "stop" ends the wait.
     const bool waited = form_.gate.WaitUntil([&] {
         return ReplyState >= 1 || isAnswered() || isReplaced() ||
                (MustStop() && !form_.controls.tmrTimeout.Enabled());
@@ -201,7 +201,7 @@ void ScanEngine::sckServer_DataArrival(std::uint32_t query, std::int32_t tick) {
         TakeReply(*reply);
         if (!reply->query.finished)
             return;
-        // A late one. Rows wait while the list is being sorted or saved.
+        // A late reply. Rows wait while the list is being sorted or saved.
         form_.Command(CommandKind::Ordinary, "sckServer_DataArrival", OnError::Log,
                       [this, target = reply->query.target] { results_.Show(target); });
     });
@@ -211,7 +211,7 @@ void ScanEngine::TakeReply(const ServerReply& reply) {
     const ServerQuery& query = reply.query;
     const std::int32_t index = results_.IndexOf(query.target);
     if (index == 0)
-        return; // deleted since it was asked
+        return; // deleted since it was queried
     if (query.number == openQuery_)
         form_.program.CurrentServer = index;
     if (!query.finished || query.replies == 1)
@@ -219,7 +219,7 @@ void ScanEngine::TakeReply(const ServerReply& reply) {
     results_.StoreReply(index, reply.datagram);
 }
 
-// One line for a scan: where sockets run out, each further server would add one.
+// One log entry for each scan: without free sockets, every further server would add one.
 void ScanEngine::LogFailure(const std::string& description) {
     if (!std::exchange(failureLogged_, true))
         form_.program.AppLog->Log(MainFormName, "SendServerQuery", 0, description);

@@ -1,13 +1,13 @@
 #pragma once
 
-// Queries the listed servers. One after the other, as the settings have it at first: one query is awaited at
-// any time, and while it waits for the reply or the time-out it sleeps in the event queue, so that any
-// command may come in between, a second scan included. Or several at once (views/ParallelScan.h).
+// Queries the listed servers, by default one after the other: one query is awaited at any time, and while it
+// waits for the reply or the time-out it sleeps in the event queue, so that any command may arrive meanwhile,
+// including a second scan. Several queries at once: see views/ParallelScan.h.
 //
-// One after the other, the time-out timer is started once for a scan and never restarted for a server, so
-// that a server's effective time-out is anything between 0 and PingTimeout. A tick sets ReplyState to 2, a
-// reply adds 1 to it; 2 means "no answer" unless a reply was counted for this query. A reply that comes after
-// its query was finished still reaches its record, as long as its port is open (query/QueryPorts.h).
+// The time-out timer of a sequential scan is started once and never restarted for a server, so that a
+// server's effective time-out is anything between 0 and PingTimeout. A tick sets ReplyState to 2, a reply
+// adds 1 to it; 2 means "no answer" unless a reply was counted for this query. A reply that arrives after its
+// query was finished is still stored in its record while its port is open (query/QueryPorts.h).
 
 #include "views/MainFormContext.h"
 #include "views/ParallelScan.h"
@@ -41,7 +41,7 @@ class ScanEngine {
     void sckServer_DataArrival(std::uint32_t query, std::int32_t tick);
     void tmrTimeout_Timer();
 
-    // The timer ticks at PingTimeout where that is positive, else once a second.
+    // The timer ticks at PingTimeout if that is positive, otherwise once a second.
     void ApplyTimeout();
 
     std::int32_t ReplyState = 0;

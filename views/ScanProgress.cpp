@@ -10,7 +10,7 @@ namespace {
 constexpr std::int64_t MillisecondsPerSecond = 1000;
 constexpr std::int64_t SecondsPerMinute = 60;
 
-// Too few outcomes tell nothing about the rest.
+// Fewer outcomes say nothing about the rest.
 constexpr std::int32_t FewestForAnEstimate = 5;
 
 std::string TimeLeft(std::int64_t milliseconds) {

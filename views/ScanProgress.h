@@ -1,6 +1,6 @@
 #pragma once
 
-// How far a scan is: the progress bar with its tooltip, and the status bar's panels.
+// The progress of a scan: the progress bar with its tooltip, and the status bar's panels.
 
 #include "views/MainFormContext.h"
 
@@ -14,10 +14,10 @@ class ScanProgress {
 
     void Begin(std::int32_t serversToAsk);
 
-    // The server with this number, counted from 1, is being asked, or has been.
+    // The server with this number, counted from 1, is being queried, or was.
     void Reach(std::int32_t number);
 
-    // The same in panel 3, against the whole list.
+    // Shows the same in panel 3, with the length of the whole list.
     void ShowNumber(std::int32_t number);
 
     // The outcome of one more query.

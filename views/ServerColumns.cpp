@@ -14,7 +14,7 @@ struct ColumnRow {
     std::int32_t width; // twips
     Alignment alignment = Alignment::Left;
     bool changesLater = true; // a query or a visit changes the cell
-    TextOf text = nullptr;    // none: the column shows an icon
+    TextOf text = nullptr;    // null: the column shows an icon
     bool fills = false;       // takes what the others leave of the list's width
 };
 
@@ -61,7 +61,7 @@ void FillServerRow(ListView& list, std::int32_t row, const ServerRecord& server,
     for (std::size_t column = 1; column < std::size(Columns); ++column) {
         if (!Columns[column].changesLater && cells == CellsOf::UpdatedRow)
             continue;
-        // A new row leaves the visit empty where there was none; an update shows the zero date as it is.
+        // A new row shows no visit if there was none; an update shows the zero date as it is.
         if (column == LastVisitColumn && cells == CellsOf::NewRow && server.LastVisit.IsZero())
             continue;
         filled.subItems[column - 1].text = Columns[column].text(server, locale);

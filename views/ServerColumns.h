@@ -1,6 +1,6 @@
 #pragma once
 
-// The columns of the server list: one table holds each column's header, sort type, shape and cell text.
+// The columns of the server list: one table contains each column's header, sort type, width and cell text.
 
 #include "controls/ListView.h"
 #include "core/modDefinitions.h"
@@ -11,7 +11,7 @@
 
 namespace quarn {
 
-// Columns that code refers to, as sub item numbers. The row's main text, column 0, holds only the lock.
+// Columns that code refers to, as sub item numbers. The row's main text, column 0, shows only the lock.
 enum ServerColumn {
     AddressColumn = 1,
     LocationColumn,

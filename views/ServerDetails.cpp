@@ -30,7 +30,7 @@ void ServerDetails::RefreshVariables() {
         const std::string& variables = form_.program.Servers[form_.program.CurrentServer].Variables;
         const std::vector<std::string_view> parts = Split(variables, '\\');
         list.Clear();
-        // In front of the leading backslash stands nothing, or a password of an earlier run.
+        // Before the leading backslash there is nothing, or a password of an earlier run.
         for (std::size_t i = 1; i < parts.size(); i += 2) {
             const std::int32_t row = list.Add();
             list.Cell(row, 1).text = parts[i];

@@ -1,7 +1,7 @@
 #pragma once
 
-// The players and the variables of the current server, below the server list. Both views are rebuilt from
-// the record, never edited in place.
+// The players and the variables of the current server, below the server list. Both lists are rebuilt from the
+// record, never edited in place.
 
 #include "views/MainFormContext.h"
 

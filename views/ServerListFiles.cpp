@@ -34,7 +34,7 @@ enum Field {
     FieldCount
 };
 
-// A line with fewer fields than those before LastVisit is damaged.
+// A line with fewer fields than these is damaged.
 constexpr std::size_t RequiredFields = LastVisit;
 
 // The shortest entry: its separators and a line end.
@@ -57,13 +57,13 @@ ServerRecord ParseEntry(std::string_view line) {
     server.Locked = ToLong(fields[Locked]);
     server.Password = fields[Password];
     server.Variables = fields[Variables];
-    // More fields than that mean a ";" inside a name: which one is the visit cannot be told.
+    // More fields mean a ";" inside a name: then the field of the visit is unknown.
     if (fields.size() == FieldCount && !fields[LastVisit].empty())
         server.LastVisit = SecondsToDate(ToDouble(fields[LastVisit]));
     return server;
 }
 
-// A line end inside a text would cut the entry in two.
+// A line end inside a text would split the entry.
 void AppendOnOneLine(std::string& line, std::string_view text) {
     const std::size_t start = line.size();
     line += text;
@@ -125,8 +125,8 @@ void ServerListFiles::RequireRead(const std::string& listName) const {
         std::rethrow_exception(found->second);
 }
 
-// The list is read beside the one in force and takes its place when it is whole, so that whatever runs in
-// between finds rows and records that belong together.
+// The list is read into a new one, which replaces the current one when it is complete, so that events that
+// run meanwhile find rows and records that match.
 OneBased<ServerRecord> ServerListFiles::ReadList(const std::string& content) {
     LineReader lines(content);
     const std::int32_t count = ToLong(lines.ReadLine());
@@ -177,7 +177,7 @@ void ServerListFiles::SaveBeforeLeaving(const std::string& listName) {
         SaveServerList(listName);
 }
 
-// No backup is ever overwritten: a server whose name holds a ";" damages its list again and again.
+// No backup is overwritten: a server with a ";" in its name damages its list again and again.
 void ServerListFiles::KeepExisting(const std::string& listName) {
     if (const auto content = files_.ReadIfThere(PathOf(listName))) {
         const std::string stem = program_.AppPath + "servers-" + listName;

@@ -33,8 +33,8 @@ class ServerListFiles {
     // get the games that are noted for them.
     void LoadServerList(const std::string& listName);
 
-    // Throws the error that kept the last load from reading the list's file. Returns if the file was read,
-    // also if it was damaged, or if there was none.
+    // Throws the error that the last load met when it read the list's file. Returns if the file was read,
+    // even if it was damaged, or if there was none.
     void RequireRead(const std::string& listName) const;
 
     // Replaces the list's file by Servers, as one step. A file that the last load could not make out is kept
@@ -44,8 +44,8 @@ class ServerListFiles {
     // but not while the file that is kept may hold them.
     void SaveServerList(const std::string& listName);
 
-    // The same for a list that is about to leave the window. An empty one that cannot be saved does not hold
-    // that up, as nothing is lost with it: the error is logged.
+    // The same for a list that is about to be replaced by another. If an empty list cannot be saved, nothing
+    // is lost: the error is only logged.
     void SaveBeforeLeaving(const std::string& listName);
 
     // Notes the games of servers that were added to a favorites list. Errors are left to the caller.
@@ -66,7 +66,7 @@ class ServerListFiles {
     Files& files_;
     CommandGate& gate_;
     FavoriteGames games_;
-    std::set<std::string> damaged_;                        // lists whose file was read but not made out
+    std::set<std::string> damaged_; // lists whose file was read but could not be parsed
     std::map<std::string, std::exception_ptr> unreadable_; // lists whose file could not be read, and why
 };
 

@@ -15,17 +15,17 @@ namespace quarn {
 
 namespace {
 
-// Only the limits that the filter nodes offer filter; a settings file may hold anything else.
+// Only the limits of the filter nodes have an effect; a settings file may contain anything else.
 bool IsPingLimit(std::int32_t value) {
     return value == 20 || value == 50 || value == 100;
 }
 
-// The keys that move the selection; their release shows the details in any case.
+// The keys that move the selection; their release always shows the details.
 bool MovesSelection(std::int32_t keyCode) {
     return keyCode >= 33 && keyCode <= 40 && keyCode != 37 && keyCode != 39;
 }
 
-// A settings file may hold any number; one that 16 bits do not hold stays outside the columns.
+// A settings file may contain any number; one outside 16 bits stays outside the columns.
 std::int16_t ColumnIndex(std::int32_t column) {
     return static_cast<std::int16_t>(std::clamp<std::int32_t>(
         column, std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max()));
@@ -64,8 +64,8 @@ bool ServerListView::PassesFilters(const ServerRecord& server) const {
     return search_.Finds(server);
 }
 
-// Thousands of rows take their time, so events run in between; what would change the list or its records
-// waits.
+// Thousands of rows take a while, so events run in between; commands that would change the list or its
+// records wait.
 void ServerListView::ListServers(bool lookUpCountry) {
     const CommandGate::ListActivity activity(form_.gate);
     form_.Trapped("ListServers", OnError::Log, [&] {
@@ -211,7 +211,7 @@ TargetRows ServerListView::TargetsOf(GivenRows rows) const {
     return rows ? std::move(*rows) : TargetRows(form_.controls.lvwServers, form_.program);
 }
 
-// While a scan runs, the current server is the one that it asks.
+// While a scan runs, the current server is the one that it queries.
 std::int32_t ServerListView::TakeServer(const TargetRows& targets) {
     const std::int32_t index = targets.ServerIndex(form_.controls.lvwServers, form_.program);
     if (index != 0 && !form_.gate.ScanRuns())
@@ -227,7 +227,8 @@ void ServerListView::ShowDetailsOf(std::int32_t index) {
 
 void ServerListView::lvwServers_Click() {
     shownSelection_ = form_.controls.lvwServers.SelectionsByUser();
-    // Waits as well: rows and records of one list do not belong to those of another that is just in memory.
+    // This command waits, too: rows and records of one list do not match those of a list that is being
+    // loaded.
     form_.Command(CommandKind::Ordinary, "lvwServers_Click", OnError::Log, [this] {
         const ListView& list = form_.controls.lvwServers;
         const std::int32_t row = list.SelectedRow();
@@ -319,7 +320,7 @@ void ServerListView::StoreSort(std::int32_t column) {
     form_.program.LastSortOrder = static_cast<std::int32_t>(form_.controls.lvwServers.sortOrder);
 }
 
-// A sort reverses the order, so the inverse of the stored order is set before.
+// A sort reverses the order, so the inverse of the stored order is set first.
 void ServerListView::RestoreSort() {
     const std::int32_t column = form_.program.LastSortColumn;
     form_.controls.lvwServers.sortOrder =
@@ -352,7 +353,7 @@ void ServerListView::DeleteRows(const TargetRows& targets) {
     const std::int32_t focused = list.FocusedRow();
     std::vector<std::int32_t> deleted;
     {
-        // Also when a tag ends the walk.
+        // Also if a wrong tag ends the loop.
         const Finally removeRows([&] { form_.controls.lvwServers.RemoveRows(deleted); });
         EmptyRecordsOf(targets, deleted);
     }
@@ -366,7 +367,7 @@ void ServerListView::DeleteRows(const TargetRows& targets) {
     SelectAfterDeletion(isFocusDeleted ? focused - deletedAbove : deleted.front(), indexNow);
 }
 
-// Removing a row moves the next one to its place, and the walk ends at the entry count: so a row counts by
+// Removing a row moves the next one to its place, and the loop ends at the entry count; so a row counts by
 // the place that it has by then.
 void ServerListView::EmptyRecordsOf(const TargetRows& targets, std::vector<std::int32_t>& deleted) {
     const ListView& list = form_.controls.lvwServers;
@@ -382,8 +383,8 @@ void ServerListView::EmptyRecordsOf(const TargetRows& targets, std::vector<std::
     }
 }
 
-// The rows that remain keep their tags until the next listing. Returns where each record is now, by its index
-// before; 0 for those that were removed.
+// The remaining rows keep their tags until the next listing. Returns the new index of each record by its old
+// one; 0 for removed records.
 std::vector<std::int32_t> ServerListView::CompactServers() {
     ProgramState& program = form_.program;
     const std::int32_t last = program.LastServerIndex();
@@ -402,8 +403,8 @@ std::vector<std::int32_t> ServerListView::CompactServers() {
     return indexNow;
 }
 
-// A selection that is left stays where it is; else the row that moved up gets it. The details are those of
-// the server that the row shows, which its tag need not name any more.
+// A remaining selection is kept; otherwise the row that moved up is selected. The details are those of the
+// server that the row shows, which its tag may no longer name.
 void ServerListView::SelectAfterDeletion(std::int32_t row, const std::vector<std::int32_t>& indexNow) {
     ListView& list = form_.controls.lvwServers;
     details_.Clear();

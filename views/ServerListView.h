@@ -1,7 +1,7 @@
 #pragma once
 
-// The list of servers: one row for each record that passes the filters. A row's tag holds the index of its
-// record; it is not renumbered when records go, so every use of a tag is checked.
+// The list of servers: one row for each record that passes the filters. A row's tag is the index of its
+// record; it is not renumbered when records are removed, so every use of a tag is checked.
 
 #include "views/CountryLookup.h"
 #include "views/MainFormContext.h"
@@ -32,13 +32,13 @@ class ServerListView {
     void ListServers(bool lookUpCountry = false);
     void AddServerListItem(std::int32_t index, bool lookUpCountry);
 
-    // Brings a row up to date from a record: the current server's, after it was queried, or the one given. A
-    // row whose tag names a record that no longer passes the filters is removed.
+    // Updates a row from a record: the current server's, after its query, or the given one. A row whose tag
+    // names a record that no longer passes the filters is removed.
     void UpdateServerListItem(std::int32_t row);
     void UpdateServerListItem(std::int32_t row, std::int32_t index);
 
-    // Brings the row of a record up to date whatever the current server is. A record that passes the filters
-    // and has no row gets one: a late reply may undo what a time-out took away.
+    // Updates the row of a record, whatever the current server is. A record that passes the filters and has
+    // no row gets one: a late reply may undo the effect of a time-out.
     void UpdateRowOf(std::int32_t index, std::int32_t row);
 
     void ResetServerViews();
@@ -56,18 +56,18 @@ class ServerListView {
     // Asks, and empties the list on Yes.
     bool ConfirmClearServerList();
 
-    // Panel 3 shows the length of the list. To be called wherever it changes.
+    // Panel 3 shows the length of the list. Call this wherever it changes.
     void ShowServerCount();
 
-    // Appends a server that the user typed. True when it is in the list now.
+    // Appends a server that the user typed. True if it was added.
     bool AddServer(const std::string& IP, const std::string& strPort);
 
     // The rows that a command is for.
     TargetRows TargetsOf(GivenRows rows) const;
 
-    // Runs a command on one server: the selected one of the rows given. `body` gets the rows and the index of
-    // the server's record, which becomes the current server unless a scan is at work on its own; without such
-    // a server it does not run.
+    // Runs a command on one server: the selected one of the given rows. `body` receives the rows and the
+    // index of the server's record, which becomes the current server unless a scan is using its own; without
+    // such a server it does not run.
     template<class Body>
     void CommandOnServer(CommandKind kind, const char* routine, OnError onError, GivenRows rows, Body body) {
         form_.Command(kind, routine, onError,
@@ -86,7 +86,7 @@ class ServerListView {
     void lvwServers_MouseUp();
     void lvwServers_ColumnClick(std::int32_t column); // 1-based
 
-    // Sorts as in the last run. A sort that fails leaves the stored column and order alone.
+    // Sorts as in the last run. A sort that fails does not change the stored column and order.
     void RestoreSort();
 
     void lvwPlayers_ColumnClick(std::int32_t column);
@@ -112,7 +112,7 @@ class ServerListView {
     MainFormContext form_;
     ServerDetails& details_;
     CountryLookup& countries_;
-    std::uint32_t shownSelection_ = 0; // of the user's, the one whose details were shown last
+    std::uint32_t shownSelection_ = 0; // by the user, whose details were shown last
     ServerSearch search_;
     bool keepsArrow_ = false; // while rows are listed that are sorted afterwards
     clsQuickList serverSorter_;

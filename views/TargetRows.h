@@ -1,11 +1,11 @@
 #pragma once
 
 // The servers that were selected when a command was given. The command may run later: a scan moves the
-// selection while a menu is open, and a command may have to wait for a list. So the rows are remembered by
-// what identifies them, and looked up when the command runs.
+// selection while a menu is open, and a command may have to wait for a list. So the rows are stored with
+// their identity and looked up when the command runs.
 //
-// A row that was listed again since, after a filter was switched for one, is recognised by its record and its
-// address, as long as the same list is shown.
+// A row that was listed again since, for example after a change of filters, is recognised by its record and
+// its address, while the same list is shown.
 
 #include "controls/ListView.h"
 #include "core/modDefinitions.h"
@@ -32,8 +32,8 @@ class TargetRows {
 
     bool Includes(const ListRow& row, const ProgramState& program) const;
 
-    // What a command for one server acts on: the focused row if it was selected, else the first. The index of
-    // its record, and its row; 0 when they do not exist any more. A server that the filters hide now has a
+    // The server for commands that act on one: the focused row if it was selected, otherwise the first. The
+    // index of its record, and its row; 0 if they no longer exist. A server that the filters now hide has a
     // record and no row. Error 13 for a row whose tag names no record.
     std::int32_t ServerIndex(const ListView& servers, const ProgramState& program) const;
     std::int32_t RowNumber(const ListView& servers, const ProgramState& program) const;
@@ -45,8 +45,8 @@ class TargetRows {
     struct Row {
         std::uint32_t identity;
         std::string tag;
-        std::string address; // as the row shows it
-        std::int32_t number; // where it was
+        std::string address; // as shown by the row
+        std::int32_t number; // its last known number
     };
 
     void Append(const ListView& servers, std::int32_t row);
@@ -61,7 +61,7 @@ class TargetRows {
     std::string list_;                       // name of the list that was shown
 };
 
-// The rows that a menu was opened for. Nothing: those that are selected when the command is given.
+// The rows that a menu was opened for. Nothing: the rows that are selected when the command is given.
 using GivenRows = std::optional<TargetRows>;
 
 } // namespace quarn

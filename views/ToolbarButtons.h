@@ -1,7 +1,7 @@
 #pragma once
 
-// The toolbar's buttons: one table holds what each is called, what it shows and what it does. The key also
-// names its icon resource.
+// The toolbar's buttons: one table contains the name, icon and command of each. The key is also the name of
+// its icon resource.
 
 #include "controls/Toolbar.h"
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* ClassName = "clsQuickList";
 
-// A whole number as every locale writes it, and no longer than a double holds exactly.
+// A whole number as every locale writes it, and short enough that a double is exact.
 bool IsPlainNumber(const std::string& text) {
     constexpr std::size_t PreciseDigits = 15;
     return !text.empty() && text.size() <= PreciseDigits &&
@@ -47,7 +47,8 @@ ListView& clsQuickList::Target() const {
 }
 
 bool clsQuickList::SortList(std::int16_t intIndex) {
-    // A date column fails at the first empty cell, that of a server never visited: no reason for a report.
+    // A date column fails at the first empty cell, that of a server never visited: that is not an error to
+    // report.
     const bool isDates =
         target_ != nullptr && target_->columns.Holds(intIndex) && target_->columns[intIndex].tag == "DATE";
     return Trapped(log_, ClassName, "SortList", isDates ? OnError::LogUncounted : OnError::Log, [&] {
@@ -126,7 +127,7 @@ void clsQuickList::SortByKeyTexts(std::int32_t column, const MakeKey& makeKey) {
     SetSortOrder(column);
 }
 
-// All are made before anything is changed: a cell without a key ends the sort.
+// All keys are made before anything is changed: a cell without a key ends the sort.
 SortKeys clsQuickList::KeysOf(std::int32_t column, const MakeKey& makeKey) const {
     ListView& list = Target();
     SortKeys keys;
@@ -143,8 +144,8 @@ SortKeys clsQuickList::KeysOf(std::int32_t column, const MakeKey& makeKey) const
     return keys;
 }
 
-// The tag becomes the text, a NUL and the tag as it was. Memory comes first, so that a cell is parked wholly
-// or not at all.
+// The tag becomes the text, a NUL and the old tag. Memory is allocated first, so that a cell is parked
+// completely or not at all.
 void clsQuickList::ParkCellText(ListCell& cell, std::string_view key) {
     cell.text.reserve(key.size());
     cell.tag.reserve(cell.text.size() + 1 + cell.tag.size());
@@ -152,7 +153,7 @@ void clsQuickList::ParkCellText(ListCell& cell, std::string_view key) {
     cell.text = key;
 }
 
-// Each tag is split at its first NUL. The cells have held these texts and tags, so no memory is needed.
+// Each tag is split at its first NUL. The cells had these texts and tags before, so no memory is needed.
 void clsQuickList::RestoreCellTexts(const std::vector<ListCell*>& cells) {
     for (ListCell* const cell : cells) {
         const std::size_t end = cell->tag.find('\0');
@@ -181,7 +182,7 @@ void clsQuickList::ClearArrow() {
 }
 
 void clsQuickList::MakeNumberKey(const std::string& text, std::string& key) const {
-    // So is nearly every cell, and asking the locale would cost more than all the rest of a sort.
+    // Fast path: nearly every cell is a plain number, and the locale call would dominate the sort.
     if (IsPlainNumber(text)) {
         FormatNumberPattern(text, key);
     } else if (!desktop_.locale.IsNumeric(text)) {
@@ -189,7 +190,7 @@ void clsQuickList::MakeNumberKey(const std::string& text, std::string& key) cons
     } else {
         const double value = desktop_.locale.ToDouble(text);
         key = FormatNumberPattern(std::fabs(value));
-        // "&" stands before the digits, and the complement of each reverses the order of the magnitudes.
+        // "&" precedes the digits, and the complement of each digit reverses the order of the magnitudes.
         if (value < 0)
             key = "&" + InvertDigits(key);
     }

@@ -25,8 +25,8 @@ class GeneralDates;
 
 class clsQuickList {
   public:
-    // `betweenRows`, where given, is called while a sort prepares itself, so that events can run; rows and
-    // texts must still be the same afterwards.
+    // `betweenRows`, if given, is called while a sort builds its keys, so that events can run; rows and texts
+    // must still be the same afterwards.
     clsQuickList(clsAppLog& log, const Desktop& desktop, std::function<void()> betweenRows = {})
         : log_(log), desktop_(desktop), betweenRows_(std::move(betweenRows)) {}
 
@@ -37,8 +37,8 @@ class clsQuickList {
     // The list to sort. It must outlive this object.
     void SetTargetList(ListView& list) { target_ = &list; }
 
-    // Sorts by the column with this 1-based index. The order flips at every call, whatever the column. False
-    // when it failed.
+    // Sorts by the column with this 1-based index. The order is reversed at every call, whatever the column.
+    // False if it failed.
     bool SortList(std::int16_t intIndex);
 
     // Whether a column shows the arrow.
@@ -47,8 +47,8 @@ class clsQuickList {
     // Sorts by the column with the arrow, in the same order again. A failed sort takes the arrow away.
     void SortAgain();
 
-    // Takes the arrow away: the rows are not in the order of the last sort any more. The next sort flips the
-    // order all the same.
+    // Removes the arrow: the rows are no longer in the order of the last sort. The next sort still reverses
+    // the order.
     void ClearArrow();
 
     // The main text of each row, in display order, one a line; all columns as CSV if that is what the name
@@ -65,7 +65,7 @@ class clsQuickList {
     SortKeys KeysOf(std::int32_t column, const MakeKey& makeKey) const;
     static void ParkCellText(ListCell& cell, std::string_view key);
     static void RestoreCellTexts(const std::vector<ListCell*>& cells);
-    void SetSortOrder(std::int32_t column, const SortKeys* keys = nullptr); // none: by the texts
+    void SetSortOrder(std::int32_t column, const SortKeys* keys = nullptr); // empty: sort by the texts
     void MakeNumberKey(const std::string& text, std::string& key) const;
     void MakeCountKey(const std::string& text, std::string& key) const;
     std::string DateKey(GeneralDates& dates, const std::string& text) const;

@@ -81,7 +81,7 @@ void frmMain::Form_Load() {
 void frmMain::LoadServices() {
     SysTray.SetSourceWindow(window_);
     SysTray.ChangeIcon(window_.Icon());
-    HTMLHelp.CHMFile = program_.AppPath + "..\\Kestrune.chm"; // the maker's programs share it
+    HTMLHelp.CHMFile = program_.AppPath + "..\\Kestrune.chm"; // shared by the maker's programs
     HTMLHelp.HelpWindow = "Main";
 }
 
@@ -101,14 +101,14 @@ void frmMain::Form_Activate() {
         RestoreWindowPosition();
         PlaceInStatusPanel(controls.pbScanning, controls.sbMain, ProgressPanel);
         if (const std::int32_t row = controls.lvwServers.SelectedRow(); row != 0)
-            controls.lvwServers.EnsureVisible(row); // in the size that the window has now
+            controls.lvwServers.EnsureVisible(row); // in the window's final size
         if (controls.trvGames.Children("games").empty())
             AskForGameSetup();
     });
 }
 
-// A window that starts minimized or maximized gets the remembered position all the same: it is where the
-// window comes back to, and what is stored at the end then.
+// A window that starts minimized or maximized also gets the stored position: it is restored to it, and it is
+// stored at the end.
 void frmMain::RestoreWindowPosition() {
     const WindowState state = FirstState();
     if (program_.RemWinPos == 1) {
@@ -172,7 +172,7 @@ void frmMain::Unload() {
     ContinueClosing();
 }
 
-// A command at work ends only when the message box or dialog that it waits for is gone.
+// A running command ends only when the message box or dialog that it waits for is closed.
 void frmMain::ContinueClosing() {
     if (!window_.CancelDialogs())
         gate_.ContinueClosing();
@@ -183,7 +183,7 @@ void frmMain::EndSession() {
     gate_.CloseAtOnce([this] { Form_Unload(Boxes::None); });
     if (destroyed_)
         return;
-    // Unloading was under way and waits for an answer that does not come in time.
+    // Unloading has begun and waits for an answer that will not arrive in time.
     context_.Trapped("Form_Unload", OnError::Log, [this] { StoreAtUnload(OnError::Log); });
     DestroyOnce();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 // The main form: owns the parts that do the work and connects them, decides what happens when its window is
-// loaded, activated, resized and closed, and routes toolbar buttons. Handlers carry the name of control and
-// event; those of a part (tree, list, scan, master query) are the part's own.
+// loaded, activated, resized and closed, and routes toolbar buttons. Handlers are named after control and
+// event; those of a part (tree, list, scan, master query) belong to that part.
 
 #include "controls/UdpSocket.h"
 #include "core/modDefinitions.h"
@@ -43,17 +43,17 @@ class frmMain {
     void Form_Activate();
     void Form_Resize();
 
-    // The window is to be closed: ends every wait, cancels what is open in front of the window, and unloads
-    // when all of it is gone.
+    // The window is to be closed: ends every wait, cancels everything that is open in front of the window,
+    // and unloads when all of it is closed.
     void Unload();
 
-    // Something was open in front of the window when it was to be closed, and may be gone now.
+    // Something was open in front of the window when it was to be closed; it may be closed now.
     void ContinueClosing();
 
-    // Windows ends: unloads at once and asks nothing, also where unloading is under way.
+    // The Windows session ends: unloads at once without a question, even if unloading has already begun.
     void EndSession();
 
-    // What is selected now.
+    // The current selection.
     CommandTarget Target() const {
         return {TargetRows(controls.lvwServers, program_), controls.trvGames.SelectedKey()};
     }
@@ -64,10 +64,10 @@ class frmMain {
 
     void ShowFavoritesMenu() { window_.PopUp(PopupMenu::AddToFavorites); }
 
-    // Joins the server of a row, also where a scan has moved the selection since.
+    // Joins the server of a row, even if a scan has moved the selection since.
     void lvwServers_DblClick(std::uint32_t rowIdentity);
 
-    // The program was started a second time: its window is what the user wants to see.
+    // The program was started a second time: shows the window.
     void StartedAgain();
 
     void mnuSysOpen_Click();
@@ -75,7 +75,7 @@ class frmMain {
     void SysTray_LButtonDblClk() { mnuSysOpen_Click(); }
     void SysTray_RButtonUP() { window_.PopUp(PopupMenu::SysTray); }
 
-    // Applies the window-on-top setting and the scan timer's interval.
+    // Applies the always-on-top setting and the scan timer's interval.
     void RefreshInterface();
 
   private:

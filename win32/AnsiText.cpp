@@ -21,7 +21,7 @@ std::string Encoded(std::wstring_view text, UINT codePage) {
 
 std::wstring Widened(std::string_view text) {
     const int length = static_cast<int>(text.size());
-    std::wstring wide(text.size(), L'\0'); // a byte never makes more than one character
+    std::wstring wide(text.size(), L'\0'); // a byte is never more than one character
     wide.resize(MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length));
     return wide;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// Between the program's text, bytes in the ANSI code page, and the wide characters of the few interfaces that
-// have no other form.
+// Conversion between the program's text, bytes in the ANSI code page, and the wide characters of the few
+// system calls without an ANSI form.
 
 #include <optional>
 #include <string>
@@ -11,17 +11,17 @@ namespace quarn {
 
 std::wstring Widened(std::string_view text);
 
-// Characters that the code page lacks become their nearest likeness or "?".
+// Characters that are not in the code page become a similar one or "?".
 std::string Narrowed(std::wstring_view text);
 
 // In UTF-8, which holds every character. A byte that is none in the code page becomes a substitute.
 std::string Utf8Of(std::string_view text);
 
-// Nothing if the code page lacks a character.
+// Nothing if a character is not in the code page.
 std::optional<std::string> NarrowedExactly(std::wstring_view text);
 
-// A path by a name that the code page can express: its own, or else its short one. Error 52 when the file
-// system keeps no short name for it either. The file or folder must exist.
+// A path in the code page: its own name, or otherwise its short name. Error 52 if the file system has no
+// short name for it either. The file or folder must exist.
 std::string ExpressiblePath(const std::wstring& path);
 
 } // namespace quarn

@@ -6,7 +6,7 @@
 
 namespace quarn {
 
-// Single-threaded COM for the thread that holds it.
+// Single-threaded COM for the current thread, while this object exists.
 class ComApartment {
   public:
     ComApartment() noexcept

@@ -42,7 +42,7 @@ class Dialog::KeyFilter {
         return CallNextHookEx(nullptr, code, wParam, lParam);
     }
 
-    inline static Dialog* current_ = nullptr; // the innermost that is open
+    inline static Dialog* current_ = nullptr; // the innermost open one
     Restore<Dialog*> innermost_;
     UniqueHandle<HookKind> hook_;
 };
@@ -128,17 +128,17 @@ void Dialog::CentreOnOwner() noexcept {
     const HWND owner = GetWindow(handle_, GW_OWNER);
     RECT over;
     RECT own;
-    // An owner that is not to be seen has no place of its own: the template's stands then.
+    // An invisible owner has no position; then the template's is used.
     if (owner == nullptr || !IsWindowVisible(owner) || IsIconic(owner) || !GetWindowRect(owner, &over) ||
         !GetWindowRect(handle_, &own))
         return;
     SetWindowPos(handle_, nullptr, (over.left + over.right - (own.right - own.left)) / 2,
                  (over.top + over.bottom - (own.bottom - own.top)) / 2, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    SendMessageA(handle_, DM_REPOSITION, 0, 0); // back onto the screen, should the owner hang over its edge
+    SendMessageA(handle_, DM_REPOSITION, 0, 0); // back onto the screen if the owner is partly outside
 }
 
-// Where a caption shows an icon, it is the program's, not one that stands for any program.
+// The caption shows the program's icon instead of the generic one.
 void Dialog::TakeIconsOfOwner() noexcept {
     const HWND owner = GetWindow(handle_, GW_OWNER);
     const auto take = [&](WPARAM kind, int ofClass) {

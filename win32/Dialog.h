@@ -1,11 +1,11 @@
 #pragma once
 
-// A modal dialog made from the template in the resources that bears its form's name. The program's only
-// dialog procedure binds the object when the dialog starts and hands its messages to virtual functions. The
+// A modal dialog, made from the template in the resources that has its form's name. The program's only dialog
+// procedure connects the object when the dialog starts and passes its messages to virtual functions. The
 // object outlives the dialog.
 //
-// Every dialog closes on Escape, is owned by what it opened from, stands in front of a window that is always
-// on top, and appears in the middle of its owner.
+// Every dialog closes on Escape, is owned by the window that opened it, is in front of a window that is
+// always on top, and appears in the middle of its owner.
 
 #include "win32/UncaughtErrors.h"
 #include "win32/WindowsHeaders.h"
@@ -25,17 +25,18 @@ class Dialog {
 
     HWND Handle() const noexcept { return handle_; }
 
-    // Returns when the dialog is closed: what Close was given. Throws the system's error when it cannot open.
+    // Returns the value given to Close when the dialog is closed. Throws the system's error if it cannot
+    // open.
     INT_PTR ShowModal(HWND owner, bool topMost);
 
-    // For a dialog that is a part of another one: makes it, hidden. It goes with its parent.
+    // For a dialog that is a part of another one: creates it, hidden. It is destroyed with its parent.
     void CreateAsPage(HWND parent);
 
   protected:
-    // The controls are there and the dialog is not shown yet.
+    // The controls exist and the dialog is not visible yet.
     virtual void OnInit() {}
 
-    // A button was pressed, an entry chosen, a text changed.
+    // A button was pressed, an entry chosen, or a text changed.
     virtual void OnCommand(int /*id*/, int /*notification*/) {}
     virtual LRESULT OnNotify(NMHDR& /*notification*/) { return 0; }
 
@@ -43,10 +44,10 @@ class Dialog {
     virtual void OnOK() { Close(IDOK); }
     virtual void OnCancel() { Close(IDCANCEL); }
 
-    // A key goes down in the dialog; true: that is all about it.
+    // A key was pressed in the dialog; true: do nothing else with it.
     virtual bool OnKeyDown(WPARAM /*key*/) { return false; }
 
-    // However the dialog was closed.
+    // Called however the dialog was closed.
     virtual void OnDestroy() {}
 
     void Close(INT_PTR result) noexcept { EndDialog(handle_, result); }
@@ -58,7 +59,7 @@ class Dialog {
     void SetChecked(int id, bool checked) noexcept;
     void EnableItem(int id, bool enabled) noexcept { EnableWindow(Item(id), enabled ? TRUE : FALSE); }
 
-    // Puts the keyboard focus on a field, with its text selected; in OnInit, in place of the first field.
+    // Sets the keyboard focus to a field and selects its text; in OnInit it replaces the first field.
     void FocusItem(int id) noexcept;
 
     template<class Body>
@@ -67,7 +68,7 @@ class Dialog {
     }
 
   private:
-    // Shows OnKeyDown every key of a dialog before the dialog's own loop takes its keys.
+    // Calls OnKeyDown for every key of a dialog before the dialog's own loop handles the key.
     class KeyFilter;
 
     static INT_PTR CALLBACK DialogProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;

@@ -15,7 +15,7 @@ namespace quarn {
 
 namespace {
 
-// Version, signature, help number, styles, number of controls and place.
+// Version, signature, help number, styles, number of controls and position.
 constexpr std::size_t FixedPart = 26;
 
 constexpr std::uint16_t NumberFollows = 0xFFFF;
@@ -28,14 +28,14 @@ std::uint16_t WordAt(std::string_view bytes, std::size_t offset) {
     return word;
 }
 
-// Where a wide text ends, behind its NUL.
+// The end of a wide text, after its NUL.
 std::size_t EndOfText(std::string_view bytes, std::size_t offset) {
     while (WordAt(bytes, offset) != 0)
         offset += sizeof(wchar_t);
     return offset + sizeof(wchar_t);
 }
 
-// The same of a menu or class, which is a text or a number.
+// The same for a menu or class, which is a text or a number.
 std::size_t EndOfName(std::string_view bytes, std::size_t offset) {
     return WordAt(bytes, offset) == NumberFollows ? offset + 2 * sizeof(std::uint16_t)
                                                   : EndOfText(bytes, offset);

@@ -1,7 +1,7 @@
 #pragma once
 
-// From twips to pixels and back. Forms and settings measure in twips, 1440 to an inch; the system draws in
-// pixels, of which a monitor has so many to an inch. This is the one place where they meet.
+// Converts between twips and pixels. Forms and settings use twips, 1440 to an inch; the system draws in
+// pixels. An object of this class converts for one DPI value.
 
 #include "base/Geometry.h"
 #include "win32/WindowsHeaders.h"
@@ -14,7 +14,7 @@ class Dpi {
   public:
     explicit Dpi(unsigned dotsPerInch) noexcept : dotsPerInch_(static_cast<int>(dotsPerInch)) {}
 
-    // Of the monitor the window is on, where the system tells them apart, else of the system.
+    // Of the window's monitor if the system distinguishes monitors, otherwise of the system.
     static Dpi OfWindow(HWND window) noexcept;
     static Dpi OfSystem() noexcept;
 
@@ -25,11 +25,11 @@ class Dpi {
     int ToPixels(std::int32_t twips) const noexcept;
     std::int32_t ToTwips(int pixels) const noexcept;
 
-    // The edges are converted, not the sizes, so that what touches in twips touches in pixels.
+    // The edges are converted, not the sizes, so that rectangles that touch in twips also touch in pixels.
     RECT ToPixels(const TwipsRect& rectangle) const noexcept;
     TwipsRect ToTwips(const RECT& rectangle) const noexcept;
 
-    // A length that was designed in pixels of 96 to an inch.
+    // A length that was designed in pixels at 96 to an inch.
     int Scaled(int designPixels) const noexcept;
 
   private:

@@ -8,7 +8,7 @@ namespace quarn {
 
 namespace {
 
-// The screen, on which text is measured.
+// The screen, to measure text.
 class Measure {
   public:
     explicit Measure(HFONT font) noexcept

@@ -1,7 +1,7 @@
 #pragma once
 
-// Owners of system handles: a handle is released exactly once, by the way that belongs to its kind. A kind is
-// a struct that names the handle's type, its empty value and its release.
+// Owners of system handles: each handle is released exactly once, by its kind's Free function. A kind is a
+// struct that names the handle's type, its empty value and its release.
 
 #include "win32/WindowsHeaders.h"
 
@@ -28,7 +28,7 @@ class UniqueHandle {
     Type Get() const noexcept { return handle_; }
     explicit operator bool() const noexcept { return handle_ != Kind::Empty(); }
 
-    // Gives the handle away; it has to be released elsewhere.
+    // Returns the handle, which the caller must release.
     Type Release() noexcept { return std::exchange(handle_, Kind::Empty()); }
 
     void Reset(Type handle = Kind::Empty()) noexcept {

@@ -36,7 +36,7 @@ Images Images::Spacer(int height) {
     return spacer;
 }
 
-// All at once: one by one, hundreds of pictures take the time of a start-up.
+// All in one call: one by one, hundreds of images would take as long as the rest of the start.
 int Images::Add(const std::vector<Pixels>& pictures) {
     const BitmapHandle strip(Pixels::MakeStrip(pictures));
     const int index = ImageList_Add(list_.Get(), strip.Get(), nullptr);
@@ -55,7 +55,7 @@ void Images::AddFlags() {
         flag = flag.Resized(size_);
     int index = Add(flags);
 
-    // The codes of the flags, in the order of their strip, each ended by a line feed.
+    // The codes of the flags, in the order of their strip, each followed by a line feed.
     std::string_view codes = ResourceBytes(DataType, FlagsResource);
     for (std::size_t end = codes.find('\n'); end != std::string_view::npos; end = codes.find('\n')) {
         indexes_[std::string(codes.substr(0, end))] = index++;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The program's pictures as image lists, addressed by their keys. They are made from the icon resources for
-// the pixel size that the DPI asks for, and made anew when it changes.
+// The program's icons as image lists, addressed by their keys. They are made from the icon resources for the
+// pixel size of the DPI, and made again when the DPI changes.
 
 #include "win32/Handles.h"
 
@@ -20,13 +20,13 @@ class Images {
   public:
     enum class Look { Available, Disabled };
 
-    // No pictures.
+    // No images.
     Images() noexcept = default;
 
-    // Square pictures from the icon resources named by the keys.
+    // Square images from the icon resources named by the keys.
     Images(int size, const std::vector<std::string>& keys, Look look = Look::Available);
 
-    // Has no images, and makes the rows of a list as high as images of this size need.
+    // Has no images, and makes the rows of a list as high as images of this size would.
     static Images Spacer(int height);
 
     // Adds the flags of the countries, under their codes.
@@ -37,7 +37,7 @@ class Images {
 
     std::vector<std::string> Keys() const;
 
-    // I_IMAGENONE when there is no such picture.
+    // I_IMAGENONE if there is no such image.
     int IndexOf(std::string_view key) const noexcept;
 
   private:

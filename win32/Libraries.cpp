@@ -5,7 +5,7 @@
 namespace quarn {
 
 void RestrictLibrarySearch() noexcept {
-    // Looked up at run time: Windows 7 has it only since one of its updates.
+    // Looked up at run time: on Windows 7 it came with an update.
     const auto setDirectories =
         FunctionAddress<BOOL WINAPI(DWORD)>(GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories");
     if (setDirectories != nullptr)

@@ -27,8 +27,8 @@ constexpr UINT_PTR ClosingTimer = 1;
 constexpr UINT ClosingInterval = 50; // milliseconds
 constexpr int MostClosingAttempts = 100;
 
-// Ends a menu that is open and a window that is being moved; true when there was one. It is gone when the
-// loop that it runs in goes on.
+// Ends an open menu and the moving of a window; true if there was one. It has ended when its own message loop
+// continues.
 bool CancelMenuMode() {
     GUITHREADINFO state{};
     state.cbSize = sizeof state;
@@ -109,8 +109,8 @@ void MainWindow::Show() {
     PostEvent([this] { form_.Form_Activate(); });
 }
 
-// The taskbar and a second start can have fewer rights than a program that runs as administrator; then
-// Windows holds back their messages unless it is told otherwise.
+// The taskbar and a second start may have fewer rights than a program that runs as administrator; then
+// Windows blocks their messages unless it is told otherwise.
 void MainWindow::HearLesserPrograms() const noexcept {
     for (const UINT message : {taskbarCreatedMessage_, StartedAgainMessage()})
         ChangeWindowMessageFilterEx(Handle(), message, MSGFLT_ALLOW, nullptr);
@@ -126,7 +126,7 @@ Answer MainWindow::OnCreate() {
 void MainWindow::CreateControls() {
     using Selection = ListViewControl::Selection;
     const Dpi dpi = Dpi::OfWindow(Handle());
-    // In the order in which Tab visits them.
+    // In tab order.
     trvGames_.Create(Handle(), ID_trvGames, "Games");
     lvwServers_.Create(Handle(), ID_lvwServers, "Servers", Selection::SeveralRows, dpi);
     lvwPlayers_.Create(Handle(), ID_lvwPlayers, "Players", Selection::OneRow, dpi);
@@ -138,7 +138,7 @@ void MainWindow::CreateControls() {
     lastFocus_ = lvwServers_.Handle();
 }
 
-// Fonts and images for a DPI. Window and controls take the new ones before the old ones are destroyed.
+// Fonts and images for a DPI. Window and controls get the new ones before the old ones are destroyed.
 void MainWindow::ApplyLook(Dpi dpi) {
     dpi_ = dpi;
     ShowIcons();
@@ -185,7 +185,7 @@ void MainWindow::ShowIcons() {
     smallCaptionIcon_ = std::move(small);
 }
 
-// The bars dock by themselves and report their geometry; from that the form lays out the rest.
+// The bars dock by themselves and report their geometry; the form lays out the rest from it.
 void MainWindow::Arrange() {
     if (!IsIconic(Handle())) {
         ArrangeToolbar();
@@ -288,7 +288,7 @@ Answer MainWindow::OnDpiChanged(unsigned dotsPerInch, const RECT& suggested) {
     return Handled;
 }
 
-// Several settings change the font; which one tells of the text size is not documented.
+// Several settings change the font; it is not documented which one reports the text size.
 Answer MainWindow::OnSettingChanged(WPARAM /*which*/) {
     const FontHandle font = MessageFont(dpi_);
     if (!IsSameFont(font.Get(), font_.Get()))
@@ -315,7 +315,7 @@ Answer MainWindow::OnClose() {
     return Handled;
 }
 
-// Tells whether something was open, and looks again after a while if so: modal loops deliver timers, too.
+// Returns whether something was open, and if so calls ContinueClosing later: modal loops deliver timers, too.
 bool MainWindow::CancelDialogs() {
     const bool menu = CancelMenuMode();
     const bool dialog = desktop_.Prompts().CancelOpenBox();
@@ -326,7 +326,7 @@ bool MainWindow::CancelDialogs() {
     return menu || dialog;
 }
 
-// What resists to the last goes down with the window: nothing is lost with it.
+// A dialog that does not close is destroyed with the window: nothing is lost.
 Answer MainWindow::OnTimer(UINT_PTR id) {
     if (id != ClosingTimer)
         return NotHandled;

@@ -1,15 +1,15 @@
 #pragma once
 
-// The main window: shows the models of frmMain in real controls and hands what the user does to the form's
+// The main window: shows the models of frmMain in real controls and passes user actions to the form's
 // handlers. It decides nothing itself.
 //
-// Controls are brought up to date in one place, FlushModels, which the message pump calls before it waits and
-// the system's own loops (menus, dialogs) when they idle.
+// Only FlushModels updates the controls. The message pump calls it before it waits, and the system's own
+// loops (menus, dialogs) call it when they idle.
 //
-// Teardown, in this order: the pump's hooks are taken away, so that nothing flushes any more; the desktop
-// forgets the window; the window is destroyed, and with it its controls, each unbound from its wrapper by its
-// last message; then the program is told to end. The object itself, with form and models, goes after the
-// message loop has returned, when no handler is on the stack any more.
+// Teardown, in this order: the pump's hooks are removed, so that nothing is flushed any more; the desktop
+// forgets the window; the window is destroyed with its controls, each of which is disconnected from its
+// wrapper by its last message; then the program is told to end. The object itself, with form and models, is
+// destroyed after the message loop has returned, when no handler is on the stack.
 
 #include "views/frmMain.h"
 #include "win32/Dpi.h"
@@ -44,16 +44,16 @@ class MainWindow final : public Window, public FormWindow {
     MainWindow(ProgramState& program, WindowsDesktop& desktop);
     ~MainWindow() override;
 
-    // Makes the window, loads the form and shows it. The form's activation follows as an event.
+    // Creates the window, loads the form and shows it. The form's activation follows as an event.
     void Show();
 
     frmMain& Form() noexcept { return form_; }
 
-    // Brings the controls up to date with the models; costs next to nothing when nothing changed.
+    // Updates the controls from the models; nearly free if nothing has changed.
     void FlushModels() noexcept;
 
-    // Runs a command of the menus or the keyboard, if it is available: for what is selected now, or for what
-    // was selected when the user gave it.
+    // Runs a command of the menus or the keyboard, if it is available: on the current selection, or on the
+    // selection at the time when the user gave it.
     void RunCommand(int command) { RunCommand(command, form_.Target()); }
     void RunCommand(int command, const CommandTarget& target);
 
@@ -153,7 +153,7 @@ class MainWindow final : public Window, public FormWindow {
     TimerWin tmrSorting_;
     TimerWin tmrTreeRest_;
 
-    // Pictures and fonts outlive the controls below that use them.
+    // Icons and fonts outlive the controls below that use them.
     Dpi dpi_ = Dpi::OfSystem();
     FontHandle font_;
     Images treePictures_;
@@ -183,9 +183,9 @@ class MainWindow final : public Window, public FormWindow {
     HACCEL searchAccelerators_ = nullptr;
     std::map<int, std::function<void(const CommandTarget& target)>> commands_;
     std::optional<CommandTarget> menuBarTarget_; // of the entry that was just chosen
-    bool keyRepeats_ = false;                    // the key in hand is held down
+    bool keyRepeats_ = false;                    // the current key is being held down
     std::vector<MenuEntry> shownEntries_;
-    POINT menuKeyPosition_{}; // where the menu belongs that the keyboard asked for
+    POINT menuKeyPosition_{}; // position of a menu that the keyboard opened
     bool askedByKeyboard_ = false;
 
     std::deque<std::function<void()>> postedEvents_;

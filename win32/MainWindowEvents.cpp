@@ -1,4 +1,4 @@
-// What the user does, on its way from the controls to the form's handlers.
+// Passes user actions from the controls to the form's handlers.
 
 #include "win32/MainWindow.h"
 
@@ -17,14 +17,14 @@ namespace {
 constexpr UINT RunPostedEventMessage = WM_APP;
 constexpr UINT ForgetMenuTargetMessage = WM_APP + 1;
 
-// The key was down already.
+// The key was already down.
 bool IsRepeat(const MSG& message) noexcept {
     constexpr LPARAM WasDown = LPARAM{1} << 30;
     return (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) &&
            (message.lParam & WasDown) != 0;
 }
 
-// A dialog in whose handler events run: its own loop, which would take care of its keys, waits meanwhile.
+// A dialog in whose handler events run: its own loop, which would handle its keys, is waiting.
 bool IsDialogKey(MSG& message) noexcept {
     const HWND root = GetAncestor(message.hwnd, GA_ROOT);
     return root != nullptr && GetClassLongPtrA(root, GCW_ATOM) == reinterpret_cast<ULONG_PTR>(WC_DIALOG) &&
@@ -115,7 +115,7 @@ Answer MainWindow::OnEnterIdle() {
     return NotHandled;
 }
 
-// Only the keyboard asks this way: the lists and the tree answer to the mouse's own messages.
+// For the keyboard only: lists and tree react to the mouse's own messages.
 Answer MainWindow::OnContextMenu(HWND on, POINT screen) {
     if (screen.x != -1 || screen.y != -1)
         return NotHandled;
@@ -189,7 +189,7 @@ bool MainWindow::MoveFocusByTab(const MSG& message) noexcept {
     if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0)
         return false;
     const bool backwards = GetKeyState(VK_SHIFT) < 0;
-    // The style WS_TABSTOP marks the stops, the order of creation is theirs.
+    // Tab stops are the controls with WS_TABSTOP, in creation order.
     if (const HWND next = GetNextDlgTabItem(Handle(), GetFocus(), backwards); next != nullptr)
         SetFocus(next);
     return true;

@@ -1,4 +1,4 @@
-// What the main form asks of its window.
+// The FormWindow interface: what the main form asks of its window.
 
 #include "win32/MainWindow.h"
 #include "win32/Screens.h"
@@ -11,12 +11,12 @@ namespace quarn {
 
 namespace {
 
-// The first one changes the screen, the second one restores the size. A third one is for a window whose first
-// move left most of it on the old screen.
+// The first call changes the screen, the second one restores the size. A third one is needed if the first
+// move left most of the window on the old screen.
 constexpr int MostMoves = 3;
 
-// A window without its tooltips, for as long as this lives. Wine puts a window that shall be top-most right
-// below those that it owns, and so among the ordinary ones for the sake of a hidden tooltip.
+// A window without its tooltips, while this object exists. Wine places a topmost window directly below its
+// owned windows, so a hidden tooltip would put it among the ordinary ones.
 class DetachedToolTips {
   public:
     explicit DetachedToolTips(HWND owner) : owner_(owner) {
@@ -69,8 +69,8 @@ TwipsRect MainWindow::Bounds() const {
 
 void MainWindow::SetBounds(const TwipsRect& bounds) {
     const RECT wanted = PlaceOnScreens(bounds, ConnectedScreens());
-    // On a screen of another DPI the system scales the window that has arrived there. It has the right size
-    // already.
+    // On a screen of another DPI the system scales the window after the move, but it already has the right
+    // size.
     RECT reached{};
     for (int moves = 0; moves < MostMoves && !EqualRect(&reached, &wanted); ++moves) {
         SetWindowPos(Handle(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
@@ -99,13 +99,13 @@ void MainWindow::SetVisible(bool visible) {
         SetForegroundWindow(Handle());
 }
 
-// A hidden window has no button there anyway; a visible one loses it as a tool window.
+// A hidden window has no taskbar button anyway; a visible one loses it as a tool window.
 void MainWindow::SetShownInTaskbar(bool shown) {
     const LONG_PTR style = GetWindowLongPtrA(Handle(), GWL_EXSTYLE);
     const LONG_PTR wanted = shown ? style & ~LONG_PTR{WS_EX_TOOLWINDOW} : style | WS_EX_TOOLWINDOW;
     if (wanted == style || (!shown && !IsWindowVisible(Handle())))
         return;
-    // The taskbar takes notice of a style only when a window appears.
+    // The taskbar reads a style only when a window appears.
     const bool visible = IsWindowVisible(Handle()) != FALSE;
     if (visible)
         ShowWindow(Handle(), SW_HIDE);
@@ -115,9 +115,9 @@ void MainWindow::SetShownInTaskbar(bool shown) {
 }
 
 void MainWindow::ComeToFront() {
-    // A window that was maximised before it was minimised is so again.
+    // A window that was maximised before it was minimised is maximised again.
     ShowWindow(Handle(), IsIconic(Handle()) ? SW_RESTORE : SW_SHOW);
-    // A message box or dialog in front of it comes along.
+    // A message box or dialog in front of it is raised with it.
     SetForegroundWindow(GetLastActivePopup(Handle()));
 }
 
@@ -143,8 +143,8 @@ bool MainWindow::IsMouseDown() const {
 }
 
 void MainWindow::Destroy() {
-    // Only at the end of a session. Everything is stored, and a dialog of the system that loses its windows
-    // while its code is on the stack crashes.
+    // Only at the end of a session. Everything is stored. A system dialog would crash if its windows were
+    // destroyed while its code is on the stack.
     if (desktop_.Prompts().SystemDialogIsOpen())
         ExitProcess(0);
     desktop_.Events().updateWindows = nullptr;

@@ -1,4 +1,5 @@
-// Menus and keys of the main window: which command runs which handler, and what the models change about them.
+// Menus and keys of the main window: which command runs which handler, and what the models change in the
+// menus.
 
 #include "win32/MainWindow.h"
 #include "win32/resources/ids.h"
@@ -10,7 +11,8 @@ namespace quarn {
 
 namespace {
 
-// A folder's name as a menu entry: no access keys, and nothing that the system takes for a separator.
+// A folder's name as a menu entry: without access keys and without anything that the system takes for a
+// separator.
 std::string MenuText(const std::string& name) {
     std::string text;
     // NOLINTNEXTLINE(readability-redundant-string-cstr): the copy ends at a NUL.
@@ -74,7 +76,7 @@ void MainWindow::AddCommands() {
     commands_[ID_keySelectAll] = [this](Target) { lvwServers_.SelectAll(); };
 }
 
-// Those that act on selected servers.
+// Commands that act on selected servers.
 void MainWindow::AddServerCommands() {
     using Target = const CommandTarget&;
     commands_[ID_mnuServConnectPlay] = [this](Target t) { form_.game.mnuServConnectPlay_Click(t.rows); };
@@ -205,11 +207,11 @@ void MainWindow::PopUp(PopupMenu menu) {
         return;
     FlushModels();
     tbMain_.AllowToolTips(false);
-    // Without it the menu of an icon in the tray would stay when the user clicks elsewhere.
+    // Otherwise the menu of the tray icon would stay open when the user clicks elsewhere.
     if (menu == PopupMenu::SysTray)
         SetForegroundWindow(Handle());
     const POINT position = PopupPosition(menu);
-    // What the user sees selected now: a scan moves on while the menu is open.
+    // The selection that the user sees now: a scan continues while the menu is open.
     CommandTarget target = form_.Target();
     // Only the left button chooses: the right one, which has just opened the menu, may slip before it is up.
     const int command = TrackPopupMenuEx(PopupOf(menu), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RETURNCMD,

@@ -18,10 +18,10 @@ constexpr UINT LastOwnMessage = 0xBFFF;
 // Timers of the window's owner have small numbers.
 constexpr UINT_PTR ParkingTimer = ~UINT_PTR{0};
 
-// How often messages handed out by other loops are held against what else waits, in microseconds.
+// How often messages from other loops are compared with other waiting ones, in microseconds.
 constexpr std::int64_t ChecksApart = 20'000;
 
-// The one that the program's own loop hands out, until its window has it.
+// The message that the program's own loop dispatches, until its window has received it.
 const MSG* handedOut = nullptr;
 
 void RegisterOnce(WNDPROC procedure) {
@@ -57,7 +57,7 @@ MessageWindow::MessageWindow(Handler handler) : handler_(std::move(handler)) {
 }
 
 MessageWindow::~MessageWindow() {
-    // Unbound first: what the destruction itself sends finds no owner any more.
+    // Disconnected first: messages sent by the destruction itself find no owner.
     SetWindowLongPtrA(window_.Get(), GWLP_USERDATA, 0);
     if (!parked_.empty())
         --parkingWindows_;
@@ -68,7 +68,7 @@ UINT MessageWindow::NextMessage() noexcept {
     return lastMessage_;
 }
 
-// A loop inside the message's handler may hand out another one of the same number.
+// A loop inside the message's handler may dispatch another message of the same number.
 bool MessageWindow::IsOfOwnLoop(HWND window, UINT message) noexcept {
     if (handedOut == nullptr || handedOut->hwnd != window || handedOut->message != message)
         return false;
@@ -108,7 +108,7 @@ void MessageWindow::Park(const Parked& message) {
     SetTimer(window_.Get(), ParkingTimer, USER_TIMER_MINIMUM, nullptr);
 }
 
-// In the order in which they came, also where a handler runs further messages.
+// In the order of their arrival, even if a handler runs further messages.
 void MessageWindow::RunParked() {
     while (!parked_.empty()) {
         const Parked next = parked_.front();

@@ -1,11 +1,11 @@
 #pragma once
 
-// An invisible window that exists only to receive messages: those of a socket, a timer, a look-up. Each owner
-// has one of its own, so that nobody's messages are mixed. Belongs to the thread that made it.
+// An invisible window that only receives messages: those of a socket, a timer, or a look-up. Each owner has
+// its own, so that their messages are not mixed. It belongs to the thread that created it.
 //
-// Windows hands out posted messages before input, painting and timers. The program's own message loop sees to
-// it that these get their turns; the loops of menus, dialogs and message boxes do not. A message that one of
-// those loops hands out while the others wait is parked until a timer ticks, the last of them all.
+// Windows delivers posted messages before input, painting and timers. The program's own message loop gives
+// these their turns; the loops of menus, dialogs and message boxes do not. A message that one of those loops
+// delivers while others wait is parked until a timer ticks, which comes last of all.
 
 #include "win32/Handles.h"
 
@@ -16,8 +16,8 @@ namespace quarn {
 
 class MessageWindow {
   public:
-    // Told of WM_TIMER and of the program's own messages, WM_APP and up. What it throws is reported and goes
-    // no further.
+    // Receives WM_TIMER and the program's own messages, WM_APP and up. Errors that it throws are reported and
+    // go no further.
     using Handler = std::function<void(UINT message, WPARAM wParam, LPARAM lParam)>;
 
     explicit MessageWindow(Handler handler);
@@ -27,11 +27,11 @@ class MessageWindow {
 
     HWND Handle() const noexcept { return window_.Get(); }
 
-    // A number for messages to this window that was not given out for thousands of calls: what is posted
-    // under it cannot be mistaken for something older that is still in the queue.
+    // A number for messages to this window that was not used for thousands of calls: a message posted under
+    // it cannot be mistaken for an older one that is still in the queue.
     UINT NextMessage() noexcept;
 
-    // Lives while the program's own message loop hands out the message.
+    // Exists while the program's own message loop dispatches the message.
     class OwnLoop {
       public:
         explicit OwnLoop(const MSG& message) noexcept;
@@ -58,7 +58,8 @@ class MessageWindow {
     void Park(const Parked& message);
     void RunParked();
 
-    // How many windows have parked messages: then all of them park, or one after the other would be flooded.
+    // Number of windows with parked messages: if there is one, all windows park, or one after the other would
+    // be flooded.
     static int parkingWindows_;
 
     Handler handler_;

@@ -15,7 +15,8 @@ NameLookUp::NameLookUp(Answer answer, BYTE majorVersion, BYTE minorVersion)
 
 NameLookUp::~NameLookUp() {
     Cancel();
-    // With this window goes the way to learn that they are through: their memory is the system's for good.
+    // Once the window is destroyed, completion can no longer be observed, so the buffers are leaked on
+    // purpose: Winsock may still write to them.
     for (std::unique_ptr<Request>& request : cancelled_)
         static_cast<void>(request.release());
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 // One host name's first IPv4 address, looked up by the system while this thread's events run; one look-up at
-// a time. The answer comes by the message loop of the thread that made the object.
+// a time. The answer arrives through the message loop of the thread that created the object.
 
 #include "win32/MessageWindow.h"
 #include "win32/WinsockSession.h"
@@ -19,16 +19,16 @@ class NameLookUp {
     // `error` is a Winsock error code, 0 when the address is known.
     using Answer = std::function<void(int error, in_addr address)>;
 
-    // Asks for this version of Windows Sockets.
+    // Requests this version of Windows Sockets.
     explicit NameLookUp(Answer answer, BYTE majorVersion = 2, BYTE minorVersion = 2);
     NameLookUp(const NameLookUp&) = delete;
     NameLookUp& operator=(const NameLookUp&) = delete;
     ~NameLookUp();
 
-    // 0, or the Winsock error code for which the look-up could not begin.
+    // 0, or the Winsock error code of a look-up that could not start.
     int Start(const std::string& host);
 
-    // Its answer will not come.
+    // Its answer will not arrive.
     void Cancel();
 
     bool Underway() const noexcept { return current_ != nullptr; }
@@ -46,8 +46,8 @@ class NameLookUp {
     WinsockSession winsock_;
     std::unique_ptr<Request> current_;
 
-    // A request cannot be called back for certain: the system may be writing its result right now. What was
-    // cancelled is kept until it reports.
+    // A request cannot be cancelled reliably: the system may be writing its result right now. A cancelled one
+    // is kept until it reports.
     std::vector<std::unique_ptr<Request>> cancelled_;
     MessageWindow window_;
 };

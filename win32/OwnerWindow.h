@@ -4,14 +4,14 @@
 
 namespace quarn {
 
-// The main window, for the services that show something in its name or speak for it. It exists later and ends
-// earlier than they do: no window is an ordinary state.
+// The main window, for the services that show something or speak in its name. It is created later and
+// destroyed earlier than they are: no window is an ordinary state.
 class OwnerWindow {
   public:
     HWND Main() const noexcept { return main_; }
     void SetMain(HWND window) noexcept { main_ = window; }
 
-    // What a new box has to be owned by: the dialog or box that is open on top of the main window, else the
+    // The owner of a new message box or dialog: the one that is open on top of the main window, otherwise the
     // main window. So the one below stays disabled while the new one is open.
     HWND ForBox() const noexcept { return main_ != nullptr ? GetLastActivePopup(main_) : nullptr; }
 

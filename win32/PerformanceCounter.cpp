@@ -12,7 +12,8 @@ std::int64_t PerformanceMicroseconds() noexcept {
     }();
     LARGE_INTEGER now;
     QueryPerformanceCounter(&now);
-    // Whole seconds apart, as the product of the count and a million would overflow after some days.
+    // Whole seconds are converted separately, because the count times a million would overflow after some
+    // days.
     return now.QuadPart / frequency * 1000000 + now.QuadPart % frequency * 1000000 / frequency;
 }
 

@@ -4,7 +4,7 @@
 
 namespace quarn {
 
-// Microseconds of the system's fine, monotonic counter, from an arbitrary start.
+// Microseconds of the system's high-resolution monotonic counter, from an arbitrary start.
 std::int64_t PerformanceMicroseconds() noexcept;
 
 } // namespace quarn

@@ -14,7 +14,7 @@ static_assert(sizeof(Pixel) == 4, "laid out as a pixel of a 32-bit bitmap");
 
 namespace {
 
-// Pixels in rows from the top down.
+// Pixels in rows, top row first.
 BITMAPINFO Description(int width, int height) {
     BITMAPINFO description{};
     description.bmiHeader.biSize = sizeof description.bmiHeader;
@@ -52,11 +52,11 @@ std::optional<Pixels> Pixels::OfIcon(const char* name, int size) {
     std::optional<Pixels> picture = OfIconImage(bytes);
     if (!picture)
         picture = OfPng(bytes);
-    return picture ? picture->Resized(size) : Pixels(size); // clear where the system has no decoder
+    return picture ? picture->Resized(size) : Pixels(size); // transparent if the system has no decoder
 }
 
-// An image of an icon, without its file's header: the description of a bitmap of twice the height, its
-// colours in rows from the bottom up, and the mask behind them, which the alpha makes superfluous.
+// An image of an icon, without its file's header: the header of a bitmap of twice the height, its colors in
+// rows from the bottom up, and then the mask, which the alpha makes superfluous.
 std::optional<Pixels> Pixels::OfIconImage(std::string_view bytes) {
     BITMAPINFOHEADER header{};
     if (bytes.size() < sizeof header)
@@ -147,7 +147,7 @@ Pixels Pixels::Resized(int size) const {
 Pixels Pixels::Disabled() const {
     Pixels pale(*this);
     for (Pixel& pixel : pale.pixels_) {
-        // Luminance as ITU-R BT.601 weighs the colours.
+        // Luminance with the weights of ITU-R BT.601.
         const std::uint8_t grey = ToByte(0.299 * pixel.red + 0.587 * pixel.green + 0.114 * pixel.blue);
         pixel = {grey, grey, grey, ToByte(pixel.alpha * 0.45)};
     }

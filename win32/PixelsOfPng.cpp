@@ -1,5 +1,5 @@
-// Reads PNG files with Windows' own decoder, which gives pixels whose colours are not multiplied by their
-// alpha. An icon that the system has made of such a file promises that nowhere.
+// Reads PNG files with Windows' own decoder, which gives pixels whose colors are not multiplied by their
+// alpha. For an icon that the system has made of such a file, this is not documented.
 
 #include "win32/ComApartment.h"
 #include "win32/Handles.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-// How a second start finds the window of the first, and what it posts to it.
+// How a second start finds the first one's window, and the message that it posts to it.
 
 #include "win32/WindowsHeaders.h"
 

@@ -8,11 +8,11 @@ namespace quarn {
 
 namespace {
 
-// What of a title bar has to be on a screen for a mouse to get hold of it, in pixels of 96 to an inch.
+// How much of a title bar must be on a screen so that a mouse can grab it, in pixels at 96 to an inch.
 constexpr int GraspWidth = 48;
 constexpr int GraspHeight = 16;
 
-// Windows 8.1 and up tell the DPI of each monitor apart.
+// Windows 8.1 and up distinguish the DPI of each monitor.
 Dpi DpiOf(HMONITOR monitor) noexcept {
     static const auto dpiForMonitor =
         SystemFunction<HRESULT WINAPI(HMONITOR, int, UINT*, UINT*)>("shcore.dll", "GetDpiForMonitor");

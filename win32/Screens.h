@@ -1,6 +1,6 @@
 #pragma once
 
-// The monitors, for a window that wants back to where it stood in an earlier run.
+// The monitors, for restoring a window's position of an earlier run.
 
 #include "win32/Dpi.h"
 
@@ -13,16 +13,16 @@ struct Screen {
     Dpi dpi;
 };
 
-// The primary one first; never none.
+// The primary one first; never empty.
 std::vector<Screen> ConnectedScreens();
 
-// Sizes are in twips of the screen that shows most of the window, as every length in it. Positions cannot be:
-// the same number would be a place on each of two screens of different DPI. They are in twips of the first
-// screen, which for a single screen is the same. There is at least one.
+// Sizes are in twips of the screen that shows most of the window, like every length in it. Positions are in
+// twips of the first screen, because the same number of the own screen's twips could mean a place on each of
+// two screens of different DPI. For a single screen this is the same. There is at least one screen.
 TwipsRect StoredPlace(const RECT& window, Dpi dpiOfWindow, const std::vector<Screen>& screens) noexcept;
 
-// The pixels that are stored so. Where the title bar would be out of reach on every screen, as when one has
-// gone since, the window is moved onto the first.
+// The pixels of a stored rectangle. If the title bar would be out of reach on every screen, for example after
+// a monitor was removed, the window is moved to the first screen.
 RECT PlaceOnScreens(const TwipsRect& stored, const std::vector<Screen>& screens) noexcept;
 
 } // namespace quarn

@@ -23,12 +23,12 @@ constexpr Mapping FileErrors[] = {
     {ERROR_DIRECTORY, ErrorNumber::PathNotFound},
     {ERROR_FILENAME_EXCED_RANGE, ErrorNumber::PathNotFound},
 
-    // Folders, read-only files and missing rights: asking again later will not help.
+    // Folders, read-only files and missing rights: retrying does not help.
     {ERROR_ACCESS_DENIED, ErrorNumber::PathFileAccessError},
     {ERROR_CANNOT_MAKE, ErrorNumber::PathFileAccessError},
     {ERROR_NOT_SAME_DEVICE, ErrorNumber::PathFileAccessError},
 
-    // Somebody else has it open, or the whole disk refuses writing.
+    // Another program has it open, or the whole disk is write-protected.
     {ERROR_SHARING_VIOLATION, ErrorNumber::PermissionDenied},
     {ERROR_LOCK_VIOLATION, ErrorNumber::PermissionDenied},
     {ERROR_USER_MAPPED_FILE, ErrorNumber::PermissionDenied},

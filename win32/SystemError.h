@@ -1,6 +1,6 @@
 #pragma once
 
-// From the system's error codes to the program's numbered run-time errors.
+// Converts the system's error codes to the program's numbered run-time errors.
 
 #include "base/RunTimeError.h"
 #include "win32/WindowsHeaders.h"
@@ -9,7 +9,7 @@
 
 namespace quarn {
 
-// The number that names a file error of the system; 57, device I/O error, for what has no better name.
+// The number of a file error of the system; 57, device I/O error, for all without a better one.
 ErrorNumber ErrorNumberOf(DWORD systemError) noexcept;
 
 [[noreturn]] void ThrowSystemError(DWORD systemError);
@@ -17,12 +17,11 @@ ErrorNumber ErrorNumberOf(DWORD systemError) noexcept;
 // Of the call that has just failed on this thread.
 [[noreturn]] void ThrowLastError();
 
-// Makes errors of drives come back as error codes: the system would ask, in a message box of its own, for the
-// medium of an empty drive. Applies to this thread alone, so that the games that the program starts are not
-// affected.
+// Makes errors of drives return as error codes; otherwise the system shows a message box of its own and asks
+// for the medium of an empty drive. It affects this thread only, not the games that the program starts.
 void SuppressDriveMessages() noexcept;
 
-// The system's own sentence on an error code, followed by the code in brackets; for the log.
+// The system's own text for an error code, followed by the code in brackets; for the log.
 std::string SystemErrorText(DWORD systemError);
 
 } // namespace quarn

@@ -1,6 +1,6 @@
 #pragma once
 
-// The progress that the taskbar shows on the program's button, on systems that can. Windows 7 and up.
+// The progress that the taskbar shows on the program's button. Windows 7 and up.
 
 #include "win32/WindowsHeaders.h"
 
@@ -11,8 +11,8 @@ namespace quarn {
 
 class TaskbarProgress {
   public:
-    // Shows how much of `maximum` is done; no bar unless `active`. Costs nothing when nothing changed. What
-    // the system refuses is not shown.
+    // Shows how much of `maximum` is done; no bar unless `active`. Does nothing if nothing has changed, or if
+    // the system refuses.
     void Show(HWND window, bool active, std::int32_t value, std::int32_t maximum) noexcept;
 
   private:
@@ -22,7 +22,7 @@ class TaskbarProgress {
     void Load() noexcept;
 
     std::unique_ptr<ITaskbarList3, Releaser> taskbar_;
-    bool loaded_ = false; // tried, with or without success
+    bool loaded_ = false; // tried, successfully or not
     bool shownActive_ = false;
     std::int32_t shownValue_ = -1;
     std::int32_t shownMaximum_ = -1;

@@ -5,8 +5,8 @@
 
 namespace quarn {
 
-// Makes a Timer tick by the system's window timers. Ticks come as messages of the lowest priority, on the
-// thread that made the object. The timer must live as long as this does.
+// Makes a Timer tick by the system's window timers. Ticks are messages of the lowest priority, on the thread
+// that created the object. The timer must outlive this object.
 class TimerWin {
   public:
     explicit TimerWin(Timer& timer);
@@ -20,7 +20,8 @@ class TimerWin {
 
     Timer& timer_;
 
-    // Each start has an identifier of its own, so that a tick already posted by an earlier one is known.
+    // Each start has an identifier of its own, so that a tick of an earlier one that is already posted is
+    // recognised.
     UINT_PTR identifier_ = 0;
     bool running_ = false;
     MessageWindow window_;

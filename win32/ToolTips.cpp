@@ -8,7 +8,7 @@ namespace {
 
 TTTOOLINFOA ToolOf(HWND parent, UINT_PTR number) noexcept {
     TTTOOLINFOA tool{};
-    // The size of the first version, which every version of the library knows.
+    // The size of the first version, which every version of the library supports.
     tool.cbSize = TTTOOLINFOA_V1_SIZE;
     tool.hwnd = parent;
     tool.uId = number;

@@ -9,16 +9,16 @@ namespace quarn {
 
 namespace {
 
-// More than any datagram holds, so that none is cut.
+// More than any datagram, so that none is cut.
 constexpr std::size_t BufferBytes = 65535;
 
-// A master server sends its whole list at once, while this thread may be busy listing.
+// A master server sends its whole list at once, while this thread may be listing servers.
 constexpr int SystemBufferBytes = 1 << 20;
 
-// A query is up to three datagrams.
+// A query has up to three datagrams.
 constexpr std::size_t MostWaiting = 8;
 
-// Reports that the host refused stand in front of the next datagram, one for each that was sent.
+// Each refused datagram queues one WSAECONNRESET ahead of the next received datagram.
 constexpr int MostRefusals = 16;
 
 bool MeansNoAnswer(int error) noexcept {
@@ -152,7 +152,7 @@ bool UdpSocketWin::Open(in_addr address) {
 }
 
 void UdpSocketWin::Transmit(std::string_view datagram) {
-    // Closed by a handler of SendFailed while several were to be sent: then there is nothing to send by.
+    // A SendFailed handler may have closed the socket between two sends.
     if (!socket_)
         return;
     const auto once = [&] {
@@ -161,7 +161,7 @@ void UdpSocketWin::Transmit(std::string_view datagram) {
                                 reinterpret_cast<const sockaddr*>(&remoteAddress_), sizeof remoteAddress_);
         return sent == SOCKET_ERROR ? WSAGetLastError() : 0;
     };
-    // The host's refusal of an earlier datagram shows here, too; this one has not been sent then.
+    // An earlier datagram's refusal is reported here, too; this one has not been sent then.
     int error = once();
     for (int i = 0; i < MostRefusals && MeansNoAnswer(error); ++i)
         error = once();

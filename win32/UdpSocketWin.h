@@ -32,17 +32,17 @@ class UdpSocketWin final : public UdpSocket {
 
     State CurrentState() const override;
 
-    // A remote end other than the last one closes the socket and opens it anew. While a name is being
-    // resolved the last few datagrams wait.
+    // A different remote end closes the socket and opens a new one. While a name is being resolved, the last
+    // few datagrams wait.
     void SendData(std::string_view datagram) override;
 
     std::int32_t ArrivalAge() const override { return arrivalAge_; }
 
-    // Inside DataArrival the datagram announced; a handler that does not take it loses it. Otherwise what
-    // the socket has received and not announced yet.
+    // Inside DataArrival, the announced datagram; a handler that does not take it loses it. Otherwise the
+    // next received datagram that has not been announced yet.
     std::optional<std::string> GetData() override;
 
-    // Closed at once; what is underway in either direction is dropped.
+    // Closes at once; datagrams under way in either direction are dropped.
     void Close() override;
 
   private:
@@ -60,7 +60,7 @@ class UdpSocketWin final : public UdpSocket {
     void Fail(int error);
 
     WinsockSession winsock_{2, 2};
-    RemoteEnd remote_;            // to whom the socket sends, or what is being resolved
+    RemoteEnd remote_;            // where the socket sends to, or the name being resolved
     sockaddr_in remoteAddress_{}; // the same, once it is resolved
     SocketHandle socket_;
     UINT socketMessage_ = 0; // 0: closed
@@ -68,8 +68,8 @@ class UdpSocketWin final : public UdpSocket {
     std::int32_t arrivalAge_ = 0;
 
     std::vector<std::string> waitingForAddress_;
-    std::optional<std::string> announced_; // by the DataArrival that is being handled
-    std::optional<NameLookUp> lookUp_;     // made for the first name; game servers are known by address
+    std::optional<std::string> announced_; // taken by the DataArrival that is running
+    std::optional<NameLookUp> lookUp_;     // created for the first name; game servers are known by address
     std::shared_ptr<SocketWindow> window_;
 };
 

@@ -22,7 +22,7 @@ void ReportUncaughtError(std::string_view module, std::string_view handler) noex
         if (Reporter())
             Reporter()(module, handler);
     } catch (...) {
-        // The reporter itself failed: there is nobody left to tell.
+        // The reporter itself failed: there is nowhere left to report it.
         return;
     }
 }

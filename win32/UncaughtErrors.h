@@ -1,8 +1,8 @@
 #pragma once
 
-// What happens to an error that no trap caught and that reaches a window procedure, where it must stop: an
-// exception that crosses the system's frames would end the process. Who runs the program installs a reporter,
-// which logs and shows it; without one (in tests) the error ends there.
+// Handles an error that no trap caught and that reaches a window procedure, where it must stop: an exception
+// that crosses the system's frames would end the process. The program installs a reporter, which logs and
+// shows it; without one (in tests) the error is dropped.
 
 #include <functional>
 #include <string_view>
@@ -18,7 +18,7 @@ void SetUncaughtErrorReporter(UncaughtErrorReporter reporter) noexcept;
 // To be called from a catch block.
 void ReportUncaughtError(std::string_view module, std::string_view handler) noexcept;
 
-// Runs an event handler, and ends and reports whatever escapes it.
+// Runs an event handler; stops and reports every error that escapes it.
 template<class Body>
 void Contain(std::string_view module, std::string_view handler, Body&& body) noexcept {
     try {

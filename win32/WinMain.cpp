@@ -1,7 +1,7 @@
 // The program's start and end.
 //
-// What is made last goes first: the window and its form, then the desktop's services, then the program's
-// records and its log.
+// Objects are destroyed in reverse order: the window and its form, then the desktop's services, then the
+// program's records and its log.
 
 #include "core/modDefinitions.h"
 #include "core/modMain.h"

@@ -22,7 +22,8 @@ void RegisterOnce(const WNDCLASSEXA& description) {
 Window::~Window() {
     if (handle_ == nullptr)
         return;
-    // Unbound first: by now the derived object is gone, and nothing of the destruction may reach it.
+    // Disconnected first: the derived object is already destroyed, so no message of the destruction may reach
+    // it.
     SetWindowLongPtrA(handle_, GWLP_USERDATA, 0);
     DestroyWindow(handle_);
 }
@@ -119,7 +120,8 @@ Answer Window::DispatchInput(UINT message, WPARAM wParam, LPARAM lParam) noexcep
         return Answered("OnNotify", [&] { return OnNotify(*reinterpret_cast<NMHDR*>(lParam)); });
     case WM_CONTEXTMENU:
         return Answered("OnContextMenu", [&] {
-            // Sign-extended: a monitor left of the first one has negative positions, and -1 is the keyboard.
+            // Sign-extended: a monitor left of the first one has negative positions, and -1 means the
+            // keyboard.
             const POINT screen = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
             return OnContextMenu(reinterpret_cast<HWND>(wParam), screen);
         });

@@ -1,12 +1,11 @@
 #pragma once
 
-// A window of the program: one handle bound to one object for its whole life. The program's only window
-// procedure finds the object, takes each message apart once and hands it to a virtual function. A function
-// that is not overridden, or that answers NotHandled, leaves the message to the system.
+// A window of the program: one handle connected to one object for its whole life. The procedure of the
+// program's top-level windows finds the object, unpacks each message and calls a virtual function. A function
+// that is not overridden, or that returns NotHandled, leaves the message to the system.
 //
-// The object owns the window and not the other way round: it outlives the handle, destroys it in its
-// destructor if that has not happened yet, and is unbound at the window's last message. Objects belong to the
-// user-interface thread.
+// The object owns the window: it outlives the handle, destroys it in its destructor if necessary, and is
+// disconnected at the window's last message. Objects belong to the user-interface thread.
 
 #include "win32/UncaughtErrors.h"
 #include "win32/WindowsHeaders.h"
@@ -22,7 +21,7 @@ inline constexpr Answer Handled = 0;
 
 class Window {
   public:
-    // The form's name is the one under which errors of this window are reported.
+    // The form's name is used to report errors of this window.
     explicit Window(const char* formName) noexcept : formName_(formName) {}
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
@@ -30,7 +29,7 @@ class Window {
 
     HWND Handle() const noexcept { return handle_; }
 
-    // Runs an event handler; what escapes it is reported under the names of form and handler.
+    // Runs an event handler; an error that escapes it is reported under the names of form and handler.
     template<class Body>
     void Guarded(const char* handler, Body&& body) noexcept {
         Contain(formName_, handler, std::forward<Body>(body));
@@ -49,7 +48,7 @@ class Window {
         HICON smallIcon = nullptr;
     };
 
-    // Makes the window, invisible unless the style says otherwise. Throws the system's error.
+    // Creates the window, invisible unless the style says otherwise. Throws the system's error.
     void Create(const Creation& creation);
 
     virtual Answer OnCreate() { return NotHandled; }
@@ -67,16 +66,16 @@ class Window {
 
     virtual Answer OnActivate(bool /*active*/, bool /*minimized*/) { return NotHandled; }
     virtual Answer OnSetFocus() { return NotHandled; }
-    // Where a command comes from; a control names itself.
+    // The source of a command; a control's notification includes the control.
     enum class CommandSource { Menu, Accelerator, Control };
     virtual Answer OnCommand(int /*id*/, CommandSource /*source*/) { return NotHandled; }
     virtual Answer OnNotify(NMHDR& /*notification*/) { return NotHandled; }
     virtual Answer OnContextMenu(HWND /*on*/, POINT /*screen*/) { return NotHandled; }
 
-    // A menu or a dialog of ours waits for input.
+    // A menu or one of our dialogs waits for input.
     virtual Answer OnEnterIdle() { return NotHandled; }
 
-    // A menu is about to be shown, or an accelerator to run one of its entries.
+    // A menu is about to be shown, or an accelerator is about to run one of its entries.
     virtual Answer OnInitMenuPopup(HMENU /*menu*/) { return NotHandled; }
 
     // The user has left the menu bar, with or without choosing an entry.
@@ -84,7 +83,7 @@ class Window {
 
     virtual Answer OnTimer(UINT_PTR /*id*/) { return NotHandled; }
 
-    // Messages of the program's own, WM_APP and up.
+    // The program's own messages, WM_APP and up.
     virtual Answer OnOwnMessage(UINT /*message*/, WPARAM, LPARAM) { return NotHandled; }
 
   private:
@@ -96,8 +95,8 @@ class Window {
 
     template<class Body>
     Answer Answered(const char* handler, Body&& body) noexcept {
-        // A message whose handler failed counts as dealt with: the system's own idea of it, as for a close,
-        // may be the worst.
+        // A message whose handler failed counts as handled: the system's default, as for a close, may be
+        // worse.
         Answer answer = Handled;
         Guarded(handler, [&] { answer = body(); });
         return answer;

@@ -1,8 +1,8 @@
 #pragma once
 
-// The one place where the Windows headers come in. The oldest Windows, STRICT handle types and the lean set
-// of headers are chosen in cmake/CompileOptions.cmake, for the whole program alike. Winsock 2 has to stand
-// before windows.h, which would otherwise bring in its predecessor.
+// The only place that includes the Windows headers. cmake/CompileOptions.cmake sets the oldest Windows,
+// STRICT handle types and the lean set of headers for the whole program. Winsock 2 must precede windows.h,
+// which would otherwise include its predecessor.
 //
 // The program's text is bytes in the ANSI code page: interfaces are called by their names in A, never through
 // the macros that hide them, and UNICODE stays undefined.

@@ -4,7 +4,7 @@
 
 namespace quarn {
 
-// Holds the sockets library started, in a version the holder asks for. The library counts its users.
+// Keeps the sockets library started, in a version that the owner requests. The library counts its users.
 class WinsockSession {
   public:
     explicit WinsockSession(BYTE major, BYTE minor) noexcept {

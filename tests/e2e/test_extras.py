@@ -166,6 +166,19 @@ def test_the_search_box_narrows_the_list(run, others):
     assert quarn.close() == 0
 
 
+def test_the_search_box_has_a_name_and_its_place_in_the_tab_order(run):
+    quarn = run(SearchBox=1)
+    hands = Keyboard(quarn)
+    named = {number: name for number, _, name in quarn.do.table("accessible")}
+    assert named[quarn.control("txtSearch")] == "Search servers"
+    hands.press("ctrl+f")
+    hands.is_on("txtSearch")
+    hands.walks("trvGames", "lvwServers", "lvwPlayers", "lvwServVars", "txtSearch")
+    hands.press("shift+tab")
+    hands.is_on("lvwServVars")
+    assert quarn.close() == 0
+
+
 def test_keys_in_the_search_box_are_its_own(run):
     quarn = run(SearchBox=1)
     hands = Keyboard(quarn)
@@ -264,6 +277,6 @@ def test_a_column_keeps_the_width_that_it_was_given(run, start, place):
     assert settings(quarn)["Extras"]["ColumnWidths"] == "0,0,0,4995,0,0,0,0,0,0,0,0,0,0"
     quarn = start(place)
     quarn.wait_until_usable()
-    quarn.do("post", lists, set_width, 0, 176)  # the width of its design
+    quarn.do("post", lists, set_width, 0, 160)  # the width of its design
     assert quarn.close() == 0
     assert "ColumnWidths" not in settings(quarn)["Extras"]

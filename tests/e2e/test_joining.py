@@ -178,11 +178,10 @@ def test_without_a_game_the_window_stays(open_with, action):
     assert quarn.close() == 0
 
 
-def test_a_record_that_cannot_be_written_is_told(open_with):
-    quarn, _ = open_with()
+def test_a_record_that_cannot_be_written_stops_no_game(open_with):
+    quarn, recorded = open_with()
     (quarn.folder / "server.txt").mkdir()
     quarn.do("double-click-row", quarn.control("lvwServers"), 1)
-    message = quarn.message("Quarn - Error")
-    assert message.startswith("A error has occurred in frmMain in mnuServConnectPlay_Click\r\nError #")
-    quarn.answer("Quarn - Error", "OK")
+    recorded.start()
+    assert "\nmodGameStart;StartGame;" in quarn.log()
     quarn.leave()

@@ -130,8 +130,8 @@ TEST_F(JoinQuestionTest, ShowsTheLineThatWouldBePassed) {
     program.GamePlayerName[1] = "Visor";
     server.Password = "secret";
     EXPECT_EQ(Question("x;y"), Before +
-                                   "+set fs_game x;y +exec my.cfg +name Visor +set password secr\r\n"
-                                   "et +connect 1.2.3.4:27960"s +
+                                   "+set fs_game x;y +exec my.cfg +name Visor +set password secret "
+                                   "+connect 1.2.3.4:27960"s +
                                    After);
 }
 
@@ -141,22 +141,31 @@ TEST_F(JoinQuestionTest, ShowsControlCharactersByTheirCode) {
     EXPECT_THAT(Question("&+&&"), HasSubstr("-game &+&&\r\n"));
 }
 
+TEST_F(JoinQuestionTest, BreaksLongWords) {
+    const std::string start = Before + "+connect 1.2.3.4:27960 -game "s;
+    const std::string forty(40, '+');
+    EXPECT_EQ(Question(forty), start + forty + After);
+    EXPECT_EQ(Question(forty + "x"), start + forty + "\r\nx" + After);
+    EXPECT_EQ(Question(forty + forty + "x y"), start + forty + "\r\n" + forty + "\r\nx y" + After);
+    EXPECT_EQ(Question(forty + " " + forty), start + forty + " " + forty + After);
+    EXPECT_EQ(Question(forty.substr(2) + "\x01y"), start + forty.substr(2) + "\r\n\\x01y" + After);
+}
+
 TEST_F(JoinQuestionTest, BreaksNoCharacterInTwo) {
-    const std::string start = "+connect 1.2.3.4:27960 -game "; // 29 characters, so that 31 fit behind it
-    const std::string filler(30, 'x');
-    EXPECT_EQ(Question(filler + "\x83\x41+"), Before + start + filler + "\x83\r\nA+" + After);
+    const std::string start = Before + "+connect 1.2.3.4:27960 -game "s;
+    const std::string filler(39, '+');
+    EXPECT_EQ(Question(filler + "\x83\x41x"), start + filler + "\x83\r\n\x41x" + After);
     fake.locale.japaneseCodePage = true;
-    EXPECT_EQ(Question(filler + "\x83\x41+"), Before + start + filler + "\r\n\x83\x41+"s + After);
-    EXPECT_EQ(Question(filler.substr(1) + "\x83\x41+"),
-              Before + start + filler.substr(1) + "\x83\x41\r\n+"s + After);
+    EXPECT_EQ(Question(filler + "\x83\x41x"), start + filler + "\r\n\x83\x41x" + After);
+    EXPECT_EQ(Question(filler.substr(1) + "\x83\x41x"), start + filler.substr(1) + "\x83\x41\r\nx" + After);
     EXPECT_THAT(Question("+\x83"), HasSubstr("-game +\x83\r\n")) << "one that is cut off";
 }
 
 TEST_F(JoinQuestionTest, ShowsTheStartOfALineThatIsTooLong) {
-    const std::string fits(30 * 60 - 29 - 1, 'x');
+    const std::string fits(1000 - 29 - 1, ' '); // 29 characters are in front of the name
     EXPECT_THAT(Question(fits + "+"), Not(HasSubstr("more")));
-    EXPECT_THAT(Question(fits + "+y"), EndsWith("x+\r\n... and 1 characters more."s + After));
-    EXPECT_THAT(Question(std::string(60'000, '+')), EndsWith("+\r\n... and 58229 characters more."s + After));
+    EXPECT_THAT(Question(fits + "+y"), EndsWith(" +\r\n... and 1 characters more."s + After));
+    EXPECT_THAT(Question(std::string(60'000, '+')), EndsWith("+\r\n... and 59029 characters more."s + After));
 }
 
 } // namespace

@@ -262,8 +262,7 @@ TEST_F(clsAppLogReportTest, PassesTheWholeReportToTheMailProgram) {
 
 TEST_F(clsAppLogReportTest, ALongLogLosesItsOldestLines) {
     for (int i = 1; i <= 500; ++i)
-        log.Log("module", "routine" + std::to_string(i % 5), 13,
-                "description & number " + std::to_string(i));
+        log.Log("module", "routine" + std::to_string(i % 5), 13, "description & number " + std::to_string(i));
     const std::string link = MailOpened();
     EXPECT_LE(link.size(), 2000U);
     EXPECT_GT(link.size(), 1850U);

@@ -218,6 +218,7 @@ Section Uninstall
     Delete $INSTDIR\server.txt
     Delete $INSTDIR\Quarn.ini.new
     Delete $INSTDIR\servers-*.tmp
+    Delete $INSTDIR\Favorites.ini.*.tmp
 
     ${If} ${FileExists} $INSTDIR\Quarn.ini
     ${OrIf} ${FileExists} $INSTDIR\servers-*.*

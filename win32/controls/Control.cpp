@@ -20,7 +20,7 @@ void Control::Create(HWND parent, const Creation& creation) {
     ownProc_ = SetProc(&ControlProc);
 }
 
-// A common control is a window of wide text, whatever interface made it, and stays one.
+// A common control is always a Unicode window, whichever interface created it.
 WNDPROC Control::SetProc(WNDPROC procedure) const noexcept {
     return reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));

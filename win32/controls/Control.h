@@ -26,13 +26,13 @@ class Control {
     void SetFont(HFONT font) noexcept;
     void MoveTo(const RECT& bounds) noexcept;
 
-    // What the control tells its parent by WM_NOTIFY.
+    // Called for the control's WM_NOTIFY to its parent.
     virtual Answer OnNotify(NMHDR& /*notification*/) { return NotHandled; }
 
   protected:
     struct Creation {
         const char* className;
-        const char* name; // what assistive technology calls the control
+        const char* name; // the control's name for screen readers
         DWORD style;
         DWORD extendedStyle = 0;
         int id;
@@ -41,10 +41,10 @@ class Control {
     // Throws the system's error.
     void Create(HWND parent, const Creation& creation);
 
-    // A message to the control, before the control sees it.
+    // A message to the control, before the control receives it.
     virtual Answer OnMessage(UINT /*message*/, WPARAM, LPARAM) { return NotHandled; }
 
-    // What the control itself makes of a message; for OnMessage.
+    // Passes a message to the control itself; for OnMessage.
     LRESULT PassOn(UINT message, WPARAM wParam, LPARAM lParam) const noexcept;
 
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const noexcept {
@@ -57,7 +57,7 @@ class Control {
 
   private:
     static LRESULT CALLBACK ControlProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-    WNDPROC SetProc(WNDPROC procedure) const noexcept; // returns the one before
+    WNDPROC SetProc(WNDPROC procedure) const noexcept; // returns the previous one
     void Unbind() noexcept;
 
     HWND handle_ = nullptr;

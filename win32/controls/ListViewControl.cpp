@@ -113,7 +113,7 @@ void ListViewControl::SelectAll() noexcept {
     SetRowState(0, LVIS_SELECTED, LVIS_SELECTED);
 }
 
-// Row 0 stands for all rows, as index -1 does for the control.
+// Row 0 means all rows, like index -1 of the control.
 void ListViewControl::SetRowState(std::int32_t row, UINT state, UINT mask) const noexcept {
     LVITEMA item{};
     item.state = state;
@@ -192,7 +192,7 @@ void ListViewControl::ShowHeader(std::int32_t column) {
 void ListViewControl::ShowRowCount() {
     const std::int32_t rows = model_.RowCount();
     const std::int32_t before = std::exchange(shownRows_, rows);
-    // A list that grows at its end keeps what it shows and where it stands.
+    // A list that grows at its end keeps its content and scroll position.
     const LPARAM flags = rows >= before ? LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL : 0;
     if (rows != before)
         Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(rows), flags);
@@ -203,7 +203,7 @@ void ListViewControl::ShowSelection() {
     const std::int32_t sole = selected == 1 ? model_.SelectedRow() : 0;
     const std::int32_t soleBefore = std::exchange(soleSelectedRow_, sole);
     if (sole != 0 && soleBefore != 0) {
-        // What a scan does at every server, so it may not look at all the rows.
+        // A scan does this at every server, so it must not look at all rows.
         if (soleBefore <= shownRows_ && soleBefore != sole)
             SetRowState(soleBefore, 0, LVIS_SELECTED);
         SetRowState(sole, LVIS_SELECTED, LVIS_SELECTED);
@@ -245,11 +245,11 @@ void ListViewControl::ShowFocus() {
         SetRowState(shown, 0, LVIS_FOCUSED);
     else
         SetRowState(focused, LVIS_FOCUSED, LVIS_FOCUSED);
-    // Where a selection with the Shift key starts from.
+    // The row where a selection with the Shift key starts.
     Send(LVM_SETSELECTIONMARK, 0, focused - 1);
 }
 
-// One rectangle, as the control would repaint row by row and slowly.
+// One rectangle, because the control would slowly repaint row by row.
 void ListViewControl::InvalidateRows(std::int32_t first, std::int32_t last) const noexcept {
     const auto top = static_cast<std::int32_t>(Send(LVM_GETTOPINDEX)) + 1;
     const std::int32_t bottom = top + static_cast<std::int32_t>(Send(LVM_GETCOUNTPERPAGE));

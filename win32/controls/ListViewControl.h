@@ -25,32 +25,32 @@ class ListViewControl final : public Control {
   public:
     enum class Selection { OneRow, SeveralRows };
 
-    // The column of this number, from 1, names the rows. Typing a text looks there for one that starts with
-    // it.
+    // The column with this number, from 1, names the rows. Typing finds a row whose text in it starts with
+    // the typed letters.
     ListViewControl(ListView& model, std::int32_t nameColumn) noexcept
         : model_(model), nameColumn_(nameColumn) {}
 
     void Create(HWND parent, int id, const char* name, Selection selection, Dpi dpi);
 
-    // The images of rows, cells and headers. A row's image is in the middle of the first column. A cell's is
-    // behind its text, which has two letters: the code of a country.
+    // The images of rows, cells and headers. A row's image is in the middle of the first column. A cell's
+    // image follows its text, which has two letters: the code of a country.
     enum class Pictures { OfHeaders, OfRowsAndHeaders };
     void SetImages(const Images& images, Pictures pictures);
 
-    // Keeps the columns' widths in inches.
+    // Scales the columns' widths.
     void ChangeDpi(Dpi dpi);
 
     void Flush();
 
     void SelectAll() noexcept;
 
-    // Where a menu that the keyboard asked for belongs: at the focused row, or in the list's corner.
+    // Position of a menu that the keyboard opened: at the focused row, or in the list's corner.
     POINT MenuPosition() const noexcept;
 
     Answer OnNotify(NMHDR& notification) override;
 
     // The user's actions; each is optional.
-    std::function<void()> Clicked;                   // the left button, over a row or not
+    std::function<void()> Clicked;                   // the left button, on a row or not
     std::function<void()> MouseReleased;             // either button; before Clicked
     std::function<void(std::int32_t)> KeyReleased;   // the virtual key code
     std::function<void(std::int32_t)> ColumnClicked; // from 1
@@ -100,7 +100,7 @@ class ListViewControl final : public Control {
     std::int32_t nameColumn_;
     Dpi dpi_ = Dpi(96);
     const Images* images_ = nullptr;
-    Images rowHeight_; // as the images that are painted need it
+    Images rowHeight_; // as required by the images that are painted
     bool paintsCellPictures_ = false;
     std::vector<std::string> shownHeaderIcons_;
     static constexpr UINT_PTR CellToolTip = 1; // the number of its area
@@ -110,7 +110,7 @@ class ListViewControl final : public Control {
     std::string shownEmptyText_;
     std::int32_t shownRows_ = 0;
 
-    // The one row that the last flush selected; 0 when the user or a flush selected otherwise since.
+    // The row selected by the last flush if it was the only one and nothing changed since; otherwise 0.
     std::int32_t soleSelectedRow_ = 0;
     bool flushing_ = false;
     bool settingWidths_ = false; // the program does, not the user

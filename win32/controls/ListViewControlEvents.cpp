@@ -1,4 +1,4 @@
-// What the list's control asks for and tells of.
+// Requests and notifications of the list's control.
 
 #include "win32/controls/ListViewControl.h"
 
@@ -47,7 +47,7 @@ Answer ListViewControl::OnNotify(NMHDR& notification) {
         return Handled;
     case NM_CLICK:
     case NM_RCLICK:
-    case LVN_BEGINDRAG: // takes the place of a click when the mouse moves a little before it is released
+    case LVN_BEGINDRAG: // replaces a click if the mouse moves a little before the button is released
         if (MouseReleased)
             MouseReleased();
         if (Clicked && notification.code != NM_RCLICK)
@@ -72,7 +72,7 @@ void ListViewControl::OnItemChanged(const NMLISTVIEW& change) {
         model_.NoteFocused(change.iItem + 1);
 }
 
-// The control may ask for rows that went since it was last brought up to date.
+// The control may ask for rows that were removed since its last update.
 bool ListViewControl::IsShown(std::int32_t row, std::int32_t column) const noexcept {
     return row >= 1 && row <= model_.RowCount() && !model_.updatesLocked && model_.columns.Holds(column);
 }
@@ -93,7 +93,7 @@ int ListViewControl::OnFind(const NMLVFINDITEMA& search) const {
     return (search.lvfi.flags & ByText) != 0 ? FindRow(search.lvfi.psz, search.iStart) : NoItem;
 }
 
-// Some versions of the control ask this way whatever its parent speaks.
+// Some versions of the control send the Unicode message even to an ANSI parent.
 int ListViewControl::OnFind(const NMLVFINDITEMW& search) const {
     char sought[256] = "";
     WideCharToMultiByte(CP_ACP, 0, search.lvfi.psz, -1, sought, sizeof sought - 1, nullptr, nullptr);
@@ -103,7 +103,7 @@ int ListViewControl::OnFind(const NMLVFINDITEMW& search) const {
     return OnFind(inBytes);
 }
 
-// From the item `start` to the last, and on from the first.
+// From item `start` to the last, and then from the first.
 int ListViewControl::FindRow(const std::string& sought, int start) const {
     const std::int32_t rows = model_.RowCount();
     for (std::int32_t step = 0; step < rows; ++step) {
@@ -141,11 +141,11 @@ Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return answer;
     }
     case WM_NOTIFY: {
-        const LRESULT answer = PassOn(message, wParam, lParam);
+        // Before the list sees it: a scroll bar that appears then would have the columns fitted again.
         const auto& notification = *reinterpret_cast<const NMHDR*>(lParam);
         if (notification.code == HDN_ITEMCHANGEDA || notification.code == HDN_ITEMCHANGEDW)
             OnHeaderChanged(reinterpret_cast<const NMHEADERA&>(notification));
-        return answer;
+        return NotHandled;
     }
     default:
         return NotHandled;
@@ -162,7 +162,10 @@ void ListViewControl::OnHeaderChanged(const NMHEADERA& change) {
     const bool wasFitted = FitsColumns();
     for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column) {
         ListColumn& shown = model_.columns[column];
-        const auto width = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column))));
+        const auto width =
+            column == changed
+                ? change.pitem->cxy
+                : static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column))));
         const bool isKept = column == changed || (wasFitted && shown.fills);
         if (isKept && width != dpi_.ToPixels(shown.Width()))
             shown.chosenWidth = dpi_.ToTwips(width);
@@ -207,14 +210,14 @@ RECT ListViewControl::CellBounds(std::int32_t row, int subItem) const noexcept {
     return {cell.left, rowBounds.top, cell.right, rowBounds.bottom};
 }
 
-// Instead of the control's own handling, which tells of the button only when it is released.
+// Replaces the control's own handling, which reports the button only when it is released.
 void ListViewControl::OnRightPress(LPARAM position) {
     SetFocus(Handle());
     LVHITTESTINFO hit{};
     hit.pt = {static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
     const std::int32_t row = static_cast<std::int32_t>(Send(LVM_SUBITEMHITTEST, 0, &hit)) + 1;
     if (row >= 1 && row <= model_.RowCount()) {
-        // Several selected rows stay selected when the button goes down on one of them.
+        // Several selected rows stay selected if the button is pressed on one of them.
         if (!model_.Row(row).selected)
             SetRowState(0, 0, LVIS_SELECTED);
         SetRowState(row, SelectedAndFocused, SelectedAndFocused);

@@ -31,8 +31,8 @@ void ProgressBarControl::Flush() {
     }
 }
 
-// A themed bar moves to a greater value slowly, and would still be on its way when a scan has ended. To a
-// smaller one it goes at once.
+// A themed bar moves slowly to a greater value, and would still be moving when a scan has ended. It moves to
+// a smaller value at once.
 void ProgressBarControl::ShowValue() {
     const bool isFull = shownValue_ == shownMaximum_;
     if (isFull)

@@ -1,7 +1,7 @@
 #pragma once
 
-// Shows a ProgressBar inside a panel of the status bar, whose child it is: so it moves with the bar, and the
-// bar never paints over it. Its bounds are those of the model, which are counted from the main window's
+// Shows a ProgressBar inside a panel of the status bar. It is a child of the status bar, so it moves with the
+// bar and the bar never paints over it. Its bounds are those of the model, relative to the main window's
 // corner.
 
 #include "controls/ProgressBar.h"

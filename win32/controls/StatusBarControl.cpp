@@ -51,7 +51,7 @@ void StatusBarControl::ReadLockKeys() noexcept {
     }
 }
 
-// The bar's own tooltips appear only where a text is cut.
+// The bar's own tooltips appear only if a text is cut.
 void StatusBarControl::AddToolTips() {
     for (std::int32_t panel = 1; panel <= model_.panels.HighestIndex(); ++panel)
         if (const std::string& text = model_.panels[panel].toolTip; !text.empty())

@@ -1,7 +1,7 @@
 #pragma once
 
 // Shows a StatusBar: texts and tooltips from the model, the states of the lock keys from the keyboard. The
-// geometry goes the other way, from the control into the model.
+// geometry is reported from the control to the model.
 
 #include "controls/StatusBar.h"
 #include "win32/Dpi.h"

@@ -94,7 +94,7 @@ void ToolbarControl::SizeButtons(HFONT font) {
 void ToolbarControl::Dock() {
     RECT inner{};
     GetClientRect(GetParent(Handle()), &inner);
-    MoveTo({0, top_, inner.right, height_});
+    MoveTo({0, top_, inner.right, Height()});
 }
 
 SIZE ToolbarControl::ButtonsSize() const noexcept {

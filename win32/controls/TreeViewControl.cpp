@@ -49,7 +49,7 @@ void TreeViewControl::Rebuild() {
     shown_.clear();
     for (std::int32_t position = 1; position <= model_.Count(); ++position)
         Insert(position);
-    // A node can be expanded only when its children are there.
+    // A node can be expanded only after its children were added.
     for (std::int32_t position = 1; position <= model_.Count(); ++position)
         ShowExpansion(position);
     ShowSelection();
@@ -120,7 +120,7 @@ POINT TreeViewControl::MenuPosition() const noexcept {
     POINT position{};
     const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
     RECT bounds{};
-    // The item's handle goes in where the rectangle comes out.
+    // The item's handle is passed in the rectangle that receives the result.
     std::memcpy(&bounds, &item, sizeof item); // NOLINT(bugprone-sizeof-expression): the handle itself
     if (item != nullptr && Send(TVM_GETITEMRECT, TRUE, &bounds) != 0)
         position = {bounds.left, bounds.bottom};
@@ -146,13 +146,13 @@ Answer TreeViewControl::OnNotify(NMHDR& notification) {
         return Handled;
     case NM_RCLICK:
         OnRightClick();
-        return 1; // no context menu message on top of it
+        return 1; // no context menu message in addition
     default:
         return NotHandled;
     }
 }
 
-// 0 for a node of a model that has moved on.
+// 0 for a node that is no longer in the model.
 std::int32_t TreeViewControl::PositionOf(LPARAM itemData) const noexcept {
     const auto position = static_cast<std::int32_t>(itemData);
     return shownRevision_ == model_.Revision() && position <= model_.Count() ? position : 0;
@@ -217,7 +217,7 @@ std::int32_t TreeViewControl::PositionUnderMouse() const noexcept {
 Answer TreeViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDOWN)
         pressedAt_ = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-    // The keys that OnKeyDown takes; the control would search for a node of that name, and beep.
+    // The keys that OnKeyDown handles; the control would search for a node of that name, and beep.
     if (message == WM_CHAR && (wParam == VK_SPACE || wParam == VK_RETURN))
         return Handled;
     return NotHandled;

@@ -1,8 +1,8 @@
 #pragma once
 
-// Shows a TreeView. The control is built anew when the model's structure changed; images, expansion and
-// selection are otherwise brought up to date node by node. What the user selects, expands or collapses goes
-// to the model at once.
+// Shows a TreeView. The control is rebuilt when the model's structure has changed; otherwise images,
+// expansion and selection are updated node by node. Nodes that the user selects, expands or collapses are
+// stored in the model at once.
 
 #include "controls/TreeView.h"
 #include "win32/Images.h"
@@ -21,18 +21,18 @@ class TreeViewControl final : public Control {
 
     void Create(HWND parent, int id, const char* name);
 
-    // Tells the model which pictures there are.
+    // Tells the model which images exist.
     void SetImages(const Images& images);
 
     void Flush();
 
-    // Where a menu that the keyboard asked for belongs: below the selected node, or in the tree's corner.
+    // Position of a menu that the keyboard opened: below the selected node, or in the tree's corner.
     POINT MenuPosition() const noexcept;
 
     Answer OnNotify(NMHDR& notification) override;
 
-    // The user's actions. They come while the control is still at work on its own, so whoever does more than
-    // take note of them waits until it is done.
+    // The user's actions. They are raised while the control is still handling them, so handlers that do more
+    // than note them must wait until it has finished.
     std::function<void(const std::string& key)> NodeClicked;        // left button, Space or Enter
     std::function<void(const std::string& key)> SelectedByKeyboard; // the selection moved to the node
     std::function<void()> RightReleased;                            // the node under the mouse is selected
@@ -69,7 +69,7 @@ class TreeViewControl final : public Control {
     std::vector<ShownNode> shown_; // in the order of the model's positions
     std::uint32_t shownRevision_ = 0;
     std::string shownSelection_;
-    POINT pressedAt_{}; // where a mouse button went down last
+    POINT pressedAt_{}; // position of the last mouse button press
     bool flushing_ = false;
 };
 

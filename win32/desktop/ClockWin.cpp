@@ -7,7 +7,7 @@ namespace quarn {
 
 namespace {
 
-// The thread may lose the processor between the two readings. At the start the coarse one comes last, and
+// The thread may be interrupted between the two readings. At the start the coarse counter is read last, and
 // later first, so that such a gap can only make the coarse counter look late, which it is anyway.
 ContinuousTicks StartedTicks() noexcept {
     const std::int64_t fine = PerformanceMicroseconds();

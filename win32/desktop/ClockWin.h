@@ -15,7 +15,7 @@ class ClockWin final : public Clock {
     LocalTime Now() const override;
 
   private:
-    mutable ContinuousTicks ticks_; // reading the clock keeps its time, and nothing else of it
+    mutable ContinuousTicks ticks_; // reading the clock changes only this
 };
 
 } // namespace quarn

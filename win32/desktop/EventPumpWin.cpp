@@ -10,24 +10,24 @@ namespace quarn {
 
 namespace {
 
-// An empty look into the message queue is not free, and loops over many records call for each of them.
+// Looking into an empty message queue costs time, and loops over many records call this for each of them.
 constexpr std::int64_t RestAfterEvents = 10'000; // microseconds, as below
 
-// While events come in, the windows follow the models after rests of this length: the dearer an update was,
-// the longer, so that no more than a twentieth of the time goes into them on a slow display either.
+// Minimum pause between two window updates. It grows with the cost of the last update, so that updates take
+// at most 5 % of the time.
 constexpr std::int64_t ShortestRestAfterUpdate = 100'000;
 constexpr std::int64_t LongestRestAfterUpdate = 1'000'000;
 constexpr std::int64_t RestsForEachUpdate = 19;
 
-// An update at the start of a wait is over before a reply comes; one that falls due later lets it come first.
+// An update due later than this after the start of a wait is postponed until the reply has been handled.
 constexpr std::int64_t TimeForReplies = 50'000;
 
-// Events may bring further events; what has not run by then waits for the next call.
+// Events may cause further events; those that have not run by then wait for the next call.
 constexpr std::int64_t LongestTurn = 50'000;
 
-// The queue hands out posted messages before input, input before painting and painting before timers. A
-// socket that is flooded posts without end, so each of the later kinds is looked for by itself when the queue
-// has not come to it for this long.
+// The queue delivers posted messages before input, input before painting and painting before timers. A
+// flooded socket posts without end, so each of the later kinds is looked for separately if the queue has not
+// delivered one for this long.
 constexpr std::int64_t LongestWithoutTurn = 10'000;
 
 struct Kind {
@@ -41,7 +41,7 @@ constexpr std::array<Kind, 3> LaterKinds = {{
     {QS_TIMER, 0, WM_TIMER},
 }};
 
-// How many of the later kinds the queue has come to when it hands out this message.
+// How many of the later kinds the queue has reached when it delivers this message.
 std::size_t KindsReached(UINT message) noexcept {
     switch (message) {
     case WM_KEYDOWN:
@@ -61,14 +61,14 @@ std::size_t KindsReached(UINT message) noexcept {
 }
 
 bool Take(MSG& message, const Kind& kind) noexcept {
-    // A key's character is posted when the key is run, and belongs in front of the next key.
+    // A key's character is posted when the key is translated, and must precede the next key.
     if (kind.status == QS_INPUT &&
         PeekMessageA(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE | PM_QS_POSTMESSAGE))
         return true;
     return PeekMessageA(&message, nullptr, kind.message, kind.message, PM_REMOVE | kind.flags) != FALSE;
 }
 
-// What the user does reaches visible windows; sockets and timers have windows of their own that nobody sees.
+// User input goes to visible windows; sockets and timers have invisible windows of their own.
 bool IsActOfTheUser(const MSG& message) noexcept {
     switch (message.message) {
     case WM_PAINT:
@@ -90,7 +90,7 @@ int EventPumpWin::Run() {
     while (!quit_) {
         handlerWaited_ = false;
         SleepAndRunNext();
-        // A command that took its time has come to its end: what it leaves is shown at once.
+        // A command that took a while has ended: its result is shown at once.
         if (handlerWaited_)
             nextUpdateAt_ = PerformanceMicroseconds();
     }
@@ -162,7 +162,7 @@ bool EventPumpWin::TakeOverdue(MSG& message) noexcept {
 }
 
 bool EventPumpWin::TakeFirst(MSG& message) noexcept {
-    // Looking also runs what other threads and programs have sent to our windows.
+    // Looking also runs messages that other threads and programs have sent to our windows.
     const bool found = PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE;
     const std::size_t reached = found ? KindsReached(message.message) : turns_.size();
     std::fill_n(turns_.begin(), reached, PerformanceMicroseconds());
@@ -187,7 +187,7 @@ bool EventPumpWin::RunNext() {
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
-    // Also where the windows were brought up to date in the middle of the handler: it went on after that.
+    // Even if the windows were updated in the middle of the handler, because it continued after that.
     updatePending_ = true;
     return true;
 }

@@ -1,14 +1,14 @@
 #pragma once
 
 // The one message loop of the program: the main loop and every wait inside a handler take their messages
-// here, so that each message meets the same accelerators and dialogs. For the user-interface thread.
+// here, so that the same accelerators and dialogs see each message. For the user-interface thread.
 //
 // Input, painting and timers each get a turn every few hundredths of a second, however many messages are
-// posted meanwhile.
+// posted.
 //
-// When a wait inside a handler meets the end of the program (WM_QUIT), it puts it back and takes no more
-// messages; QuitReceived tells those that wait in a loop to give up, and the loops further out find the
-// message in their turn.
+// If a wait inside a handler receives the end of the program (WM_QUIT), it puts it back and takes no more
+// messages; QuitReceived tells waits in a loop to give up, and the outer loops receive the message in their
+// turn.
 
 #include "desktop/EventPump.h"
 #include "win32/WindowsHeaders.h"
@@ -23,13 +23,11 @@ class EventPumpWin final : public EventPump {
   public:
     EventPumpWin() noexcept;
 
-    // Brings the windows up to date with the models and paints them. Called before a click or key of the
-    // user, who so always acts on what is there, and otherwise while the pump waits, no more often than an
-    // eye can follow and than the display can bear: a scan's replies and ticks come faster. Must not throw.
+    // Updates the windows from the models and paints them. Called before each user input, so that the user
+    // acts on current content, and otherwise while waiting, at a limited rate. Must not throw.
     std::function<void()> updateWindows;
 
-    // True when the message was dealt with (accelerator, dialog key) and must not be dispatched. Must not
-    // throw.
+    // True if the message was handled (accelerator, dialog key) and must not be dispatched. Must not throw.
     std::function<bool(MSG&)> preTranslate;
 
     // Runs until the program ends; returns its exit code.
@@ -38,7 +36,7 @@ class EventPumpWin final : public EventPump {
     // Returns at once when events ran less than 10 ms ago. A flood of events is left to the next call.
     void DoEvents() override;
 
-    // Returns at once, with nothing run, after WM_QUIT.
+    // Returns at once, without running anything, after WM_QUIT.
     void WaitForEvent() override;
 
     bool QuitReceived() const noexcept { return quit_; }
@@ -48,16 +46,16 @@ class EventPumpWin final : public EventPump {
 
     void SleepAndRunNext();
 
-    // Sleeps until there is a message; brings the windows up to date when their time comes.
+    // Sleeps until there is a message; updates the windows when that is due.
     void Sleep();
 
-    // Takes input, painting or a timer's tick that has been waiting behind posted messages.
+    // Takes input, a paint message or a timer's tick that has waited behind posted messages.
     bool TakeOverdue(MSG& message) noexcept;
 
     // Takes the first message of the queue.
     bool TakeFirst(MSG& message) noexcept;
 
-    // Runs the next message; false when there is none or the program ends.
+    // Runs the next message; false if there is none or the program ends.
     bool RunNext();
 
     bool quit_ = false;

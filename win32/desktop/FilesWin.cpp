@@ -13,7 +13,7 @@ namespace {
 
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-// One call reads or writes at most this much: its count is 32 bits wide.
+// One call reads or writes at most this much, because its count has 32 bits.
 constexpr std::size_t BlockSize = 1 << 16;
 
 // Number of temporary names to try before giving up.
@@ -108,7 +108,7 @@ class TemporaryFile {
 };
 
 // Moving over a file that another program has open fails as "access denied", like moving over a folder.
-// Opening it for deletion tells the two apart, before anything is written. Some systems move over a
+// Opening it for deletion distinguishes the two, before anything is written. Some systems move over a
 // write-protected file.
 void RequireReplaceable(Patience& patience, const std::string& path) {
     if (HasAttribute(path, FILE_ATTRIBUTE_READONLY))
@@ -118,7 +118,7 @@ void RequireReplaceable(Patience& patience, const std::string& path) {
         ThrowLastError();
 }
 
-// False if `flags` do not allow to replace a file and there is one.
+// False if `flags` do not allow replacing a file and it exists.
 bool TryMove(Patience& patience, const std::string& from, const std::string& to, DWORD flags) {
     while (!MoveFileExA(from.c_str(), to.c_str(), flags | MOVEFILE_WRITE_THROUGH)) {
         if (GetLastError() == ERROR_ALREADY_EXISTS || GetLastError() == ERROR_FILE_EXISTS)
@@ -135,7 +135,7 @@ void MoveOver(Patience& patience, const std::string& from, const std::string& to
 }
 
 std::wstring ModulePath() {
-    // The call cuts a path that does not fit and tells so by filling the buffer.
+    // The call truncates a path that does not fit and fills the buffer.
     std::wstring path(MAX_PATH, L'\0');
     DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     while (length == path.size()) {
@@ -148,7 +148,7 @@ std::wstring ModulePath() {
     return path;
 }
 
-// A drive that is away reports some of its files as not found.
+// On a drive that is not connected, some files are reported as not found.
 bool FolderExists(const std::string& path) noexcept {
     const std::size_t slash = path.find_last_of("\\/");
     return slash == std::string::npos || HasAttribute(path.substr(0, slash + 1), FILE_ATTRIBUTE_DIRECTORY);
@@ -212,7 +212,7 @@ void FilesWin::Write(const std::string& path, std::string_view content) {
 }
 
 void FilesWin::Append(const std::string& path, std::string_view content) {
-    // Readers and a second instance's log entry are let in: every write goes to the end as it is then.
+    // Readers and a second instance's log entry are allowed: every write goes to the current end.
     WriteInto(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS, content);
 }
 

@@ -5,8 +5,8 @@
 
 namespace quarn {
 
-// The system's HTML help. Its library is loaded on first use, so that a system without it runs the program
-// all the same, and stays to the end: help windows that are still open live in it.
+// The system's HTML help. Its library is loaded on first use, so that the program also runs on a system
+// without it, and stays loaded, because open help windows need it.
 class HelpViewerWin final : public HelpViewer {
   public:
     bool HtmlHelp(WindowReference caller, const std::string& file, HelpCommand command,

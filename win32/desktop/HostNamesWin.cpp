@@ -20,7 +20,7 @@ void HostNamesWin::LookUp(const std::string& host, Answer answer) {
     if (!lookUp_)
         lookUp_ = std::make_unique<NameLookUp>(
             [this](int error, in_addr address) { Tell(error == 0 ? Dotted(address) : std::string()); }, 1, 1);
-    // An empty name would stand for this computer.
+    // An empty name would mean this computer.
     if (host.empty() || lookUp_->Start(host) != 0)
         Tell({});
 }

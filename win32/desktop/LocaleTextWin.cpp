@@ -26,8 +26,8 @@ void Require(HRESULT result) {
     throw RunTimeError(ErrorNumber::TypeMismatch);
 }
 
-// An automation date counts days; its fraction is the time of day, counted forwards also on the days before
-// the zero date: -1.25 is six o'clock on 1899-12-29.
+// An automation date counts days; its fraction is the time of day, counted forwards on the days before the
+// zero date, too: -1.25 is six o'clock on 1899-12-29.
 double ToAutomation(DateTime date) noexcept {
     std::int64_t days = date.seconds / SecondsPerDay;
     std::int64_t time = date.seconds % SecondsPerDay;
@@ -45,8 +45,8 @@ std::wstring TextOfDate(double date, DWORD flags) {
     return {text.Get(), SysStringLen(text.Get())};
 }
 
-// For a locale whose texts the code page lacks: its marks of the day's halves would become question marks,
-// which could not be read back. Numbers alone can be, also in the order of ISO 8601.
+// For a locale with texts that are not in the code page: its AM/PM markers would become question marks, which
+// could not be read back. Numbers in the order of ISO 8601 can.
 std::string PlainTextOfDate(double date, DateTime exact) {
     const CalendarTime c = exact.Calendar();
     std::array<char, 80> iso{};
@@ -99,14 +99,14 @@ DateTime LocaleTextWin::ToDate(const std::string& text) const {
     return FromAutomation(date);
 }
 
-// The text is one of the system's code page, which need not be that of the user's locale.
+// The text is in the system's code page, which may differ from that of the user's locale.
 std::string LocaleTextWin::SortKey(const std::string& text) const {
     const std::wstring wide = Widened(text);
     if (wide.empty())
-        return {}; // the call takes no empty text; an empty key sorts before all others
+        return {}; // the call rejects an empty text; an empty key sorts before all others
     constexpr DWORD Flags = LCMAP_SORTKEY | NORM_IGNORECASE;
     const int length = static_cast<int>(wide.size());
-    const auto map = [&](char* key, int size) { // of a sort key the size is in bytes
+    const auto map = [&](char* key, int size) { // for a sort key, the size is in bytes
         return LCMapStringW(LOCALE_USER_DEFAULT, Flags, wide.data(), length, reinterpret_cast<wchar_t*>(key),
                             size);
     };

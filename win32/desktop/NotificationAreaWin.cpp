@@ -19,7 +19,7 @@ constexpr double TwipsPerInch = 1440;
 
 bool NotificationAreaWin::Notify(NotifyCommand command, const NotifyIconRecord& record) {
     NOTIFYICONDATAA data{};
-    // The first version's bytes, whose count depends on the width of handles.
+    // The size of the record's first version, which depends on the width of handles.
     data.cbSize = NOTIFYICONDATAA_V1_SIZE;
     data.hWnd = reinterpret_cast<HWND>(record.owner);
     data.uID = record.identifier;
@@ -35,8 +35,8 @@ WindowReference NotificationAreaWin::AddPictureBox(WindowReference parent, Mouse
                                      nullptr, GetModuleHandleA(nullptr), nullptr);
     if (box == nullptr)
         ThrowLastError();
-    // A taskbar with fewer rights than a program that runs as administrator tells it of the mouse all the
-    // same.
+    // A taskbar with fewer rights than a program that runs as administrator must also be able to report the
+    // mouse.
     ChangeWindowMessageFilterEx(box, WM_MOUSEMOVE, MSGFLT_ALLOW, nullptr);
     mouseMove_ = std::move(handler);
     SetWindowSubclass(box, &PictureBoxProc, 0, reinterpret_cast<DWORD_PTR>(this));

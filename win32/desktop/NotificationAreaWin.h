@@ -5,7 +5,7 @@
 
 namespace quarn {
 
-// Holds the handlers of the picture boxes it made, so it outlives their parents. Belongs to the
+// Owns the handlers of the picture boxes that it created, so it outlives their parents. Belongs to the
 // user-interface thread.
 class NotificationAreaWin final : public NotificationArea {
   public:

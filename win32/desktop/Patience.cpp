@@ -4,10 +4,10 @@ namespace quarn {
 
 namespace {
 
-// 25 polls make half a second, up to 0.8 s where the system's timer steps by 16 ms.
+// 25 polls take half a second, up to 0.8 s if the system's timer has steps of 16 ms.
 constexpr DWORD PollMilliseconds = 20;
 
-// Access to folders and write-protected files stays denied.
+// Access to folders and write-protected files remains denied.
 bool MayPass(DWORD error, const std::string& path) noexcept {
     if (error != ERROR_ACCESS_DENIED)
         return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;

@@ -1,11 +1,11 @@
 #pragma once
 
-// Waiting for files that another program holds.
+// Waits for files that another program holds.
 //
 // Virus scanners, indexers and cloud folders open a file right after it was written, mostly for 10 to 200 ms.
-// Calls on it fail meanwhile: with a sharing or lock violation, or with "access denied" while a file is being
-// deleted. An operation on files therefore tries again for about half a second. It sleeps in between and runs
-// no events, so that callers need not expect any; for that time the window does not react.
+// Calls on it then fail with a sharing or lock violation, or with "access denied" while a file is being
+// deleted. An operation on files therefore retries for about half a second. It sleeps in between and runs no
+// events, so that callers need not expect any; the window does not react meanwhile.
 
 #include "win32/WindowsHeaders.h"
 
@@ -13,14 +13,14 @@
 
 namespace quarn {
 
-// What is left of the half second, for one operation of one or several calls.
+// The rest of the half second, for one operation of one or several calls.
 class Patience {
   public:
     Patience() = default;
     static Patience None() noexcept { return Patience(0); }
 
-    // For a call on the file that has just failed: true, after a short sleep, if it may succeed when it is
-    // tried again. Otherwise, or when no time is left, false; GetLastError is then still the call's.
+    // For a call on the file that has just failed: true, after a short sleep, if it may succeed when retried.
+    // Otherwise, or if no time is left, false; GetLastError is then still the call's.
     bool TryAgain(const std::string& path) noexcept;
 
   private:

@@ -14,14 +14,14 @@ namespace {
 
 constexpr UINT PatienceMilliseconds = 3000;
 
-// Without asking the window, which may hang.
+// Without sending a message to the window, which may be hung.
 bool HasTitle(HWND window, const std::wstring& title) {
-    std::wstring found(title.size() + 2, L'\0'); // room for one character too many and the NUL
+    std::wstring found(title.size() + 2, L'\0'); // space for one character more and the NUL
     found.resize(InternalGetWindowText(window, found.data(), static_cast<int>(found.size())));
     return found == title;
 }
 
-// The system's own search does not tell capital letters from small ones.
+// The system's own search ignores case.
 HWND TopLevelWindow(const std::string& title) {
     HWND window = nullptr;
     do {
@@ -38,7 +38,7 @@ Function& VersionFunction(const char* name) {
     return *function;
 }
 
-// Empty where the file has none.
+// Empty if the file has none.
 std::vector<char> VersionResource(const std::string& path) {
     auto& getSize = VersionFunction<decltype(GetFileVersionInfoSizeA)>("GetFileVersionInfoSizeA");
     auto& get = VersionFunction<decltype(GetFileVersionInfoA)>("GetFileVersionInfoA");

@@ -9,7 +9,7 @@ class PeerProgramsWin final : public PeerPrograms {
   public:
     explicit PeerProgramsWin(const OwnerWindow& owner) noexcept : owner_(owner) {}
 
-    // A window that hangs is given up at once, one that is only slow after a few seconds.
+    // Returns at once if the window is hung, and after 3 s if it is slow.
     void SendCopyDataTo(const std::string& windowTitle, std::uint32_t identifier,
                         std::string_view payload) override;
     FileVersion VersionOf(const std::string& path) const override;

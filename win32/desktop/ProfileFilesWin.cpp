@@ -9,8 +9,8 @@ namespace quarn {
 
 namespace {
 
-// The absolute form of a path: the profile calls look for a bare file name in the Windows folder. A path that
-// the system does not understand is returned as it is.
+// The absolute form of a path: the profile calls search for a bare file name in the Windows folder. A path
+// that the system does not understand is returned unchanged.
 std::string FullPath(const std::string& path) {
     const DWORD needed = GetFullPathNameA(path.c_str(), 0, nullptr, nullptr);
     if (needed == 0)

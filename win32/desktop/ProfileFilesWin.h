@@ -4,8 +4,8 @@
 
 namespace quarn {
 
-// The private-profile calls themselves. They look for a bare file name in the Windows folder; here a relative
-// path means the current folder, as everywhere else. Stateless.
+// The private-profile calls. They search for a bare file name in the Windows folder; here a relative path
+// means the current folder. Stateless.
 class ProfileFilesWin final : public ProfileFiles {
   public:
     std::int32_t ReadInteger(const std::string& path, const std::string& section, const std::string& key,

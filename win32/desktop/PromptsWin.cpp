@@ -19,17 +19,18 @@ namespace quarn {
 
 namespace {
 
-// Four times what most of the system knows: no path that can be chosen is cut.
+// Four times what most of the system supports: no path that can be chosen is cut.
 constexpr DWORD PathBytes = 1024;
 
-// "Text|*.txt|All|*.*" as the save dialog wants it: each part ended by a NUL, the whole by another one.
+// "Text|*.txt|All|*.*" in the form of the save dialog: each part is followed by a NUL, the whole by another
+// one.
 std::string FilterParts(std::string filter) {
     std::replace(filter.begin(), filter.end(), '|', '\0');
     filter.push_back('\0');
     return filter;
 }
 
-// The extension that a name typed without one gets: that of the filter's first pattern, if it is a plain one.
+// The extension for a name typed without one: that of the filter's first pattern, if it is a plain one.
 std::string DefaultExtension(const std::string& filter) {
     const std::size_t pattern = filter.find("|*.");
     if (pattern == std::string::npos)
@@ -39,7 +40,7 @@ std::string DefaultExtension(const std::string& filter) {
     return extension.find_first_of("*?") == std::string::npos ? extension : std::string();
 }
 
-// The dialog selects nothing for a folder whose path ends in a backslash, except for the root of a drive.
+// The dialog selects nothing for a folder whose path ends in a backslash, except the root of a drive.
 std::string WithoutTrailingBackslash(const std::string& folder) {
     const bool isRoot = folder.size() <= 3 && folder.find(':') != std::string::npos;
     return folder.ends_with('\\') && !isRoot ? folder.substr(0, folder.size() - 1) : folder;
@@ -52,7 +53,7 @@ int CALLBACK PreselectFolder(HWND dialog, UINT event, LPARAM, LPARAM path) noexc
 }
 
 // The dialog or message box of this thread that takes input now: those below it are disabled. The system
-// hides the dialogs of a window that is minimized.
+// hides the dialogs of a minimized window.
 HWND UppermostDialog(HWND main) noexcept {
     struct Search {
         HWND main;
@@ -73,11 +74,11 @@ HWND UppermostDialog(HWND main) noexcept {
     return search.found;
 }
 
-// How often a dialog is asked to close before it is ended without its own cleaning up.
+// How often a dialog is asked to close before it is ended without its own clean-up.
 constexpr int AttemptsBeforeEnd = 20;
 
-// As the user would. A question without a Cancel button is answered with No, a mere message with OK; the
-// questions that newer systems draw themselves are told by a message of their own.
+// As the user would. A question without a Cancel button is answered with No, a message with OK; questions
+// that newer systems draw themselves have a message of their own.
 bool PressCancel(HWND dialog) noexcept {
     for (const int button : {IDCANCEL, IDNO, IDOK})
         if (const HWND control = GetDlgItem(dialog, button); control != nullptr)
@@ -127,7 +128,7 @@ std::string PromptsWin::RunSaveFileBox(const std::string& title, const std::stri
     dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
     dialog.Flags =
         OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
-    // Loaded when it is first needed: it would take a twentieth of the start.
+    // Loaded when first needed: it would take a twentieth of the start.
     const auto ask = SystemFunction<decltype(GetSaveFileNameA)>("comdlg32.dll", "GetSaveFileNameA");
     const auto lastError =
         SystemFunction<decltype(CommDlgExtendedError)>("comdlg32.dll", "CommDlgExtendedError");

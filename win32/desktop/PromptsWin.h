@@ -5,16 +5,16 @@
 
 namespace quarn {
 
-// The system's boxes, and an input box of our own. Each is owned by the main window, or by the box that is
-// open on top of it, and is top-most when the main window is.
+// The system's message boxes and dialogs, and an input box of our own. Each is owned by the main window, or
+// by the one that is open on top of it, and is topmost if the main window is.
 class PromptsWin final : public Prompts {
   public:
     explicit PromptsWin(const OwnerWindow& owner) noexcept : owner_(owner) {}
 
-    // Cancels the message box or dialog that waits for the user, one of the program's own or of the system;
-    // false when there is none. It is gone when the call that opened it returns. Where several are open on
-    // top of each other, one call cancels the uppermost. One that is still open at the next call is asked
-    // more urgently.
+    // Cancels the message box or dialog that waits for the user, the program's or the system's; false if
+    // there is none. It is closed when the call that opened it returns. If several are open on top of each
+    // other, one call cancels the uppermost. If one is still open at the next call, a stronger method is
+    // used.
     bool CancelOpenBox() noexcept;
 
     // A file or folder dialog of the system is open.

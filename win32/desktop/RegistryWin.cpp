@@ -8,12 +8,12 @@ namespace {
 
 constexpr DWORD LongestKeyName = 255;
 
-// The predefined keys are numbers that the system sign-extends where handles are wider than they are.
+// The predefined keys are numbers that the system sign-extends if handles are wider.
 HKEY RootKey(RegistryRoot root) noexcept {
     return reinterpret_cast<HKEY>(static_cast<LONG_PTR>(static_cast<LONG>(root)));
 }
 
-// Empty when the key cannot be opened.
+// Empty if the key cannot be opened.
 RegistryKey Open(RegistryRoot root, const std::string& key, REGSAM access) noexcept {
     RegistryKey opened;
     RegOpenKeyExA(RootKey(root), key.c_str(), 0, access, opened.Receive());
@@ -63,7 +63,7 @@ std::optional<std::string> RegistryWin::ReadValue(RegistryRoot root, const std::
 }
 
 std::string RegistryWin::Expanded(const std::string& text) const {
-    constexpr std::size_t SystemLimit = 32'767; // characters that the call takes
+    constexpr std::size_t SystemLimit = 32'767; // characters that the call accepts
     if (text.size() >= SystemLimit)
         return text;
     std::string expanded(ExpandEnvironmentStringsA(text.c_str(), nullptr, 0), '\0');

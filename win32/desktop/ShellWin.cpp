@@ -14,8 +14,7 @@ const char* OrNone(const std::string& text) noexcept {
     return text.empty() ? nullptr : text.c_str();
 }
 
-// Programs that watch the clipboard hold it for a moment after each change: so it is asked for more than
-// once.
+// Programs that watch the clipboard hold it for a moment after each change, so opening it is retried.
 class OpenedClipboard {
   public:
     explicit OpenedClipboard(HWND owner) {
@@ -55,7 +54,7 @@ void ShellWin::SetClipboardText(const std::string& text) {
     const OpenedClipboard clipboard(owner_.Main());
     if (!EmptyClipboard() || SetClipboardData(CF_TEXT, memory.Get()) == nullptr)
         throw RunTimeError(ErrorNumber::CannotOpenClipboard);
-    memory.Release(); // the clipboard's now
+    memory.Release(); // owned by the clipboard now
 }
 
 } // namespace quarn

@@ -68,14 +68,15 @@ bool SystemInformationWin::AlreadyRunning(const std::string& title) {
     const std::string name = "Local\\" + title;
     instanceMutex_.Reset(CreateMutexA(nullptr, FALSE, name.c_str()));
     const DWORD error = GetLastError();
-    // A mutex that exists but refuses us belongs to an instance with more rights.
+    // A mutex that exists but cannot be opened belongs to an instance with more rights.
     const bool running = error == ERROR_ALREADY_EXISTS || (!instanceMutex_ && error == ERROR_ACCESS_DENIED);
     if (running)
         instanceMutex_.Reset();
     return running;
 }
 
-// Only the program that the user works with may put a window in front, which is this one until it ends.
+// Only the program that the user works with, which is this one until it ends, may bring a window to the
+// front.
 void SystemInformationWin::ShowRunningInstance() {
     const HWND window = FindWindowA(MainWindowClass, nullptr);
     DWORD process = 0;

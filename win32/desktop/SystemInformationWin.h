@@ -14,7 +14,7 @@ class SystemInformationWin final : public SystemInformation {
     MemoryStatus Memory() const override;
     void InitCommonControls(std::uint32_t recordSize, std::uint32_t classes) override;
 
-    // Claims the title for this process, until the object ends, in the user's session.
+    // Claims the title for this process in the user's session, while the object exists.
     bool AlreadyRunning(const std::string& title) override;
     void ShowRunningInstance() override;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// The system as the program asks for it: one real service for each interface of the desktop, made and ended
-// together, on the user-interface thread.
+// The implementations of all desktop interfaces, created and destroyed together, on the user-interface
+// thread.
 
 #include "desktop/Desktop.h"
 #include "win32/ComApartment.h"
@@ -32,12 +32,13 @@ class WindowsDesktop {
     EventPumpWin& Events() noexcept { return events_; }
     PromptsWin& Prompts() noexcept { return prompts_; }
 
-    // The main window once it exists, null when it is gone: it owns the boxes and speaks for the program.
+    // The main window, null before it is created and after it is destroyed: it owns message boxes and
+    // dialogs.
     void SetMainWindow(HWND window) noexcept { owner_.SetMain(window); }
     const OwnerWindow& Owner() const noexcept { return owner_; }
 
   private:
-    ComApartment apartment_; // the shell's calls may want it
+    ComApartment apartment_; // the shell's calls may need it
     OwnerWindow owner_;
     ClockWin clock_;
     EventPumpWin events_;

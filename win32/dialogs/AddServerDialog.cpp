@@ -9,7 +9,7 @@ void AddServerDialog::OnInit() {
     form_.MessageChanged = [this] { SetItemText(ID_lblMessage, form_.lblMessage); };
 }
 
-// The default button, so Enter in a field comes here as well.
+// The default button; Enter in a field comes here as well.
 void AddServerDialog::OnOK() {
     form_.txtIP = ItemText(ID_txtIP);
     form_.txtPort = ItemText(ID_txtPort);

@@ -4,7 +4,7 @@
 
 namespace quarn {
 
-// A dialog that shows one of the program's forms, and that the form closes.
+// A dialog that shows one of the program's forms and that the form closes.
 class FormDialog : public Dialog {
   public:
     using Dialog::Dialog;

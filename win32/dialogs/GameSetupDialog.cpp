@@ -47,7 +47,7 @@ void GameSetupDialog::FillGameList() {
     }
     constexpr DWORD extended = LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP;
     SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, extended, extended);
-    // As wide as the list: with many games, without what the scroll bar takes.
+    // As wide as the list, without the scroll bar that many games cause.
     SendMessageA(list, LVM_SETCOLUMNWIDTH, 0, LVSCW_AUTOSIZE_USEHEADER);
     if (const int selected = SelectedGame(); selected >= 0)
         SelectGame(selected);
@@ -146,7 +146,7 @@ LRESULT GameSetupDialog::OnNotify(NMHDR& notification) {
         if ((change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0)
             GameSelected(change.iItem);
     } else if (notification.code == NM_CLICK || notification.code == NM_RCLICK) {
-        // A click beside the games takes the selection away; the fields still belong to a game.
+        // A click next to the games removes the selection; the fields still belong to a game.
         if (const int selected = SelectedGame(); selected >= 0)
             SelectGame(selected);
     }

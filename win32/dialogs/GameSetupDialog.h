@@ -33,7 +33,7 @@ class GameSetupDialog final : public FormDialog {
     frmGamSetup& form_;
     ToolTips toolTips_;
     Images images_;              // outlives the list, which does not own it
-    bool showingFields_ = false; // what the fields tell meanwhile is not the user's doing
+    bool showingFields_ = false; // changes reported meanwhile are not the user's
 };
 
 } // namespace quarn

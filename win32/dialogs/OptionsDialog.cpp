@@ -69,8 +69,8 @@ void OptionsDialog::AddTabs() {
     }
 }
 
-// Each page fills the room below the tabs, and is called as its tab is. In the order of the tab key they come
-// right after the tabs.
+// Each page fills the tab control's client area and has the tab's caption as its name. In the tab order the
+// pages follow the tab control.
 void OptionsDialog::AddPages() {
     const HWND tabs = Item(ID_sstOptions);
     RECT room{};
@@ -153,8 +153,8 @@ int OptionsDialog::ShownTab() const noexcept {
     return static_cast<int>(SendMessageA(Item(ID_sstOptions), TCM_GETCURSEL, 0, 0));
 }
 
-// Ctrl+Tab and Ctrl+Page Down show the next page, with Shift and with Page Up the one before. The focus goes
-// to the tabs: what had it may be hidden now.
+// Ctrl+Tab and Ctrl+Page Down show the next page, with Shift and Page Up the previous one. The focus moves to
+// the tabs, because the focused control may be hidden now.
 bool OptionsDialog::OnKeyDown(WPARAM key) {
     if (GetKeyState(VK_CONTROL) >= 0 || (key != VK_TAB && key != VK_NEXT && key != VK_PRIOR))
         return false;

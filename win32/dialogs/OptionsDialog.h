@@ -9,7 +9,7 @@
 
 namespace quarn {
 
-// What a tab of the Options dialog holds: a dialog within the dialog, for its frames and fields.
+// The content of a tab of the Options dialog: a dialog within the dialog, with its frames and fields.
 class OptionsPage final : public Dialog {
   public:
     explicit OptionsPage(const char* templateName) noexcept : Dialog(templateName) {}

@@ -9,7 +9,7 @@ void SetPasswordDialog::OnInit() {
     SetItemText(ID_txtPass, form_.txtPass);
 }
 
-// The default button, so Enter in the field comes here as well.
+// The default button; Enter in the field comes here as well.
 void SetPasswordDialog::OnOK() {
     form_.txtPass = ItemText(ID_txtPass);
     form_.cmdOK_Click();

@@ -595,6 +595,21 @@ TEST_F(ListViewControlTest, NotesTheWidthThatTheUserGivesAColumn) {
     EXPECT_EQ(model.columns[3].chosenWidth, 600);
 }
 
+TEST_F(ListViewControlTest, NotesTheWidthOfAColumnWhoseEdgeIsDragged) {
+    const auto header = reinterpret_cast<HWND>(SendMessageA(control.Handle(), LVM_GETHEADER, 0, 0));
+    RECT bounds{};
+    SendMessageA(header, HDM_GETITEMRECT, static_cast<WPARAM>(SubItem(2)), reinterpret_cast<LPARAM>(&bounds));
+    const auto mouse = [&](UINT message, LONG x) {
+        SendMessageA(header, message, MK_LBUTTON, MAKELPARAM(x, bounds.bottom / 2));
+    };
+    mouse(WM_LBUTTONDOWN, bounds.right - 1);
+    mouse(WM_MOUSEMOVE, bounds.right + 19);
+    mouse(WM_LBUTTONUP, bounds.right + 19);
+    EXPECT_EQ(model.columns[2].chosenWidth, 1500 + 20 * 15);
+    EXPECT_EQ(model.columns[1].chosenWidth, 0);
+    EXPECT_EQ(model.columns[3].chosenWidth, 0);
+}
+
 TEST_F(ListViewControlTest, KeepsColumnWidthsInInches) {
     control.ChangeDpi(Dpi(144));
     EXPECT_EQ(SendMessageA(control.Handle(), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItem(2)), 0), 150);
