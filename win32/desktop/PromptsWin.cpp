@@ -52,25 +52,28 @@ int CALLBACK PreselectFolder(HWND dialog, UINT event, LPARAM, LPARAM path) noexc
     return 0;
 }
 
+struct DialogSearch {
+    HWND main;
+    bool mainIsShown;
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK LookAt(HWND window, LPARAM parameter) noexcept {
+    auto& search = *reinterpret_cast<DialogSearch*>(parameter);
+    char name[16] = "";
+    GetClassNameA(window, name, sizeof name);
+    const bool isDialog = std::string_view(name) == "#32770" && window != search.main;
+    if (!isDialog || !IsWindowEnabled(window) || (search.mainIsShown && !IsWindowVisible(window)))
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
 // The dialog or message box of this thread that takes input now: those below it are disabled. The system
 // hides the dialogs of a minimized window.
 HWND UppermostDialog(HWND main) noexcept {
-    struct Search {
-        HWND main;
-        bool mainIsShown;
-        HWND found = nullptr;
-    } search{main, main != nullptr && IsWindowVisible(main) && !IsIconic(main)};
-    const auto look = [](HWND window, LPARAM parameter) -> BOOL {
-        auto& seen = *reinterpret_cast<Search*>(parameter);
-        char name[16] = "";
-        GetClassNameA(window, name, sizeof name);
-        const bool isDialog = std::string_view(name) == "#32770" && window != seen.main;
-        if (!isDialog || !IsWindowEnabled(window) || (seen.mainIsShown && !IsWindowVisible(window)))
-            return TRUE;
-        seen.found = window;
-        return FALSE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&search));
+    DialogSearch search{main, main != nullptr && IsWindowVisible(main) && !IsIconic(main)};
+    EnumThreadWindows(GetCurrentThreadId(), &LookAt, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
