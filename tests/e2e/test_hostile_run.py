@@ -40,7 +40,8 @@ def test_honest_rows_are_right_in_a_hostile_network(browse, game, at_once, repor
         memory.append(process.memory_megabytes())
         gaps.append(gap)
         report(
-            f"{game}, {at_once} at once, scan {number}: {listed} servers, {total / 1000:.1f} s, longest gap {gap} ms, "
+            f"{game}, {at_once} at once, scan {number}: {listed} servers, {total / 1000:.1f} s, "
+            f"longest gap {gap} ms, "
             f"{process.cpu_seconds() - cpu:.1f} s CPU, {memory[-1]:.1f} MB"
         )
 

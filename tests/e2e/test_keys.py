@@ -11,7 +11,10 @@ from test_lists import fetch, scan
 
 SERVERS = "".join(
     [" 5\r\n"]
-    + [f"127.0.0.{number};27960;--;Server {number};{number};0;8;osp;q3dm{number};0;;;\r\n" for number in range(1, 6)]
+    + [
+        f"127.0.0.{number};27960;--;Server {number};{number};0;8;osp;q3dm{number};0;;;\r\n"
+        for number in range(1, 6)
+    ]
 )
 
 
@@ -28,7 +31,9 @@ def quarn(folder, start):
     """A saved list of five servers."""
     place = folder()
     (place / "servers-q3.dat").write_text(SERVERS, newline="")
-    write_settings(place, 2, Favorites__Name1="Friends", Selection__LastSortColumn=2, Selection__LastSortOrder=0)
+    write_settings(
+        place, 2, Favorites__Name1="Friends", Selection__LastSortColumn=2, Selection__LastSortOrder=0
+    )
     quarn = start(place)
     quarn.wait_until_usable()
     quarn.wait_for_rows(5)

@@ -37,7 +37,7 @@ def print_table(rows):
 
 
 def scan_game(quarn, game, rows):
-    """Fetches a game's list from its master and queries every server. Returns the seconds that the queries took."""
+    """Gets a game's list from its master and queries every server. Returns the seconds of the queries."""
     quarn.click_tree("Games", game.name)
     quarn.wait_for_rows(0)
     quarn.renew()
