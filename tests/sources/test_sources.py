@@ -77,7 +77,7 @@ def test_a_folder_includes_only_folders_of_lower_floors(folder):
 
 
 # Units without a suite of their own name, and where they are tested: a part of a larger unit, a base class, or
-# code # that needs the running program.
+# code that needs the running program.
 TESTED_ELSEWHERE = {
     "win32/Dialog": "EveryDialogTest",
     "win32/DialogTemplate": "EveryDialogTest",
