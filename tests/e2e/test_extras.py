@@ -145,6 +145,8 @@ def test_the_search_box_narrows_the_list(run, others):
     quarn = run(**(others | {"SearchBox": 1}))
     hands = Keyboard(quarn)
     quarn.do("click-header", quarn.control("lvwServers"), NAME_COLUMN)
+    ascending = ["alpha one", "Bravo", "Charlie"]
+    wait_until(lambda: names(quarn) in (ascending, ascending[::-1]), "the rows are sorted")
     shown = names(quarn)
     hands.press("ctrl+f")
     hands.is_on("txtSearch")
@@ -207,32 +209,35 @@ def test_the_search_box_never_covers_a_button(run, dpi):
     assert quarn.close() == 0
 
 
-@pytest.mark.parametrize("natural", [0, 1])
-def test_players_sort_by_number_and_never_visited_first(run, natural):
-    quarn = run(NaturalSort=natural)
+def test_players_sort_by_number_and_never_visited_first(run):
+    quarn = run(NaturalSort=1)
     lists = quarn.control("lvwServers")
-    expected = ["Charlie", "alpha one", "Bravo"] if natural else names(quarn)
-    for _ in range(2):
-        quarn.do("click-header", lists, PLAYERS_COLUMN)
-        if names(quarn) == expected:
-            break
-    assert names(quarn) == expected
-    if natural:
-        for _ in range(2):
-            quarn.do("click-header", lists, VISIT_COLUMN)
-        assert names(quarn) in (["Bravo", "Charlie", "alpha one"], ["alpha one", "Charlie", "Bravo"])
+    by_number = ["Charlie", "alpha one", "Bravo"]
+
+    def click_and_wait(column, *orders):
+        quarn.do("click-header", lists, column)
+        wait_until(lambda: names(quarn) in orders, f"the rows are in one of the orders {orders}")
+        return names(quarn)
+
+    first = click_and_wait(PLAYERS_COLUMN, by_number, by_number[::-1])
+    click_and_wait(PLAYERS_COLUMN, first[::-1])
+    visited = ["Bravo", "Charlie", "alpha one"], ["alpha one", "Charlie", "Bravo"]
+    first = click_and_wait(VISIT_COLUMN, *visited)
+    click_and_wait(VISIT_COLUMN, *(order for order in visited if order != first))
     assert quarn.close() == 0
 
 
 @pytest.mark.parametrize("keep", [0, 1])
 def test_an_added_server_takes_its_place(run, keep):
     quarn = run(KeepSorted=keep)
-    for _ in range(2):
+    unsorted = [row.address for row in quarn.rows()]
+    ascending = sorted(unsorted)
+    quarn.do("click-header", quarn.control("lvwServers"), ADDRESS_COLUMN)
+    orders = [ascending, ascending[::-1]]
+    wait_until(lambda: [row.address for row in quarn.rows()] in orders, "the rows are sorted")
+    if [row.address for row in quarn.rows()] != ascending:
         quarn.do("click-header", quarn.control("lvwServers"), ADDRESS_COLUMN)
-        addresses = [row.address for row in quarn.rows()]
-        if addresses == sorted(addresses):
-            break
-    assert addresses == sorted(addresses)
+    wait_until(lambda: [row.address for row in quarn.rows()] == ascending, "the rows are in ascending order")
     quarn.choose("mnuServAdd")
     quarn.do.wait("*", "use", "Add Server")
     quarn.do("set-text", quarn.control("txtIP"), "127.0.0.4")
@@ -240,8 +245,8 @@ def test_an_added_server_takes_its_place(run, keep):
     quarn.do("press", "OK")
     quarn.do("use")
     quarn.wait_for_rows(4)
-    addresses = [row.address for row in quarn.rows()]
-    assert addresses.index("127.0.0.4:27960") == (1 if keep else 3)
+    place = 1 if keep else 3
+    wait_until(lambda: [row.address for row in quarn.rows()].index("127.0.0.4:27960") == place, "it is in its place")
     columns = quarn.do.table("columns", quarn.control("lvwServers"))
     assert bool(columns[ADDRESS_COLUMN][1]) == bool(keep), "the arrow stays with the order"
     quarn.answer("Add Server", "Cancel")

@@ -170,4 +170,4 @@ def test_its_pictures_fit_every_scale():
 
 
 def test_is_small(executable):
-    assert len(executable.content) <= 1_500_000
+    assert len(executable.content) <= 1_800_000

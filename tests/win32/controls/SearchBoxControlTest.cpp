@@ -13,7 +13,9 @@ namespace {
 class SearchBoxControlTest : public testing::Test {
   protected:
     SearchBoxControlTest() {
-        model = {.name = "Search servers", .cue = "Search", .visible = false};
+        model.name = "Search servers";
+        model.cue = "Search";
+        model.visible = false;
         control.Create(host.Handle(), 7);
         control.SetLook(Dpi(96), font.Get());
         control.Changed = [this] { ++changes; };

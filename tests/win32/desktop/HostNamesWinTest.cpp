@@ -71,8 +71,10 @@ class HostNamesWinWatchedTest : public ::testing::Test {
     // Finds 10.0.200.255 and tells so at once.
     static HANDLE WSAAPI Ask(HWND window, u_int message, const char* name, char* buffer, int) {
         calls.push_back(std::string("ask for ") + name);
-        if (!canAsk)
+        if (!canAsk) {
+            WSASetLastError(WSAENOBUFS);
             return nullptr;
+        }
         auto* const answer = reinterpret_cast<hostent*>(buffer);
         auto* const list = reinterpret_cast<char**>(buffer + sizeof(hostent));
         char* const address = reinterpret_cast<char*>(list + 2);
