@@ -32,8 +32,7 @@ def three_games(gamenet, folder, start, tmp_path):
         quarn.wait_for_rows(len(listed(network, short)))
         favorites.append(network.servers_of(short)[1])
         address = favorites[-1].address
-        row = [row.address for row in quarn.rows()].index(address) + 1
-        quarn.click_row(row)
+        quarn.click_row(row_of(quarn, favorites[-1]))
         quarn.choose("mnuServAddToFavorites1")
         noted = f"{address}={short}\r\n".encode()
         file = place / "Favorites.ini"
@@ -46,8 +45,13 @@ def show_folder(quarn):
     quarn.wait_for_rows(3)
 
 
+# Another list of the same length may still be shown.
 def row_of(quarn, server):
-    return [row.address for row in quarn.rows()].index(server.address) + 1
+    def addresses():
+        return [row.address for row in quarn.rows()]
+
+    wait_until(lambda: server.address in addresses(), "the server is listed")
+    return addresses().index(server.address) + 1
 
 
 def join_each(quarn, favorites, games):
