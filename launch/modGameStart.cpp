@@ -45,7 +45,7 @@ std::string GetGameExePath(const ProgramState& program, const Desktop& desktop, 
     return FileExists(desktop.files, candidate) ? candidate : std::string();
 }
 
-bool StartGame(ProgramState& program, Desktop& desktop, ServerRecord server, bool asSpectator) {
+bool StartGame(ProgramState& program, Desktop& desktop, const ServerRecord& server, bool asSpectator) {
     const std::int32_t game = GameIndexOf(program, server);
     const std::string exe =
         game == 0 ? std::string()
@@ -60,6 +60,7 @@ bool StartGame(ProgramState& program, Desktop& desktop, ServerRecord server, boo
     request.folder = program.GamePath[game];
     request.show = ShowState::Show;
     const std::string line = ServerLine(server);
+    // Events may run from here on, and the record may change.
     Trapped(*program.AppLog, "modGameStart", "StartGame", OnError::Log,
             [&] { desktop.files.Write(ServerFile, line); });
     desktop.shell.Open(request);

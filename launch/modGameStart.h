@@ -20,8 +20,7 @@ std::string GameParameters(const ProgramState& program, const ServerRecord& serv
 // Starts the server's game: writes "server.txt" into the current directory, one line with the server's name
 // and address, and asks the shell to start the game's executable with the command line of its engine. False,
 // after a message, if the executable was not found; the shell's result is not examined. A file that
-// cannot be written is only logged; other errors are left to the caller. The server is a copy, because events
-// may run meanwhile.
-bool StartGame(ProgramState& program, Desktop& desktop, ServerRecord server, bool asSpectator);
+// cannot be written is only logged; other errors are left to the caller.
+bool StartGame(ProgramState& program, Desktop& desktop, const ServerRecord& server, bool asSpectator);
 
 } // namespace quarn

@@ -24,9 +24,8 @@ bool ServerSearch::Finds(const ServerRecord& server) const {
 }
 
 bool ServerSearch::IsIn(std::string_view text) const {
-    const auto found = std::search(text.begin(), text.end(), sought_.begin(), sought_.end(),
-                                   [this](char a, char b) { return Folded(a) == b; });
-    return found != text.end();
+    const auto isSame = [this](char a, char b) { return Folded(a) == b; };
+    return !std::ranges::search(text, sought_, isSame).empty();
 }
 
 } // namespace quarn

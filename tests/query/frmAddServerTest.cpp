@@ -2,6 +2,8 @@
 
 #include "tests/fakes/ProgramTest.h"
 
+#include <gmock/gmock.h>
+
 namespace quarn {
 namespace {
 

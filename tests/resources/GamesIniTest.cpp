@@ -86,7 +86,7 @@ TEST_P(GamesIniGameTest, GetsItsListFromAMasterOfItsKind) {
     EXPECT_EQ(browser.Column(AddressColumn), listed);
 }
 
-INSTANTIATE_TEST_SUITE_P(, GamesIniGameTest, ::testing::ValuesIn(Masters),
+INSTANTIATE_TEST_SUITE_P(Shipped, GamesIniGameTest, ::testing::ValuesIn(Masters),
                          [](const auto& game) { return game.param.gameShort; });
 
 TEST(GamesIniStrictMasterTest, RefusesRequestsForOtherServers) {

@@ -379,16 +379,18 @@ TEST_F(GamesTreeTest, ShowsNothingThatTheKeyboardHasLeftBefore) {
         void (*leave)(HeadlessBrowser& b);
         const char* shown;
     };
-    for (const Case& c :
-         {Case{"onto a folder",
-               [](HeadlessBrowser& b) {
-                   b.Controls().trvGames.Select("games");
-                   b.Form().tree.trvGames_SelectedByKeyboard("games");
-               },
-               "q3"},
-          Case{"by a click", [](HeadlessBrowser& b) { b.ClickNode("hl"); }, "hl"},
-          Case{"by the right button", [](HeadlessBrowser& b) { b.Controls().trvGames.Select("hl"); }, "q3"},
-          Case{"with the program", [](HeadlessBrowser& b) { b.Form().Unload(); }, "q3"}}) {
+    const Case cases[] = {
+        {"onto a folder",
+         [](HeadlessBrowser& b) {
+             b.Controls().trvGames.Select("games");
+             b.Form().tree.trvGames_SelectedByKeyboard("games");
+         },
+         "q3"},
+        {"by a click", [](HeadlessBrowser& b) { b.ClickNode("hl"); }, "hl"},
+        {"by the right button", [](HeadlessBrowser& b) { b.Controls().trvGames.Select("hl"); }, "q3"},
+        {"with the program", [](HeadlessBrowser& b) { b.Form().Unload(); }, "q3"},
+    };
+    for (const Case& c : cases) {
         HeadlessBrowser other;
         ASSERT_TRUE(other.Start());
         other.Controls().trvGames.Select("d3");
