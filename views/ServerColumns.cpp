@@ -8,9 +8,7 @@ namespace {
 
 using TextOf = std::string (*)(const ServerRecord& server, const LocaleText& locale);
 
-// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): the order of the fields is that of the table's
-// rows
-struct ColumnRow {
+struct ColumnRow { // NOLINT(clang-analyzer-optin.performance.Padding): in the order of the rows
     const char* header;
     const char* sortType;
     std::int32_t width; // twips

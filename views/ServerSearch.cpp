@@ -24,8 +24,11 @@ bool ServerSearch::Finds(const ServerRecord& server) const {
 }
 
 bool ServerSearch::IsIn(std::string_view text) const {
-    const auto isSame = [this](char a, char b) { return Folded(a) == b; };
-    return !std::ranges::search(text, sought_, isSame).empty();
+    const auto isSame = [this](char sought, char character) { return sought == Folded(character); };
+    for (; text.size() >= sought_.size(); text.remove_prefix(1))
+        if (std::equal(sought_.begin(), sought_.end(), text.begin(), isSame))
+            return true;
+    return false;
 }
 
 } // namespace quarn

@@ -86,18 +86,14 @@ bool MessageWindow::OthersWait() noexcept {
 }
 
 void MessageWindow::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_TIMER && wParam == ParkingTimer) {
+    if (message == WM_TIMER && wParam == ParkingTimer)
+        return RunParked();
+    const bool isOfOwnLoop = message != WM_TIMER && IsOfOwnLoop(window_.Get(), message);
+    if (isOfOwnLoop)
         RunParked();
-    } else if (message == WM_TIMER) {
-        handler_(message, wParam, lParam);
-    } else if (IsOfOwnLoop(window_.Get(), message)) {
-        RunParked();
-        handler_(message, wParam, lParam);
-    } else if (parkingWindows_ > 0 || OthersWait()) {
-        Park({message, wParam, lParam});
-    } else {
-        handler_(message, wParam, lParam);
-    }
+    else if (message != WM_TIMER && (parkingWindows_ > 0 || OthersWait()))
+        return Park({message, wParam, lParam});
+    handler_(message, wParam, lParam);
 }
 
 void MessageWindow::Park(const Parked& message) {

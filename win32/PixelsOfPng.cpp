@@ -27,7 +27,8 @@ ComPointer<IWICFormatConverter> FirstFrame(std::string_view file) {
     ComPointer<IWICBitmapDecoder> decoder;
     ComPointer<IWICBitmapFrameDecode> frame;
     ComPointer<IWICFormatConverter> converter;
-    BYTE* const bytes = reinterpret_cast<BYTE*>(const_cast<char*>(file.data())); // only read
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): it is only read.
+    BYTE* const bytes = reinterpret_cast<BYTE*>(const_cast<char*>(file.data()));
     const bool done = SUCCEEDED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                                                  __uuidof(IWICImagingFactory),
                                                  reinterpret_cast<void**>(factory.Receive()))) &&

@@ -183,7 +183,8 @@ void ListViewControl::ShowCutCell(LPARAM position) {
     std::string text;
     if (row >= 1 && IsShown(row, column)) {
         cell = CellBounds(row, hit.iSubItem);
-        text = std::as_const(model_).Cell(row, column).text.c_str(); // to a NUL, as the cell shows it
+        // NOLINTNEXTLINE(readability-redundant-string-cstr): up to a NUL, as the cell shows it.
+        text = std::as_const(model_).Cell(row, column).text.c_str();
         RECT inner{};
         GetClientRect(Handle(), &inner);
         const auto width = static_cast<int>(Send(LVM_GETSTRINGWIDTHA, 0, text.c_str()));
