@@ -246,7 +246,9 @@ def test_an_added_server_takes_its_place(run, keep):
     quarn.do("use")
     quarn.wait_for_rows(4)
     place = 1 if keep else 3
-    wait_until(lambda: [row.address for row in quarn.rows()].index("127.0.0.4:27960") == place, "it is in its place")
+    wait_until(
+        lambda: [row.address for row in quarn.rows()].index("127.0.0.4:27960") == place, "it is in its place"
+    )
     columns = quarn.do.table("columns", quarn.control("lvwServers"))
     assert bool(columns[ADDRESS_COLUMN][1]) == bool(keep), "the arrow stays with the order"
     quarn.answer("Add Server", "Cancel")
