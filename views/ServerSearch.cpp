@@ -23,12 +23,9 @@ bool ServerSearch::Finds(const ServerRecord& server) const {
     return false;
 }
 
-bool ServerSearch::IsIn(std::string_view text) const {
-    const auto isSame = [this](char sought, char character) { return sought == Folded(character); };
-    for (; text.size() >= sought_.size(); text.remove_prefix(1))
-        if (std::equal(sought_.begin(), sought_.end(), text.begin(), isSame))
-            return true;
-    return false;
+bool ServerSearch::IsIn(const std::string& text) const {
+    const auto isSame = [this](char character, char sought) { return Folded(character) == sought; };
+    return std::search(text.begin(), text.end(), sought_.begin(), sought_.end(), isSame) != text.end();
 }
 
 } // namespace quarn

@@ -26,7 +26,7 @@ class ServerSearch {
     bool Finds(const ServerRecord& server) const;
 
   private:
-    bool IsIn(std::string_view text) const;
+    bool IsIn(const std::string& text) const;
     char Folded(char character) const noexcept { return lowerCase_[static_cast<unsigned char>(character)]; }
 
     std::string text_;   // as typed

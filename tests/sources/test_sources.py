@@ -92,7 +92,6 @@ TESTED_ELSEWHERE = {
     "win32/WinMain": "tests/e2e/test_start.py",
     "win32/controls/Control": "ListViewControlTest",
     "win32/controls/ListViewControlEvents": "ListViewControlTest",
-    "win32/controls/ListViewControlPainting": "ListViewControlTest",
     "win32/desktop/Patience": "FilesWinTest",
     "win32/dialogs/ModalFormsWin": "EveryDialogTest",
 }

@@ -1,6 +1,7 @@
 // The tree: what it shows, its filters and its folders.
 
 #include "views/GamesTree.h"
+#include "tests/views/TreeTest.h"
 
 #include "tests/fakes/HeadlessBrowser.h"
 
@@ -15,24 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class GamesTreeTest : public ::testing::Test {
-  protected:
-    void Definitions(const std::string& text) { browser.fake.files.Put("C:\\Quarn\\Games.ini", text); }
-    TreeView& Tree() { return browser.Controls().trvGames; }
-    GamesTree& Form() { return browser.Form().tree; }
-    std::int32_t Saves(const std::string& list) {
-        return browser.fake.files.Writes(HeadlessBrowser::PathOf(list));
-    }
-    std::vector<std::string> Checked() {
-        std::vector<std::string> checked;
-        for (const char* key : {"fltkey", "png20", "png50", "png100"})
-            if (Tree().Node(key).image == "checked")
-                checked.push_back(key);
-        return checked;
-    }
-
-    HeadlessBrowser browser;
-};
+class GamesTreeTest : public TreeTest {};
 
 TEST_F(GamesTreeTest, BeginsWithItsFixedNodes) {
     ASSERT_TRUE(browser.Start());
@@ -336,121 +320,6 @@ TEST_F(GamesTreeTest, ShowsAnErrorForAMalformedPingLimit) {
 }
 
 // The keyboard's selection shows a list where it rests.
-TEST_F(GamesTreeTest, ShowsTheListOnWhichTheKeyboardRests) {
-    ASSERT_TRUE(browser.Start());
-    const auto moveTo = [&](const char* key) {
-        Tree().Select(key);
-        Form().trvGames_SelectedByKeyboard(key);
-    };
-    moveTo("d3");
-    browser.fake.events.RunFor(200);
-    moveTo("hl");
-    browser.fake.events.RunFor(200);
-    moveTo("fav1");
-    browser.fake.events.RunFor(249);
-    EXPECT_EQ(browser.program.CurrentGame, "q3");
-    EXPECT_EQ(Saves("q3"), 0);
-    browser.fake.events.RunFor(1);
-    EXPECT_EQ(browser.program.CurrentGame, "fav1");
-    EXPECT_EQ(Saves("q3"), 1);
-    EXPECT_EQ(Saves("d3"), 0);
-    browser.fake.events.RunFor(1000);
-    EXPECT_EQ(Saves("fav1"), 0) << "once";
-}
-
-TEST_F(GamesTreeTest, ShowsNoListAndSwitchesNoFilterForAKeyThatMovesOntoAFolderOrFilter) {
-    ASSERT_TRUE(browser.Start());
-    for (const char* key : {"games", "favorites", "filters", "fltkey", "fltping", "png20", "q3"}) {
-        Tree().Select(key);
-        Form().trvGames_SelectedByKeyboard(key);
-        browser.fake.events.RunFor(1000);
-        EXPECT_EQ(browser.program.CurrentGame, "q3") << key;
-        EXPECT_EQ(browser.program.FilterLocked, 0) << key;
-        EXPECT_EQ(browser.program.FilterPing, 0) << key;
-    }
-    EXPECT_EQ(Saves("q3"), 0);
-    browser.ClickNode("games"); // Space, Enter and a click do
-    EXPECT_EQ(browser.program.CurrentGame, "games");
-}
-
-TEST_F(GamesTreeTest, ShowsNothingThatTheKeyboardHasLeftBefore) {
-    struct Case {
-        const char* name;
-        void (*leave)(HeadlessBrowser& b);
-        const char* shown;
-    };
-    const Case cases[] = {
-        {"onto a folder",
-         [](HeadlessBrowser& b) {
-             b.Controls().trvGames.Select("games");
-             b.Form().tree.trvGames_SelectedByKeyboard("games");
-         },
-         "q3"},
-        {"by a click", [](HeadlessBrowser& b) { b.ClickNode("hl"); }, "hl"},
-        {"by the right button", [](HeadlessBrowser& b) { b.Controls().trvGames.Select("hl"); }, "q3"},
-        {"with the program", [](HeadlessBrowser& b) { b.Form().Unload(); }, "q3"},
-    };
-    for (const Case& c : cases) {
-        HeadlessBrowser other;
-        ASSERT_TRUE(other.Start());
-        other.Controls().trvGames.Select("d3");
-        other.Form().tree.trvGames_SelectedByKeyboard("d3");
-        c.leave(other);
-        other.fake.events.RunFor(1000);
-        EXPECT_EQ(other.program.CurrentGame, c.shown) << c.name;
-    }
-}
-
-TEST_F(GamesTreeTest, WaitsForADialogBeforeItShowsWhereTheKeyboardRests) {
-    ASSERT_TRUE(browser.Start());
-    Tree().Select("d3");
-    Form().trvGames_SelectedByKeyboard("d3");
-    browser.dialogs.inAddServer = [&](frmAddServer&) {
-        browser.fake.events.RunFor(5000);
-        EXPECT_EQ(browser.program.CurrentGame, "q3");
-    };
-    browser.Form().dialogs.mnuServAdd_Click();
-    browser.fake.events.RunFor(250);
-    EXPECT_EQ(browser.program.CurrentGame, "d3");
-}
-
-TEST_F(GamesTreeTest, ShowsInBoldWhoseListIsShown) {
-    ASSERT_TRUE(browser.Start());
-    const auto bold = [&] {
-        std::vector<std::string> keys;
-        for (std::int32_t position = 1; position <= Tree().Count(); ++position)
-            if (Tree().At(position).bold)
-                keys.push_back(Tree().At(position).key);
-        return keys;
-    };
-    EXPECT_THAT(bold(), ElementsAre("q3"));
-    for (const char* key : {"mod2", "d3", "fav1", "games"}) {
-        browser.ClickNode(key);
-        EXPECT_THAT(bold(), ElementsAre(key));
-        Tree().Select("hl");
-        browser.ClickNode("png50");
-        Form().RefreshTreeView();
-        EXPECT_THAT(bold(), ElementsAre(key));
-    }
-    browser.ClickNode("d3");
-    browser.program.GameVisible[2] = 0;
-    Form().RefreshTreeView();
-    EXPECT_THAT(bold(), IsEmpty());
-}
-
-TEST_F(GamesTreeTest, BringsTheFirstRowIntoViewAfterEveryListing) {
-    browser.PutList("q3", HeadlessBrowser::Addresses(3));
-    browser.PutList("d3", HeadlessBrowser::Addresses(2));
-    ASSERT_TRUE(browser.Start());
-    for (const char* key : {"d3", "fltkey", "png100", "fltping", "q3"}) {
-        browser.Controls().lvwServers.TakeChanges();
-        browser.ClickNode(key);
-        EXPECT_EQ(browser.Controls().lvwServers.TakeChanges().ensureVisible, 1) << key;
-    }
-    browser.ClickNode("hl"); // empty
-    EXPECT_EQ(browser.Controls().lvwServers.TakeChanges().ensureVisible, 0);
-}
-
 TEST_F(GamesTreeTest, RenamesTheFolderThatWasMeant) {
     ASSERT_TRUE(browser.Start());
     browser.fake.prompts.textAnswers = {"Old friends"};

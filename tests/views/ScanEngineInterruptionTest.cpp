@@ -12,16 +12,7 @@ using ::testing::SizeIs;
 
 constexpr const char* Aborted = "Scanning aborted by user.";
 
-class ScanEngineInterruptionTest : public ScanTest {
-  protected:
-    // Runs an action while this server is queried, before its answer.
-    void During(std::int32_t number, std::function<void()> action) {
-        browser.network.whenAsked = [this, number, action = std::move(action)](const std::string& address) {
-            if (address == Address(number))
-                browser.In(Latency / 2, action);
-        };
-    }
-};
+class ScanEngineInterruptionTest : public ScanTest {};
 
 TEST_F(ScanEngineInterruptionTest, StopsAfterTheCurrentServer) {
     StartWith(5);

@@ -54,6 +54,14 @@ class ScanTest : public ::testing::Test {
         return gamenet::ServerReply(server.family, server.status, request).value();
     }
 
+    // Runs an action while this server is queried, before its answer.
+    void During(std::int32_t number, std::function<void()> action) {
+        browser.network.whenAsked = [this, number, action = std::move(action)](const std::string& address) {
+            if (address == Address(number))
+                browser.In(Latency / 2, action);
+        };
+    }
+
     // Numbers of the servers queried so far.
     std::vector<std::int32_t> Asked() const {
         std::vector<std::int32_t> numbers;

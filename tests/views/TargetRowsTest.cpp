@@ -17,13 +17,6 @@ class TargetRowsTest : public ScanTest {
         browser.fake.files.Put("C:\\Arena\\arena.exe", "");
     }
 
-    // Something that happens while this server is being queried, before its answer.
-    void During(std::int32_t number, std::function<void()> action) {
-        browser.network.whenAsked = [this, number, action = std::move(action)](const std::string& address) {
-            if (address == Address(number))
-                browser.In(Latency / 2, action);
-        };
-    }
     std::string FolderFile() { return browser.fake.files.Get(HeadlessBrowser::PathOf("fav1")); }
     std::vector<std::string> ShownAddresses() { return browser.Column(AddressColumn); }
 };

@@ -37,6 +37,8 @@ TEST(ToolbarButtonsTest, RunTheirCommands) {
     EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
     browser.Form().tbMain_ButtonClick("favorites");
     EXPECT_THAT(browser.window.poppedUp, ElementsAre(PopupMenu::AddToFavorites));
+    browser.Form().tbMain_ButtonClick("stop");
+    EXPECT_FALSE(browser.Form().scan.ScanAborted); // no scan runs
     for (const char* key : {"", "Stop", "nothing", "refreshal"})
         browser.Form().tbMain_ButtonClick(key);
     EXPECT_THAT(browser.sckServer.sent, IsEmpty());

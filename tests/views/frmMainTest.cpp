@@ -395,28 +395,5 @@ TEST_F(frmMainTest, ShowsErrorsWhileItLoadsAndContinues) {
     EXPECT_EQ(browser.window.destroyCalls, 1);
 }
 
-TEST_F(frmMainTest, RoutesItsToolbarButtons) {
-    browser.PutList("q3", HeadlessBrowser::Addresses(1));
-    ASSERT_TRUE(browser.Start());
-    browser.fake.prompts.yesNoAnswers = {false};
-    browser.Form().tbMain_ButtonClick("querymaster");
-    EXPECT_THAT(browser.fake.prompts.shown, SizeIs(1));
-    browser.Form().tbMain_ButtonClick("favorites");
-    EXPECT_THAT(browser.window.poppedUp, ElementsAre(PopupMenu::AddToFavorites));
-    browser.Form().tbMain_ButtonClick("stop");
-    EXPECT_FALSE(browser.Form().scan.ScanAborted); // no scan runs
-    for (const char* key : {"", "Stop", "nothing", "refreshal"})
-        browser.Form().tbMain_ButtonClick(key);
-    EXPECT_THAT(browser.sckServer.sent, IsEmpty());
-    browser.Form().tbMain_ButtonClick("refreshall");
-    EXPECT_THAT(browser.sckServer.sent, SizeIs(1));
-    browser.SelectRows({1});
-    browser.Form().tbMain_ButtonClick("refresh");
-    EXPECT_THAT(browser.sckServer.sent, SizeIs(2));
-    browser.In(1, [&] { browser.Form().tbMain_ButtonClick("stop"); });
-    browser.RefreshAll();
-    EXPECT_EQ(browser.Message(), "Scanning aborted by user.");
-}
-
 } // namespace
 } // namespace quarn

@@ -1,4 +1,5 @@
 #include "win32/MainWindow.h"
+#include "tests/win32/ShownWindowTest.h"
 
 #include "query/clsIPLocation.h"
 #include "support/clsAppLog.h"
@@ -18,91 +19,7 @@
 namespace quarn {
 namespace {
 
-// The real window with its own folder and one game.
-class MainWindowTest : public testing::Test {
-  protected:
-    MainWindowTest() {
-        program.AppPath = folder.Path() + "\\";
-        program.AppLog = std::make_unique<clsAppLog>(desktop.Interfaces(), program.AppPath);
-        program.IPLocation =
-            std::make_unique<clsIPLocation>(desktop.Interfaces().files, program.AppPath + "countryip.dat");
-
-        ResetGames(program, 1);
-        program.Games[1].GameShort = "q3";
-        program.Games[1].Description = "Quake III Arena";
-        program.Games[1].Engine = "q3";
-        program.GameVisible[1] = 1;
-        program.LastGame = 9; // the game's node
-        program.MinToTray = 0;
-        program.FavoriteNames[1] = "Friends & Foes";
-        program.FavoriteNames[2] = "-";
-
-        window = std::make_unique<MainWindow>(program, desktop);
-        window->Show();
-        RunPendingEvents();
-    }
-
-    void RunPendingEvents() {
-        MSG message;
-        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT) {
-            TranslateMessage(&message);
-            DispatchMessageA(&message);
-        }
-        quit = quit || message.message == WM_QUIT;
-        window->FlushModels();
-    }
-
-    bool IsGoneSoon();
-
-    // Lists servers of 10.0.0.0/8; row and record n is 10.0.0.n, port n.
-    void ListServers(std::int32_t count) {
-        for (std::int32_t n = 1; n <= count; ++n)
-            window->Form().servers.AddServer("10.0.0." + std::to_string(n), std::to_string(n));
-        window->FlushModels();
-    }
-    std::vector<std::string> Addresses() {
-        std::vector<std::string> addresses;
-        const ListView& list = Models().lvwServers;
-        for (std::int32_t row = 1; row <= list.RowCount(); ++row)
-            addresses.push_back(list.Cell(row, AddressColumn + 1).text);
-        return addresses;
-    }
-
-    // A key in a control, through the program's own message loop.
-    void PressKey(int control, WPARAM key, LPARAM flags = 1) {
-        PostMessageA(Control(control), WM_KEYDOWN, key, flags);
-        for (MSG pending; PeekMessageA(&pending, nullptr, 0, 0, PM_NOREMOVE);)
-            desktop.Events().WaitForEvent();
-        window->FlushModels();
-    }
-    static constexpr LPARAM Repeated = 1 | LPARAM{1} << 30;
-
-    HWND Control(int id) const { return GetDlgItem(window->Handle(), id); }
-    MainControls& Models() { return window->Form().controls; }
-
-    RECT BoundsOf(int id) const {
-        RECT bounds{};
-        GetWindowRect(Control(id), &bounds);
-        MapWindowPoints(nullptr, window->Handle(), reinterpret_cast<POINT*>(&bounds), 2);
-        return bounds;
-    }
-
-    std::string CaptionOf(UINT id) const {
-        char caption[100] = "";
-        GetMenuStringA(GetMenu(window->Handle()), id, caption, sizeof caption, MF_BYCOMMAND);
-        return caption;
-    }
-
-    bool IsEnabled(UINT id) const {
-        return (GetMenuState(GetMenu(window->Handle()), id, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED)) == 0;
-    }
-
-    TemporaryFolder folder;
-    ProgramState program;
-    WindowsDesktop desktop;
-    std::unique_ptr<MainWindow> window;
-    bool quit = false;
-};
+class MainWindowTest : public ShownWindowTest {};
 
 TEST_F(MainWindowTest, ShowsItsCaptionAndAllItsControls) {
     char caption[100] = "";
@@ -401,17 +318,6 @@ TEST_F(MainWindowTest, EndsTheProgramWhenItIsClosed) {
     EXPECT_TRUE(quit);
 }
 
-// Runs events until the window is gone; the end of the program is noted.
-bool MainWindowTest::IsGoneSoon() {
-    const bool isGone = PumpUntil([this] {
-        MSG end;
-        quit = quit || PeekMessageA(&end, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE);
-        return window->Handle() == nullptr;
-    });
-    RunPendingEvents();
-    return isGone;
-}
-
 TEST_F(MainWindowTest, ClosesABoxThatIsOpenBeforeItself) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     const bool answer = desktop.Prompts().AskYesNo("Are you sure you want to proceed?", "Clear server list");
@@ -483,133 +389,6 @@ TEST_F(MainWindowTest, FlushesNothingAfterItsEnd) {
     Models().lvwServers.Add();
     window->FlushModels();
     EXPECT_EQ(desktop.Events().updateWindows, nullptr);
-}
-
-// Pop-up menus are recorded instead of opened, and the test sets the position of the mouse.
-class MainWindowMenusTest : public MainWindowTest {
-  protected:
-    struct PopUp {
-        int firstCommand;
-        POINT at;
-    };
-
-    MainWindowMenusTest() {
-        popUps.clear();
-        chosen = 0;
-        whileOpen = nullptr;
-        mouse = {321, 234};
-        Models().lvwServers.Add();
-        window->FlushModels();
-    }
-
-    static BOOL WINAPI Note(HMENU menu, UINT flags, int x, int y, HWND, LPTPMPARAMS) {
-        EXPECT_EQ(flags & (TPM_CENTERALIGN | TPM_RIGHTALIGN | TPM_VCENTERALIGN | TPM_BOTTOMALIGN), 0U);
-        EXPECT_NE(flags & TPM_RETURNCMD, 0U);
-        EXPECT_EQ(flags & TPM_RIGHTBUTTON, 0U) << "the release of the button that opened it would choose";
-        popUps.push_back({static_cast<int>(GetMenuItemID(menu, 0)), {x, y}});
-        if (whileOpen)
-            whileOpen();
-        return chosen;
-    }
-    static BOOL WINAPI TellMouse(POINT* position) {
-        *position = mouse;
-        return TRUE;
-    }
-
-    // The release is posted first, because controls wait for it inside the press.
-    void Press(HWND control, UINT press, UINT release, LPARAM position) {
-        PostMessageA(control, press, 0, position);
-        if (release != 0)
-            PostMessageA(control, release, 0, position);
-        RunPendingEvents();
-    }
-    void ExpectOnePopUp(int firstCommand, POINT at) {
-        ASSERT_EQ(popUps.size(), 1U);
-        EXPECT_EQ(popUps[0].firstCommand, firstCommand);
-        EXPECT_EQ(popUps[0].at.x, at.x);
-        EXPECT_EQ(popUps[0].at.y, at.y);
-    }
-
-    static constexpr LPARAM OnTheFirstLine = MAKELPARAM(60, 8);
-    static constexpr LPARAM OnTheFirstRow = MAKELPARAM(60, 30); // below the headers
-
-    inline static std::vector<PopUp> popUps;
-    inline static POINT mouse;
-    inline static int chosen; // the entry, 0: none
-    inline static std::function<void()> whileOpen;
-
-  private:
-    ReplacedImport trackPopupMenu_{&TrackPopupMenuEx, &Note};
-    ReplacedImport getCursorPos_{&GetCursorPos, &TellMouse};
-};
-
-TEST_F(MainWindowMenusTest, OpensTheServerMenuAtTheMouseWhenTheRightButtonGoesDown) {
-    Press(Control(ID_lvwServers), WM_RBUTTONDOWN, 0, OnTheFirstRow);
-    ExpectOnePopUp(ID_mnuServConnectPlay, mouse);
-}
-
-TEST_F(MainWindowMenusTest, OpensTheTreesMenuAtTheMouseWhenTheRightButtonComesUp) {
-    Press(Control(ID_trvGames), WM_RBUTTONDOWN, WM_RBUTTONUP, OnTheFirstLine);
-    ExpectOnePopUp(ID_mnuTreeRename, mouse);
-}
-
-TEST_F(MainWindowMenusTest, OpensNoMenuForTheOtherButtons) {
-    for (const auto& [press, release] : {std::pair{WM_LBUTTONDOWN, WM_LBUTTONUP},
-                                         {WM_MBUTTONDOWN, WM_MBUTTONUP},
-                                         {WM_XBUTTONDOWN, WM_XBUTTONUP}}) {
-        Press(Control(ID_lvwServers), press, release, OnTheFirstRow);
-        EXPECT_TRUE(Models().mnuServer.enabled);
-    }
-    Press(Control(ID_trvGames), WM_MBUTTONDOWN, WM_MBUTTONUP, OnTheFirstLine);
-    Press(Control(ID_trvGames), WM_XBUTTONDOWN, WM_XBUTTONUP, OnTheFirstLine);
-    Press(Control(ID_trvGames), WM_LBUTTONDOWN, WM_LBUTTONUP, OnTheFirstLine);
-    EXPECT_TRUE(popUps.empty());
-}
-
-TEST_F(MainWindowMenusTest, ItsEntryActsOnTheRowForWhichItOpened) {
-    Models().lvwServers.Clear();
-    ListServers(4);
-    whileOpen = [&] { Models().lvwServers.SelectOnly(4); };
-    chosen = ID_mnuServDelete;
-    Press(Control(ID_lvwServers), WM_RBUTTONDOWN, 0, OnTheFirstRow);
-    RunPendingEvents();
-    EXPECT_EQ(Addresses(), (std::vector<std::string>{"10.0.0.2:2", "10.0.0.3:3", "10.0.0.4:4"}));
-}
-
-TEST_F(MainWindowMenusTest, TheFavoritesOfTheToolbarGetTheRowForWhichTheyOpened) {
-    Models().lvwServers.Clear();
-    ListServers(4);
-    Models().lvwServers.SelectOnly(2);
-    whileOpen = [&] { Models().lvwServers.SelectOnly(4); };
-    chosen = ID_mnuServAddToFavorites1;
-    window->Form().tbMain_ButtonClick("favorites");
-    RunPendingEvents();
-    const std::string list = program.AppPath + "servers-fav1.dat";
-    EXPECT_NE(desktop.Interfaces().files.Read(list).find("10.0.0.2;2;"), std::string::npos);
-    DeleteFileA(list.c_str());
-}
-
-TEST_F(MainWindowMenusTest, RenameIsForTheNodeForWhichTheMenuOpened) {
-    Models().trvGames.Select("fav1");
-    whileOpen = [&] { Models().trvGames.Select("fav2"); };
-    chosen = ID_mnuTreeRename;
-    SendMessageA(window->Handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Control(ID_trvGames)), -1);
-    DialogDriver driver(window->Handle(), {[](HWND box) {
-                            SetDlgItemTextA(box, ID_txtInput, "Old friends");
-                            DialogDriver::Press(box, IDOK);
-                        }});
-    RunPendingEvents();
-    EXPECT_EQ(program.FavoriteNames[1], "Old friends");
-    EXPECT_EQ(program.FavoriteNames[2], "-");
-}
-
-TEST_F(MainWindowMenusTest, OpensTheFoldersBelowTheirButton) {
-    window->Form().tbMain_ButtonClick("favorites");
-    RECT button{};
-    SendMessageA(Control(ID_tbMain), TB_GETITEMRECT, 9, reinterpret_cast<LPARAM>(&button));
-    POINT below{button.left, button.bottom};
-    ClientToScreen(Control(ID_tbMain), &below);
-    ExpectOnePopUp(ID_mnuServAddToFavorites1, below);
 }
 
 } // namespace
