@@ -36,9 +36,8 @@ bool CancelMenuMode() {
     if ((state.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE | GUI_INMOVESIZE)) == 0)
         return false;
     EndMenu();
-    for (const HWND window : {state.hwndMenuOwner, state.hwndMoveSize})
-        if (window != nullptr)
-            SendMessageA(window, WM_CANCELMODE, 0, 0);
+    if (state.hwndMoveSize != nullptr)
+        SendMessageA(state.hwndMoveSize, WM_CANCELMODE, 0, 0);
     return true;
 }
 

@@ -15,6 +15,7 @@
 #include <commctrl.h>
 #include <memory>
 #include <shellapi.h>
+#include <vector>
 
 namespace quarn {
 namespace {
@@ -105,6 +106,21 @@ TEST_F(MainWindowTest, ATextInTheSearchBoxNarrowsTheList) {
     EXPECT_EQ(Models().lvwServers.RowCount(), 3);
 }
 
+// Their order is that of the Tab key, and the search box lies in front of the toolbar.
+TEST_F(MainWindowTest, KeepsTheOrderOfItsControlsInEveryLayout) {
+    program.SearchBox = 1;
+    window->Form().RefreshInterface();
+    RunPendingEvents();
+    SetWindowPos(window->Handle(), nullptr, 0, 0, 800, 600, SWP_NOMOVE | SWP_NOZORDER);
+    RunPendingEvents();
+    std::vector<int> order;
+    for (HWND child = GetWindow(window->Handle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        if (const int id = GetDlgCtrlID(child); id != 0)
+            order.push_back(id);
+    EXPECT_EQ(order, (std::vector<int>{ID_trvGames, ID_lvwServers, ID_lvwPlayers, ID_lvwServVars,
+                                       ID_txtSearch, ID_tbMain, ID_sbMain}));
+}
+
 TEST_F(MainWindowTest, FollowsTheWindowsSize) {
     const LONG before = BoundsOf(ID_lvwServers).right;
     RECT bounds{};
@@ -115,11 +131,30 @@ TEST_F(MainWindowTest, FollowsTheWindowsSize) {
     EXPECT_EQ(BoundsOf(ID_lvwServers).right, before - 100);
 }
 
+TEST_F(MainWindowTest, BecomesTopMostWhereItIs) {
+    const auto isTopMost = [&] {
+        return (GetWindowLongPtrA(window->Handle(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+    };
+    RECT before{};
+    GetWindowRect(window->Handle(), &before);
+    for (const bool topMost : {true, false}) {
+        static_cast<FormWindow&>(*window).SetTopMost(topMost);
+        RunPendingEvents();
+        EXPECT_EQ(isTopMost(), topMost);
+        RECT bounds{};
+        GetWindowRect(window->Handle(), &bounds);
+        EXPECT_TRUE(EqualRect(&bounds, &before));
+    }
+}
+
 // As the system does where a window arrives on a screen of twice the dots.
 HWND arriving = nullptr;
 
-BOOL WINAPI ArriveOnAnotherScreen(HWND window, HWND, int x, int y, int width, int height, UINT) {
+BOOL WINAPI ArriveOnAnotherScreen(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
     MoveWindow(window, x, y, width, height, TRUE);
+    if (GetParent(window) == nullptr) {
+        EXPECT_EQ(flags, UINT{SWP_NOZORDER | SWP_NOACTIVATE}) << "it comes to the front";
+    }
     if (window != arriving)
         return TRUE;
     arriving = nullptr;
@@ -348,6 +383,33 @@ TEST_F(MainWindowTest, OpensNoBoxOnceItIsToBeClosed) {
 TEST_F(MainWindowTest, ClosesAMenuThatIsOpenBeforeItself) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     window->Form().tbMain_ButtonClick("favorites"); // returns when the menu is gone
+    EXPECT_TRUE(IsGoneSoon());
+    EXPECT_TRUE(quit);
+}
+
+// What the system tells while the user moves a window, until that is cancelled.
+HWND movedWindow = nullptr;
+
+BOOL WINAPI TellThatAWindowMoves(DWORD, GUITHREADINFO* state) {
+    state->flags = movedWindow != nullptr ? GUI_INMOVESIZE : 0;
+    state->hwndMoveSize = movedWindow;
+    return TRUE;
+}
+
+LRESULT CALLBACK StopMoving(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CANCELMODE)
+        movedWindow = nullptr;
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+TEST_F(MainWindowTest, EndsTheMovingOfAWindowBeforeItCloses) {
+    const WindowHandle moved(
+        CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
+    SetWindowLongPtrA(moved.Get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&StopMoving));
+    movedWindow = moved.Get();
+    const ReplacedImport state(&GetGUIThreadInfo, &TellThatAWindowMoves);
+    SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
+    EXPECT_EQ(movedWindow, nullptr);
     EXPECT_TRUE(IsGoneSoon());
     EXPECT_TRUE(quit);
 }
