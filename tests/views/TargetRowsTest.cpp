@@ -245,6 +245,12 @@ TEST_F(TargetRowsTest, ASingleRowIsRecognisedWhenItIsListedAgain) {
     browser.ClickNode("fltping");
     EXPECT_NE(list.Row(2).identity, identity);
     EXPECT_THAT(included(), ElementsAre(Address(2)));
+    EXPECT_EQ(target.RowNumber(list, browser.program), 2);
+    browser.program.FilterPing = 20;
+    browser.program.Servers[2].Ping = 500;
+    browser.ClickNode("fltping");
+    EXPECT_THAT(included(), IsEmpty());
+    EXPECT_EQ(target.RowNumber(list, browser.program), 0);
 }
 
 TEST_F(TargetRowsTest, TheMonitorGetsTheServerItWasAskedForThoughTheShellLetsEventsRun) {

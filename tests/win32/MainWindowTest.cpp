@@ -227,6 +227,35 @@ TEST_F(MainWindowTest, GetsNoSmallerThanItsButtonsAndAFewRows) {
     EXPECT_GE(Models().sbMain.panels[MessagePanel].width, 200 * 15);
 }
 
+TEST_F(MainWindowTest, PassesOnWhatTheUserDoesInItsLists) {
+    const auto notify = [&](int id, UINT code, int column = 0) {
+        NMLISTVIEW notification{};
+        notification.hdr = {Control(id), static_cast<UINT_PTR>(id), code};
+        notification.iSubItem = column;
+        SendMessageA(window->Handle(), WM_NOTIFY, static_cast<WPARAM>(id),
+                     reinterpret_cast<LPARAM>(&notification));
+    };
+    ListServers(3);
+    program.LastServer = 0;
+    Models().lvwServers.NoteSelected(2, 2, true);
+    notify(ID_lvwServers, NM_RCLICK); // the button was released
+    EXPECT_EQ(program.LastServer, 2);
+    EXPECT_NE(program.CurrentServer, 2);
+    notify(ID_lvwServers, NM_CLICK);
+    EXPECT_EQ(program.CurrentServer, 2);
+    Models().lvwServers.SelectOnly(3);
+    SendMessageA(Control(ID_lvwServers), WM_KEYUP, VK_DOWN, 1);
+    EXPECT_EQ(program.CurrentServer, 3);
+
+    for (const SortOrder order : {SortOrder::Ascending, SortOrder::Descending}) {
+        notify(ID_lvwServers, LVN_COLUMNCLICK); // of the name
+        EXPECT_EQ(Models().lvwServers.sortKey, NameColumn);
+        EXPECT_EQ(Models().lvwServers.sortOrder, order);
+        notify(ID_lvwPlayers, LVN_COLUMNCLICK, 2);
+        EXPECT_EQ(Models().lvwPlayers.sortKey, 2);
+    }
+}
+
 TEST_F(MainWindowTest, BringsTheListUpToDateAtTheFlush) {
     for (int i = 0; i < 300; ++i)
         Models().lvwServers.Add();
@@ -412,6 +441,20 @@ TEST_F(MainWindowTest, EndsTheMovingOfAWindowBeforeItCloses) {
     EXPECT_EQ(movedWindow, nullptr);
     EXPECT_TRUE(IsGoneSoon());
     EXPECT_TRUE(quit);
+}
+
+TEST_F(MainWindowTest, EndsThoughADialogStaysOpenAtTheHundredthAttempt) {
+    const WindowHandle dialog(CreateWindowExA(0, "#32770", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                              window->Handle(), nullptr, nullptr, nullptr));
+    const ReplacedImport endDialog(
+        &EndDialog, +[](HWND, INT_PTR) -> BOOL { return FALSE; });
+    SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
+    for (int attempts = 1; attempts < 100; ++attempts) {
+        SendMessageA(window->Handle(), WM_TIMER, 1, 0);
+        ASSERT_NE(window->Handle(), nullptr) << attempts;
+    }
+    SendMessageA(window->Handle(), WM_TIMER, 1, 0);
+    EXPECT_EQ(window->Handle(), nullptr);
 }
 
 TEST_F(MainWindowTest, EndsWithWindowsThoughABoxIsOpen) {

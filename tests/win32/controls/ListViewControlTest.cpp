@@ -65,6 +65,17 @@ TEST_F(ListViewControlTest, ShowsNothingWhileUpdatesAreLocked) {
     EXPECT_EQ(TextOf(1, 3), "first");
 }
 
+TEST_F(ListViewControlTest, FocusesNoRowWhenTheFocusedOneIsRemoved) {
+    AddRows({"a", "b", "c"});
+    model.SelectOnly(2);
+    control.Flush();
+    model.Remove(2);
+    control.Flush();
+    EXPECT_EQ(model.FocusedRow(), 0);
+    for (const std::int32_t row : {1, 2})
+        EXPECT_FALSE(IsFocused(row)) << row;
+}
+
 TEST_F(ListViewControlTest, SelectsWhatTheModelSelects) {
     AddRows({"a", "b", "c"});
     model.SelectOnly(2);

@@ -128,6 +128,16 @@ TEST_F(GameSetupDialogTest, KeepsTheInputForEachGame) {
     EXPECT_EQ(treeRefreshed, 1);
 }
 
+TEST_F(GameSetupDialogTest, HidesAGameThatIsUnchecked) {
+    program.GameVisible[1] = 1;
+    Show(GameSetup(), {[&](HWND dialog) {
+             Click(dialog, ID_chkVisible);
+             EXPECT_FALSE(IsChecked(dialog, ID_chkVisible));
+             DialogDriver::Press(dialog, IDOK);
+         }});
+    EXPECT_EQ(program.GameVisible[1], 0);
+}
+
 TEST_F(GameSetupDialogTest, AlwaysHasAGameSelected) {
     Show(GameSetup(), {[&](HWND dialog) {
              Select(dialog, 1);
