@@ -247,6 +247,14 @@ TEST_F(MainWindowTest, PassesOnWhatTheUserDoesInItsLists) {
     SendMessageA(Control(ID_lvwServers), WM_KEYUP, VK_DOWN, 1);
     EXPECT_EQ(program.CurrentServer, 3);
 
+    DialogDriver driver(window->Handle(), {[](HWND box) {
+                            EXPECT_EQ(DialogDriver::TextOf(box), "Quarn - Error"); // the game is not set up
+                            DialogDriver::Press(box, IDOK);
+                        }});
+    notify(ID_lvwServers, LVN_ITEMACTIVATE);
+    RunPendingEvents();
+    EXPECT_EQ(driver.StepsLeft(), 0U) << "the server is not joined";
+
     for (const SortOrder order : {SortOrder::Ascending, SortOrder::Descending}) {
         notify(ID_lvwServers, LVN_COLUMNCLICK); // of the name
         EXPECT_EQ(Models().lvwServers.sortKey, NameColumn);
