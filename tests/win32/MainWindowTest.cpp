@@ -77,6 +77,18 @@ TEST_F(MainWindowTest, ShowsTheSearchBoxInTheToolbarAtOnce) {
     EXPECT_EQ(GetFocus(), Control(ID_lvwServers));
 }
 
+TEST_F(MainWindowTest, PlacesTheSearchBoxInTheFlushThatShowsIt) {
+    Models().txtSearch.visible = true;
+    window->FlushModels();
+    const RECT box = BoundsOf(ID_txtSearch);
+    EXPECT_GT(box.right, box.left);
+    EXPECT_GT(box.bottom, box.top);
+    SetFocus(Control(ID_txtSearch));
+    Models().txtSearch.visible = false;
+    window->FlushModels();
+    EXPECT_EQ(GetFocus(), Control(ID_lvwServers));
+}
+
 TEST_F(MainWindowTest, ANarrowWindowHasTheSearchBoxBelowTheButtons) {
     program.SearchBox = 1;
     window->Form().RefreshInterface();
