@@ -311,12 +311,34 @@ TEST_F(MainWindowTest, GraysCommandsThatTheModelsDisable) {
 }
 
 TEST_F(MainWindowTest, RunsNoCommandOfADisabledMenu) {
-    Models().lvwServers.Add();
-    Models().lvwServers.Edit(1).main.tag = "1";
+    ListServers(3);
     Models().lvwServers.SelectOnly(1);
+    DialogDriver driver(window->Handle(), {[](HWND question) { DialogDriver::Press(question, IDYES); }});
     Models().mnuServer.enabled = false;
     window->RunCommand(ID_mnuServDelete);
-    EXPECT_EQ(Models().lvwServers.RowCount(), 1);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 3);
+    Models().mnuServer.enabled = true;
+    window->RunCommand(ID_mnuServDelete);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 2);
+
+    Models().mnuServerList.enabled = false;
+    window->RunCommand(ID_mnuServerListClear);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 2);
+    EXPECT_EQ(driver.StepsLeft(), 1U);
+    Models().mnuServerList.enabled = true;
+    window->RunCommand(ID_mnuServerListClear);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 0);
+    EXPECT_EQ(driver.StepsLeft(), 0U);
+}
+
+TEST_F(MainWindowTest, GivesItsControlsTheirImages) {
+    EXPECT_NE(SendMessageA(Control(ID_trvGames), TVM_GETIMAGELIST, TVSIL_NORMAL, 0), 0);
+    for (const int list : {ID_lvwServers, ID_lvwPlayers}) {
+        const LRESULT header = SendMessageA(Control(list), LVM_GETHEADER, 0, 0);
+        EXPECT_NE(SendMessageA(reinterpret_cast<HWND>(header), HDM_GETIMAGELIST, 0, 0), 0) << list;
+    }
+    EXPECT_NE(SendMessageA(Control(ID_tbMain), TB_GETIMAGELIST, 0, 0), 0);
+    EXPECT_NE(SendMessageA(Control(ID_tbMain), TB_GETDISABLEDIMAGELIST, 0, 0), 0);
 }
 
 TEST_F(MainWindowTest, GraysTheEntriesThatCouldDoNothing) {
