@@ -454,6 +454,7 @@ TEST_F(MainWindowTest, OpensNoBoxOnceItIsToBeClosed) {
 TEST_F(MainWindowTest, ClosesAMenuThatIsOpenBeforeItself) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     window->Form().tbMain_ButtonClick("favorites"); // returns when the menu is gone
+    EXPECT_NE(window->Handle(), nullptr) << "only the end of the window has ended the menu";
     EXPECT_TRUE(IsGoneSoon());
     EXPECT_TRUE(quit);
 }
