@@ -7,7 +7,6 @@
 #include "tests/fakes/Invariants.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 #include <utility>
 #include <vector>
 
@@ -33,11 +32,6 @@ bool CountsFew(const std::string& definitions) {
         return LeadingInteger(IniValue(definitions, "General", key).value_or("0")) <= 12;
     };
     return isFew("GameNum") && isFew("MODNum");
-}
-
-// A wait that would never end is recorded by the fakes as a failed test.
-bool AnyWaitWithoutEnd() {
-    return ::testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed();
 }
 
 } // namespace
@@ -132,7 +126,7 @@ void FuzzedBrowser::Step(ByteScript& script) {
 }
 
 void FuzzedBrowser::RequireSound() {
-    Require(!AnyWaitWithoutEnd(), "every wait ends");
+    RequireEveryWaitEnds();
     if (staleRows_ && staleList_.empty())
         staleList_ = Form().tree.ShownList();
     else if (staleRows_ && staleList_ != Form().tree.ShownList())
@@ -172,7 +166,7 @@ void FuzzedBrowser::RequireEnd() {
                 "the log tells of a clean end");
     }
     Require(window.destroyCalls == 1, "the program ends once");
-    Require(!AnyWaitWithoutEnd(), "every wait ends");
+    RequireEveryWaitEnds();
     RequireNone(ViolationsOfListFiles(fake.files, [this](const std::string& path) {
         const auto foreign = foreignFiles_.find(path);
         return foreign != foreignFiles_.end() && foreign->second == fake.files.Get(path);

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,11 @@ inline void Require(bool holds, const char* what) {
 inline void RequireNone(const std::vector<std::string>& violations) {
     for (const std::string& violation : violations)
         Require(false, violation.c_str());
+}
+
+// A wait that would never end is recorded by the fakes as a failed test.
+inline void RequireEveryWaitEnds() {
+    Require(!::testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed(), "every wait ends");
 }
 
 } // namespace quarn::fuzz

@@ -1,6 +1,7 @@
 #include "views/ServerColumns.h"
 
 #include <iterator>
+#include <string_view>
 
 namespace quarn {
 
@@ -39,7 +40,7 @@ constexpr ColumnRow Columns[] = {
     {"Last Visit", "DATE", 2310, Alignment::Left, true,
      [](const ServerRecord& server, const LocaleText& locale) { return locale.FromDate(server.LastVisit); }},
 };
-static_assert(std::size(Columns) == LastVisitColumn + 1);
+static_assert(std::string_view(Columns[LastVisitColumn].header) == "Last Visit");
 
 } // namespace
 
