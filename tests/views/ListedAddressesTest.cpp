@@ -23,7 +23,7 @@ class ListedAddressesTest : public ::testing::Test {
             server.Port = 1;
         }
         addresses.RemoveKnown(program, before);
-        EXPECT_EQ(program.ServerCount, program.LastServerIndex());
+        EXPECT_EQ(program.ServerCount, program.Servers.HighestIndex());
     }
     std::vector<std::string> Hosts() {
         std::vector<std::string> hosts;

@@ -35,6 +35,7 @@ TEST_F(ServerListViewDeletionTest, DeletesTheSelectedRowsAndTheirRecords) {
             names.push_back(other.program.Servers[i].Name);
         EXPECT_EQ(names, c.names);
         EXPECT_EQ(other.program.ServerCount, static_cast<std::int32_t>(c.names.size()));
+        EXPECT_EQ(other.program.CurrentServer == 0, c.names.empty());
         EXPECT_EQ(other.Count(), std::to_string(c.names.size()) + " servers");
         EXPECT_THAT(other.Errors(), IsEmpty());
         EXPECT_THAT(other.fake.prompts.shown, IsEmpty());
