@@ -14,6 +14,7 @@
 
 #include <commctrl.h>
 #include <memory>
+#include <set>
 #include <shellapi.h>
 #include <vector>
 
@@ -329,6 +330,34 @@ TEST_F(MainWindowTest, RunsNoCommandOfADisabledMenu) {
     window->RunCommand(ID_mnuServerListClear);
     EXPECT_EQ(Models().lvwServers.RowCount(), 0);
     EXPECT_EQ(driver.StepsLeft(), 0U);
+}
+
+TEST_F(MainWindowTest, NamesItsColumns) {
+    const auto headersOf = [&](int id) {
+        const auto header = reinterpret_cast<HWND>(SendMessageA(Control(id), LVM_GETHEADER, 0, 0));
+        std::set<std::string> texts;
+        for (WPARAM item = 0; item < static_cast<WPARAM>(SendMessageA(header, HDM_GETITEMCOUNT, 0, 0));
+             ++item) {
+            char text[100] = "";
+            HDITEMA query{};
+            query.mask = HDI_TEXT;
+            query.pszText = text;
+            query.cchTextMax = sizeof text;
+            SendMessageA(header, HDM_GETITEMA, item, reinterpret_cast<LPARAM>(&query));
+            texts.insert(text);
+        }
+        return texts;
+    };
+    using Texts = std::set<std::string>;
+    EXPECT_EQ(headersOf(ID_lvwServers),
+              (Texts{"", "IP Address", "Location", "Name", "Players", "Ping", "Game", "Map", "Last Visit"}));
+    EXPECT_EQ(headersOf(ID_lvwPlayers), (Texts{"Name", "Score", "Ping"}));
+    EXPECT_EQ(headersOf(ID_lvwServVars), (Texts{"Variable", "Value"}));
+}
+
+TEST_F(MainWindowTest, StopsAtItsListsAndItsFieldWithTab) {
+    for (const int id : {ID_trvGames, ID_lvwServers, ID_lvwPlayers, ID_lvwServVars, ID_txtSearch})
+        EXPECT_NE(GetWindowLongPtrA(Control(id), GWL_STYLE) & WS_TABSTOP, 0) << id;
 }
 
 TEST_F(MainWindowTest, GivesItsControlsTheirImages) {

@@ -2,12 +2,14 @@
 
 #include "tests/win32/harness/ControlHost.h"
 #include "tests/win32/harness/PaintedPixels.h"
+#include "win32/Images.h"
 #include "win32/SelectionColors.h"
 
 #include <gtest/gtest.h>
 
 #include <commctrl.h>
 #include <cstring>
+#include <utility>
 
 namespace quarn {
 namespace {
@@ -80,6 +82,30 @@ class TreeViewControlTest : public testing::Test {
 };
 
 using Keys = std::vector<std::string>;
+
+TEST_F(TreeViewControlTest, ShowsTheImagesOfANodeAndTheirChanges) {
+    const Images images(16, {"fldrcls", "fldrop"});
+    control.SetImages(images);
+    model.Add({"pictured", "text", "", "fldrcls", "fldrop"});
+    control.Flush();
+    HTREEITEM item = Next(TVGN_ROOT);
+    while (const HTREEITEM next = Next(TVGN_NEXT, item))
+        item = next;
+    const auto imagesOfNode = [&] {
+        TVITEMA query{};
+        query.mask = TVIF_HANDLE | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+        query.hItem = item;
+        SendMessageA(control.Handle(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&query));
+        return std::pair(query.iImage, query.iSelectedImage);
+    };
+    const int closed = images.IndexOf("fldrcls");
+    const int open = images.IndexOf("fldrop");
+    EXPECT_EQ(imagesOfNode(), std::pair(closed, open));
+    model.Node("pictured").image = "fldrop";
+    model.Node("pictured").selectedImage = "fldrcls";
+    control.Flush();
+    EXPECT_EQ(imagesOfNode(), std::pair(open, closed));
+}
 
 TEST_F(TreeViewControlTest, ShowsNodesBelowTheirParents) {
     const HTREEITEM games = Next(TVGN_ROOT);
