@@ -38,9 +38,8 @@ bool CancelMenuMode(bool popUpIsOpen) {
     if (!popUpIsOpen && (state.flags & Modes) == 0)
         return false;
     EndMenu();
-    for (const HWND window : {state.hwndMenuOwner, state.hwndMoveSize})
-        if (window != nullptr)
-            SendMessageA(window, WM_CANCELMODE, 0, 0);
+    if (state.hwndMoveSize != nullptr)
+        SendMessageA(state.hwndMoveSize, WM_CANCELMODE, 0, 0);
     return true;
 }
 

@@ -143,6 +143,9 @@ TEST(ListViewTest, SelectingOneRowDeselectsAllOthers) {
     EXPECT_EQ(list.FocusedRow(), 4);
     list.SelectOnly(1);
     EXPECT_THAT(SelectedRows(list), ElementsAre(1));
+    list.NoteSelected(3, 3, true); // the focused row and one other
+    list.SelectOnly(1);
+    EXPECT_THAT(SelectedRows(list), ElementsAre(1));
     // The user moved the focus away from the only selected row.
     list.NoteFocused(3);
     list.SelectOnly(2);
@@ -298,6 +301,14 @@ TEST(ListViewTest, RecordsWhatTheWindowHasToRepaint) {
 
     list.Refresh();
     EXPECT_EQ(list.TakeChanges().lastDirty, 4);
+}
+
+TEST(ListViewTest, ReportsNoSelectionThatWasThereBefore) {
+    ListView list = ListOf({"a", "b"});
+    list.SelectOnly(2);
+    list.TakeChanges();
+    list.SelectOnly(2);
+    EXPECT_FALSE(list.TakeChanges().selection);
 }
 
 TEST(ListViewTest, ReportsNoRemovedRowToTheWindow) {

@@ -161,6 +161,19 @@ TEST_F(modMainDefinitionsTest, HasNoGamesIfTheFileIsUnreadableOrNoDefinitionsFil
     EXPECT_EQ(program.GameNum, 0);
 }
 
+// The definitions' keys are read without waiting.
+TEST_F(modMainDefinitionsTest, ReadsTheWholeFileBeforeItsKeysToWaitForAnotherProgram) {
+    fake.files.FailReads("C:\\Quarn\\Games.ini", ErrorNumber::PermissionDenied, 1);
+    fake.files.Put("C:\\Quarn\\Games.ini",
+                   "[General]\r\nIniVer=7\r\nGameNum=1\r\n[Game1]\r\nGameShort=ar\r\n");
+    LoadGamesIniGeneral(program, fake.desktop);
+    EXPECT_EQ(program.IniVer, 7);
+    EXPECT_EQ(program.GameNum, 1);
+    fake.files.FailReads("C:\\Quarn\\Games.ini", ErrorNumber::PermissionDenied, 1);
+    LoadGamesIniSections(program, fake.desktop);
+    EXPECT_EQ(program.Games[1].GameShort, "ar");
+}
+
 TEST_F(modMainDefinitionsTest, IgnoresSectionsBeyondTheCounts) {
     Load("[General]\r\nGameNum=0\r\n[Game1]\r\nGameShort=ar\r\n[MOD1]\r\nBasedGame=ar\r\n");
     EXPECT_EQ(program.GameNum, 0);

@@ -160,7 +160,20 @@ TEST_F(modMainTest, AnErrorBeforeTheWindowIsShownEndsTheProgram) {
         ASSERT_EQ(desktop.prompts.shown.size(), 1U);
         EXPECT_TRUE(desktop.prompts.shown[0].text.starts_with(c.message)) << desktop.prompts.shown[0].text;
         EXPECT_EQ(desktop.files.Writes(SettingsFile), 0);
+        EXPECT_NE(state.IPLocation, nullptr) << "the countries come before the files";
     }
+}
+
+TEST_F(modMainTest, InitialisesTheControlsFirst) {
+    bool initialised = false;
+    fake.system.whileInitialisingControls = [&] {
+        initialised = true;
+        EXPECT_EQ(program.IPLocation, nullptr);
+        EXPECT_EQ(fake.files.Reads(DefinitionsFile), 0);
+        EXPECT_EQ(fake.files.Reads(SettingsFile), 0);
+    };
+    EXPECT_TRUE(Run());
+    EXPECT_TRUE(initialised);
 }
 
 TEST_F(modMainTest, AWindowThatCannotBeShownEndsTheProgram) {

@@ -204,7 +204,6 @@ def test_options_insist_on_a_number_of_milliseconds(quarn, text):
 def test_about_shows_the_version(quarn):
     dialog = OpenDialog(quarn, "mnuInfoAbout", "About Quarn")
     assert re.fullmatch(r"Version \d+\.\d+\.\d+", dialog["lblVersion"])
-    dialog.press("cmdSystemInfo")  # where the system has no such tool, nothing happens
     dialog.close("OK")
     assert quarn.close() == 0
 

@@ -6,6 +6,7 @@
 #include "desktop/SystemInformation.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -27,6 +28,7 @@ class FakeSystem : public SystemInformation {
 
     std::vector<std::pair<std::uint32_t, std::uint32_t>> controlsInitialised; // record size and classes
     std::optional<ErrorNumber> controlsFault;
+    std::function<void()> whileInitialisingControls;
 
     OsVersion WindowsVersion() const override { return Known(windows); }
     DllVersion ShellLightWeightVersion() const override { return Known(shellLightWeight); }
@@ -36,6 +38,8 @@ class FakeSystem : public SystemInformation {
 
     void InitCommonControls(std::uint32_t recordSize, std::uint32_t classes) override {
         controlsInitialised.emplace_back(recordSize, classes);
+        if (whileInitialisingControls)
+            whileInitialisingControls();
         if (controlsFault)
             throw RunTimeError(*controlsFault);
     }

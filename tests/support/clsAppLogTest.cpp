@@ -234,7 +234,7 @@ class clsAppLogReportTest : public clsAppLogTest {
         fake.system.shellLightWeight = DllVersion{6, 0, 2900};
         fake.system.directX = "4.09.00.0904";
         fake.system.language = "German (Germany)";
-        fake.system.memory = MemoryStatus{0, 1048575, 1048576, 4294967296};
+        fake.system.memory = MemoryStatus{1048575, 3145727, 1048576, 4294967296};
     }
 
     std::string MailOpened() {
@@ -254,7 +254,7 @@ TEST_F(clsAppLogReportTest, PassesTheWholeReportToTheMailProgram) {
                                 "IE%20Version:%206.0.2900%0D%0A"
                                 "DirectX%20Version:%204.09.00.0904%0D%0A"
                                 "OS%20Language:%20German%20(Germany)%0D%0A"
-                                "Memory:%201/1%20physical,%202/4097%20virtual%0D%0A%0D%0A"
+                                "Memory:%201/3%20physical,%202/4097%20virtual%0D%0A%0D%0A"
                                 "Log:%0D%0A"
                                 "m;first;11/21/26%2008:05:00.000;13;a%26b%0D%0A"
                                 "m;r;11/21/26%2008:05:00.000;0;text%0D%0A");
@@ -266,7 +266,7 @@ TEST_F(clsAppLogReportTest, ALongLogLosesItsOldestLines) {
     const std::string link = MailOpened();
     EXPECT_LE(link.size(), 2000U);
     EXPECT_GT(link.size(), 1850U);
-    EXPECT_NE(link.find("Memory:%201/1%20physical,%202/4097%20virtual%0D%0A%0D%0A"
+    EXPECT_NE(link.find("Memory:%201/3%20physical,%202/4097%20virtual%0D%0A%0D%0A"
                         "Log:%0D%0A(The%20newest%20"),
               std::string::npos);
     EXPECT_NE(link.find("%20of%20501%20lines,"), std::string::npos);

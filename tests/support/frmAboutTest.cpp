@@ -78,6 +78,14 @@ TEST_F(frmAboutTest, RunsNothingThatIsNoFile) {
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
 }
 
+TEST_F(frmAboutTest, ShowsAndLogsThatTheToolCouldNotBeStarted) {
+    fake.registry.Put(Machine, ToolKey, "Path", "C:\\Tools\\msinfo.exe");
+    fake.shell.openFault = ErrorNumber::OutOfMemory;
+    form.cmdSystemInfo_Click();
+    EXPECT_EQ(LoggedErrors(*program.AppLog), std::vector<std::string>{"frmAbout;cmdSystemInfo_Click;7"});
+    EXPECT_EQ(fake.prompts.shown.size(), 1U);
+}
+
 TEST_F(frmAboutTest, ClosesOnOkAndEscape) {
     form.cmdOK_Click();
     EXPECT_EQ(closed, 1);

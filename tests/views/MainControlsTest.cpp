@@ -24,6 +24,16 @@ class MainControlsTest : public ::testing::Test {
         return columns;
     }
 
+    static std::vector<std::string> LayoutOf(const ListView& list) {
+        std::vector<std::string> columns;
+        for (std::int32_t i = 1; i <= list.columns.HighestIndex(); ++i) {
+            const ListColumn& column = list.columns[i];
+            columns.push_back(column.text + (column.alignment == Alignment::Right ? ", right" : "") +
+                              (column.fills ? ", fills" : ""));
+        }
+        return columns;
+    }
+
     FakeDesktop fake;
     FakeUdpSocket master{fake.clock, fake.events, fake.hosts};
     FakeUdpSockets servers{fake.clock, fake.events, fake.hosts};
@@ -33,6 +43,14 @@ class MainControlsTest : public ::testing::Test {
 TEST_F(MainControlsTest, NamesTheColumnsOfTheLowerListsAndHowTheySort) {
     EXPECT_THAT(Columns(controls.lvwPlayers), ElementsAre("Name/STRING", "Score/NUMBER", "Ping/NUMBER"));
     EXPECT_THAT(Columns(controls.lvwServVars), ElementsAre("Variable/", "Value/"));
+}
+
+TEST_F(MainControlsTest, AlignsNumbersRightAndGivesOneColumnTheRestOfTheWidth) {
+    EXPECT_THAT(LayoutOf(controls.lvwPlayers), ElementsAre("Name, fills", "Score, right", "Ping, right"));
+    EXPECT_THAT(LayoutOf(controls.lvwServVars), ElementsAre("Variable", "Value, fills"));
+    EXPECT_THAT(LayoutOf(controls.lvwServers),
+                ElementsAre("", "IP Address", "Location", "Name, fills", "Players", "Ping, right", "Game",
+                            "Map", "Last Visit"));
 }
 
 TEST_F(MainControlsTest, HasSixStatusPanels) {

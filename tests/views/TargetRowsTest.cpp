@@ -1,8 +1,10 @@
 // A command acts on the rows that the user saw when giving it, whatever happens before it runs.
 
+#include "views/TargetRows.h"
 #include "support/clsAppLog.h"
 #include "tests/views/ScanTest.h"
 #include "views/ScanEngine.h"
+#include "views/ServerColumns.h"
 
 namespace quarn {
 namespace {
@@ -225,6 +227,30 @@ TEST_F(TargetRowsTest, ACommandFindsTheServerOfARowThatIsFilteredOut) {
     browser.Form().servers.lvwServers_ColumnClick(4);
     EXPECT_EQ(browser.RowCount(), 3);
     EXPECT_EQ(browser.fake.shell.clipboard, Address(2));
+}
+
+TEST_F(TargetRowsTest, ASingleRowIsRecognisedWhenItIsListedAgain) {
+    StartWith(3);
+    const ListView& list = browser.Controls().lvwServers;
+    const TargetRows target(list, browser.program, 2);
+    const auto included = [&] {
+        std::vector<std::string> found;
+        for (std::int32_t row = 1; row <= list.RowCount(); ++row)
+            if (target.Includes(list.Row(row), browser.program))
+                found.push_back(list.Cell(row, AddressColumn + 1).text);
+        return found;
+    };
+    EXPECT_THAT(included(), ElementsAre(Address(2)));
+    const std::uint32_t identity = list.Row(2).identity;
+    browser.ClickNode("fltping");
+    EXPECT_NE(list.Row(2).identity, identity);
+    EXPECT_THAT(included(), ElementsAre(Address(2)));
+    EXPECT_EQ(target.RowNumber(list, browser.program), 2);
+    browser.program.FilterPing = 20;
+    browser.program.Servers[2].Ping = 500;
+    browser.ClickNode("fltping");
+    EXPECT_THAT(included(), IsEmpty());
+    EXPECT_EQ(target.RowNumber(list, browser.program), 0);
 }
 
 TEST_F(TargetRowsTest, TheMonitorGetsTheServerItWasAskedForThoughTheShellLetsEventsRun) {

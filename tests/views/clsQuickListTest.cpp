@@ -328,6 +328,18 @@ TEST_F(clsQuickListTest, LocksTheWindowsUpdatesWhileItSorts) {
     EXPECT_FALSE(list.updatesLocked);
 }
 
+TEST_F(clsQuickListTest, LocksTheWindowsUpdatesAgainAfterEvents) {
+    std::vector<bool> locked;
+    locale.whenAsked = [&] { locked.push_back(list.updatesLocked); };
+    clsQuickList patient(log, desktop, [&] { EXPECT_FALSE(list.updatesLocked); });
+    patient.SetTargetList(list);
+    Fill(Number, {"2.5", "1.5", "3.5"});
+    list.sortOrder = SortOrder::Descending;
+    patient.SortList(Number);
+    EXPECT_THAT(locked, ElementsAre(true, true, true));
+    EXPECT_FALSE(list.updatesLocked);
+}
+
 TEST_F(clsQuickListTest, EventsRunWhileNoCellHoldsAKey) {
     for (const std::int32_t column : {+Text, +Number, +Date}) {
         const Texts texts = {"2/2/2020", "1/1/2020", "3/3/2020"};

@@ -174,7 +174,6 @@ TEST_F(frmMainEndTest, StoresTheSettingsWhenTheSystemEndsDuringTheLastQuestion) 
     ASSERT_TRUE(browser.Start());
     browser.ClickNode("hl");
     browser.program.AppLog->Log("frmMain", "Something", 5, "failed");
-    browser.fake.prompts.yesNoAnswers = {false};
     std::string stored;
     std::vector<std::string> log;
     browser.fake.prompts.whileOpen = [&] {
@@ -183,7 +182,9 @@ TEST_F(frmMainEndTest, StoresTheSettingsWhenTheSystemEndsDuringTheLastQuestion) 
         log = browser.LogFile();
         EXPECT_EQ(browser.window.destroyCalls, 1);
     };
+    browser.fake.prompts.yesNoAnswers = {true};
     browser.Form().Unload();
+    EXPECT_THAT(browser.fake.shell.opened, IsEmpty()) << "the answer came too late";
     EXPECT_EQ(stored, "11");
     EXPECT_THAT(log, ElementsAre("frmMain;Form_Unload;0"));
     EXPECT_EQ(browser.window.destroyCalls, 1);

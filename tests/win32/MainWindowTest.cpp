@@ -15,6 +15,7 @@
 #include <commctrl.h>
 #include <memory>
 #include <shellapi.h>
+#include <vector>
 
 namespace quarn {
 namespace {
@@ -76,6 +77,18 @@ TEST_F(MainWindowTest, ShowsTheSearchBoxInTheToolbarAtOnce) {
     EXPECT_EQ(GetFocus(), Control(ID_lvwServers));
 }
 
+TEST_F(MainWindowTest, PlacesTheSearchBoxInTheFlushThatShowsIt) {
+    Models().txtSearch.visible = true;
+    window->FlushModels();
+    const RECT box = BoundsOf(ID_txtSearch);
+    EXPECT_GT(box.right, box.left);
+    EXPECT_GT(box.bottom, box.top);
+    SetFocus(Control(ID_txtSearch));
+    Models().txtSearch.visible = false;
+    window->FlushModels();
+    EXPECT_EQ(GetFocus(), Control(ID_lvwServers));
+}
+
 TEST_F(MainWindowTest, ANarrowWindowHasTheSearchBoxBelowTheButtons) {
     program.SearchBox = 1;
     window->Form().RefreshInterface();
@@ -105,6 +118,21 @@ TEST_F(MainWindowTest, ATextInTheSearchBoxNarrowsTheList) {
     EXPECT_EQ(Models().lvwServers.RowCount(), 3);
 }
 
+// Their order is that of the Tab key, and the search box lies in front of the toolbar.
+TEST_F(MainWindowTest, KeepsTheOrderOfItsControlsInEveryLayout) {
+    program.SearchBox = 1;
+    window->Form().RefreshInterface();
+    RunPendingEvents();
+    SetWindowPos(window->Handle(), nullptr, 0, 0, 800, 600, SWP_NOMOVE | SWP_NOZORDER);
+    RunPendingEvents();
+    std::vector<int> order;
+    for (HWND child = GetWindow(window->Handle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        if (const int id = GetDlgCtrlID(child); id != 0)
+            order.push_back(id);
+    EXPECT_EQ(order, (std::vector<int>{ID_trvGames, ID_lvwServers, ID_lvwPlayers, ID_lvwServVars,
+                                       ID_txtSearch, ID_tbMain, ID_sbMain}));
+}
+
 TEST_F(MainWindowTest, FollowsTheWindowsSize) {
     const LONG before = BoundsOf(ID_lvwServers).right;
     RECT bounds{};
@@ -115,11 +143,30 @@ TEST_F(MainWindowTest, FollowsTheWindowsSize) {
     EXPECT_EQ(BoundsOf(ID_lvwServers).right, before - 100);
 }
 
+TEST_F(MainWindowTest, BecomesTopMostWhereItIs) {
+    const auto isTopMost = [&] {
+        return (GetWindowLongPtrA(window->Handle(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+    };
+    RECT before{};
+    GetWindowRect(window->Handle(), &before);
+    for (const bool topMost : {true, false}) {
+        static_cast<FormWindow&>(*window).SetTopMost(topMost);
+        RunPendingEvents();
+        EXPECT_EQ(isTopMost(), topMost);
+        RECT bounds{};
+        GetWindowRect(window->Handle(), &bounds);
+        EXPECT_TRUE(EqualRect(&bounds, &before));
+    }
+}
+
 // As the system does where a window arrives on a screen of twice the dots.
 HWND arriving = nullptr;
 
-BOOL WINAPI ArriveOnAnotherScreen(HWND window, HWND, int x, int y, int width, int height, UINT) {
+BOOL WINAPI ArriveOnAnotherScreen(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
     MoveWindow(window, x, y, width, height, TRUE);
+    if (GetParent(window) == nullptr) {
+        EXPECT_EQ(flags, UINT{SWP_NOZORDER | SWP_NOACTIVATE}) << "it comes to the front";
+    }
     if (window != arriving)
         return TRUE;
     arriving = nullptr;
@@ -192,6 +239,43 @@ TEST_F(MainWindowTest, GetsNoSmallerThanItsButtonsAndAFewRows) {
     EXPECT_GE(Models().sbMain.panels[MessagePanel].width, 200 * 15);
 }
 
+TEST_F(MainWindowTest, PassesOnWhatTheUserDoesInItsLists) {
+    const auto notify = [&](int id, UINT code, int column = 0) {
+        NMLISTVIEW notification{};
+        notification.hdr = {Control(id), static_cast<UINT_PTR>(id), code};
+        notification.iSubItem = column;
+        SendMessageA(window->Handle(), WM_NOTIFY, static_cast<WPARAM>(id),
+                     reinterpret_cast<LPARAM>(&notification));
+    };
+    ListServers(3);
+    program.LastServer = 0;
+    Models().lvwServers.NoteSelected(2, 2, true);
+    notify(ID_lvwServers, NM_RCLICK); // the button was released
+    EXPECT_EQ(program.LastServer, 2);
+    EXPECT_NE(program.CurrentServer, 2);
+    notify(ID_lvwServers, NM_CLICK);
+    EXPECT_EQ(program.CurrentServer, 2);
+    Models().lvwServers.SelectOnly(3);
+    SendMessageA(Control(ID_lvwServers), WM_KEYUP, VK_DOWN, 1);
+    EXPECT_EQ(program.CurrentServer, 3);
+
+    DialogDriver driver(window->Handle(), {[](HWND box) {
+                            EXPECT_EQ(DialogDriver::TextOf(box), "Quarn - Error"); // the game is not set up
+                            DialogDriver::Press(box, IDOK);
+                        }});
+    notify(ID_lvwServers, LVN_ITEMACTIVATE);
+    RunPendingEvents();
+    EXPECT_EQ(driver.StepsLeft(), 0U) << "the server is not joined";
+
+    for (const SortOrder order : {SortOrder::Ascending, SortOrder::Descending}) {
+        notify(ID_lvwServers, LVN_COLUMNCLICK); // of the name
+        EXPECT_EQ(Models().lvwServers.sortKey, NameColumn);
+        EXPECT_EQ(Models().lvwServers.sortOrder, order);
+        notify(ID_lvwPlayers, LVN_COLUMNCLICK, 2);
+        EXPECT_EQ(Models().lvwPlayers.sortKey, 2);
+    }
+}
+
 TEST_F(MainWindowTest, BringsTheListUpToDateAtTheFlush) {
     for (int i = 0; i < 300; ++i)
         Models().lvwServers.Add();
@@ -227,12 +311,34 @@ TEST_F(MainWindowTest, GraysCommandsThatTheModelsDisable) {
 }
 
 TEST_F(MainWindowTest, RunsNoCommandOfADisabledMenu) {
-    Models().lvwServers.Add();
-    Models().lvwServers.Edit(1).main.tag = "1";
+    ListServers(3);
     Models().lvwServers.SelectOnly(1);
+    DialogDriver driver(window->Handle(), {[](HWND question) { DialogDriver::Press(question, IDYES); }});
     Models().mnuServer.enabled = false;
     window->RunCommand(ID_mnuServDelete);
-    EXPECT_EQ(Models().lvwServers.RowCount(), 1);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 3);
+    Models().mnuServer.enabled = true;
+    window->RunCommand(ID_mnuServDelete);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 2);
+
+    Models().mnuServerList.enabled = false;
+    window->RunCommand(ID_mnuServerListClear);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 2);
+    EXPECT_EQ(driver.StepsLeft(), 1U);
+    Models().mnuServerList.enabled = true;
+    window->RunCommand(ID_mnuServerListClear);
+    EXPECT_EQ(Models().lvwServers.RowCount(), 0);
+    EXPECT_EQ(driver.StepsLeft(), 0U);
+}
+
+TEST_F(MainWindowTest, GivesItsControlsTheirImages) {
+    EXPECT_NE(SendMessageA(Control(ID_trvGames), TVM_GETIMAGELIST, TVSIL_NORMAL, 0), 0);
+    for (const int list : {ID_lvwServers, ID_lvwPlayers}) {
+        const LRESULT header = SendMessageA(Control(list), LVM_GETHEADER, 0, 0);
+        EXPECT_NE(SendMessageA(reinterpret_cast<HWND>(header), HDM_GETIMAGELIST, 0, 0), 0) << list;
+    }
+    EXPECT_NE(SendMessageA(Control(ID_tbMain), TB_GETIMAGELIST, 0, 0), 0);
+    EXPECT_NE(SendMessageA(Control(ID_tbMain), TB_GETDISABLEDIMAGELIST, 0, 0), 0);
 }
 
 TEST_F(MainWindowTest, GraysTheEntriesThatCouldDoNothing) {
@@ -348,8 +454,50 @@ TEST_F(MainWindowTest, OpensNoBoxOnceItIsToBeClosed) {
 TEST_F(MainWindowTest, ClosesAMenuThatIsOpenBeforeItself) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     window->Form().tbMain_ButtonClick("favorites"); // returns when the menu is gone
+    EXPECT_NE(window->Handle(), nullptr) << "only the end of the window has ended the menu";
     EXPECT_TRUE(IsGoneSoon());
     EXPECT_TRUE(quit);
+}
+
+// What the system tells while the user moves a window, until that is cancelled.
+HWND movedWindow = nullptr;
+
+BOOL WINAPI TellThatAWindowMoves(DWORD, GUITHREADINFO* state) {
+    state->flags = movedWindow != nullptr ? GUI_INMOVESIZE : 0;
+    state->hwndMoveSize = movedWindow;
+    return TRUE;
+}
+
+LRESULT CALLBACK StopMoving(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CANCELMODE)
+        movedWindow = nullptr;
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+TEST_F(MainWindowTest, EndsTheMovingOfAWindowBeforeItCloses) {
+    const WindowHandle moved(
+        CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
+    SetWindowLongPtrA(moved.Get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&StopMoving));
+    movedWindow = moved.Get();
+    const ReplacedImport state(&GetGUIThreadInfo, &TellThatAWindowMoves);
+    SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
+    EXPECT_EQ(movedWindow, nullptr);
+    EXPECT_TRUE(IsGoneSoon());
+    EXPECT_TRUE(quit);
+}
+
+TEST_F(MainWindowTest, EndsThoughADialogStaysOpenAtTheHundredthAttempt) {
+    const WindowHandle dialog(CreateWindowExA(0, "#32770", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                              window->Handle(), nullptr, nullptr, nullptr));
+    const ReplacedImport endDialog(
+        &EndDialog, +[](HWND, INT_PTR) -> BOOL { return FALSE; });
+    SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
+    for (int attempts = 1; attempts < 100; ++attempts) {
+        SendMessageA(window->Handle(), WM_TIMER, 1, 0);
+        ASSERT_NE(window->Handle(), nullptr) << attempts;
+    }
+    SendMessageA(window->Handle(), WM_TIMER, 1, 0);
+    EXPECT_EQ(window->Handle(), nullptr);
 }
 
 TEST_F(MainWindowTest, EndsWithWindowsThoughABoxIsOpen) {

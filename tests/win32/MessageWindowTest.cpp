@@ -3,6 +3,7 @@
 #include "tests/win32/harness/DialogDriver.h"
 #include "tests/win32/harness/OwnerTestWindow.h"
 #include "tests/win32/harness/Pumping.h"
+#include "tests/win32/harness/ReplacedImport.h"
 #include "win32/UncaughtErrors.h"
 #include "win32/desktop/EventPumpWin.h"
 
@@ -125,6 +126,40 @@ TEST_F(MessageWindowFloodTest, ParkedMessagesComeInTheirOrderWhenTheOwnLoopGoesO
         pump.WaitForEvent();
     for (std::size_t i = 0; i < Windows; ++i)
         EXPECT_GT(handled[i], before[i]);
+}
+
+// A loop of the system delivers a message while input waits. The window looks for that from time to time.
+bool ParksAMessage(const MessageWindow& window, const int& handled) {
+    const ReplacedImport inputWaits(
+        &GetQueueStatus, +[](UINT) -> DWORD { return MAKELONG(0, QS_INPUT); });
+    return PumpUntil([&] {
+        const int before = handled;
+        SendMessageA(window.Handle(), WM_APP, 0, 0);
+        return handled == before;
+    });
+}
+
+TEST(MessageWindowTest, ParksNothingAfterTheParkedMessagesAreGone) {
+    const ReplacedImport nothingWaits(
+        &GetQueueStatus, +[](UINT) -> DWORD { return 0; });
+    int handled = 0;
+    const MessageWindow window([&](UINT, WPARAM, LPARAM) { ++handled; });
+    const auto isHandledAtOnce = [&] {
+        const int before = handled;
+        SendMessageA(window.Handle(), WM_APP, 0, 0);
+        return handled == before + 1;
+    };
+    ASSERT_TRUE(ParksAMessage(window, handled));
+    EXPECT_FALSE(isHandledAtOnce());
+    const int before = handled;
+    EXPECT_TRUE(PumpUntil([&] { return handled == before + 2; }));
+    EXPECT_TRUE(isHandledAtOnce());
+    {
+        int handledByOther = 0;
+        const MessageWindow other([&](UINT, WPARAM, LPARAM) { ++handledByOther; });
+        ASSERT_TRUE(ParksAMessage(other, handledByOther));
+    }
+    EXPECT_TRUE(isHandledAtOnce());
 }
 
 TEST(MessageWindowTest, NumbersOfMessagesComeAgainOnlyAfterThousands) {

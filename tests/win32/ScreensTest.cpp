@@ -31,6 +31,9 @@ TEST(ScreensTest, LeaveAWindowWhereItsTitleBarIsWithinReach) {
           Place{"on the second screen", At96(4000, 192, 800, 600), {4000, 192, 5600, 1392}},
           Place{"at the left of the second screen", At96(1920, 0, 500, 400), {1920, 0, 2920, 800}},
           Place{"more on the second", At96(1500, 50, 800, 600), {1500, 50, 3100, 1250}},
+          Place{"just enough at the left", At96(-752, 50, 800, 600), {-752, 50, 48, 650}},
+          Place{"just enough at the bottom", At96(100, 1024, 800, 600), {100, 1024, 900, 1624}},
+          Place{"at the top", At96(100, 0, 800, 600), {100, 0, 900, 600}},
           Place{"hardly on the second", At96(1200, 50, 740, 600), {1200, 50, 1940, 650}}}) {
         const RECT shown = PlaceOnScreens(place.stored, TwoScreens);
         EXPECT_TRUE(EqualRect(&shown, &place.shown)) << place.what << ": " << shown.left << ',' << shown.top
@@ -69,6 +72,9 @@ TEST(ScreensTest, BringALostWindowBackOntoTheFirst) {
          {Place{"left of all", At96(-2000, 50, 800, 600), {0, 50, 800, 650}},
           Place{"above", At96(100, -200, 800, 600), {100, 0, 900, 600}},
           Place{"below", At96(100, 5000, 800, 600), {100, 440, 900, 1040}},
+          Place{"not enough at the left", At96(-753, 50, 800, 600), {0, 50, 800, 650}},
+          Place{"not enough at the bottom", At96(100, 1025, 800, 600), {100, 440, 900, 1040}},
+          Place{"just above the top", At96(100, -1, 800, 600), {100, 0, 900, 600}},
           Place{"hardly on", At96(-790, 50, 800, 600), {0, 50, 800, 650}},
           Place{"right of all", At96(9000, 50, 800, 600), {1120, 50, 1920, 650}},
           Place{"too big as well", At96(-5000, -5000, 3000, 2000), {0, 0, 3000, 2000}}}) {

@@ -104,6 +104,16 @@ TEST_F(UdpSocketWinTest, SendsNothingWithoutAValidRemoteAddress) {
     EXPECT_EQ(peer.Receive(), "sentinel");
 }
 
+TEST_F(UdpSocketWinTest, SendsToTheLowestAndTheHighestPort) {
+    socket.RemoteHost = "127.0.0.1";
+    for (const std::int32_t port : {1, 65535}) {
+        socket.Close();
+        socket.RemotePort = port;
+        socket.SendData("x");
+        EXPECT_EQ(socket.CurrentState(), State::Open) << port;
+    }
+}
+
 TEST_F(UdpSocketWinTest, ThreeDatagramsAreThreeArrivalsOfOneEventEach) {
     socket.SendData("query");
     peer.Receive();

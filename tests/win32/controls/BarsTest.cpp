@@ -53,6 +53,20 @@ class ToolbarControlTest : public testing::Test {
     std::string clicked;
 };
 
+TEST_F(ToolbarControlTest, LiesWhereItIsPutAndDrawsNoDivider) {
+    control.MoveTo({20, 30, 420, 90});
+    ControlHost::RunPendingEvents();
+    RECT bounds{};
+    GetWindowRect(control.Handle(), &bounds);
+    MapWindowPoints(nullptr, host.Handle(), reinterpret_cast<POINT*>(&bounds), 2);
+    const RECT expected = {20, 30, 420, 90};
+    EXPECT_TRUE(EqualRect(&bounds, &expected))
+        << bounds.left << ',' << bounds.top << ',' << bounds.right << ',' << bounds.bottom;
+    RECT inner{};
+    GetClientRect(control.Handle(), &inner);
+    EXPECT_EQ(inner.bottom, 60) << "a divider takes the first lines";
+}
+
 TEST_F(ToolbarControlTest, HasAButtonOrASeparatorAtEachPosition) {
     ASSERT_EQ(SendMessageA(control.Handle(), TB_BUTTONCOUNT, 0, 0), 4);
     for (int position = 1; position <= 4; ++position) {

@@ -65,6 +65,31 @@ TEST_F(ListViewControlTest, ShowsNothingWhileUpdatesAreLocked) {
     EXPECT_EQ(TextOf(1, 3), "first");
 }
 
+TEST_F(ListViewControlTest, SelectsSeveralRowsWhereverTheyAreSorted) {
+    AddRows({"a", "b", "c", "d"});
+    model.NoteSelected(1, 2, true);
+    for (const SortOrder order : {SortOrder::Descending, SortOrder::Ascending, SortOrder::Descending}) {
+        model.Sort(2, order); // by the names
+        control.Flush();
+        for (const std::int32_t row : {1, 2, 3, 4}) {
+            const bool wanted = model.Row(row).selected;
+            EXPECT_EQ(IsSelected(row), wanted) << row;
+            EXPECT_EQ(wanted, (order == SortOrder::Ascending) == (row <= 2)) << row;
+        }
+    }
+}
+
+TEST_F(ListViewControlTest, FocusesNoRowWhenTheFocusedOneIsRemoved) {
+    AddRows({"a", "b", "c"});
+    model.SelectOnly(2);
+    control.Flush();
+    model.Remove(2);
+    control.Flush();
+    EXPECT_EQ(model.FocusedRow(), 0);
+    for (const std::int32_t row : {1, 2})
+        EXPECT_FALSE(IsFocused(row)) << row;
+}
+
 TEST_F(ListViewControlTest, SelectsWhatTheModelSelects) {
     AddRows({"a", "b", "c"});
     model.SelectOnly(2);

@@ -104,6 +104,23 @@ TEST_F(EventPumpWinTest, WindowsAreUpdatedAtALimitedRate) {
     EXPECT_LE(updates, 5);
 }
 
+TEST_F(EventPumpWinTest, TheProgramsLoopUpdatesAtTheSameRate) {
+    int updates = 0;
+    pump.updateWindows = [&] { ++updates; };
+    const std::int64_t start = PerformanceMicroseconds();
+    onMessage = [&] {
+        if (PerformanceMicroseconds() - start < 350'000)
+            Post(1);
+        else
+            PostQuitMessage(0);
+    };
+    Post(1);
+    pump.Run();
+    EXPECT_GT(handled, 20);
+    EXPECT_GE(updates, 3);
+    EXPECT_LE(updates, 5);
+}
+
 void Spend(std::int64_t microseconds) {
     const std::int64_t start = PerformanceMicroseconds();
     while (PerformanceMicroseconds() - start < microseconds) {

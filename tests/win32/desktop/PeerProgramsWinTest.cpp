@@ -3,6 +3,7 @@
 #include "core/Version.h"
 #include "tests/fakes/Errors.h"
 #include "tests/win32/harness/OwnerTestWindow.h"
+#include "tests/win32/harness/ReplacedImport.h"
 #include "tests/win32/harness/TemporaryFolder.h"
 #include "win32/desktop/FilesWin.h"
 
@@ -104,6 +105,28 @@ TEST_F(PeerProgramsWinTest, AHungWindowIsSkipped) {
     EXPECT_LT(GetTickCount64() - start, 10'000U);
     release.set_value();
     hanging.join();
+}
+
+struct Sent {
+    UINT flags;
+    UINT timeout;
+};
+std::vector<Sent> sent;
+
+LRESULT WINAPI NoteSent(HWND, UINT, WPARAM, LPARAM, UINT flags, UINT timeout, PDWORD_PTR) {
+    sent.push_back({flags, timeout});
+    return 0;
+}
+
+// Systems differ in when they take a window for hung, so this test looks at the call.
+TEST_F(PeerProgramsWinTest, AsksNotToWaitForAHungWindow) {
+    const ReplacedImport send(&SendMessageTimeoutA, &NoteSent);
+    sent.clear();
+    const PeerWindow peer("Velmar 215");
+    peers.SendCopyDataTo("Velmar 215", 3, Message);
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent[0].flags, UINT{SMTO_ABORTIFHUNG});
+    EXPECT_EQ(sent[0].timeout, 3000U);
 }
 
 TEST_F(PeerProgramsWinTest, ReadsTheVersionOfAProgram) {

@@ -97,6 +97,7 @@ TEST_F(PromptsWinTest, ShowsAQuestionAsItIs) {
     const std::string question = "a && b & c %1 %s {0} \\n <b>\r\n" + std::string(500, 'W');
     Answered({[&](HWND box) {
                  text = DialogDriver::TextOf(box, MessageText);
+                 EXPECT_EQ(IconOf(box), LoadIconA(nullptr, IDI_QUESTION));
                  prompts.CancelOpenBox();
              }},
              [&] { return prompts.AskYesNo(question, "Question"); });

@@ -196,6 +196,38 @@ TEST_F(SystemInformationWinTest, AsksForTheShellLibrarysVersionWithTheShortRecor
     EXPECT_THROW(system.ShellLightWeightVersion(), RunTimeError);
 }
 
+BOOL WINAPI AnswerMemory(MEMORYSTATUSEX* status) {
+    EXPECT_EQ(status->dwLength, sizeof(MEMORYSTATUSEX));
+    *status = {.dwLength = status->dwLength,
+               .dwMemoryLoad = 1,
+               .ullTotalPhys = 2,
+               .ullAvailPhys = 3,
+               .ullTotalPageFile = 4,
+               .ullAvailPageFile = 5,
+               .ullTotalVirtual = 6,
+               .ullAvailVirtual = 7,
+               .ullAvailExtendedVirtual = 8};
+    return TRUE;
+}
+
+BOOL WINAPI AnswerNoMemory(MEMORYSTATUSEX*) {
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return FALSE;
+}
+
+TEST_F(SystemInformationWinTest, ReportsThePhysicalAndTheVirtualMemory) {
+    {
+        const ReplacedImport answer(&GlobalMemoryStatusEx, &AnswerMemory);
+        const MemoryStatus memory = system.Memory();
+        EXPECT_EQ(memory.availablePhysical, 3U);
+        EXPECT_EQ(memory.totalPhysical, 2U);
+        EXPECT_EQ(memory.availableVirtual, 7U);
+        EXPECT_EQ(memory.totalVirtual, 6U);
+    }
+    const ReplacedImport answer(&GlobalMemoryStatusEx, &AnswerNoMemory);
+    EXPECT_THROW(system.Memory(), RunTimeError);
+}
+
 int WINAPI AnswerLanguage(LCID locale, LCTYPE item, LPSTR text, int size) {
     EXPECT_EQ(locale, 0x400U); // the user's
     EXPECT_EQ(item, 2U);       // the language's name in the user's language

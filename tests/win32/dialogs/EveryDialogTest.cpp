@@ -90,15 +90,18 @@ class EveryDialogTest : public FormsTest {
 };
 
 TEST_F(EveryDialogTest, IsOwnedByTheMainWindowAndCentredOnIt) {
-    ForEveryDialog([&](HWND dialog) {
-        EXPECT_EQ(GetWindow(dialog, GW_OWNER), owner.Handle());
-        EXPECT_FALSE(IsWindowEnabled(owner.Handle()));
-        RECT over, own;
-        GetWindowRect(owner.Handle(), &over);
-        GetWindowRect(dialog, &own);
-        EXPECT_LE(std::abs((over.left + over.right) - (own.left + own.right)), 2);
-        EXPECT_LE(std::abs((over.top + over.bottom) - (own.top + own.bottom)), 2);
-    });
+    for (const bool topMost : {false, true})
+        ForEveryDialog(
+            [&](HWND dialog) {
+                EXPECT_EQ(GetWindow(dialog, GW_OWNER), owner.Handle());
+                EXPECT_FALSE(IsWindowEnabled(owner.Handle()));
+                RECT over, own;
+                GetWindowRect(owner.Handle(), &over);
+                GetWindowRect(dialog, &own);
+                EXPECT_LE(std::abs((over.left + over.right) - (own.left + own.right)), 2);
+                EXPECT_LE(std::abs((over.top + over.bottom) - (own.top + own.bottom)), 2);
+            },
+            topMost);
 }
 
 TEST_F(EveryDialogTest, HasTheIconsOfItsOwner) {

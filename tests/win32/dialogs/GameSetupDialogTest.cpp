@@ -1,6 +1,10 @@
 #include "tests/win32/dialogs/FormsTest.h"
+#include "tests/win32/harness/ReplacedImport.h"
+#include "win32/desktop/FilesWin.h"
 
+#include <algorithm>
 #include <commctrl.h>
+#include <shlobj.h>
 #include <string>
 #include <vector>
 
@@ -24,6 +28,14 @@ class GameSetupDialogTest : public FormsTest {
         item.state = selected ? item.stateMask : 0;
         SendMessageA(Item(dialog, ID_lvwGameSel), LVM_SETITEMSTATE, static_cast<WPARAM>(index),
                      reinterpret_cast<LPARAM>(&item));
+    }
+    // The game's row has the image of a game that is set up.
+    static bool IsMarked(HWND dialog, int index) {
+        LVITEMA item{};
+        item.mask = LVIF_IMAGE;
+        item.iItem = index;
+        SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+        return item.iImage >= 0;
     }
     static int Selected(HWND dialog) {
         return static_cast<int>(SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETNEXTITEM,
@@ -54,23 +66,16 @@ TEST_F(GameSetupDialogTest, ShowsTheGamesAndTheFirstOnesSetup) {
 
 TEST_F(GameSetupDialogTest, MarksTheGamesThatAreSetUpAndBeginsWithTheOneAskedFor) {
     program.GamePath[1] = "C:\\Games\\Arena\\";
-    const auto isMarked = [](HWND dialog, int index) {
-        LVITEMA item{};
-        item.mask = LVIF_IMAGE;
-        item.iItem = index;
-        SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
-        return item.iImage >= 0;
-    };
     frmGamSetup form(
         program, desktop.Interfaces(), [] {}, [this] { forms.Unload(); }, "cb");
     Show(form, {[&](HWND dialog) {
              EXPECT_EQ(Selected(dialog), 1);
-             EXPECT_TRUE(isMarked(dialog, 0));
-             EXPECT_FALSE(isMarked(dialog, 1));
+             EXPECT_TRUE(IsMarked(dialog, 0));
+             EXPECT_FALSE(IsMarked(dialog, 1));
              Type(dialog, ID_txtPath, "D:\\Crow");
-             EXPECT_TRUE(isMarked(dialog, 1));
+             EXPECT_TRUE(IsMarked(dialog, 1));
              Type(dialog, ID_txtPath, "");
-             EXPECT_FALSE(isMarked(dialog, 1));
+             EXPECT_FALSE(IsMarked(dialog, 1));
              DialogDriver::Press(dialog, IDCANCEL);
          }});
 }
@@ -123,6 +128,16 @@ TEST_F(GameSetupDialogTest, KeepsTheInputForEachGame) {
     EXPECT_EQ(treeRefreshed, 1);
 }
 
+TEST_F(GameSetupDialogTest, HidesAGameThatIsUnchecked) {
+    program.GameVisible[1] = 1;
+    Show(GameSetup(), {[&](HWND dialog) {
+             Click(dialog, ID_chkVisible);
+             EXPECT_FALSE(IsChecked(dialog, ID_chkVisible));
+             DialogDriver::Press(dialog, IDOK);
+         }});
+    EXPECT_EQ(program.GameVisible[1], 0);
+}
+
 TEST_F(GameSetupDialogTest, AlwaysHasAGameSelected) {
     Show(GameSetup(), {[&](HWND dialog) {
              Select(dialog, 1);
@@ -160,6 +175,37 @@ TEST_F(GameSetupDialogTest, WithoutGamesItsFieldsAreDisabled) {
              DialogDriver::Press(dialog, IDOK);
          }});
     EXPECT_EQ(program.AppLog->ErrorCount(), 0);
+}
+
+// The folder that is chosen in the folder browser, which the test answers in its place.
+std::string chosenFolder;
+
+ITEMIDLIST* WINAPI ChooseFolder(BROWSEINFOA*) {
+    return static_cast<ITEMIDLIST*>(CoTaskMemAlloc(sizeof(ITEMIDLIST)));
+}
+
+BOOL WINAPI PathOfFolder(const ITEMIDLIST*, char* path) {
+    std::copy_n(chosenFolder.c_str(), chosenFolder.size() + 1, path);
+    return TRUE;
+}
+
+TEST_F(GameSetupDialogTest, ShowsTheFolderInWhichTheGameWasFound) {
+    const ReplacedImport browse(&SHBrowseForFolderA, &ChooseFolder);
+    const ReplacedImport toPath(&SHGetPathFromIDListA, &PathOfFolder);
+    chosenFolder = folder.Path();
+    FilesWin().Write(folder / "ar.exe", "");
+    program.GameVisible[1] = 0;
+    Show(GameSetup(), {[&](HWND dialog) {
+             EXPECT_EQ(Text(dialog, ID_txtPath), "");
+             EXPECT_FALSE(IsMarked(dialog, 0));
+             Click(dialog, ID_cmdBrowse);
+             EXPECT_EQ(Text(dialog, ID_txtPath), folder.Path() + "\\");
+             EXPECT_TRUE(IsChecked(dialog, ID_chkVisible));
+             EXPECT_TRUE(IsMarked(dialog, 0));
+             DialogDriver::Press(dialog, IDOK);
+         }});
+    EXPECT_EQ(program.GamePath[1], folder.Path() + "\\");
+    EXPECT_EQ(program.GameVisible[1], 1);
 }
 
 TEST_F(GameSetupDialogTest, ACancelledBrowserClearsThePathButNotItsField) {

@@ -1,7 +1,10 @@
 // The password, Add Server and About dialogs.
 
+#include "tests/fakes/FakeShell.h"
+#include "tests/fakes/MemoryRegistry.h"
 #include "tests/win32/dialogs/FormsTest.h"
 #include "tests/win32/harness/ReplacedImport.h"
+#include "win32/desktop/FilesWin.h"
 
 #include "core/Version.h"
 
@@ -155,6 +158,35 @@ TEST_F(AboutDialogTest, ShowsTheVersionAndClosesOnEnterAndEscape) {
                  EXPECT_EQ(TabOrder(dialog), (std::vector<int>{IDOK, ID_cmdSystemInfo}));
                  DialogDriver::PressKey(GetFocus(), key);
              }});
+}
+
+TEST_F(AboutDialogTest, StartsTheSystemsInformationTool) {
+    const std::string tool = folder / "msinfo.exe";
+    FilesWin().Write(tool, "");
+    MemoryRegistry registry;
+    registry.Put(RegistryRoot::LocalMachine, "SOFTWARE\\Microsoft\\Shared Tools\\MSInfo", "Path", tool);
+    FakeShell shell;
+    const Desktop& real = desktop.Interfaces();
+    Desktop interfaces{.clock = real.clock,
+                       .events = real.events,
+                       .files = real.files,
+                       .help = real.help,
+                       .hosts = real.hosts,
+                       .locale = real.locale,
+                       .notifications = real.notifications,
+                       .peers = real.peers,
+                       .profiles = real.profiles,
+                       .prompts = real.prompts,
+                       .registry = registry,
+                       .shell = shell,
+                       .system = real.system};
+    Show(frmAbout(program, interfaces, Closing()), {[&](HWND dialog) {
+             Click(dialog, ID_cmdSystemInfo);
+             EXPECT_EQ(shell.opened.size(), 1U);
+             DialogDriver::Press(dialog, IDOK);
+         }});
+    ASSERT_EQ(shell.opened.size(), 1U);
+    EXPECT_EQ(shell.opened[0].file, tool);
 }
 
 } // namespace
