@@ -287,6 +287,27 @@ TEST_F(MainWindowTest, AnEntryOfTheBarActsOnWhatWasSelectedWhenItWasChosen) {
     EXPECT_EQ(Addresses().front(), "10.0.0.3:3");
 }
 
+WNDPROC ownProcedure = nullptr;
+WPARAM notedUiState = 0;
+
+// Notes what the window tells the system about the marks of the focus and of access keys.
+LRESULT CALLBACK NoteUiState(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CHANGEUISTATE)
+        notedUiState = wParam;
+    return CallWindowProcA(ownProcedure, window, message, wParam, lParam);
+}
+
+TEST_F(MainWindowTest, ShowsTheFocusMarksOnceTabIsUsed) {
+    SetFocus(Control(ID_trvGames));
+    ownProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrA(window->Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&NoteUiState)));
+    notedUiState = 0;
+    PressKey(ID_trvGames, VK_TAB);
+    EXPECT_EQ(GetFocus(), Control(ID_lvwServers));
+    EXPECT_EQ(notedUiState, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS));
+    SetWindowLongPtrA(window->Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ownProcedure));
+}
+
 TEST_F(MainWindowTest, AKeyThatIsHeldDownGivesItsCommandOnce) {
     ListServers(4);
     Models().lvwServers.SelectOnly(2);

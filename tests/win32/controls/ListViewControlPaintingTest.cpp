@@ -112,6 +112,7 @@ TEST_F(ListViewControlPaintingTest, TellsTheWholeTextOfACellThatIsCut) {
     const std::string longName = "A server whose name is much longer than any column of the list may be";
     AddRows({"short", longName});
     EXPECT_EQ(ToolTipOver(2, 3), longName);
+    EXPECT_GT(greatestToolTipWidth, 0) << "a longer text has several lines";
     EXPECT_EQ(ToolTipOver(1, 3), "");
     EXPECT_EQ(ToolTipOver(2, 2), "");
     model.Cell(1, 2).text = "255.255.255.255:65535 and more";
