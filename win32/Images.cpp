@@ -45,6 +45,10 @@ int Images::Add(const std::vector<Pixels>& pictures) {
     return index;
 }
 
+void Images::AddTransparent(const std::string& key) {
+    indexes_[key] = Add({Pixels(size_)});
+}
+
 void Images::AddFlags() {
     const BitmapHandle original(static_cast<HBITMAP>(
         LoadImageA(GetModuleHandleA(nullptr), FlagsResource, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));

@@ -108,6 +108,22 @@ TEST_F(ListViewControlPaintingTest, MarksItsSelectionAlsoWithoutTheFocus) {
     EXPECT_EQ(ground(2), ColorsOfUnfocusedSelection().ground);
 }
 
+TEST_F(ListViewControlPaintingTest, MarksASelectedRowWithoutAGap) {
+    const Images pictures(16, {"locked"});
+    control.SetImages(pictures, ListViewControl::Pictures::OfRowsAndHeaders);
+    AddRows({"a", "b"});
+    SelectInControl(2);
+    for (const bool focused : {true, false}) {
+        SetFocus(focused ? control.Handle() : host.Handle());
+        ControlHost::RunPendingEvents();
+        RECT row = RowBounds(2);
+        InflateRect(&row, 0, -2); // the focus mark
+        row.left += ColumnWidth(1);
+        row.right = row.left + ColumnWidth(2) + 8;
+        EXPECT_EQ(PaintedPixels(control.Handle()).Count(row, GetSysColor(COLOR_WINDOW)), 0) << focused;
+    }
+}
+
 TEST_F(ListViewControlPaintingTest, TellsTheWholeTextOfACellThatIsCut) {
     const std::string longName = "A server whose name is much longer than any column of the list may be";
     AddRows({"short", longName});

@@ -54,12 +54,14 @@ TEST_F(GameSetupDialogTest, ShowsTheGamesAndTheFirstOnesSetup) {
 
 TEST_F(GameSetupDialogTest, MarksTheGamesThatAreSetUpAndBeginsWithTheOneAskedFor) {
     program.GamePath[1] = "C:\\Games\\Arena\\";
+    // Every game has an image, or the names would not line up.
     const auto isMarked = [](HWND dialog, int index) {
         LVITEMA item{};
         item.mask = LVIF_IMAGE;
         item.iItem = index;
         SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
-        return item.iImage >= 0;
+        EXPECT_NE(item.iImage, I_IMAGENONE);
+        return item.iImage == 0;
     };
     frmGamSetup form(
         program, desktop.Interfaces(), [] {}, [this] { forms.Unload(); }, "cb");
