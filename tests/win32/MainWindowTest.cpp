@@ -105,6 +105,17 @@ TEST_F(MainWindowTest, ATextInTheSearchBoxNarrowsTheList) {
     EXPECT_EQ(Models().lvwServers.RowCount(), 3);
 }
 
+TEST_F(MainWindowTest, ShowsEachHeaderOfTheServersWithItsSortArrow) {
+    const auto font = reinterpret_cast<HFONT>(SendMessageA(Control(ID_lvwServers), WM_GETFONT, 0, 0));
+    constexpr int ArrowAndMargins = 16 + 20;
+    const Dpi dpi = Dpi::OfWindow(window->Handle());
+    const ListView& list = Models().lvwServers;
+    for (std::int32_t column = 2; column <= list.columns.HighestIndex(); ++column)
+        EXPECT_GE(dpi.ToPixels(list.columns[column].width),
+                  TextWidth(font, list.columns[column].text) + dpi.Scaled(ArrowAndMargins))
+            << list.columns[column].text;
+}
+
 TEST_F(MainWindowTest, FollowsTheWindowsSize) {
     const LONG before = BoundsOf(ID_lvwServers).right;
     RECT bounds{};
