@@ -196,6 +196,8 @@ bool MainWindow::MoveFocusByTab(const MSG& message) noexcept {
     // Tab stops are the controls with WS_TABSTOP, in creation order.
     if (const HWND next = GetNextDlgTabItem(Handle(), GetFocus(), backwards); next != nullptr)
         SetFocus(next);
+    // The system hides the focus marks until the keyboard is used, and dialogs show them by themselves only.
+    SendMessageA(Handle(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
     return true;
 }
 

@@ -133,6 +133,17 @@ TEST_F(MainWindowTest, KeepsTheOrderOfItsControlsInEveryLayout) {
                                        ID_txtSearch, ID_tbMain, ID_sbMain}));
 }
 
+TEST_F(MainWindowTest, ShowsEachHeaderOfTheServersWithItsSortArrow) {
+    const auto font = reinterpret_cast<HFONT>(SendMessageA(Control(ID_lvwServers), WM_GETFONT, 0, 0));
+    constexpr int ArrowAndMargins = 16 + 20;
+    const Dpi dpi = Dpi::OfWindow(window->Handle());
+    const ListView& list = Models().lvwServers;
+    for (std::int32_t column = 2; column <= list.columns.HighestIndex(); ++column)
+        EXPECT_GE(dpi.ToPixels(list.columns[column].width),
+                  TextWidth(font, list.columns[column].text) + dpi.Scaled(ArrowAndMargins))
+            << list.columns[column].text;
+}
+
 TEST_F(MainWindowTest, FollowsTheWindowsSize) {
     const LONG before = BoundsOf(ID_lvwServers).right;
     RECT bounds{};
@@ -391,6 +402,27 @@ TEST_F(MainWindowTest, AnEntryOfTheBarActsOnWhatWasSelectedWhenItWasChosen) {
     PostMessageA(window->Handle(), WM_COMMAND, ID_mnuServDelete, 0);
     RunPendingEvents();
     EXPECT_EQ(Addresses().front(), "10.0.0.3:3");
+}
+
+WNDPROC ownProcedure = nullptr;
+WPARAM notedUiState = 0;
+
+// Notes what the window tells the system about the marks of the focus and of access keys.
+LRESULT CALLBACK NoteUiState(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CHANGEUISTATE)
+        notedUiState = wParam;
+    return CallWindowProcA(ownProcedure, window, message, wParam, lParam);
+}
+
+TEST_F(MainWindowTest, ShowsTheFocusMarksOnceTabIsUsed) {
+    SetFocus(Control(ID_trvGames));
+    ownProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrA(window->Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&NoteUiState)));
+    notedUiState = 0;
+    PressKey(ID_trvGames, VK_TAB);
+    EXPECT_EQ(GetFocus(), Control(ID_lvwServers));
+    EXPECT_EQ(notedUiState, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS));
+    SetWindowLongPtrA(window->Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ownProcedure));
 }
 
 TEST_F(MainWindowTest, AKeyThatIsHeldDownGivesItsCommandOnce) {
