@@ -95,7 +95,8 @@ class MainWindow final : public Window, public FormWindow {
     Answer OnCommand(int id, CommandSource source) override;
     Answer OnNotify(NMHDR& notification) override;
     Answer OnContextMenu(HWND on, POINT screen) override;
-    Answer OnEnterIdle() override;
+    Answer OnEnterIdle(bool inMenu) override;
+    Answer OnMoveBegins() override;
     Answer OnInitMenuPopup(HMENU menu) override;
     Answer OnMenuBarLeft() override;
     Answer OnTimer(UINT_PTR id) override;

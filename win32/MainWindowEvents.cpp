@@ -108,8 +108,15 @@ Answer MainWindow::OnMenuBarLeft() {
     return NotHandled;
 }
 
-// The system's own loops, of menus and dialogs, do not know the pump.
-Answer MainWindow::OnEnterIdle() {
+// The system's own loops, of menus and dialogs, do not know the pump. A scan continues in a dialog's loop.
+Answer MainWindow::OnEnterIdle(bool inMenu) {
+    if (inMenu)
+        form_.scan.NoteStandstill();
+    FlushModels();
+    return NotHandled;
+}
+
+Answer MainWindow::OnMoveBegins() {
     form_.scan.NoteStandstill();
     FlushModels();
     return NotHandled;

@@ -126,7 +126,9 @@ Answer Window::DispatchInput(UINT message, WPARAM wParam, LPARAM lParam) noexcep
             return OnContextMenu(reinterpret_cast<HWND>(wParam), screen);
         });
     case WM_ENTERIDLE:
-        return Answered("OnEnterIdle", [&] { return OnEnterIdle(); });
+        return Answered("OnEnterIdle", [&] { return OnEnterIdle(wParam == MSGF_MENU); });
+    case WM_ENTERSIZEMOVE:
+        return Answered("OnMoveBegins", [&] { return OnMoveBegins(); });
     case WM_INITMENUPOPUP:
         return Answered("OnInitMenuPopup", [&] { return OnInitMenuPopup(reinterpret_cast<HMENU>(wParam)); });
     case WM_EXITMENULOOP:

@@ -73,7 +73,10 @@ class Window {
     virtual Answer OnContextMenu(HWND /*on*/, POINT /*screen*/) { return NotHandled; }
 
     // A menu or one of our dialogs waits for input.
-    virtual Answer OnEnterIdle() { return NotHandled; }
+    virtual Answer OnEnterIdle(bool /*inMenu*/) { return NotHandled; }
+
+    // The user begins to move or resize the window. The system's loop for this runs until the end.
+    virtual Answer OnMoveBegins() { return NotHandled; }
 
     // A menu is about to be shown, or an accelerator is about to run one of its entries.
     virtual Answer OnInitMenuPopup(HMENU /*menu*/) { return NotHandled; }
