@@ -8,12 +8,12 @@
 //    once, in their order, when it is done, also inside a scan that was running before.
 //  - A command that replaces the list first ends a running scan as "stop" does and waits for its end. Other
 //    commands, a second scan included, run at once inside the scan.
-//  - A scan waits in a loop that takes its next step after each event. A dialog or message box that opens
-//  during
-//    the wait has its own loop, above the scan's on the stack, and the scan's loop continues only when it is
-//    closed. Meanwhile an event that the scan waits for takes the step itself, but only if the dialog is all
-//    that is above the scan: a list that is being worked on, and a command that runs inside the dialog's
-//    loop, may have row numbers or references to records, which a step would make wrong.
+//  - A scan waits in a loop that takes its next step after an event. The loop of a dialog or message box that
+//    opens during the wait is above it on the stack, so it continues only when the dialog is closed. Until
+//    then the events that the scan waits for take the steps, but only if the dialog is all that is above it:
+//    work on a list, or a command inside the dialog's loop, may have row numbers or references to records,
+//    which a step would make wrong. Of scans inside each other the innermost that has not ended takes steps.
+//    Commands that wait for the end of a scan that ended behind a dialog run when the dialog is closed.
 //  - Commands nest through waits and message boxes only to a certain depth, as each takes its part of the
 //    stack: a further scan is refused, a further command waits until the depth has fallen.
 //  - Closing ends every wait at once. When the stack has unwound to its outermost command and no message box
