@@ -107,10 +107,6 @@ INT_PTR Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
         SetWindowLongPtrA(handle_, DWLP_MSGRESULT, answer);
         return TRUE;
     }
-    case WM_ENTERIDLE: // of a message box or menu in front of the dialog: the main window shows its changes
-        if (const HWND owner = GetWindow(handle_, GW_OWNER); owner != nullptr)
-            SendMessageA(owner, message, wParam, lParam);
-        return FALSE;
     case WM_DESTROY:
         Guarded("Form_Unload", [&] { OnDestroy(); });
         return FALSE;

@@ -108,10 +108,8 @@ Answer MainWindow::OnMenuBarLeft() {
     return NotHandled;
 }
 
-// The system's own loops, of menus and dialogs, do not know the pump. A scan continues in a dialog's loop.
-Answer MainWindow::OnEnterIdle(bool inMenu) {
-    if (inMenu)
-        form_.scan.NoteStandstill();
+Answer MainWindow::OnMenuIdle() {
+    form_.scan.NoteStandstill();
     FlushModels();
     return NotHandled;
 }
