@@ -32,12 +32,14 @@ constexpr UINT_PTR UpdateTimer = 2;
 constexpr UINT UpdateInterval = 250; // milliseconds
 
 // Ends an open menu and the moving of a window; true if there was one. It has ended when its own message loop
-// continues.
-bool CancelMenuMode() {
+// continues. The system reports no menu mode while a pop-up menu is about to open, and after a control has
+// taken the capture.
+bool CancelMenuMode(bool popUpIsOpen) {
     GUITHREADINFO state{};
     state.cbSize = sizeof state;
     GetGUIThreadInfo(GetCurrentThreadId(), &state);
-    if ((state.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE | GUI_INMOVESIZE)) == 0)
+    constexpr DWORD Modes = GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE | GUI_INMOVESIZE;
+    if (!popUpIsOpen && (state.flags & Modes) == 0)
         return false;
     EndMenu();
     for (const HWND window : {state.hwndMenuOwner, state.hwndMoveSize})
@@ -321,7 +323,7 @@ Answer MainWindow::OnClose() {
 
 // Returns whether something was open, and if so calls ContinueClosing later: modal loops deliver timers, too.
 bool MainWindow::CancelDialogs() {
-    const bool menu = CancelMenuMode();
+    const bool menu = CancelMenuMode(popUpIsOpen_);
     const bool dialog = desktop_.Prompts().CancelOpenBox();
     if (menu || dialog)
         SetTimer(Handle(), ClosingTimer, ClosingInterval, nullptr);

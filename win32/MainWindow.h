@@ -189,6 +189,7 @@ class MainWindow final : public Window, public FormWindow {
     std::vector<MenuEntry> shownEntries_;
     POINT menuKeyPosition_{}; // position of a menu that the keyboard opened
     bool askedByKeyboard_ = false;
+    bool popUpIsOpen_ = false;
 
     std::deque<std::function<void()>> postedEvents_;
     // Sent by the system when it has created the taskbar again.

@@ -111,6 +111,10 @@ Answer MainWindow::OnMenuBarLeft() {
 Answer MainWindow::OnMenuIdle() {
     form_.scan.NoteStandstill();
     FlushModels();
+    // A menu's loop has looked into the queue and is about to wait for new messages. FlushModels also looks
+    // for replies, after which nothing that has arrived counts as new.
+    if (GetQueueStatus(QS_ALLINPUT) != 0)
+        PostMessageA(Handle(), WM_NULL, 0, 0);
     return NotHandled;
 }
 

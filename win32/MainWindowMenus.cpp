@@ -1,6 +1,7 @@
 // Menus and keys of the main window: which command runs which handler, and what the models change in the
 // menus.
 
+#include "base/Scope.h"
 #include "win32/MainWindow.h"
 #include "win32/resources/ids.h"
 
@@ -214,8 +215,11 @@ void MainWindow::PopUp(PopupMenu menu) {
     // The selection that the user sees now: a scan continues while the menu is open.
     CommandTarget target = form_.Target();
     // Only the left button chooses: the right one, which has just opened the menu, may slip before it is up.
-    const int command = TrackPopupMenuEx(PopupOf(menu), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RETURNCMD,
-                                         position.x, position.y, Handle(), nullptr);
+    const int command = [&] {
+        const Restore open(popUpIsOpen_, true);
+        return TrackPopupMenuEx(PopupOf(menu), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RETURNCMD, position.x,
+                                position.y, Handle(), nullptr);
+    }();
     tbMain_.AllowToolTips(true);
     if (command != 0)
         PostEvent([this, command, target = std::move(target)] { RunCommand(command, target); });

@@ -100,7 +100,10 @@ def test_escape_in_a_menu_or_dialog_leaves_the_scan_alone(doom):
     wait_for_scan_to_start(quarn)
     quarn.do("keyboard", "alt+x")
     quarn.do.wait("*#32768*", "windows")
-    quarn.do("keyboard", "escape", "escape")
+    focus = quarn.do.text("focus")
+    # Keys act in their order, but later than commands: the last one shows that all have acted.
+    quarn.do("keyboard", "escape", "escape", "tab")
+    wait_until(lambda: quarn.do.text("focus") != focus, "the keys have acted")
     quarn.choose("mnuInfoAbout")
     quarn.do.wait("*", "use", "About Quarn")
     quarn.do("keyboard", "escape")

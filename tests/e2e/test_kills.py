@@ -59,5 +59,8 @@ def test_every_file_is_whole_after_a_kill(two_lists, start, is_long, report):
     quarn = start(two_lists)
     quarn.wait_until_usable()
     quarn.wait_for_rows(ENTRIES)
+    switch_lists(quarn)  # saves the list, in place of a save that was killed
+    quarn.do.wait("Crow", "selected-node", quarn.control("trvGames"))
+    quarn.wait_for_status("Ready.")
     assert quarn.close() == 0
     assert not list(two_lists.glob("*.tmp"))

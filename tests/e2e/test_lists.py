@@ -83,7 +83,7 @@ def test_refresh_all_shows_what_the_servers_say(browse, game, options):
     ]
     for row, server in zip(rows, servers):
         assert server.latency <= int(row.ping) < LONG_TIMEOUT, row
-    assert quarn.status(3) == f"{len(servers)} servers"
+    quarn.wait_for_status(f"{len(servers)} servers", 3)
     assert quarn.do.text("progress", quarn.control("pbScanning")).startswith("1/")
     assert quarn.close() == 0
 
@@ -116,7 +116,7 @@ def test_an_end_mark_counts_as_a_server_and_is_logged(browse):
     quarn, _ = browse("oa", "--end-mark", "last")
     quarn.renew()
     quarn.wait_for_rows(8)
-    assert quarn.status(3) == "9 servers"
+    quarn.wait_for_status("9 servers", 3)
     assert re.search(
         r"^modMasterQuery;ParseQ3EngineServers;[^;]*;9;Subscript out of range\r$", quarn.log(), re.M
     )
@@ -170,6 +170,13 @@ def test_refresh_asks_the_selected_servers_only(browse):
     assert network.statistics()["server_requests"] == 2
 
 
+def wait_for_names(quarn, server):
+    wait_until(
+        lambda: [name for name, _, _ in quarn.players()] == server.player_names,
+        "the players are the server's",
+    )
+
+
 @each_family
 def test_a_click_shows_the_players_of_the_row(browse, game, options):
     quarn, network = browse(game, *options, "--fill", "20-90")
@@ -177,7 +184,7 @@ def test_a_click_shows_the_players_of_the_row(browse, game, options):
     for number, server in enumerate(network.servers_of(game), 1):
         quarn.click_row(number)
         quarn.do.wait(server.players, "row-count", quarn.control("lvwPlayers"))
-        assert [name for name, _, _ in quarn.players()] == server.player_names
+        wait_for_names(quarn, server)
         wait_until(quarn.variables, "the server's variables are shown")
     assert quarn.close() == 0
 
@@ -191,7 +198,7 @@ def test_the_details_follow_the_arrow_keys(browse):
     quarn.wait_for_players(first.players)
     quarn.do("key", quarn.control("lvwServers"), "down")
     quarn.wait_for_players(second.players)
-    assert [name for name, _, _ in quarn.players()] == second.player_names
+    wait_for_names(quarn, second)
     assert quarn.close() == 0
 
 

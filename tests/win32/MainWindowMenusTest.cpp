@@ -124,6 +124,23 @@ TEST_F(MainWindowMenusTest, RenameIsForTheNodeForWhichTheMenuOpened) {
     EXPECT_EQ(program.FavoriteNames[2], "-");
 }
 
+TEST_F(MainWindowMenusTest, OutliveNoWindowThatIsClosedBeforeTheSystemReportsThem) {
+    whileOpen = [&] {
+        SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
+        EXPECT_TRUE(IsWindow(window->Handle())) << "the system's loop for the menu would not end";
+    };
+    window->Form().tbMain_ButtonClick("favorites");
+    EXPECT_TRUE(IsGoneSoon());
+}
+
+// A loop that looks into the queue, finds nothing, says that it is idle, and waits for new messages.
+TEST_F(MainWindowMenusTest, WaitForNoMessageThatHasArrivedWhileTheyBecameIdle) {
+    RunPendingEvents();
+    PostMessageA(Control(ID_lvwServers), WM_NULL, 0, 0);
+    SendMessageA(window->Handle(), WM_ENTERIDLE, MSGF_MENU, 0);
+    EXPECT_NE(LOWORD(GetQueueStatus(QS_POSTMESSAGE)), 0) << "a wait would not end";
+}
+
 TEST_F(MainWindowMenusTest, OpensTheFoldersBelowTheirButton) {
     window->Form().tbMain_ButtonClick("favorites");
     RECT button{};

@@ -61,9 +61,10 @@ std::size_t KindsReached(UINT message) noexcept {
 }
 
 bool Take(MSG& message, const Kind& kind) noexcept {
-    // A key's character is posted when the key is translated, and must precede the next key.
-    if (kind.status == QS_INPUT &&
-        PeekMessageA(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE | PM_QS_POSTMESSAGE))
+    // A key's character is posted when the key is translated, and must precede the key's release. This range
+    // contains both, and posted messages come first. (PM_QS_POSTMESSAGE alone would miss the character if a
+    // message sent by another program were handled before.)
+    if (kind.status == QS_INPUT && PeekMessageA(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE))
         return true;
     return PeekMessageA(&message, nullptr, kind.message, kind.message, PM_REMOVE | kind.flags) != FALSE;
 }

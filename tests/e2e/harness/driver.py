@@ -80,7 +80,7 @@ class Driver:
         """Runs a command and returns the lines of its output, still escaped."""
         if words[0] == "timeout":
             self._reply_seconds = REPLY_SECONDS + int(words[1])
-        if words[0] in ("keyboard", "hold-key", "type"):
+        if words[0] in ("keyboard", "hold-key", "type", "move"):
             self._wait_for_the_window_manager()
         self._process.stdin.write(b" ".join(map(quoted, words)) + b"\n")
         lines = []
@@ -93,8 +93,8 @@ class Driver:
             lines.append(line[1:])
 
     def _wait_for_the_window_manager(self):
-        """Behind a dialog that closes, the window manager gives the window the keyboard when Windows' own books
-        have long had it, and takes it away for a moment before: a menu that is open then closes."""
+        """The window manager places a new window and gives it the keyboard later than Windows knows. Behind a dialog
+        that closes, it also takes the keyboard away for a moment before: an open menu then closes."""
         window = int(self.text("x-window"))
         wait_until(lambda: active_window() == window, "the window manager has given the window the keyboard")
 

@@ -344,6 +344,31 @@ TEST_P(EventPumpWinFloodTest, AKeyActs) {
     EXPECT_LT(MicrosecondsUntil(WM_KEYUP, [] { Press(VK_F13); }), Soon);
 }
 
+// Sends messages to a window all the time, as a screen reader of another process may do.
+class Sender {
+  public:
+    explicit Sender(HWND window)
+        : window_(window), thread_(CreateThread(nullptr, 0, &Send, this, 0, nullptr)) {}
+    Sender(const Sender&) = delete;
+    Sender& operator=(const Sender&) = delete;
+    ~Sender() {
+        InterlockedExchange(&ends_, 1);
+        WaitForSingleObject(thread_.Get(), INFINITE);
+    }
+
+  private:
+    static DWORD WINAPI Send(void* parameter) noexcept {
+        Sender& sender = *static_cast<Sender*>(parameter);
+        while (InterlockedCompareExchange(&sender.ends_, 0, 0) == 0)
+            SendMessageTimeoutA(sender.window_, WM_NULL, 0, 0, SMTO_NORMAL, 100, nullptr);
+        return 0;
+    }
+
+    HWND window_;
+    volatile LONG ends_ = 0;
+    KernelObject thread_;
+};
+
 TEST_P(EventPumpWinFloodTest, TypedCharactersStayBetweenTheirKeys) {
     SetForegroundWindow(visible.Get());
     SetFocus(visible.Get());
@@ -353,16 +378,19 @@ TEST_P(EventPumpWinFloodTest, TypedCharactersStayBetweenTheirKeys) {
             order += static_cast<char>(std::tolower(static_cast<int>(message.wParam)));
         else if (message.message == WM_CHAR)
             order += static_cast<char>(std::toupper(static_cast<int>(message.wParam)));
+        else if (message.message == WM_KEYUP)
+            order += '.';
         return false;
     };
     onMessage = [this] {
         Post(1);
         Spend(15'000); // so that a turn is due at nearly every message
     };
+    const Sender sender(visible.Get());
     for (const char key : {'A', 'B', 'C', 'D'})
         Press(static_cast<WORD>(key));
-    EXPECT_TRUE(PumpsUntil([&] { return order.size() == 8; }));
-    EXPECT_EQ(order, "aAbBcCdD");
+    EXPECT_TRUE(PumpsUntil([&] { return order.size() == 12; }));
+    EXPECT_EQ(order, "aA.bB.cC.dD.");
 }
 
 INSTANTIATE_TEST_SUITE_P(Calls, EventPumpWinFloodTest, ::testing::Bool(),
