@@ -342,6 +342,19 @@ TEST_F(MainWindowTest, TheProgressBarTellsWhatAScanWaitsFor) {
     EXPECT_EQ(looks, 3);
 }
 
+TEST_F(MainWindowTest, ShowsChangesWhileAMessageBoxIsOpen) {
+    DialogDriver driver(window->Handle(), {[&](HWND box) {
+                            Models().lvwServers.Add();
+                            EXPECT_TRUE(PumpUntil([&] {
+                                return SendMessageA(Control(ID_lvwServers), LVM_GETITEMCOUNT, 0, 0) == 1;
+                            }));
+                            DialogDriver::Press(box, IDOK);
+                        }});
+    desktop.Prompts().ShowError("text", "title");
+    EXPECT_EQ(driver.StepsLeft(), 0U);
+    EXPECT_FALSE(KillTimer(window->Handle(), 2)); // it is needed no more
+}
+
 TEST_F(MainWindowTest, EndsTheProgramWhenItIsClosed) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     RunPendingEvents();
