@@ -108,6 +108,7 @@ void ScanEngine::Run(RunningScan& scan, Running& running) {
     running.scan = &scan;
     running_ = &running;
     const Finally leave([&] {
+        running.scan = nullptr;
         if (running_ == &running)
             running_ = running.outer;
     });
