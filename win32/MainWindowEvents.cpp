@@ -108,14 +108,19 @@ Answer MainWindow::OnMenuBarLeft() {
     return NotHandled;
 }
 
-// The system's own loops, of menus and dialogs, do not know the pump.
-Answer MainWindow::OnEnterIdle() {
+Answer MainWindow::OnMenuIdle() {
     form_.scan.NoteStandstill();
     FlushModels();
     // A menu's loop has looked into the queue and is about to wait for new messages. FlushModels also looks
     // for replies, after which nothing that has arrived counts as new.
     if (GetQueueStatus(QS_ALLINPUT) != 0)
         PostMessageA(Handle(), WM_NULL, 0, 0);
+    return NotHandled;
+}
+
+Answer MainWindow::OnMoveBegins() {
+    form_.scan.NoteStandstill();
+    FlushModels();
     return NotHandled;
 }
 

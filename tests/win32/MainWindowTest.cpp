@@ -449,6 +449,50 @@ TEST_F(MainWindowTest, AKeyThatIsHeldDownStillMovesTheSelection) {
     EXPECT_EQ(Models().lvwServers.SelectedRow(), 3);
 }
 
+TEST_F(MainWindowTest, TheProgressBarTellsWhatAScanWaitsFor) {
+    struct Case {
+        const char* name;
+        UINT message;
+        WPARAM wParam;
+        bool pauses;
+    };
+    const Case cases[] = {{"a dialog", WM_ENTERIDLE, MSGF_DIALOGBOX, false},
+                          {"a menu", WM_ENTERIDLE, MSGF_MENU, true},
+                          {"moving the window", WM_ENTERSIZEMOVE, 0, true}};
+    window->Form().servers.AddServer("127.0.0.1", "9"); // does not answer
+    program.PingTimeout = 200;
+    window->Form().RefreshInterface();
+    Timer timer;
+    const TimerWin ticking(timer);
+    int looks = 0;
+    timer.Tick = [&] {
+        timer.SetEnabled(false);
+        for (const Case& c : cases) {
+            Models().pbScanning.toolTip = "text";
+            SendMessageA(window->Handle(), c.message, c.wParam, 0);
+            EXPECT_EQ(Models().pbScanning.toolTip != "text", c.pauses) << c.name;
+            ++looks;
+        }
+    };
+    timer.SetInterval(1);
+    timer.SetEnabled(true);
+    window->Form().scan.mnuServRefreshAll_Click();
+    EXPECT_EQ(looks, 3);
+}
+
+TEST_F(MainWindowTest, ShowsChangesWhileAMessageBoxIsOpen) {
+    DialogDriver driver(window->Handle(), {[&](HWND box) {
+                            Models().lvwServers.Add();
+                            EXPECT_TRUE(PumpUntil([&] {
+                                return SendMessageA(Control(ID_lvwServers), LVM_GETITEMCOUNT, 0, 0) == 1;
+                            }));
+                            DialogDriver::Press(box, IDOK);
+                        }});
+    desktop.Prompts().ShowError("text", "title");
+    EXPECT_EQ(driver.StepsLeft(), 0U);
+    EXPECT_FALSE(KillTimer(window->Handle(), 2)); // it is needed no more
+}
+
 TEST_F(MainWindowTest, EndsTheProgramWhenItIsClosed) {
     PostMessageA(window->Handle(), WM_CLOSE, 0, 0);
     RunPendingEvents();
