@@ -159,7 +159,7 @@ struct ProgramState {
 
     // Extras ("Quarn.ini", section "Extras"): off by default, and then not in the file.
     std::int32_t Simultaneous = 1;   // servers asked at once, 1 to MostSimultaneous
-    std::int32_t SaveListAtExit = 0; // the list shown is saved at the end
+    std::int32_t SaveListAtExit = 0; // the list shown is saved at the end and before it is reloaded
     std::int32_t ListOnce = 0;       // an address from a master that is already listed is not added again
     std::int32_t NaturalSort = 0;    // sorts Players by number, never visited before visited
     std::int32_t KeepSorted = 0;     // rows stay in the sort order

@@ -6,6 +6,7 @@
 
 #include "base/Scope.h"
 
+#include <functional>
 #include <string>
 
 namespace quarn {
@@ -47,6 +48,9 @@ class Prompts {
         return Run<std::string>([&] { return RunFolderBox(title, preselected); });
     }
 
+    // If set, called for each box. It must call `show`, which returns when the box is closed.
+    std::function<void(const std::function<void()>& show)> AroundEach;
+
     // A message box or dialog is open at this moment.
     bool IsOpen() const noexcept { return open_ > 0; }
 
@@ -59,7 +63,12 @@ class Prompts {
         if (closing_)
             return Answer();
         const Restore open(open_, open_ + 1);
-        Answer answer = body();
+        Answer answer{};
+        const auto show = [&] { answer = body(); };
+        if (AroundEach)
+            AroundEach(show);
+        else
+            show();
         return closing_ ? Answer() : answer;
     }
 

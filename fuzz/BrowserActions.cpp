@@ -115,7 +115,7 @@ constexpr OtherAction OtherActions[] = {
          b.fake.clock.SetNow({2001, 1, 1, 0, 0, 0});
      }},
     {'?', [](B& b, const A&) { b.answer = !b.answer; }},
-    {'b', [](B& b, const A& a) { b.openFor = a.number; }, "n"},
+    {'b', [](B& b, const A& a) { b.openFor = a.number * 10; }, "n"},
     {'U', [](B& b, const A&) { b.Form().Unload(); }},
     {'E', [](B& b, const A&) { b.Form().EndSession(); }},
 };

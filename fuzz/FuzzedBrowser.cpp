@@ -64,6 +64,7 @@ bool FuzzedBrowser::UserCanAct() const {
 void FuzzedBrowser::NoteStaleRows() {
     staleRows_ = true;
     staleList_.clear();
+    copies_ += RowCount(); // the most that may be added to a folder
 }
 
 void FuzzedBrowser::PutFile(const std::string& path, std::string content) {
@@ -145,7 +146,7 @@ void FuzzedBrowser::RequireBounds() {
                 LengthOfAnEntry * (entries + 1) + 2 * bytes_ * entries,
             "a log entry is short");
 
-    const std::int64_t mostServers = ServersAtStart + things_ + bytes_;
+    const std::int64_t mostServers = ServersAtStart + things_ + bytes_ + copies_;
     Require(program.Servers.HighestIndex() <= mostServers, "no more servers than came in");
     Require(RowCount() <= mostServers, "no more rows than servers that came in");
     for (std::int32_t i = 1; i <= program.Servers.HighestIndex(); ++i) {

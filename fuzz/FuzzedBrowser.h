@@ -61,6 +61,7 @@ class FuzzedBrowser : public HeadlessBrowser {
     std::int32_t step_ = 0;
     std::int64_t things_ = 0; // that happened: actions, datagrams, requests
     std::int64_t bytes_ = 0;  // that came from outside
+    std::int64_t copies_ = 0; // servers that the user may have added to folders
     bool staleRows_ = false;
     std::string staleList_;
 };

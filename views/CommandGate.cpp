@@ -21,11 +21,17 @@ void CommandGate::Run(CommandKind kind, std::function<void()> command) {
     Execute(command);
 }
 
-void CommandGate::Execute(const std::function<void()>& command) {
+void CommandGate::Perform(const std::function<void()>& command) {
     {
         const Restore depth(commandDepth_, commandDepth_ + 1);
+        const Restore works(waitsForDialog_, false);
         command();
     }
+    ContinueScan(); // replies and ticks may have come while the command did not allow a step
+}
+
+void CommandGate::Execute(const std::function<void()>& command) {
+    Perform(command);
     if (commandDepth_ == 0)
         FinishOutermost();
 }
@@ -37,8 +43,7 @@ bool CommandGate::RunFirstWaiting() {
     waiting_.pop_front();
     if (next.kind == CommandKind::ReplacesList)
         --replacementsWaiting_;
-    const Restore depth(commandDepth_, commandDepth_ + 1);
-    next.command();
+    Perform(next.command);
     return true;
 }
 
@@ -84,6 +89,15 @@ bool CommandGate::WaitUntil(const std::function<bool()>& condition) {
         if (!RunFirstWaiting())
             events_.WaitForEvent();
     return !closing_;
+}
+
+bool CommandGate::ScanMayStep() const noexcept {
+    return scanDepth_ > 0 && waitsForDialog_ && listDepth_ == 0 && !stepping_ && !closing_;
+}
+
+void CommandGate::ContinueScan() {
+    if (ScanMayStep() && StepScan)
+        StepScan();
 }
 
 void CommandGate::LetEventsRun() {

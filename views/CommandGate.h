@@ -8,6 +8,12 @@
 //    once, in their order, when it is done, also inside a scan that was running before.
 //  - A command that replaces the list first ends a running scan as "stop" does and waits for its end. Other
 //    commands, a second scan included, run at once inside the scan.
+//  - A scan waits in a loop that takes its next step after an event. The loop of a dialog or message box that
+//    opens during the wait is above it on the stack, so it continues only when the dialog is closed. Until
+//    then the events that the scan waits for take the steps, but only if the dialog is all that is above it:
+//    work on a list, or a command inside the dialog's loop, may have row numbers or references to records,
+//    which a step would make wrong. Of scans inside each other the innermost that has not ended takes steps.
+//    Commands that wait for the end of a scan that ended behind a dialog run when the dialog is closed.
 //  - Commands nest through waits and message boxes only to a certain depth, as each takes its part of the
 //    stack: a further scan is refused, a further command waits until the depth has fallen.
 //  - Closing ends every wait at once. When the stack has unwound to its outermost command and no message box
@@ -52,6 +58,13 @@ class CommandGate {
     // Lets pending events run, for use inside a loop over many records.
     void LetEventsRun();
 
+    // Takes the next steps of the scans that are at work, as far as their replies and ticks have come.
+    std::function<void()> StepScan;
+
+    // Calls StepScan if a step may be taken from an event now. Every event that a scan waits for calls this.
+    void ContinueScan();
+    bool ScanMayStep() const noexcept;
+
     // A command that replaces the list is waiting; a running scan ends for it.
     bool ReplacementWaits() const noexcept { return replacementsWaiting_ > 0; }
 
@@ -74,6 +87,16 @@ class CommandGate {
         explicit ScanActivity(CommandGate& gate) : Restore(gate.scanDepth_, gate.scanDepth_ + 1) {}
     };
 
+    // While this object exists, a dialog or message box is open, and its loop runs events.
+    struct DialogActivity : Restore<bool> {
+        explicit DialogActivity(CommandGate& gate) : Restore(gate.waitsForDialog_, true) {}
+    };
+
+    // While this object exists, a scan takes a step. No event takes another one.
+    struct StepActivity : Restore<bool> {
+        explicit StepActivity(CommandGate& gate) : Restore(gate.stepping_, true) {}
+    };
+
   private:
     struct Waiting {
         CommandKind kind;
@@ -82,6 +105,7 @@ class CommandGate {
 
     bool MustWait(CommandKind kind) const noexcept;
     void Execute(const std::function<void()>& command);
+    void Perform(const std::function<void()>& command);
     bool RunFirstWaiting(); // false: there is none that may run
     void FinishOutermost();
     void UnloadOnce();
@@ -94,6 +118,8 @@ class CommandGate {
     int replacementsWaiting_ = 0; // commands in waiting_ that replace the list
     int listDepth_ = 0;
     int scanDepth_ = 0;
+    bool waitsForDialog_ = false; // the innermost of what is at work only waits for its dialog
+    bool stepping_ = false;
     bool closing_ = false;
     bool unloaded_ = false;
 };

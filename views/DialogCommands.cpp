@@ -14,8 +14,10 @@ namespace quarn {
 // The message box before this may have been closed because the program ends.
 template<class Form>
 void DialogCommands::Show(Form& form) {
-    if (!form_.gate.Closing())
-        forms_.ShowModal(form, form_.program.KeepOnTop == 1);
+    if (form_.gate.Closing())
+        return;
+    const CommandGate::DialogActivity open(form_.gate);
+    forms_.ShowModal(form, form_.program.KeepOnTop == 1);
 }
 
 void DialogCommands::mnuServSetPass_Click(GivenRows rows) {

@@ -337,6 +337,9 @@ std::vector<ServerRecord> GamesTree::CopiesOf(const TargetRows& targets) const {
 void GamesTree::AppendToList(const std::string& listName, const std::vector<ServerRecord>& servers) {
     ProgramState& program = form_.program;
     std::exception_ptr gameFailure;
+    // The shown list is read again from its file at the end, which drops what was not saved.
+    if (program.SaveListAtExit != 0)
+        SaveShownList();
     form_.controls.sckServer.CloseAll();
     listFiles_.LoadServerList(listName);
     // The shown list is always restored: otherwise the next switch would save the folder's servers to its

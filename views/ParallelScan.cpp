@@ -1,6 +1,5 @@
 #include "views/ParallelScan.h"
 
-#include "base/Scope.h"
 #include "query/modGamQuery.h"
 #include "support/Trap.h"
 
@@ -19,31 +18,42 @@ std::int32_t ParallelScan::Timeout() const noexcept {
     return form_.program.PingTimeout > 0 ? form_.program.PingTimeout : FallbackTimeout;
 }
 
-void ParallelScan::Run(std::deque<std::uint32_t> rows, std::int32_t atOnce,
-                       const std::function<bool()>& stopped) {
-    rows_ = std::move(rows);
-    atOnce_ = static_cast<std::size_t>(std::max(atOnce, 1));
-    bool ticked = false;
+ParallelScan::ParallelScan(const MainFormContext& form, QueryResults& results, ScanProgress& progress,
+                           Task task)
+    : form_(form),
+      results_(results),
+      progress_(progress),
+      rows_(std::move(task.rows)),
+      atOnce_(static_cast<std::size_t>(std::max(task.atOnce, 1))),
+      stopped_(std::move(task.stopped)) {
     Timer& deadlines = form_.controls.tmrDeadlines;
-    deadlines.Tick = [&] { ticked = true; };
     deadlines.SetEnabled(true);
-    const Finally end([&] {
-        deadlines.SetEnabled(false);
-        deadlines.Tick = nullptr;
-        DropPending();
-    });
+    deadlines.Tick = [this] {
+        ticked_ = true;
+        form_.gate.ContinueScan();
+    };
+}
 
-    while (!stopped()) {
-        while (pending_.size() < atOnce_ && AskNext())
-            form_.controls.sckServer.NoteArrivals(); // sending takes the system a while
-        if (pending_.empty())
-            return;
-        if (!form_.gate.WaitUntil([&] { return ticked || !arrivals_.empty() || stopped(); }))
-            return;
-        TakeArrivals();
-        if (std::exchange(ticked, false))
-            CheckDeadlines();
-    }
+ParallelScan::~ParallelScan() {
+    form_.controls.tmrDeadlines.Tick = nullptr;
+    End();
+}
+
+bool ParallelScan::Step() {
+    TakeArrivals();
+    if (std::exchange(ticked_, false))
+        CheckDeadlines();
+    if (!stopped_() && AskServers())
+        return true;
+    End();
+    return false;
+}
+
+// False if no query is open.
+bool ParallelScan::AskServers() {
+    while (pending_.size() < atOnce_ && AskNext())
+        form_.controls.sckServer.NoteArrivals(); // sending takes the system a while
+    return !pending_.empty();
 }
 
 // False if there is no row left, or no port for the next one.
@@ -78,8 +88,11 @@ ServerQuery ParallelScan::Ask(const QueryTarget& target, std::int32_t index) {
         [&](UdpSocket& socket) { SendServerQuery(*form_.program.AppLog, engine, socket); });
 }
 
-void ParallelScan::OnReply(ServerReply reply) {
+bool ParallelScan::TakeReply(ServerReply& reply) {
+    if (reply.query.finished)
+        return false;
     arrivals_.push_back(std::move(reply));
+    return true;
 }
 
 void ParallelScan::TakeArrivals() {
@@ -141,7 +154,8 @@ void ParallelScan::CountFinished() {
     progress_.ShowNumber(finished_);
 }
 
-void ParallelScan::DropPending() {
+void ParallelScan::End() {
+    form_.controls.tmrDeadlines.SetEnabled(false);
     for (const Pending& pending : pending_) {
         form_.controls.sckServer.Close(pending.first);
         form_.controls.sckServer.Close(pending.second);

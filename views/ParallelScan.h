@@ -9,6 +9,7 @@
 
 #include "views/MainFormContext.h"
 #include "views/QueryResults.h"
+#include "views/RunningScan.h"
 #include "views/ScanProgress.h"
 
 #include <cstdint>
@@ -18,19 +19,26 @@
 
 namespace quarn {
 
-class ParallelScan {
+class ParallelScan final : public RunningScan {
   public:
-    ParallelScan(const MainFormContext& form, QueryResults& results, ScanProgress& progress)
-        : form_(form), results_(results), progress_(progress) {}
-    ParallelScan(const ParallelScan&) = delete;
-    ParallelScan& operator=(const ParallelScan&) = delete;
-
     // Queries the servers of these rows, `atOnce` at a time, until all are finished or `stopped` returns
     // true. The rows are given by the identities of the records that they show.
-    void Run(std::deque<std::uint32_t> rows, std::int32_t atOnce, const std::function<bool()>& stopped);
+    struct Task {
+        std::deque<std::uint32_t> rows;
+        std::int32_t atOnce = 1;
+        std::function<bool()> stopped;
+    };
 
-    // A reply to a query that is not finished. It is parsed after its event has ended.
-    void OnReply(ServerReply reply);
+    ParallelScan(const MainFormContext& form, QueryResults& results, ScanProgress& progress, Task task);
+    ParallelScan(const ParallelScan&) = delete;
+    ParallelScan& operator=(const ParallelScan&) = delete;
+    ~ParallelScan() override;
+
+    bool CanStep() const override { return ticked_ || !arrivals_.empty() || stopped_(); }
+    bool Step() override;
+
+    // A reply is parsed by the next step, after its event has ended.
+    bool TakeReply(ServerReply& reply) override;
 
   private:
     // A server that was queried and has neither answered nor reached its deadline.
@@ -41,13 +49,14 @@ class ParallelScan {
         std::uint32_t second = 0; // number of the second request's query; 0: not sent yet
     };
 
+    bool AskServers();
     bool AskNext();
     ServerQuery Ask(const QueryTarget& target, std::int32_t index);
     void TakeArrivals();
     void CheckDeadlines();
     void Finish(std::size_t position, bool answered);
     void CountFinished();
-    void DropPending();
+    void End();
     std::int32_t Timeout() const noexcept;
 
     MainFormContext form_;
@@ -56,7 +65,9 @@ class ParallelScan {
     std::deque<std::uint32_t> rows_; // still to be queried
     std::vector<Pending> pending_;
     std::deque<ServerReply> arrivals_;
-    std::size_t atOnce_ = 1;
+    std::size_t atOnce_;
+    std::function<bool()> stopped_;
+    bool ticked_ = false; // deadlines are to be checked
     std::int32_t finished_ = 0;
     std::int32_t likelyRow_ = 1;
 };

@@ -42,6 +42,16 @@ const EngineFamily* QueryResults::EngineOf(std::int32_t index) const {
     return game == 0 ? nullptr : FindEngine(form_.engines, form_.program.Games[game].Engine);
 }
 
+void QueryResults::Take(const ServerReply& reply) {
+    const ServerQuery& query = reply.query;
+    const std::int32_t index = IndexOf(query.target);
+    if (index == 0)
+        return;
+    if (!query.finished || query.replies == 1)
+        form_.program.Servers[index].Ping = TicksBetween(query.sentTick, reply.tick);
+    StoreReply(index, reply.datagram);
+}
+
 void QueryResults::StoreReply(std::int32_t index, std::string_view datagram) {
     const EngineFamily* const engine = EngineOf(index);
     if (engine == nullptr)

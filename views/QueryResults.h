@@ -37,6 +37,10 @@ class QueryResults {
     // The engine family of the server's game; null for one without, or for none.
     const EngineFamily* EngineOf(std::int32_t index) const;
 
+    // Stores a reply, and its ping unless a late reply follows one in time. A server that was deleted since
+    // it was queried gets none.
+    void Take(const ServerReply& reply);
+
     void StoreReply(std::int32_t index, std::string_view datagram);
     void StoreNoAnswer(std::int32_t index);
 

@@ -19,19 +19,20 @@ struct ColumnRow { // NOLINT(clang-analyzer-optin.performance.Padding): in the o
     bool fills = false;       // takes what the others leave of the list's width
 };
 
+// Wide enough for the headers with the arrow of the sort order.
 constexpr ColumnRow Columns[] = {
     {"", "PICTURE", 420},
     {"IP Address", "STRING", 2100, Alignment::Left, false,
      [](const ServerRecord& server, const LocaleText&) { return AddressText(server); }},
-    {"Location", "STRING", 1140, Alignment::Left, false,
+    {"Location", "STRING", 1260, Alignment::Left, false,
      [](const ServerRecord& server, const LocaleText&) { return server.Country; }},
     {"Name", "STRING", 2400, Alignment::Left, true,
      [](const ServerRecord& server, const LocaleText&) { return server.Name; }, true},
-    {"Players", "NUMBER", 1050, Alignment::Left, true,
+    {"Players", "NUMBER", 1170, Alignment::Left, true,
      [](const ServerRecord& server, const LocaleText&) {
          return std::to_string(server.Players) + " / " + std::to_string(server.MaxPlayers);
      }},
-    {"Ping", "NUMBER", 810, Alignment::Right, true,
+    {"Ping", "NUMBER", 990, Alignment::Right, true,
      [](const ServerRecord& server, const LocaleText&) { return std::to_string(server.Ping); }},
     {"Game", "STRING", 1140, Alignment::Left, true,
      [](const ServerRecord& server, const LocaleText&) { return server.ModName; }},

@@ -10,6 +10,7 @@
 #include "views/LayoutRules.h"
 #include "views/ToolbarButtons.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -44,6 +45,10 @@ frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, Mo
       game(context_, servers, dialogs, [this] { Unload(); }) {
     ApplyColumnWidths(program.ColumnWidths, controls);
     SetEmptyTexts(context_, tree);
+    desktop.prompts.AroundEach = [this](const std::function<void()>& show) {
+        const CommandGate::DialogActivity open(gate_);
+        show();
+    };
     gate_.Idle = [this] { program_.AppLog->TellWriteFault(); };
     sckMaster.DataArrival = [this](std::int32_t bytes) { master.sckMaster_DataArrival(bytes); };
     sckMaster.SendFailed = [this](const std::string& description) {
@@ -52,6 +57,10 @@ frmMain::frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, Mo
     controls.tmrTimeout.Tick = [this] { scan.tmrTimeout_Timer(); };
     SysTray.LButtonDblClk = [this] { SysTray_LButtonDblClk(); };
     SysTray.RButtonUp = [this] { SysTray_RButtonUP(); };
+}
+
+frmMain::~frmMain() {
+    desktop_.prompts.AroundEach = nullptr;
 }
 
 void frmMain::Form_Load() {

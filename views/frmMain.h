@@ -34,6 +34,7 @@ class frmMain {
   public:
     frmMain(ProgramState& program, Desktop& desktop, FormWindow& window, ModalForms& forms,
             UdpSocket& sckMaster, UdpSocketFactory& serverSockets, EngineTable engines = StandardEngines());
+    ~frmMain();
     frmMain(const frmMain&) = delete;
     frmMain& operator=(const frmMain&) = delete;
 

@@ -47,4 +47,12 @@ int Dpi::Scaled(int designPixels) const noexcept {
     return MulDiv(designPixels, dotsPerInch_, DesignDotsPerInch);
 }
 
+int Dpi::SystemMetric(int index) const noexcept {
+    // Windows 10 and up. On older systems all windows of the program have the system's DPI.
+    static const auto metricForDpi =
+        FunctionAddress<int WINAPI(int, UINT)>(GetModuleHandleA("user32.dll"), "GetSystemMetricsForDpi");
+    return metricForDpi != nullptr ? metricForDpi(index, static_cast<UINT>(dotsPerInch_))
+                                   : GetSystemMetrics(index);
+}
+
 } // namespace quarn

@@ -32,6 +32,9 @@ class Dpi {
     // A length that was designed in pixels at 96 to an inch.
     int Scaled(int designPixels) const noexcept;
 
+    // One of the system's SM_... lengths, as windows of this DPI have it.
+    int SystemMetric(int index) const noexcept;
+
   private:
     int dotsPerInch_;
 };

@@ -45,6 +45,17 @@ int Images::Add(const std::vector<Pixels>& pictures) {
     return index;
 }
 
+// Without a mask, an image whose pixels all have the alpha 0 counts as one without alpha, and is black.
+void Images::AddTransparent(const std::string& key) {
+    const BitmapHandle colors(Pixels::MakeStrip({Pixels(size_)}));
+    const std::vector<BYTE> bits(static_cast<std::size_t>(size_) * static_cast<std::size_t>(size_), 0xFF);
+    const BitmapHandle mask(CreateBitmap(size_, size_, 1, 1, bits.data()));
+    const int index = ImageList_Add(list_.Get(), colors.Get(), mask.Get());
+    if (index < 0)
+        ThrowLastError();
+    indexes_[key] = index;
+}
+
 void Images::AddFlags() {
     const BitmapHandle original(static_cast<HBITMAP>(
         LoadImageA(GetModuleHandleA(nullptr), FlagsResource, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));

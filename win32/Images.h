@@ -29,6 +29,9 @@ class Images {
     // Has no images, and makes the rows of a list as high as images of this size would.
     static Images Spacer(int height);
 
+    // Adds an image that shows nothing.
+    void AddTransparent(const std::string& key);
+
     // Adds the flags of the countries, under their codes.
     void AddFlags();
 

@@ -27,6 +27,10 @@ constexpr UINT_PTR ClosingTimer = 1;
 constexpr UINT ClosingInterval = 50; // milliseconds
 constexpr int MostClosingAttempts = 100;
 
+// While a dialog or message box is open, a scan continues. Painting takes time from its replies.
+constexpr UINT_PTR UpdateTimer = 2;
+constexpr UINT UpdateInterval = 250; // milliseconds
+
 // Ends an open menu and the moving of a window; true if there was one. It has ended when its own message loop
 // continues. The system reports no menu mode while a pop-up menu is about to open, and after a control has
 // taken the capture.
@@ -327,8 +331,21 @@ bool MainWindow::CancelDialogs() {
     return menu || dialog;
 }
 
+// Not every dialog reports that it waits: message boxes and dialogs of the system do not.
+Answer MainWindow::OnEnable(bool enabled) {
+    if (enabled)
+        KillTimer(Handle(), UpdateTimer);
+    else
+        SetTimer(Handle(), UpdateTimer, UpdateInterval, nullptr);
+    return NotHandled;
+}
+
 // A dialog that does not close is destroyed with the window: nothing is lost.
 Answer MainWindow::OnTimer(UINT_PTR id) {
+    if (id == UpdateTimer) {
+        FlushModels();
+        return Handled;
+    }
     if (id != ClosingTimer)
         return NotHandled;
     if (++closingAttempts_ < MostClosingAttempts)

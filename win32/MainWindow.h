@@ -3,8 +3,8 @@
 // The main window: shows the models of frmMain in real controls and passes user actions to the form's
 // handlers. It decides nothing itself.
 //
-// Only FlushModels updates the controls. The message pump calls it before it waits, and the system's own
-// loops (menus, dialogs) call it when they idle.
+// Only FlushModels updates the controls. The message pump calls it before it waits. The system's own loops do
+// not know the pump: a menu's loop calls it when it waits, a timer while a dialog or message box is open.
 //
 // Teardown, in this order: the pump's hooks are removed, so that nothing is flushed any more; the desktop
 // forgets the window; the window is destroyed with its controls, each of which is disconnected from its
@@ -95,7 +95,9 @@ class MainWindow final : public Window, public FormWindow {
     Answer OnCommand(int id, CommandSource source) override;
     Answer OnNotify(NMHDR& notification) override;
     Answer OnContextMenu(HWND on, POINT screen) override;
-    Answer OnEnterIdle() override;
+    Answer OnMenuIdle() override;
+    Answer OnEnable(bool enabled) override;
+    Answer OnMoveBegins() override;
     Answer OnInitMenuPopup(HMENU menu) override;
     Answer OnMenuBarLeft() override;
     Answer OnTimer(UINT_PTR id) override;

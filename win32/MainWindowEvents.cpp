@@ -108,14 +108,19 @@ Answer MainWindow::OnMenuBarLeft() {
     return NotHandled;
 }
 
-// The system's own loops, of menus and dialogs, do not know the pump.
-Answer MainWindow::OnEnterIdle() {
+Answer MainWindow::OnMenuIdle() {
     form_.scan.NoteStandstill();
     FlushModels();
     // A menu's loop has looked into the queue and is about to wait for new messages. FlushModels also looks
     // for replies, after which nothing that has arrived counts as new.
     if (GetQueueStatus(QS_ALLINPUT) != 0)
         PostMessageA(Handle(), WM_NULL, 0, 0);
+    return NotHandled;
+}
+
+Answer MainWindow::OnMoveBegins() {
+    form_.scan.NoteStandstill();
+    FlushModels();
     return NotHandled;
 }
 
@@ -196,6 +201,8 @@ bool MainWindow::MoveFocusByTab(const MSG& message) noexcept {
     // Tab stops are the controls with WS_TABSTOP, in creation order.
     if (const HWND next = GetNextDlgTabItem(Handle(), GetFocus(), backwards); next != nullptr)
         SetFocus(next);
+    // The system hides the focus marks until the keyboard is used, and dialogs show them by themselves only.
+    SendMessageA(Handle(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
     return true;
 }
 

@@ -1,10 +1,16 @@
 #include "win32/ToolTips.h"
 
+#include "win32/Dpi.h"
+
 #include <commctrl.h>
 
 namespace quarn {
 
 namespace {
+
+// Longer texts have several lines; without a limit, a text can be wider than the screen. In pixels of 96 to
+// an inch.
+constexpr int WidestText = 480;
 
 TTTOOLINFOA ToolOf(HWND parent, UINT_PTR number) noexcept {
     TTTOOLINFOA tool{};
@@ -31,15 +37,20 @@ void ToolTips::AddArea(HWND parent, UINT_PTR number, const std::string& text) no
 
 void ToolTips::Add(HWND parent, UINT_PTR number, UINT flags, const std::string& text) noexcept {
     if (window_ == nullptr)
-        window_ =
-            CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                            GetAncestor(parent, GA_ROOT), nullptr, GetModuleHandleA(nullptr), nullptr);
+        Create(parent);
     TTTOOLINFOA tool = ToolOf(parent, number);
     tool.uFlags = flags;
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the control copies it.
     tool.lpszText = const_cast<char*>(text.c_str());
     Send(window_, TTM_ADDTOOLA, tool);
+}
+
+void ToolTips::Create(HWND parent) noexcept {
+    window_ =
+        CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                        GetAncestor(parent, GA_ROOT), nullptr, GetModuleHandleA(nullptr), nullptr);
+    SendMessageA(window_, TTM_SETMAXTIPWIDTH, 0, Dpi::OfWindow(parent).Scaled(WidestText));
 }
 
 void ToolTips::ChangeText(HWND parent, HWND control, const std::string& text) noexcept {

@@ -21,6 +21,7 @@ class ToolTips {
     void MoveArea(HWND parent, UINT_PTR number, const RECT& area) noexcept;
 
   private:
+    void Create(HWND parent) noexcept;
     void Add(HWND parent, UINT_PTR tool, UINT flags, const std::string& text) noexcept;
 
     HWND window_ = nullptr;

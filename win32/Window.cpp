@@ -126,7 +126,11 @@ Answer Window::DispatchInput(UINT message, WPARAM wParam, LPARAM lParam) noexcep
             return OnContextMenu(reinterpret_cast<HWND>(wParam), screen);
         });
     case WM_ENTERIDLE:
-        return Answered("OnEnterIdle", [&] { return OnEnterIdle(); });
+        return wParam != MSGF_MENU ? NotHandled : Answered("OnMenuIdle", [&] { return OnMenuIdle(); });
+    case WM_ENABLE:
+        return Answered("OnEnable", [&] { return OnEnable(wParam != FALSE); });
+    case WM_ENTERSIZEMOVE:
+        return Answered("OnMoveBegins", [&] { return OnMoveBegins(); });
     case WM_INITMENUPOPUP:
         return Answered("OnInitMenuPopup", [&] { return OnInitMenuPopup(reinterpret_cast<HMENU>(wParam)); });
     case WM_EXITMENULOOP:

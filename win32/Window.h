@@ -72,8 +72,14 @@ class Window {
     virtual Answer OnNotify(NMHDR& /*notification*/) { return NotHandled; }
     virtual Answer OnContextMenu(HWND /*on*/, POINT /*screen*/) { return NotHandled; }
 
-    // A menu or one of our dialogs waits for input.
-    virtual Answer OnEnterIdle() { return NotHandled; }
+    // A menu waits for input.
+    virtual Answer OnMenuIdle() { return NotHandled; }
+
+    // The window takes no input while a dialog or message box is open that it owns, or one in front of that.
+    virtual Answer OnEnable(bool /*enabled*/) { return NotHandled; }
+
+    // The user begins to move or resize the window. The system's loop for this runs until the end.
+    virtual Answer OnMoveBegins() { return NotHandled; }
 
     // A menu is about to be shown, or an accelerator is about to run one of its entries.
     virtual Answer OnInitMenuPopup(HMENU /*menu*/) { return NotHandled; }

@@ -9,6 +9,7 @@ from harness.places import wait_until
 from harness.quarn import write_settings
 from test_dialogs import settings
 from test_keyboard import Keyboard
+from test_lists import fetch, scan
 
 SERVERS = [
     "127.0.0.5;27960;--;Bravo;5;12;16;baseq3;q3dm6;0;;;",
@@ -263,6 +264,23 @@ def test_the_list_on_show_is_saved_at_the_end(run, place, save):
     quarn.wait_for_rows(2)
     assert quarn.close() == 0
     assert (place / "servers-q3.dat").read_text("latin-1").split("\n")[0].strip() == ("2" if save else "3")
+
+
+@pytest.mark.parametrize("save", [0, 1])
+def test_the_list_on_show_is_saved_before_a_favorite_is_added(browse, save):
+    """A list that is fresh from the master has no file yet."""
+    quarn, network = browse("oa", "--end-mark", "none", Extras__SaveListAtExit=save)
+    fetch(quarn, network, "oa")
+    scan(quarn)
+    quarn.click_row(2)
+    quarn.choose("mnuServAddToFavorites1")
+    listed = len(network.servers)
+    quarn.wait_for_status(f"{listed if save else 0} servers", panel=3)
+    assert quarn.row_count() == listed
+    if save:
+        quarn.click_row(3)
+        wait_until(quarn.variables, "the server's rules are shown")
+    quarn.leave()
 
 
 @pytest.mark.parametrize("show", [0, 1])

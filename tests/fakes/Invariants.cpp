@@ -94,7 +94,7 @@ Violations ViolationsAtRest(HeadlessBrowser& browser, Rows rows) {
     statements.Expect(program.Servers[0].Name.empty() && program.Servers[0].Address.empty(),
                       "slot 0 stays empty");
     statements.Expect(!browser.Controls().tmrTimeout.Enabled(), "without a scan the timer is off");
-    statements.Expect(browser.Form().scan.QuerySentTick == 0, "without a scan no query is pending");
+    statements.Expect(browser.Form().scan.wait.QuerySentTick == 0, "without a scan no query is pending");
     statements.Expect(!browser.Controls().lvwServers.updatesLocked, "the list is painted");
     statements.Expect(browser.window.destroyCalls == 0, "the window exists");
     return statements.Broken();

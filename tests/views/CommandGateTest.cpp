@@ -11,6 +11,10 @@ namespace quarn {
 namespace {
 
 using Kind = CommandKind;
+using DialogActivity = CommandGate::DialogActivity;
+using ListActivity = CommandGate::ListActivity;
+using ScanActivity = CommandGate::ScanActivity;
+using StepActivity = CommandGate::StepActivity;
 
 class CommandGateTest : public ::testing::Test {
   protected:
@@ -32,6 +36,30 @@ class CommandGateTest : public ::testing::Test {
         });
     }
 
+    // Runs `action` inside this work: a letter for each part, the outermost first.
+    void During(const std::string& work, const std::function<void()>& action) {
+        if (work.empty())
+            return action();
+        const std::string inner = work.substr(1);
+        switch (work.front()) {
+        case 'c':
+            return gate.Run(Kind::Ordinary, [&] { During(inner, action); });
+        case 's':
+            return gate.Run(Kind::Ordinary, [&] { DuringA<ScanActivity>(inner, action); });
+        case 'd':
+            return DuringA<DialogActivity>(inner, action);
+        case 'l':
+            return DuringA<ListActivity>(inner, action);
+        default:
+            return DuringA<StepActivity>(inner, action);
+        }
+    }
+    template<class Activity>
+    void DuringA(const std::string& inner, const std::function<void()>& action) {
+        const Activity activity(gate);
+        During(inner, action);
+    }
+
     // Closes at once where no command is at work.
     void Close(std::function<void()> unload) {
         gate.Close(std::move(unload), [] { return true; });
@@ -41,9 +69,6 @@ class CommandGateTest : public ::testing::Test {
     CommandGate gate{fake.events};
     std::string ran;
 };
-
-using ListActivity = CommandGate::ListActivity;
-using ScanActivity = CommandGate::ScanActivity;
 
 TEST_F(CommandGateTest, RunsACommandAtOnceIfNothingIsRunning) {
     gate.Run(Kind::Ordinary, Note('a'));
@@ -144,6 +169,51 @@ TEST_F(CommandGateTest, LetsACommandWaitThatWouldNestTooDeep) {
     gate.Run(Kind::Ordinary, command);
     EXPECT_EQ(deepest, CommandGate::MostNestedCommands);
     EXPECT_EQ(runs, 1000); // none is lost
+}
+
+TEST_F(CommandGateTest, AScanStepsFromAnEventOnlyIfADialogIsAllThatIsAboveIt) {
+    struct Case {
+        const char* work; // from the outermost: c: command, s: scan, d: dialog, l: list, t: a scan's step
+        bool steps;
+    };
+    for (const Case& c : {Case{"", false},     Case{"d", false},   Case{"cd", false},   Case{"cds", false},
+                          Case{"s", false},    Case{"sc", false},  Case{"ss", false},   Case{"sl", false},
+                          Case{"st", false},   Case{"scl", false}, Case{"sdl", false},  Case{"sld", false},
+                          Case{"scld", false}, Case{"sdc", false}, Case{"sdcl", false}, Case{"sdcld", false},
+                          Case{"sdt", false},  Case{"std", false}, Case{"sds", false},  Case{"sdss", false},
+                          Case{"sd", true},    Case{"scd", true},  Case{"scdd", true},  Case{"sccd", true},
+                          Case{"scdcd", true}, Case{"sscd", true}, Case{"sdsd", true},  Case{"cdsd", true}}) {
+        bool steps = false;
+        During(c.work, [&] {
+            gate.StepScan = [&] { steps = true; };
+            gate.ContinueScan();
+            gate.StepScan = nullptr;
+            EXPECT_EQ(gate.ScanMayStep(), c.steps) << c.work;
+        });
+        EXPECT_EQ(steps, c.steps) << c.work;
+    }
+}
+
+TEST_F(CommandGateTest, AScanStepsBehindADialogAfterACommandThatDidNotAllowIt) {
+    gate.StepScan = Note('s');
+    During("scd", [&] {
+        gate.Run(Kind::Ordinary, [&] {
+            gate.ContinueScan();
+            ran += 'a';
+        });
+        ran += '.';
+        gate.ContinueScan();
+    });
+    EXPECT_EQ(ran, "as.s");
+}
+
+TEST_F(CommandGateTest, NoScanStepsBehindADialogWhileTheProgramCloses) {
+    gate.StepScan = Note('s');
+    During("scd", [&] {
+        Close(Note('u'));
+        gate.ContinueScan();
+    });
+    EXPECT_EQ(ran, "u");
 }
 
 TEST_F(CommandGateTest, ClosesAtOnceWhenNothingIsAtWork) {

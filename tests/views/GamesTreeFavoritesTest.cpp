@@ -55,6 +55,28 @@ TEST_F(GamesTreeFavoritesTest, RestoresTheShownListFromItsFile) {
     EXPECT_EQ(browser.fake.files.Writes(HeadlessBrowser::PathOf("q3")), 0);
 }
 
+TEST_F(GamesTreeFavoritesTest, SavesTheShownListFirstIfTheUserWantsItSaved) {
+    browser.program.SaveListAtExit = 1;
+    browser.program.Servers[1].Name = "Scanned";
+    browser.Form().servers.AddServer("192.0.2.9", "1");
+    AddTo(2);
+    EXPECT_EQ(browser.program.ServerCount, 4);
+    EXPECT_EQ(browser.program.Servers[1].Name, "Scanned");
+    EXPECT_EQ(browser.program.Servers[4].Address, "192.0.2.9");
+    EXPECT_EQ(browser.RowCount(), 4);
+    EXPECT_EQ(File("fav2"), " 1\r\n" + entry);
+}
+
+TEST_F(GamesTreeFavoritesTest, AddsNothingIfTheShownListCannotBeSaved) {
+    browser.program.SaveListAtExit = 1;
+    browser.program.Servers[1].Name = "Scanned";
+    browser.fake.files.FailWrites(HeadlessBrowser::PathOf("q3"), ErrorNumber::DiskFull);
+    AddTo(2);
+    EXPECT_EQ(browser.program.Servers[1].Name, "Scanned");
+    EXPECT_FALSE(browser.fake.files.Has(HeadlessBrowser::PathOf("fav2")));
+    EXPECT_THAT(browser.Errors(), ElementsAre("frmMain;mnuServAddToFavorites_Click;61"));
+}
+
 TEST_F(GamesTreeFavoritesTest, CopiesTheWholeRecordAsItIsInMemory) {
     ServerRecord& server = browser.program.Servers[2];
     server.Name = "Scanned";

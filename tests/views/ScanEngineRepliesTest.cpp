@@ -91,7 +91,7 @@ TEST_F(ScanEngineRepliesTest, ShowsAServerThatATickCutOffAsSoonAsItAnswers) {
 TEST_F(ScanEngineRepliesTest, ATickBeforeTheRequestIsATimeOut) {
     StartWith(1);
     browser.Form().scan.tmrTimeout_Timer();
-    EXPECT_EQ(browser.Form().scan.ReplyState, 2);
+    EXPECT_EQ(browser.Form().scan.wait.ReplyState, 2);
     EXPECT_EQ(browser.Message(), "Ready.");
     EXPECT_EQ(Server(1).Ping, 1);
     browser.RefreshAll();
@@ -241,7 +241,7 @@ TEST_F(ScanEngineRepliesTest, MeasuresAcrossAnyReadingOfTheTickCounter) {
         other.RefreshAll();
         EXPECT_EQ(other.Cell(1, PingColumn), "20") << start;
         EXPECT_EQ(other.Cell(1, NameColumn), "Live 1") << start;
-        EXPECT_EQ(other.Form().scan.QuerySentTick, 0) << start;
+        EXPECT_EQ(other.Form().scan.wait.QuerySentTick, 0) << start;
     }
 }
 
@@ -288,7 +288,7 @@ TEST_F(ScanEngineRepliesTest, DropsAnUnexpectedDatagram) {
     browser.ClickRow(2);
     ReplyIn(0, HonestReply(1));
     browser.fake.events.DoEvents();
-    EXPECT_EQ(browser.Form().scan.ReplyState, 0);
+    EXPECT_EQ(browser.Form().scan.wait.ReplyState, 0);
     EXPECT_EQ(Server(2).Name, "Server 2");
     EXPECT_EQ(Server(2).Ping, 2);
     browser.program.CurrentServer = 0;

@@ -161,7 +161,9 @@ TEST_F(ScanEngineTest, ReadsTheClockBeforeItSends) {
     StartWith(1);
     browser.fake.clock.SetTickCount(70'000);
     std::int32_t sentTick = 0;
-    browser.network.whenAsked = [&](const std::string&) { sentTick = browser.Form().scan.QuerySentTick; };
+    browser.network.whenAsked = [&](const std::string&) {
+        sentTick = browser.Form().scan.wait.QuerySentTick;
+    };
     browser.RefreshAll();
     EXPECT_EQ(sentTick, 70'000);
 }

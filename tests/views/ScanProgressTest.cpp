@@ -56,8 +56,21 @@ TEST_F(ScanProgressTest, SaysThatTheScanStandsStillUntilItGoesOn) {
         behindMenu = Bar().toolTip;
     });
     browser.RefreshAll();
-    EXPECT_EQ(behindMenu, before + "; waits until the open menu or dialog is closed");
+    EXPECT_EQ(behindMenu, before + "; paused while a menu is open or the window is moved");
     EXPECT_EQ(Bar().toolTip, idle);
+}
+
+// A menu of the tray may be open in front of a dialog.
+TEST_F(ScanProgressTest, SaysNothingOfTheKindWhileTheScanContinuesBehindADialog) {
+    browser.PutServers(HeadlessBrowser::Addresses(20));
+    std::string behindDialog;
+    browser.dialogs.whileOpen = [&] {
+        browser.Form().scan.NoteStandstill();
+        behindDialog = Bar().toolTip;
+    };
+    browser.In(1, [&] { browser.Form().dialogs.mnuInfoAbout_Click(); });
+    browser.RefreshAll();
+    EXPECT_EQ(behindDialog, "0 answered, 0 silent");
 }
 
 TEST_F(ScanProgressTest, EstimatesTheTimeLeftFromFiveOutcomesOn) {

@@ -74,8 +74,8 @@ class ScanTest : public ::testing::Test {
 
     void ExpectIdle() {
         EXPECT_FALSE(browser.Controls().tmrTimeout.Enabled());
-        EXPECT_EQ(browser.Form().scan.ReplyState, 0);
-        EXPECT_EQ(browser.Form().scan.QuerySentTick, 0);
+        EXPECT_EQ(browser.Form().scan.wait.ReplyState, 0);
+        EXPECT_EQ(browser.Form().scan.wait.QuerySentTick, 0);
         EXPECT_FALSE(browser.Form().scan.ScanAborted);
         browser.fake.events.RunFor(2 * Timeout); // until late replies are not waited for any more
         EXPECT_EQ(browser.sckServer.CurrentState(), UdpSocket::State::Closed);

@@ -39,5 +39,10 @@ TEST(DpiTest, ScalesWhatWasDesignedInPixels) {
     EXPECT_EQ(Dpi(192).Scaled(33), 66);
 }
 
+TEST(DpiTest, MeasuresWhatTheSystemDrawsForAWindow) {
+    EXPECT_EQ(Dpi::OfSystem().SystemMetric(SM_CXVSCROLL), GetSystemMetrics(SM_CXVSCROLL));
+    EXPECT_EQ(Dpi(192).SystemMetric(SM_CXVSCROLL), 2 * Dpi(96).SystemMetric(SM_CXVSCROLL));
+}
+
 } // namespace
 } // namespace quarn

@@ -113,6 +113,26 @@ TEST(ImagesTest, HaveNoImageForAnUnknownKey) {
     EXPECT_EQ(Images().IndexOf("locked"), I_IMAGENONE);
 }
 
+TEST(ImagesTest, ShowNothingOfATransparentOne) {
+    constexpr COLORREF Ground = RGB(200, 100, 50);
+    Images images(16, {"locked"});
+    images.AddTransparent("none");
+    const HDC screen = GetDC(nullptr);
+    const HDC canvas = CreateCompatibleDC(screen);
+    const BitmapHandle picture(CreateCompatibleBitmap(screen, 16, 16));
+    const HGDIOBJ before = SelectObject(canvas, picture.Get());
+    int painted = 0;
+    for (int i = 0; i < 256; ++i)
+        SetPixel(canvas, i % 16, i / 16, Ground);
+    ImageList_Draw(images.Handle(), images.IndexOf("none"), canvas, 0, 0, ILD_TRANSPARENT);
+    for (int i = 0; i < 256; ++i)
+        painted += GetPixel(canvas, i % 16, i / 16) != Ground;
+    SelectObject(canvas, before);
+    DeleteDC(canvas);
+    ReleaseDC(nullptr, screen);
+    EXPECT_EQ(painted, 0);
+}
+
 TEST(ImagesTest, ContainAFlagForEachCode) {
     Images images(20, {"locked"});
     images.AddFlags();

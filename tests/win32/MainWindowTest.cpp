@@ -134,6 +134,17 @@ TEST_F(MainWindowTest, KeepsTheOrderOfItsControlsInEveryLayout) {
                                        ID_txtSearch, ID_tbMain, ID_sbMain}));
 }
 
+TEST_F(MainWindowTest, ShowsEachHeaderOfTheServersWithItsSortArrow) {
+    const auto font = reinterpret_cast<HFONT>(SendMessageA(Control(ID_lvwServers), WM_GETFONT, 0, 0));
+    constexpr int ArrowAndMargins = 16 + 20;
+    const Dpi dpi = Dpi::OfWindow(window->Handle());
+    const ListView& list = Models().lvwServers;
+    for (std::int32_t column = 2; column <= list.columns.HighestIndex(); ++column)
+        EXPECT_GE(dpi.ToPixels(list.columns[column].width),
+                  TextWidth(font, list.columns[column].text) + dpi.Scaled(ArrowAndMargins))
+            << list.columns[column].text;
+}
+
 TEST_F(MainWindowTest, FollowsTheWindowsSize) {
     const LONG before = BoundsOf(ID_lvwServers).right;
     RECT bounds{};
@@ -422,6 +433,27 @@ TEST_F(MainWindowTest, AnEntryOfTheBarActsOnWhatWasSelectedWhenItWasChosen) {
     EXPECT_EQ(Addresses().front(), "10.0.0.3:3");
 }
 
+WNDPROC ownProcedure = nullptr;
+WPARAM notedUiState = 0;
+
+// Notes what the window tells the system about the marks of the focus and of access keys.
+LRESULT CALLBACK NoteUiState(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CHANGEUISTATE)
+        notedUiState = wParam;
+    return CallWindowProcA(ownProcedure, window, message, wParam, lParam);
+}
+
+TEST_F(MainWindowTest, ShowsTheFocusMarksOnceTabIsUsed) {
+    SetFocus(Control(ID_trvGames));
+    ownProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrA(window->Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&NoteUiState)));
+    notedUiState = 0;
+    PressKey(ID_trvGames, VK_TAB);
+    EXPECT_EQ(GetFocus(), Control(ID_lvwServers));
+    EXPECT_EQ(notedUiState, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS));
+    SetWindowLongPtrA(window->Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ownProcedure));
+}
+
 TEST_F(MainWindowTest, AKeyThatIsHeldDownGivesItsCommandOnce) {
     ListServers(4);
     Models().lvwServers.SelectOnly(2);
@@ -444,6 +476,50 @@ TEST_F(MainWindowTest, AKeyThatIsHeldDownStillMovesTheSelection) {
     PressKey(ID_lvwServers, VK_DOWN, Repeated);
     PressKey(ID_lvwServers, VK_DOWN, Repeated);
     EXPECT_EQ(Models().lvwServers.SelectedRow(), 3);
+}
+
+TEST_F(MainWindowTest, TheProgressBarTellsWhatAScanWaitsFor) {
+    struct Case {
+        const char* name;
+        UINT message;
+        WPARAM wParam;
+        bool pauses;
+    };
+    const Case cases[] = {{"a dialog", WM_ENTERIDLE, MSGF_DIALOGBOX, false},
+                          {"a menu", WM_ENTERIDLE, MSGF_MENU, true},
+                          {"moving the window", WM_ENTERSIZEMOVE, 0, true}};
+    window->Form().servers.AddServer("127.0.0.1", "9"); // does not answer
+    program.PingTimeout = 200;
+    window->Form().RefreshInterface();
+    Timer timer;
+    const TimerWin ticking(timer);
+    int looks = 0;
+    timer.Tick = [&] {
+        timer.SetEnabled(false);
+        for (const Case& c : cases) {
+            Models().pbScanning.toolTip = "text";
+            SendMessageA(window->Handle(), c.message, c.wParam, 0);
+            EXPECT_EQ(Models().pbScanning.toolTip != "text", c.pauses) << c.name;
+            ++looks;
+        }
+    };
+    timer.SetInterval(1);
+    timer.SetEnabled(true);
+    window->Form().scan.mnuServRefreshAll_Click();
+    EXPECT_EQ(looks, 3);
+}
+
+TEST_F(MainWindowTest, ShowsChangesWhileAMessageBoxIsOpen) {
+    DialogDriver driver(window->Handle(), {[&](HWND box) {
+                            Models().lvwServers.Add();
+                            EXPECT_TRUE(PumpUntil([&] {
+                                return SendMessageA(Control(ID_lvwServers), LVM_GETITEMCOUNT, 0, 0) == 1;
+                            }));
+                            DialogDriver::Press(box, IDOK);
+                        }});
+    desktop.Prompts().ShowError("text", "title");
+    EXPECT_EQ(driver.StepsLeft(), 0U);
+    EXPECT_FALSE(KillTimer(window->Handle(), 2)); // it is needed no more
 }
 
 TEST_F(MainWindowTest, EndsTheProgramWhenItIsClosed) {

@@ -51,7 +51,7 @@ VIAddVersionKey ProductVersion ${VERSION}
 !define MUI_ABORTWARNING
 
 !define MUI_WELCOMEPAGE_TITLE "Quarn ${VERSION}"
-!define MUI_WELCOMEPAGE_TEXT "Quarn is a server browser for online games.$\r$\n$\r$\nIt will be set up for you alone. An older version is replaced; your settings, your server lists and whatever you have changed in Games.ini stay as they are."
+!define MUI_WELCOMEPAGE_TEXT "Quarn is a server browser for online games.$\r$\n$\r$\nIt will be installed for your user account only. An older version is replaced. Your settings, your server lists and your changes to Games.ini are kept."
 !insertmacro MUI_PAGE_WELCOME
 !define MUI_PAGE_CUSTOMFUNCTION_PRE PassOverWhenInstalled
 !insertmacro MUI_PAGE_DIRECTORY

@@ -78,7 +78,7 @@ void ListViewControl::FitColumns() {
     const Restore setting(settingWidths_, true);
     RECT outer{};
     GetWindowRect(Handle(), &outer);
-    int left = outer.right - outer.left - 2 * GetSystemMetrics(SM_CXEDGE) - GetSystemMetrics(SM_CXVSCROLL);
+    int left = outer.right - outer.left - 2 * GetSystemMetrics(SM_CXEDGE) - dpi_.SystemMetric(SM_CXVSCROLL);
     int filling = 0;
     for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column) {
         if (model_.columns[column].fills)

@@ -76,6 +76,7 @@ class ListViewControl final : public Control {
     // Painting (ListViewControlPainting.cpp)
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& stage) const;
     void MarkSelection(NMLVCUSTOMDRAW& stage, std::int32_t row) const;
+    void FillSpaceBeforeName(HDC canvas, std::int32_t row) const;
     int CellPicture(std::int32_t row, std::int32_t column) const;
     void PaintCellPicture(HDC canvas, std::int32_t row, std::int32_t column) const;
     void PaintEmptyText(HDC canvas) const;

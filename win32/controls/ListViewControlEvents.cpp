@@ -11,7 +11,8 @@ namespace {
 
 constexpr UINT SelectedAndFocused = LVIS_SELECTED | LVIS_FOCUSED;
 constexpr int NoItem = -1;
-constexpr int CellMargin = 6; // at each side of a text, in pixels of 96 to an inch
+constexpr UINT FindSubstring = 4; // the system's LVFI_SUBSTRING, which MinGW's headers do not have
+constexpr int CellMargin = 6;     // at each side of a text, in pixels of 96 to an inch
 
 } // namespace
 
@@ -88,8 +89,9 @@ void ListViewControl::FillIn(LVITEMA& item) const {
         item.iImage = CellPicture(row, column);
 }
 
+// Any of the three flags means a search by the beginning of the text.
 int ListViewControl::OnFind(const NMLVFINDITEMA& search) const {
-    constexpr UINT ByText = LVFI_STRING | LVFI_PARTIAL;
+    constexpr UINT ByText = LVFI_STRING | FindSubstring | LVFI_PARTIAL;
     return (search.lvfi.flags & ByText) != 0 ? FindRow(search.lvfi.psz, search.iStart) : NoItem;
 }
 

@@ -33,9 +33,12 @@ LRESULT ListViewControl::OnCustomDraw(NMLVCUSTOMDRAW& stage) const {
         return CDRF_NOTIFYSUBITEMDRAW;
     case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
         MarkSelection(stage, row);
-        return paintsCellPictures_ && CellPicture(row, ColumnOf(stage.iSubItem)) >= 0 ? CDRF_NOTIFYPOSTPAINT
-                                                                                      : CDRF_DODEFAULT;
+        return stage.iSubItem == 0 || (paintsCellPictures_ && CellPicture(row, ColumnOf(stage.iSubItem)) >= 0)
+                   ? CDRF_NOTIFYPOSTPAINT
+                   : CDRF_DODEFAULT;
     case CDDS_ITEMPOSTPAINT | CDDS_SUBITEM:
+        if (stage.iSubItem == 0)
+            FillSpaceBeforeName(stage.nmcd.hdc, row);
         PaintCellPicture(stage.nmcd.hdc, row, ColumnOf(stage.iSubItem));
         return CDRF_DODEFAULT;
     default:
@@ -46,6 +49,20 @@ LRESULT ListViewControl::OnCustomDraw(NMLVCUSTOMDRAW& stage) const {
 void ListViewControl::MarkSelection(NMLVCUSTOMDRAW& stage, std::int32_t row) const {
     if (!HasFocus() && row >= 1 && row <= model_.RowCount() && model_.Row(row).selected)
         MarkUnfocusedSelection(stage);
+}
+
+// The control does not paint the space before the text of its first column as selected.
+void ListViewControl::FillSpaceBeforeName(HDC canvas, std::int32_t row) const {
+    if (row < 1 || row > model_.RowCount() || !model_.Row(row).selected)
+        return;
+    RECT label{LVIR_LABEL, 0, 0, 0};
+    Send(LVM_GETITEMRECT, static_cast<WPARAM>(row - 1), &label);
+    RECT space = CellBounds(row, 0);
+    space.right = label.left;
+    const COLORREF ground = HasFocus() ? GetSysColor(COLOR_HIGHLIGHT) : ColorsOfUnfocusedSelection().ground;
+    const COLORREF before = SetDCBrushColor(canvas, ground);
+    FillRect(canvas, &space, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    SetDCBrushColor(canvas, before);
 }
 
 int ListViewControl::CellPicture(std::int32_t row, std::int32_t column) const {

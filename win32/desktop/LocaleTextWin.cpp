@@ -125,8 +125,10 @@ std::string LocaleTextWin::ToUtf8(const std::string& text) const {
     return Utf8Of(text);
 }
 
+// In UTF-8, which a user can choose as the system's code page, every byte above 127 is a part of a character.
 char LocaleTextWin::LowerCase(char character) const {
-    if (!IsLeadByte(character))
+    const bool isAscii = static_cast<unsigned char>(character) < 0x80;
+    if (isAscii || (GetACP() != CP_UTF8 && !IsLeadByte(character)))
         CharLowerBuffA(&character, 1);
     return character;
 }

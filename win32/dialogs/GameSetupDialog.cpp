@@ -11,6 +11,7 @@ namespace quarn {
 namespace {
 
 constexpr const char* SetUpMark = "ready"; // of a game that has a path
+constexpr const char* NoMark = "none";     // transparent, so that all names line up
 constexpr int SmallPicture = 16;           // in pixels of 96 to an inch
 
 constexpr int FieldsOfAGame[] = {ID_txtPath, ID_cmdBrowse, ID_txtConfig, ID_txtName, ID_chkVisible};
@@ -31,6 +32,7 @@ void GameSetupDialog::OnInit() {
 void GameSetupDialog::FillGameList() {
     const HWND list = Item(ID_lvwGameSel);
     images_ = Images(Dpi::OfWindow(Handle()).Scaled(SmallPicture), {SetUpMark});
+    images_.AddTransparent(NoMark);
     SendMessageA(list, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images_.Handle()));
     LVCOLUMNA column{};
     column.mask = LVCF_WIDTH;
@@ -54,7 +56,7 @@ void GameSetupDialog::FillGameList() {
 }
 
 int GameSetupDialog::MarkOf(const frmGamSetup::GameItem& game) const {
-    return form_.IsSetUp(game.key) ? images_.IndexOf(SetUpMark) : I_IMAGENONE;
+    return images_.IndexOf(form_.IsSetUp(game.key) ? SetUpMark : NoMark);
 }
 
 // -1 where there are no games.

@@ -76,9 +76,9 @@ class ListControlTest : public testing::Test {
                      reinterpret_cast<LPARAM>(&item));
     }
 
-    int Find(const char* beginning, int start = -1) const {
+    int Find(const char* beginning, int start = -1, UINT flags = LVFI_PARTIAL | LVFI_STRING) const {
         LVFINDINFOA search{};
-        search.flags = LVFI_PARTIAL | LVFI_STRING | LVFI_WRAP;
+        search.flags = flags | LVFI_WRAP;
         search.psz = beginning;
         return static_cast<int>(SendMessageA(control.Handle(), LVM_FINDITEMA, static_cast<WPARAM>(start),
                                              reinterpret_cast<LPARAM>(&search))) +
@@ -136,8 +136,9 @@ class ListControlTest : public testing::Test {
             SendMessageA(control.Handle(), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItem(column)), 0));
     }
 
-    // The tooltip for the place under the mouse, which is a number of pixels right of a column's edge.
-    std::string ToolTipOver(std::int32_t row, std::int32_t column, int right = 5) const {
+    // The tooltip for the place under the mouse, which is a number of pixels right of a column's edge. Notes
+    // its greatest width.
+    std::string ToolTipOver(std::int32_t row, std::int32_t column, int right = 5) {
         const auto header = reinterpret_cast<HWND>(SendMessageA(control.Handle(), LVM_GETHEADER, 0, 0));
         RECT bounds{};
         SendMessageA(header, HDM_GETITEMRECT, static_cast<WPARAM>(SubItem(column)),
@@ -156,6 +157,7 @@ class ListControlTest : public testing::Test {
             if (process == GetCurrentProcessId() &&
                 SendMessageA(tip, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool)) != 0) {
                 SendMessageA(tip, TTM_GETTEXTA, sizeof text, reinterpret_cast<LPARAM>(&tool));
+                greatestToolTipWidth = SendMessageA(tip, TTM_GETMAXTIPWIDTH, 0, 0);
                 return text;
             }
         }
@@ -170,6 +172,7 @@ class ListControlTest : public testing::Test {
         return header.fmt;
     }
 
+    LRESULT greatestToolTipWidth = 0; // -1: none
     ListView model;
     ListViewControl control{model, 3};
     ControlHost host;

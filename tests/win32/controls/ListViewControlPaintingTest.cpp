@@ -112,10 +112,27 @@ TEST_F(ListViewControlPaintingTest, MarksItsSelectionAlsoWithoutTheFocus) {
     EXPECT_EQ(ground(2), ColorsOfUnfocusedSelection().ground);
 }
 
+TEST_F(ListViewControlPaintingTest, MarksASelectedRowWithoutAGap) {
+    const Images pictures(16, {"locked"});
+    control.SetImages(pictures, ListViewControl::Pictures::OfRowsAndHeaders);
+    AddRows({"a", "b"});
+    SelectInControl(2);
+    for (const bool focused : {true, false}) {
+        SetFocus(focused ? control.Handle() : host.Handle());
+        ControlHost::RunPendingEvents();
+        RECT row = RowBounds(2);
+        InflateRect(&row, 0, -2); // the focus mark
+        row.left += ColumnWidth(1);
+        row.right = row.left + ColumnWidth(2) + 8;
+        EXPECT_EQ(PaintedPixels(control.Handle()).Count(row, GetSysColor(COLOR_WINDOW)), 0) << focused;
+    }
+}
+
 TEST_F(ListViewControlPaintingTest, TellsTheWholeTextOfACellThatIsCut) {
     const std::string longName = "A server whose name is much longer than any column of the list may be";
     AddRows({"short", longName});
     EXPECT_EQ(ToolTipOver(2, 3), longName);
+    EXPECT_GT(greatestToolTipWidth, 0) << "a longer text has several lines";
     EXPECT_EQ(ToolTipOver(1, 3), "");
     EXPECT_EQ(ToolTipOver(2, 2), "");
     model.Cell(1, 2).text = "255.255.255.255:65535 and more";

@@ -193,6 +193,10 @@ TEST_F(ListViewControlTest, FindsRowsByTheBeginningOfTheirName) {
     EXPECT_EQ(Find("a", 2), 1); // wraps around
     EXPECT_EQ(Find("delta"), 0);
     EXPECT_EQ(Find("alphabet"), 0);
+    constexpr UINT Substring = 4; // LVFI_SUBSTRING
+    for (const UINT flags : {UINT{LVFI_STRING}, Substring, UINT{LVFI_PARTIAL}})
+        EXPECT_EQ(Find("bet", -1, flags), 2) << flags;
+    EXPECT_EQ(Find("bet", -1, LVFI_PARAM), 0);
 }
 
 // Screen readers take the text of the control's first column, wherever that is displayed.
@@ -251,6 +255,14 @@ TEST_F(ListViewControlTest, ColumnsThatFillTakeWhatTheOthersLeave) {
     EXPECT_EQ(GetWindowLongA(control.Handle(), GWL_STYLE) & WS_HSCROLL, 0);
     control.MoveTo({0, 0, 200, 400});
     EXPECT_EQ(ColumnWidth(3), 200) << "its width is the least";
+}
+
+TEST_F(ListViewControlTest, LeavesSpaceForTheScrollBarOfItsScreen) {
+    model.columns[3].fills = true;
+    control.MoveTo({0, 0, 1400, 400});
+    control.ChangeDpi(Dpi(192));
+    const int scrollBar = 2 * Dpi(96).SystemMetric(SM_CXVSCROLL);
+    EXPECT_EQ(ColumnWidth(3), 1400 - 2 * GetSystemMetrics(SM_CXEDGE) - scrollBar - 260);
 }
 
 TEST_F(ListViewControlTest, LeavesColumnsAloneOnceTheUserHasChangedOne) {

@@ -177,6 +177,17 @@ TEST_F(LocaleTextWinTest, LowersLettersOfTheCodePage) {
         EXPECT_EQ(locale.LowerCase(c.character), c.lower) << static_cast<int>(c.character);
 }
 
+UINT WINAPI Utf8IsTheCodePage() {
+    return CP_UTF8;
+}
+
+TEST_F(LocaleTextWinTest, LeavesThePartsOfCharactersAlone) {
+    const ReplacedImport codePage(&GetACP, &Utf8IsTheCodePage);
+    for (const char part : {'\xC3', '\x84', '\xC4', '\xE2', '\xFF'})
+        EXPECT_EQ(locale.LowerCase(part), part) << static_cast<int>(part);
+    EXPECT_EQ(locale.LowerCase('A'), 'a');
+}
+
 TEST_F(LocaleTextWinTest, GeneralDatesReadsDatesLikeTheLocale) {
     const CountingLocale counting;
     GeneralDates dates(counting);

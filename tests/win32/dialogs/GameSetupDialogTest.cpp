@@ -29,13 +29,15 @@ class GameSetupDialogTest : public FormsTest {
         SendMessageA(Item(dialog, ID_lvwGameSel), LVM_SETITEMSTATE, static_cast<WPARAM>(index),
                      reinterpret_cast<LPARAM>(&item));
     }
-    // The game's row has the image of a game that is set up.
+    // The game's row has the image of a game that is set up. Every game has an image, or the names would not
+    // line up.
     static bool IsMarked(HWND dialog, int index) {
         LVITEMA item{};
         item.mask = LVIF_IMAGE;
         item.iItem = index;
         SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
-        return item.iImage >= 0;
+        EXPECT_NE(item.iImage, I_IMAGENONE);
+        return item.iImage == 0;
     }
     static int Selected(HWND dialog) {
         return static_cast<int>(SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETNEXTITEM,
