@@ -20,12 +20,7 @@ std::int32_t ParallelScan::Timeout() const noexcept {
 
 ParallelScan::ParallelScan(const MainFormContext& form, QueryResults& results, ScanProgress& progress,
                            Task task)
-    : form_(form),
-      results_(results),
-      progress_(progress),
-      rows_(std::move(task.rows)),
-      atOnce_(static_cast<std::size_t>(std::max(task.atOnce, 1))),
-      stopped_(std::move(task.stopped)) {
+    : form_(form), results_(results), progress_(progress), task_(std::move(task)) {
     Timer& deadlines = form_.controls.tmrDeadlines;
     deadlines.SetEnabled(true);
     deadlines.Tick = [this] {
@@ -43,7 +38,7 @@ bool ParallelScan::Step() {
     TakeArrivals();
     if (std::exchange(ticked_, false))
         CheckDeadlines();
-    if (!stopped_() && AskServers())
+    if (!task_.stopped() && AskServers())
         return true;
     End();
     return false;
@@ -51,17 +46,17 @@ bool ParallelScan::Step() {
 
 // False if no query is open.
 bool ParallelScan::AskServers() {
-    while (pending_.size() < atOnce_ && AskNext())
+    while (pending_.size() < task_.atOnce && AskNext())
         form_.controls.sckServer.NoteArrivals(); // sending takes the system a while
     return !pending_.empty();
 }
 
 // False if there is no row left, or no port for the next one.
 bool ParallelScan::AskNext() {
-    while (!rows_.empty()) {
-        const std::int32_t row = form_.controls.lvwServers.RowShowing(rows_.front(), likelyRow_);
+    while (!task_.rows.empty()) {
+        const std::int32_t row = form_.controls.lvwServers.RowShowing(task_.rows.front(), likelyRow_);
         if (row == 0) { // removed since the scan began
-            rows_.pop_front();
+            task_.rows.pop_front();
             CountFinished();
             continue;
         }
@@ -70,10 +65,10 @@ bool ParallelScan::AskNext() {
         form_.controls.sckServer.CloseOf(pending.target.server);
         pending.first = Ask(pending.target, pending.target.index).number;
         if (pending.first == 0 && !pending_.empty()) {
-            atOnce_ = pending_.size(); // no more ports: wait until the next query is finished
+            task_.atOnce = pending_.size(); // no more ports: wait until the next query is finished
             return false;
         }
-        rows_.pop_front();
+        task_.rows.pop_front();
         pending_.push_back(pending);
         return true;
     }

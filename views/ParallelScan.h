@@ -12,6 +12,7 @@
 #include "views/RunningScan.h"
 #include "views/ScanProgress.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -25,7 +26,7 @@ class ParallelScan final : public RunningScan {
     // true. The rows are given by the identities of the records that they show.
     struct Task {
         std::deque<std::uint32_t> rows;
-        std::int32_t atOnce = 1;
+        std::size_t atOnce = 1; // fewer if there are no more ports
         std::function<bool()> stopped;
     };
 
@@ -34,7 +35,7 @@ class ParallelScan final : public RunningScan {
     ParallelScan& operator=(const ParallelScan&) = delete;
     ~ParallelScan() override;
 
-    bool CanStep() const override { return ticked_ || !arrivals_.empty() || stopped_(); }
+    bool CanStep() const override { return ticked_ || !arrivals_.empty() || task_.stopped(); }
     bool Step() override;
 
     // A reply is parsed by the next step, after its event has ended.
@@ -62,11 +63,9 @@ class ParallelScan final : public RunningScan {
     MainFormContext form_;
     QueryResults& results_;
     ScanProgress& progress_;
-    std::deque<std::uint32_t> rows_; // still to be queried
+    Task task_; // the rows are those still to be queried
     std::vector<Pending> pending_;
     std::deque<ServerReply> arrivals_;
-    std::size_t atOnce_;
-    std::function<bool()> stopped_;
     bool ticked_ = false; // deadlines are to be checked
     std::int32_t finished_ = 0;
     std::int32_t likelyRow_ = 1;

@@ -96,10 +96,11 @@ void ScanEngine::ScanInTurn(std::deque<std::uint32_t> wanted, bool isWholeList, 
 
 void ScanEngine::ScanAtOnce(std::deque<std::uint32_t> wanted, Running& running) {
     const Restore several(asksSeveral_, true);
-    ParallelScan scan(form_, results_, running.progress,
-                      {.rows = std::move(wanted),
-                       .atOnce = std::min(form_.program.Simultaneous, MostSimultaneous),
-                       .stopped = [this] { return MustStop(); }});
+    ParallelScan scan(
+        form_, results_, running.progress,
+        {.rows = std::move(wanted),
+         .atOnce = static_cast<std::size_t>(std::clamp(form_.program.Simultaneous, 1, MostSimultaneous)),
+         .stopped = [this] { return MustStop(); }});
     Run(scan, running);
 }
 

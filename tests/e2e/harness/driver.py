@@ -93,8 +93,8 @@ class Driver:
             lines.append(line[1:])
 
     def _wait_for_the_window_manager(self):
-        """The window manager places a new window and gives it the keyboard later than Windows knows. Behind a dialog
-        that closes, it also takes the keyboard away for a moment before: an open menu then closes."""
+        """The window manager places a new window and gives it the keyboard later than Windows knows. Behind a
+        dialog that closes, it also takes the keyboard away for a moment before: an open menu then closes."""
         window = int(self.text("x-window"))
         wait_until(lambda: active_window() == window, "the window manager has given the window the keyboard")
 
