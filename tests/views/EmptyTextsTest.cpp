@@ -77,5 +77,38 @@ TEST_F(EmptyTextsTest, SayWhyThereAreNoDetails) {
     EXPECT_EQ(Players(), "Refresh the server to see its players.");
 }
 
+TEST_F(EmptyTextsTest, SayThatTheMasterHasSentNothingYet) {
+    ASSERT_TRUE(browser.Start());
+    browser.ClickNode("d3");
+    browser.fake.prompts.yesNoAnswers = {true};
+    browser.Form().tbMain_ButtonClick("querymaster");
+    EXPECT_EQ(Servers(), "The master server has sent no servers yet. Press Renew to ask it again.");
+}
+
+TEST_F(EmptyTextsTest, SayNothingWhileAListIsMadeOrScanned) {
+    browser.PutList("q3", HeadlessBrowser::Addresses(3000));
+    browser.PutList("d3", HeadlessBrowser::Addresses(2));
+    ASSERT_TRUE(browser.Start());
+    int looks = 0;
+    const auto look = [&] {
+        ++looks;
+        EXPECT_EQ(Servers(), "");
+        EXPECT_EQ(Players(), "");
+    };
+    browser.ClickNode("d3");
+    browser.fake.events.whenYielding = [&](std::int32_t) { look(); };
+    browser.ClickNode("q3");
+    EXPECT_GT(looks, 0);
+    browser.fake.events.whenYielding = nullptr;
+    browser.ClickNode("d3");
+    looks = 0;
+    browser.network.whenAsked = [&](const std::string&) {
+        ++looks;
+        EXPECT_EQ(Players(), "");
+    };
+    browser.RefreshAll();
+    EXPECT_EQ(looks, 2);
+}
+
 } // namespace
 } // namespace quarn
