@@ -3,6 +3,7 @@
 import re
 import select
 import subprocess
+import time
 
 from .places import DRIVER, wait_until, windows_path
 
@@ -59,6 +60,7 @@ class Driver:
             restore_signals=set_up is None,
         )
         self._program = None
+        self.sent_at = 0.0  # when the last command was sent, in seconds of time.monotonic
         self._received = b""
         self._reply_seconds = REPLY_SECONDS
 
@@ -82,6 +84,7 @@ class Driver:
             self._reply_seconds = REPLY_SECONDS + int(words[1])
         if words[0] in ("keyboard", "hold-key", "type", "move"):
             self._wait_for_the_window_manager()
+        self.sent_at = time.monotonic()
         self._process.stdin.write(b" ".join(map(quoted, words)) + b"\n")
         lines = []
         while True:
