@@ -75,7 +75,7 @@ test_under_wine() {
     start_desktops
     say "Testing under Wine, and examining the sources"
     in_background run_style
-    # Wine and the window manager lose an input now and then: a test fails if it fails twice.
+    # Wine and the window manager sometimes lose an input: a failed test runs once more.
     run_tests win64 -j "$((JOBS + 2))" --repeat until-pass:2 "${long[@]}"
     wait "$background" || true
     count win64

@@ -1,5 +1,6 @@
 #include "fuzz/BrowserActions.h"
 
+#include "fuzz/ReadArguments.h"
 #include "tests/fakes/UserActions.h"
 #include "tools/gamenet/protocol/MasterList.h"
 
@@ -119,19 +120,6 @@ constexpr OtherAction OtherActions[] = {
     {'U', [](B& b, const A&) { b.Form().Unload(); }},
     {'E', [](B& b, const A&) { b.Form().EndSession(); }},
 };
-
-ActionArguments ReadArguments(std::string_view signature, ByteScript& script) {
-    ActionArguments arguments;
-    std::int32_t* number = &arguments.number;
-    std::string* text = &arguments.text;
-    for (const char kind : signature) {
-        if (kind == 'n')
-            *std::exchange(number, &arguments.last) = script.Number();
-        else
-            *std::exchange(text, &arguments.secondText) = script.Text();
-    }
-    return arguments;
-}
 
 void RunUserAction(FuzzedBrowser& browser, const UserAction& action, ActionArguments arguments) {
     if (!browser.UserCanAct())

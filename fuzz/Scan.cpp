@@ -9,6 +9,7 @@
 // a scan.
 
 #include "fuzz/ByteScript.h"
+#include "fuzz/ReadArguments.h"
 #include "fuzz/Require.h"
 #include "tests/fakes/Invariants.h"
 #include "tests/fakes/UserActions.h"
@@ -52,9 +53,7 @@ class ScannedBrowser : public HeadlessBrowser {
   public:
     ScannedBrowser() {
         for (const Game& game : Games) {
-            const std::vector<std::string> addresses = Block(game.block, MostServers);
-            PutList(game.list, addresses);
-            for (const std::string& address : addresses)
+            for (const std::string& address : Block(game.block, MostServers))
                 honest_[address] = MakeServer(game.family, "Live " + address, "map", "mod");
         }
         fake.prompts.whileOpen = [this] { fake.prompts.yesNoAnswers.assign(1, true); };
@@ -91,7 +90,7 @@ class ScannedBrowser : public HeadlessBrowser {
     bool userActs_ = false;
     bool isUsedUp_ = false;
     bool socketsSuffice_ = false;
-    std::int32_t input_ = 0;
+    std::int32_t scans_ = 0; // that have ended
 };
 
 void ScannedBrowser::AnswerOnce(const SentDatagram& request, std::int32_t latency) {
@@ -174,14 +173,7 @@ void ScannedBrowser::ReadUserActions(ByteScript& script) {
         const auto action = std::ranges::find(UserActions(), letter, &UserAction::letter);
         if (LettersDuringAScan.find(letter) == std::string_view::npos || action == UserActions().end())
             continue;
-        ActionArguments arguments;
-        std::int32_t* number = &arguments.number;
-        for (const char kind : std::string_view(action->signature)) {
-            if (kind == 'n')
-                *std::exchange(number, &arguments.last) = script.Number();
-            else
-                arguments.text = script.Text();
-        }
+        const ActionArguments arguments = ReadArguments(action->signature, script);
         userActs_ = true;
         isUsedUp_ = isUsedUp_ || letter == 'n' || letter == 'K';
         In(delay, [this, &run = action->run, arguments] { run(*this, arguments); });
@@ -190,8 +182,8 @@ void ScannedBrowser::ReadUserActions(ByteScript& script) {
 
 // A scan whose timer was disabled by a nested scan waits for "stop".
 void ScannedBrowser::StopInTime() {
-    In(Patience, [this, input = input_] {
-        if (input == input_) {
+    In(Patience, [this, scans = scans_] {
+        if (scans == scans_) {
             Stop();
             StopInTime();
         }
@@ -222,20 +214,19 @@ void ScannedBrowser::RequireHonestRows() {
 }
 
 void ScannedBrowser::Run(ByteScript& script) {
-    ++input_;
     Prepare(script);
     ReadUserActions(script);
     StopInTime();
     fake.events.eventLimit = fake.events.eventsRun + 200'000;
     RefreshAll();
-    ++input_;
+    ++scans_;
     fake.events.RunFor(256 * 10 + 2 * Timeout); // the user's last action, and the last late reply
     Stop();                                     // a scan that began meanwhile
     RequireEveryWaitEnds();
     Require(sckServer.OpenCount() == 0, "every port is closed");
     Require(!Controls().tmrTimeout.Enabled() && !Controls().tmrDeadlines.Enabled() &&
                 !Controls().tmrPorts.Enabled(),
-            "every timer stands still");
+            "every timer is off");
     RequireOwnReplies();
     if (!userActs_ && socketsSuffice_)
         RequireHonestRows();

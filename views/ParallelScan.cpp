@@ -8,16 +8,6 @@
 
 namespace quarn {
 
-namespace {
-
-constexpr std::int32_t FallbackTimeout = 1000;
-
-} // namespace
-
-std::int32_t ParallelScan::Timeout() const noexcept {
-    return form_.program.PingTimeout > 0 ? form_.program.PingTimeout : FallbackTimeout;
-}
-
 ParallelScan::ParallelScan(const MainFormContext& form, QueryResults& results, ScanProgress& progress,
                            Task task)
     : form_(form), results_(results), progress_(progress), task_(std::move(task)) {
@@ -121,13 +111,13 @@ void ParallelScan::CheckDeadlines() {
         Pending& pending = pending_[position];
         const std::int32_t index = results_.IndexOf(pending.target);
         const std::int32_t waited = TicksBetween(pending.sentTick, now);
-        if (waited >= Timeout() || index == 0) {
+        if (waited >= TimeoutOf(form_.program) || index == 0) {
             if (index != 0)
                 results_.StoreNoAnswer(index);
             Finish(position, false);
             continue;
         }
-        if (pending.second == 0 && waited >= Timeout() / 2)
+        if (pending.second == 0 && waited >= TimeoutOf(form_.program) / 2)
             pending.second = Ask(pending.target, index).number;
         ++position;
     }

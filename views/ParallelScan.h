@@ -58,7 +58,6 @@ class ParallelScan final : public RunningScan {
     void Finish(std::size_t position, bool answered);
     void CountFinished();
     void End();
-    std::int32_t Timeout() const noexcept;
 
     MainFormContext form_;
     QueryResults& results_;

@@ -3,9 +3,18 @@
 // A scan in steps. The loop that waits for the scan's replies and ticks takes the steps, or the events
 // themselves do while that loop is below an open dialog on the stack: see views/CommandGate.h.
 
+#include "core/modDefinitions.h"
 #include "query/QueryPorts.h"
 
+#include <cstdint>
+
 namespace quarn {
+
+// Milliseconds: PingTimeout if that is positive, otherwise a second.
+inline std::int32_t TimeoutOf(const ProgramState& program) noexcept {
+    constexpr std::int32_t Fallback = 1000;
+    return program.PingTimeout > 0 ? program.PingTimeout : Fallback;
+}
 
 class RunningScan {
   public:

@@ -14,15 +14,6 @@
 
 namespace quarn {
 
-namespace {
-
-// The value of ReplyState if the timer ticked before any reply.
-constexpr std::int32_t NoAnswer = 2;
-
-constexpr std::int32_t FallbackTimeout = 1000;
-
-} // namespace
-
 ScanEngine::ScanEngine(const MainFormContext& form, ServerListView& servers, ServerDetails& details)
     : form_(form), servers_(servers), details_(details), results_(form, servers, details) {
     QueryPorts& ports = form_.controls.sckServer;
@@ -182,12 +173,12 @@ void ScanEngine::NoteStandstill() {
 }
 
 void ScanEngine::tmrTimeout_Timer() {
-    wait.ReplyState = NoAnswer;
+    wait.ReplyState = ReplyWait::NoAnswer;
     form_.gate.ContinueScan();
 }
 
 void ScanEngine::ApplyTimeout() {
-    const std::int32_t timeout = form_.program.PingTimeout > 0 ? form_.program.PingTimeout : FallbackTimeout;
+    const std::int32_t timeout = TimeoutOf(form_.program);
     form_.controls.tmrTimeout.SetInterval(timeout);
     form_.controls.sckServer.lifetime = timeout;
 }

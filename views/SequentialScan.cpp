@@ -10,9 +10,6 @@ namespace {
 // A server sends at most three replies; a flood of datagrams must not delay the scan.
 constexpr int MostFurtherReplies = 16;
 
-// The value of ReplyState if the timer ticked before any reply.
-constexpr std::int32_t NoAnswer = 2;
-
 } // namespace
 
 bool SequentialScan::IsAnswered() const noexcept {
@@ -101,7 +98,8 @@ bool SequentialScan::TakeReply(ServerReply& reply) {
 void SequentialScan::FinishQuery() {
     awaitsReply_ = false;
     form_.Trapped("UpdateServer", OnError::Log, [&] {
-        const bool isTimedOut = parts_.wait.ReplyState == NoAnswer && !IsAnswered() && !IsReplaced();
+        const bool isTimedOut =
+            parts_.wait.ReplyState == ReplyWait::NoAnswer && !IsAnswered() && !IsReplaced();
         Finish(!isTimedOut);
         progress_.Count(!isTimedOut);
         parts_.details.RefreshPlayers();

@@ -20,7 +20,9 @@ namespace quarn {
 
 // What ticks and replies report. Scans inside each other share it, as they share the timer.
 struct ReplyWait {
-    std::int32_t ReplyState = 0; // a tick sets 2, a reply to the query that is awaited adds 1
+    static constexpr std::int32_t NoAnswer = 2; // the timer ticked before any reply
+
+    std::int32_t ReplyState = 0; // a tick sets NoAnswer, a reply to the query that is awaited adds 1
     std::int32_t QuerySentTick = 0;
 };
 

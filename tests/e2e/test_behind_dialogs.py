@@ -29,6 +29,11 @@ def answered(quarn):
     return sum(row.name != "" for row in quarn.rows())
 
 
+def wait_for_a_further_answer(quarn):
+    before = answered(quarn)
+    wait_until(lambda: answered(quarn) > before, "a further server has answered")
+
+
 def expect_all_answered(quarn, network):
     assert [row.name for row in quarn.rows()] == [server.name for server in network.servers]
     assert quarn.status(3) == f"{SERVERS} servers"
@@ -39,9 +44,8 @@ def test_more_servers_answer_while_the_options_are_open(scanning, at_once, laten
     quarn, network = scanning(at_once, latency)
     quarn.choose("mnuExtrasOptions")
     quarn.do.wait(1, "is-open", "Options")
-    before = answered(quarn)
-    assert before < SERVERS
-    wait_until(lambda: answered(quarn) > before, "a further server has answered")
+    assert answered(quarn) < SERVERS
+    wait_for_a_further_answer(quarn)
     quarn.wait_for_scan()
     expect_all_answered(quarn, network)
     assert quarn.do("is-open", "Options") == ["1"]
@@ -57,12 +61,10 @@ def test_the_scan_continues_when_the_dialog_is_closed_early(scanning):
     quarn, _ = scanning(latency="300-400")
     quarn.choose("mnuInfoAbout")
     quarn.do.wait(1, "is-open", "About Quarn")
-    before = answered(quarn)
-    wait_until(lambda: answered(quarn) > before, "a further server has answered")
+    wait_for_a_further_answer(quarn)
     quarn.answer("About Quarn", "OK")
-    before = answered(quarn)
-    assert before < SERVERS
-    wait_until(lambda: answered(quarn) > before, "a further server has answered")
+    assert answered(quarn) < SERVERS
+    wait_for_a_further_answer(quarn)
     quarn.press_toolbar("stop")
     quarn.wait_for_status("Scanning aborted by user.")
     assert quarn.close() == 0
@@ -75,8 +77,7 @@ def test_more_servers_answer_behind_a_message_in_front_of_a_dialog(scanning):
     quarn.do("press", "OK")  # without an address
     quarn.do("use")
     quarn.do.wait(1, "is-open", "Quarn - Error")
-    before = answered(quarn)
-    assert before < SERVERS
+    assert answered(quarn) < SERVERS
     quarn.wait_for_scan()
     expect_all_answered(quarn, network)
     quarn.answer("Quarn - Error", "OK")
@@ -91,8 +92,7 @@ def test_the_program_closes_although_a_scan_continues_behind_a_dialog(scanning):
     quarn, _ = scanning(latency="300-400")
     quarn.choose("mnuExtrasOptions")
     quarn.do.wait(1, "is-open", "Options")
-    before = answered(quarn)
-    wait_until(lambda: answered(quarn) > before, "a further server has answered")
+    wait_for_a_further_answer(quarn)
     quarn.do("post", ".", WM_CLOSE)
     assert quarn.do.exit_code() == 0
     assert quarn.log().endswith(";0;Application terminated normally\r\n")

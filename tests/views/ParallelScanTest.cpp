@@ -35,12 +35,8 @@ class ParallelScanTest : public ScanTest {
 
 TEST_F(ParallelScanTest, AsksInTheOrderOfTheRowsAndNoMoreAtOnceThanItMay) {
     for (const std::int32_t atOnce : {2, 8, 64}) {
-        HeadlessBrowser other;
+        BrowserWithServers other(100, atOnce);
         const std::vector<std::string> servers = HeadlessBrowser::Addresses(100);
-        other.PutList("q3", servers);
-        other.PutServers(servers);
-        ASSERT_TRUE(other.Start());
-        other.program.Simultaneous = atOnce;
         std::int32_t most = 0;
         std::map<std::int32_t, std::int32_t> asked; // by moment
         other.sckServer.whenSent = [&, answer = other.sckServer.whenSent](const SentDatagram& sent) {
@@ -65,12 +61,8 @@ TEST_F(ParallelScanTest, ReadsSettingsOutsideTheRangeAsTheNearest) {
         std::int32_t milliseconds; // for 128 servers of 20 ms
     } cases[] = {{-5, 128 * 20}, {0, 128 * 20}, {1, 128 * 20}, {64, 40}, {65, 40}, {1000, 40}};
     for (const auto& c : cases) {
-        HeadlessBrowser other;
+        BrowserWithServers other(128, c.setting);
         const std::vector<std::string> servers = HeadlessBrowser::Addresses(128);
-        other.PutList("q3", servers);
-        other.PutServers(servers);
-        ASSERT_TRUE(other.Start());
-        other.program.Simultaneous = c.setting;
         other.RefreshAll();
         EXPECT_EQ(other.fake.clock.Elapsed(), c.milliseconds) << c.setting;
     }
@@ -220,12 +212,8 @@ TEST_F(ParallelScanTest, StopEndsItAtOnceAndLeavesOpenQueriesAsTheyWere) {
 
 TEST_F(ParallelScanTest, AReplyThatComesWithStopChangesNothing) {
     for (const bool before : {true, false}) { // the reply's event runs in front of Stop or behind it
-        HeadlessBrowser other;
+        BrowserWithServers other(40, 32);
         const std::vector<std::string> servers = HeadlessBrowser::Addresses(40);
-        other.PutList("q3", servers);
-        other.PutServers(servers);
-        ASSERT_TRUE(other.Start());
-        other.program.Simultaneous = 32;
         const std::int32_t stopAt = before ? 20 : 19;
         other.In(stopAt, [&] { other.Stop(); });
         other.RefreshAll();

@@ -52,11 +52,7 @@ TEST_F(ScanEngineDialogCommandsTest, TheGameIsStartedForTheServerThatTheQuestion
 
 TEST_F(ScanEngineDialogCommandsTest, AServerThatIsAddedIsNotAskedAndTheRestIs) {
     for (const std::int32_t atOnce : {1, 3}) {
-        HeadlessBrowser other;
-        other.PutList("q3", HeadlessBrowser::Addresses(6));
-        other.PutServers(HeadlessBrowser::Addresses(6));
-        ASSERT_TRUE(other.Start());
-        other.program.Simultaneous = atOnce;
+        BrowserWithServers other(6, atOnce);
         other.fake.hosts.addresses["typed.example"] = "127.0.17.1";
         other.dialogs.inAddServer = [&](frmAddServer& form) {
             for (const char* port : {"1", "2", "3"}) {
@@ -79,11 +75,7 @@ TEST_F(ScanEngineDialogCommandsTest, AServerThatIsAddedIsNotAskedAndTheRestIs) {
 // The scan ends for the command, which runs when the dialog is closed.
 TEST_F(ScanEngineDialogCommandsTest, ADeletionWaitsForTheDialogAndDeletesItsRows) {
     for (const std::int32_t atOnce : {1, 3}) {
-        HeadlessBrowser other;
-        other.PutList("q3", HeadlessBrowser::Addresses(6));
-        other.PutServers(HeadlessBrowser::Addresses(6));
-        ASSERT_TRUE(other.Start());
-        other.program.Simultaneous = atOnce;
+        BrowserWithServers other(6, atOnce);
         other.dialogs.whileOpen = [&] {
             other.fake.events.RunFor(500);
             EXPECT_EQ(other.Message(), Aborted);

@@ -87,7 +87,25 @@ const Opener Openers[] = {
      }},
 };
 
-class ScanEngineDialogTest : public DialogScanTest {};
+class ScanEngineDialogTest : public DialogScanTest {
+  protected:
+    // A message box while a command lets events run.
+    void OpenABoxAtTheNextYield() {
+        browser.fake.events.whenYielding = [this, first = true](std::int32_t) mutable {
+            if (std::exchange(first, false))
+                browser.fake.events.Post([this] { browser.program.AppLog->ErrorMessage("Something"); });
+        };
+    }
+
+    // How many servers have been asked when a box opens and when it closes.
+    void CountBeforeAndAfterABox(std::vector<std::size_t>& asked) {
+        browser.fake.prompts.whileOpen = [this, &asked] {
+            asked.push_back(Asked().size());
+            browser.fake.events.RunFor(500);
+            asked.push_back(Asked().size());
+        };
+    }
+};
 
 class ScanEngineDialogTableTest : public DialogScanTest,
                                   public ::testing::WithParamInterface<std::tuple<Opener, std::int32_t>> {
@@ -193,12 +211,8 @@ TEST_F(ScanEngineDialogTest, TheDatagramsAreThoseOfAScanWithoutADialog) {
 
 TEST_F(ScanEngineDialogTest, TheScanContinuesWhenTheDialogIsClosed) {
     for (const std::int32_t atOnce : {1, 2}) {
-        HeadlessBrowser other;
+        BrowserWithServers other(9, atOnce);
         const std::vector<std::string> servers = HeadlessBrowser::Addresses(9);
-        other.PutList("q3", servers);
-        other.PutServers(servers);
-        ASSERT_TRUE(other.Start());
-        other.program.Simultaneous = atOnce;
         std::size_t before = 0;
         std::size_t inside = 0;
         other.dialogs.whileOpen = [&] {
@@ -280,11 +294,7 @@ TEST_F(ScanEngineDialogTest, TheOuterScanContinuesWhereItWasIfTheDialogClosesFir
 
 TEST_F(ScanEngineDialogTest, AScanThatEndedBehindTheDialogEndsOnce) {
     for (const std::int32_t atOnce : {1, 4}) {
-        HeadlessBrowser other;
-        other.PutList("q3", HeadlessBrowser::Addresses(5));
-        other.PutServers(HeadlessBrowser::Addresses(5));
-        ASSERT_TRUE(other.Start());
-        other.program.Simultaneous = atOnce;
+        BrowserWithServers other(5, atOnce);
         other.dialogs.whileOpen = [&] {
             other.fake.events.RunFor(500);
             EXPECT_EQ(other.Message(), Ready);
@@ -308,11 +318,7 @@ TEST_F(ScanEngineDialogTest, StopActsBehindADialog) {
         std::size_t asked;
     };
     for (const Case& c : {Case{1, 2}, Case{4, 4}}) {
-        HeadlessBrowser other;
-        other.PutList("q3", HeadlessBrowser::Addresses(9));
-        other.PutServers(HeadlessBrowser::Addresses(9));
-        ASSERT_TRUE(other.Start());
-        other.program.Simultaneous = c.atOnce;
+        BrowserWithServers other(9, c.atOnce);
         other.dialogs.whileOpen = [&] {
             other.fake.events.RunFor(500);
             EXPECT_EQ(other.Message(), Aborted);
@@ -331,16 +337,9 @@ TEST_F(ScanEngineDialogTest, StopActsBehindADialog) {
 TEST_F(ScanEngineDialogTest, NoStepIsTakenWhileTheListIsSorted) {
     StartWith(9);
     std::vector<std::size_t> asked;
-    browser.fake.prompts.whileOpen = [&] {
-        asked.push_back(Asked().size());
-        browser.fake.events.RunFor(500);
-        asked.push_back(Asked().size());
-    };
+    CountBeforeAndAfterABox(asked);
     During(2, [&] {
-        browser.fake.events.whenYielding = [&, first = true](std::int32_t) mutable {
-            if (std::exchange(first, false))
-                browser.fake.events.Post([&] { browser.program.AppLog->ErrorMessage("Something"); });
-        };
+        OpenABoxAtTheNextYield();
         browser.Form().servers.lvwServers_ColumnClick(2);
     });
     browser.RefreshAll();
@@ -354,16 +353,9 @@ TEST_F(ScanEngineDialogTest, NoStepIsTakenWhileTheListIsSaved) {
     StartWith(9);
     browser.program.Simultaneous = 2;
     std::vector<std::size_t> asked;
-    browser.fake.prompts.whileOpen = [&] {
-        asked.push_back(Asked().size());
-        browser.fake.events.RunFor(500);
-        asked.push_back(Asked().size());
-    };
+    CountBeforeAndAfterABox(asked);
     RefreshAllAnd(10, [&] {
-        browser.fake.events.whenYielding = [&, first = true](std::int32_t) mutable {
-            if (std::exchange(first, false))
-                browser.fake.events.Post([&] { browser.program.AppLog->ErrorMessage("Something"); });
-        };
+        OpenABoxAtTheNextYield();
         browser.ClickNode("q3");
     });
     EXPECT_THAT(asked, ElementsAre(2, 2));
@@ -405,11 +397,7 @@ TEST_F(ScanEngineDialogTest, NoStepIsTakenInsideACommandButOneAfterIt) {
 // Events run in the middle of every step.
 TEST_F(ScanEngineDialogTest, NoStepIsTakenInsideAnother) {
     for (const std::int32_t atOnce : {1, 3}) {
-        HeadlessBrowser other;
-        other.PutList("q3", HeadlessBrowser::Addresses(12));
-        other.PutServers(HeadlessBrowser::Addresses(12));
-        ASSERT_TRUE(other.Start());
-        other.program.Simultaneous = atOnce;
+        BrowserWithServers other(12, atOnce);
         const std::vector<std::string> rows = other.Column(AddressColumn);
         int depth = 0;
         int deepest = 0;
@@ -463,10 +451,7 @@ TEST_F(ScanEngineDialogTest, ALowerTimeOutOfTheOptionsHoldsFromThenOn) {
 
 TEST_F(ScanEngineDialogTest, TheEndOfTheSessionEndsTheScanBehindADialog) {
     for (const std::int32_t after : {25, 2000}) { // before and after the scan's end
-        HeadlessBrowser other;
-        other.PutList("q3", HeadlessBrowser::Addresses(9));
-        other.PutServers(HeadlessBrowser::Addresses(9));
-        ASSERT_TRUE(other.Start());
+        BrowserWithServers other(9);
         std::size_t asked = 0;
         other.dialogs.whileOpen = [&] {
             other.fake.events.RunFor(after);

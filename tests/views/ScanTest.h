@@ -15,6 +15,17 @@
 
 namespace quarn {
 
+// A browser that was started with a list of servers that all answer.
+class BrowserWithServers : public HeadlessBrowser {
+  public:
+    explicit BrowserWithServers(std::int32_t count, std::int32_t atOnce = 1) {
+        PutList("q3", Addresses(count));
+        PutServers(Addresses(count));
+        EXPECT_TRUE(Start());
+        program.Simultaneous = atOnce;
+    }
+};
+
 class ScanTest : public ::testing::Test {
   protected:
     using Family = gamenet::Family;
