@@ -113,7 +113,7 @@ void QueryPorts::Finish(std::uint32_t number) {
     const bool isOver = TicksBetween(port->query.sentTick, clock_.TickCount()) > lifetime;
     if (isOver || port->socket->CurrentState() == UdpSocket::State::Closed)
         Close(*port);
-    else if (finished_ > MostFinished)
+    else if (finished_ > mostFinished)
         CloseOldestFinished();
     timer_.SetEnabled(finished_ > 0);
 }

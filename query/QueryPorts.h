@@ -2,7 +2,7 @@
 
 // The local UDP ports of the status queries. Each query opens its own port, and the port stays open after the
 // wait for the reply: a late reply still arrives there and is stored in the record that was asked. A finished
-// query keeps its port until its time is over; at most MostFinished ports of finished queries are kept.
+// query keeps its port until its time is over; at most `mostFinished` ports of finished queries are kept.
 //
 // Sockets are created when needed and reused, because creating one is slow.
 
@@ -43,7 +43,12 @@ struct ServerReply {
 
 class QueryPorts {
   public:
-    static constexpr int MostFinished = 64;
+    // For servers that are asked one after the other.
+    static constexpr int MostFinishedInTurn = 64;
+
+    // For each of several that are asked at once. A Half-Life server's query is finished by the first of
+    // three replies, and up to this many queries follow it while the other two are on their way.
+    static constexpr int MostFinishedForEach = 8;
 
     // A server answers with at most three datagrams. After this many its port is closed, because it floods.
     static constexpr std::int32_t MostReplies = 64;
@@ -59,6 +64,9 @@ class QueryPorts {
 
     // A port could not be opened or used.
     std::function<void(const std::string& description)> Failed;
+
+    // How many ports of finished queries are kept. The oldest are closed first.
+    int mostFinished = MostFinishedInTurn;
 
     // Milliseconds after which a finished query's port is closed, counted from its request.
     std::int32_t lifetime = 1000;

@@ -89,15 +89,16 @@ void ParallelScan::TakeArrivals() {
         const auto found = std::ranges::find_if(
             pending_, [&](const Pending& p) { return p.first == number || p.second == number; });
         const std::int32_t index = results_.IndexOf(arrival.query.target);
-        // A port that was closed meanwhile belonged to a query that is already answered.
-        if (index == 0 || form_.controls.sckServer.Find(number).number == 0)
+        if (index == 0)
             continue;
         if (found != pending_.end())
             form_.program.Servers[index].Ping = TicksBetween(arrival.query.sentTick, arrival.tick);
         results_.StoreReply(index, arrival.datagram);
         if (found != pending_.end()) {
-            // The reply to the other request would contain the same again.
-            form_.controls.sckServer.Close(found->first == number ? found->second : found->first);
+            // The replies to the other request would contain the same again.
+            const std::uint32_t other = found->first == number ? found->second : found->first;
+            form_.controls.sckServer.Close(other);
+            std::erase_if(arrivals_, [&](const ServerReply& reply) { return reply.query.number == other; });
             Finish(static_cast<std::size_t>(found - pending_.begin()), true);
         } else {
             results_.Show(arrival.query.target);

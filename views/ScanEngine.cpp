@@ -63,6 +63,8 @@ void ScanEngine::PrepareForScan(ScanProgress& progress, std::int32_t serversToAs
         results_.Begin();
         progress.Begin(serversToAsk);
         form_.controls.tmrTimeout.SetEnabled(form_.program.Simultaneous <= 1);
+        form_.controls.sckServer.mostFinished =
+            std::max(QueryPorts::MostFinishedInTurn, QueryPorts::MostFinishedForEach * AskedAtOnce());
     });
 }
 
@@ -85,13 +87,16 @@ void ScanEngine::ScanInTurn(std::deque<std::uint32_t> wanted, bool isWholeList, 
     Run(scan, running);
 }
 
+std::int32_t ScanEngine::AskedAtOnce() const noexcept {
+    return std::clamp(form_.program.Simultaneous, 1, MostSimultaneous);
+}
+
 void ScanEngine::ScanAtOnce(std::deque<std::uint32_t> wanted, Running& running) {
     const Restore several(asksSeveral_, true);
-    ParallelScan scan(
-        form_, results_, running.progress,
-        {.rows = std::move(wanted),
-         .atOnce = static_cast<std::size_t>(std::clamp(form_.program.Simultaneous, 1, MostSimultaneous)),
-         .stopped = [this] { return MustStop(); }});
+    ParallelScan scan(form_, results_, running.progress,
+                      {.rows = std::move(wanted),
+                       .atOnce = static_cast<std::size_t>(AskedAtOnce()),
+                       .stopped = [this] { return MustStop(); }});
     Run(scan, running);
 }
 
@@ -143,19 +148,28 @@ bool ScanEngine::MustStop() noexcept {
 
 void ScanEngine::sckServer_DataArrival(std::uint32_t query, std::int32_t tick) {
     form_.Trapped("sckServer_DataArrival", OnError::Log, [&] {
-        std::optional<ServerReply> reply = form_.controls.sckServer.Take(query, tick);
-        if (!reply)
-            return;
-        if (running_ != nullptr && running_->scan->TakeReply(*reply))
-            return;
-        results_.Take(*reply);
-        if (!reply->query.finished)
-            return;
-        // A late reply. Rows wait while the list is being sorted or saved.
-        form_.Command(CommandKind::Ordinary, "sckServer_DataArrival", OnError::Log,
-                      [this, target = reply->query.target] { results_.Show(target); });
+        // Of several servers, each sends all its replies before the first one's event has its turn. Those
+        // that are there are taken together: an event for each would come after the port's time on a busy
+        // machine.
+        do {
+            std::optional<ServerReply> reply = form_.controls.sckServer.Take(query, tick);
+            if (!reply)
+                return;
+            TakeReply(*reply);
+        } while (AskedAtOnce() > 1);
     });
     form_.gate.ContinueScan();
+}
+
+void ScanEngine::TakeReply(ServerReply& reply) {
+    if (running_ != nullptr && running_->scan->TakeReply(reply))
+        return;
+    results_.Take(reply);
+    if (!reply.query.finished)
+        return;
+    // A late reply. Rows wait while the list is being sorted or saved.
+    form_.Command(CommandKind::Ordinary, "sckServer_DataArrival", OnError::Log,
+                  [this, target = reply.query.target] { results_.Show(target); });
 }
 
 // One log entry for each scan: without free sockets, every further server would add one.

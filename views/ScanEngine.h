@@ -64,6 +64,7 @@ class ScanEngine {
     void Scan(const TargetRows* selected, const char* routine);
     void PrepareForScan(ScanProgress& progress, std::int32_t serversToAsk);
     void ScanInTurn(std::deque<std::uint32_t> wanted, bool isWholeList, Running& running);
+    std::int32_t AskedAtOnce() const noexcept;
     void ScanAtOnce(std::deque<std::uint32_t> wanted, Running& running);
     std::deque<std::uint32_t> ShownServers(const TargetRows* selected) const;
     void Run(RunningScan& scan, Running& running);
@@ -72,6 +73,7 @@ class ScanEngine {
     void End(Running& running);
     void EndScan(ScanProgress& progress);
     bool MustStop() noexcept;
+    void TakeReply(ServerReply& reply);
     void LogFailure(const std::string& description);
 
     MainFormContext form_;

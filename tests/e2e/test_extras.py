@@ -51,6 +51,7 @@ def run(place, start):
         write_settings(place, 1, General__MinToTray=0, **values)
         quarn = start(place)
         quarn.wait_until_usable()
+        quarn.wait_for_rows(len(SERVERS))
         return quarn
 
     return start_with

@@ -20,10 +20,13 @@ class FakeUdpSockets : public UdpSocketFactory, public FakeSocketBehaviour {
 
     std::unique_ptr<UdpSocket> MakeSocket() override;
 
-    void NoteArrivals() override { ++noteCalls; }
+    void NoteArrivals() override {
+        if (whenNoted)
+            whenNoted();
+    }
 
     std::vector<SentDatagram> sent;
-    std::int32_t noteCalls = 0;
+    std::function<void()> whenNoted; // called by NoteArrivals
 
     // Called for each datagram sent: the place to script its replies.
     std::function<void(const SentDatagram&)> whenSent;

@@ -133,11 +133,11 @@ TEST_F(QueryPortsTest, OneThatSentNothingIsClosedWhenItIsFinished) {
 
 TEST_F(QueryPortsTest, TheOldestFinishedPortsAreClosedFirst) {
     std::vector<std::uint32_t> numbers;
-    for (std::uint32_t server = 1; server <= QueryPorts::MostFinished + 3; ++server) {
+    for (std::uint32_t server = 1; server <= QueryPorts::MostFinishedInTurn + 3; ++server) {
         numbers.push_back(Ask(server).number);
         ports.Finish(numbers.back());
     }
-    EXPECT_EQ(ports.OpenCount(), QueryPorts::MostFinished);
+    EXPECT_EQ(ports.OpenCount(), ports.mostFinished);
     for (std::size_t i = 0; i < 3; ++i)
         EXPECT_EQ(ports.Find(numbers[i]).number, 0U) << i;
     EXPECT_NE(ports.Find(numbers[3]).number, 0U);
@@ -145,10 +145,10 @@ TEST_F(QueryPortsTest, TheOldestFinishedPortsAreClosedFirst) {
 
 TEST_F(QueryPortsTest, OpenQueriesAreNotClosedForFinishedOnes) {
     const ServerQuery open = Ask(1000);
-    for (std::uint32_t server = 1; server <= 2 * QueryPorts::MostFinished; ++server)
+    for (std::uint32_t server = 1; server <= 2 * QueryPorts::MostFinishedInTurn; ++server)
         ports.Finish(Ask(server).number);
     EXPECT_NE(ports.Find(open.number).number, 0U);
-    EXPECT_EQ(ports.OpenCount(), QueryPorts::MostFinished + 1);
+    EXPECT_EQ(ports.OpenCount(), ports.mostFinished + 1);
 }
 
 TEST_F(QueryPortsTest, ClosesByNumberByServerOrAll) {
