@@ -56,6 +56,10 @@ class UdpSocketFactory {
     // Notices the datagrams that have arrived at its sockets. Their events run later and tell their age. To
     // be called in the middle of work that holds events up, so that a ping holds as little as possible of it.
     virtual void NoteArrivals() {}
+
+    // Runs the events of the datagrams that have arrived. To be called before a deadline is acted on: on a
+    // busy machine a timer can have its turn before a datagram that arrived earlier.
+    virtual void DeliverArrivals() {}
 };
 
 } // namespace quarn

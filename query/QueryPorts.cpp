@@ -3,6 +3,7 @@
 #include "query/Engines.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace quarn {
@@ -39,13 +40,12 @@ QueryPorts::Port& QueryPorts::FreePort() {
     port.socket->DataArrival = [this, &port](std::int32_t) {
         // First of all, because it decides the ping.
         const std::int32_t tick = clock_.TickCount() - port.socket->ArrivalAge();
-        if (port.query.number != 0 && DataArrival)
+        if (port.query.number != 0)
             DataArrival(port.query.number, tick);
     };
     port.socket->SendFailed = [this, &port](const std::string& description) {
         port.failed = true;
-        if (Failed)
-            Failed(description);
+        Failed(description);
     };
     ports_.push_back(std::move(made));
     return port;
@@ -119,15 +119,14 @@ void QueryPorts::Finish(std::uint32_t number) {
 }
 
 void QueryPorts::CloseOldestFinished() {
-    Port* oldest = nullptr;
-    for (const auto& port : ports_)
-        if (port->query.finished && (oldest == nullptr || port->query.number < oldest->query.number))
-            oldest = port.get();
-    if (oldest != nullptr)
-        Close(*oldest);
+    const auto age = [](const std::unique_ptr<Port>& port) {
+        return port->query.finished ? port->query.number : std::numeric_limits<std::uint32_t>::max();
+    };
+    Close(**std::ranges::min_element(ports_, {}, age));
 }
 
 void QueryPorts::CloseExpired() {
+    DeliverArrivals();
     const std::int32_t now = clock_.TickCount();
     CloseIf([&](const ServerQuery& query) {
         return query.finished && TicksBetween(query.sentTick, now) > lifetime;

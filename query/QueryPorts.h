@@ -58,11 +58,11 @@ class QueryPorts {
     QueryPorts(const QueryPorts&) = delete;
     QueryPorts& operator=(const QueryPorts&) = delete;
 
-    // A datagram arrived at the port of a query, at `tick`, and can be taken. Any member may be called from
-    // here.
+    // Must be set. A datagram arrived at the port of a query, at `tick`, and can be taken. Any member may be
+    // called from here.
     std::function<void(std::uint32_t number, std::int32_t tick)> DataArrival;
 
-    // A port could not be opened or used.
+    // Must be set. A port could not be opened or used.
     std::function<void(const std::string& description)> Failed;
 
     // How many ports of finished queries are kept. The oldest are closed first.
@@ -86,6 +86,9 @@ class QueryPorts {
 
     // Notices what has arrived meanwhile, for the sake of its tick. Nothing runs.
     void NoteArrivals() { sockets_.NoteArrivals(); }
+
+    // Takes notice of all that has arrived: DataArrival runs.
+    void DeliverArrivals() { sockets_.DeliverArrivals(); }
 
     // The outcome of the query is stored.
     void Finish(std::uint32_t number);

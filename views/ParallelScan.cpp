@@ -25,6 +25,8 @@ ParallelScan::~ParallelScan() {
 }
 
 bool ParallelScan::Step() {
+    if (ticked_)
+        form_.controls.sckServer.DeliverArrivals();
     TakeArrivals();
     if (std::exchange(ticked_, false))
         CheckDeadlines();

@@ -202,6 +202,9 @@ void MainWindow::Arrange() {
 }
 
 void MainWindow::ArrangeToolbar() {
+    RECT inner{};
+    GetClientRect(Handle(), &inner);
+    tbMain_.Wrap(inner.right);
     SearchBoxPlace place;
     if (form_.controls.txtSearch.visible) {
         const SIZE buttons = tbMain_.ButtonsSize();

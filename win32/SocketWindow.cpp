@@ -36,6 +36,12 @@ void SocketWindow::NoteWaiting() {
     }
 }
 
+void SocketWindow::DeliverWaiting() {
+    NoteWaiting();
+    for (std::size_t count = noted_.size(); count > 0; --count)
+        Receive(NotedWaits); // does nothing where a receiver has let events run
+}
+
 void SocketWindow::Receive(UINT message) {
     if (message != NotedWaits)
         return Call(message, 0);

@@ -34,6 +34,9 @@ class SocketWindow {
     // Notes when the messages in the queue were first seen. No receiver is called.
     void NoteWaiting();
 
+    // Calls the receivers of the messages in the queue.
+    void DeliverWaiting();
+
   private:
     struct Note {
         UINT message;

@@ -78,6 +78,7 @@ class UdpSocketsWin final : public UdpSocketFactory {
   public:
     std::unique_ptr<UdpSocket> MakeSocket() override { return std::make_unique<UdpSocketWin>(window_); }
     void NoteArrivals() override { window_->NoteWaiting(); }
+    void DeliverArrivals() override { window_->DeliverWaiting(); }
 
   private:
     std::shared_ptr<SocketWindow> window_ = std::make_shared<SocketWindow>();

@@ -1,5 +1,6 @@
 #include "core/modMain.h"
 #include "tests/fakes/ProgramTest.h"
+#include "tests/fakes/WatchedProfiles.h"
 
 #include <gtest/gtest.h>
 
@@ -96,6 +97,33 @@ TEST_F(modMainSettingsExtrasTest, ColumnWidthsAreWrittenOnlyIfThereAreAny) {
     EXPECT_EQ(program.ColumnWidths, "0,3333");
     program.ColumnWidths.clear();
     EXPECT_EQ(Saved().find("ColumnWidths"), std::string::npos);
+}
+
+TEST_F(modMainSettingsExtrasTest, AFailureLeavesTheFileAsItWas) {
+    const std::string before = "[Extras]\r\nListOnce=1\r\nSimultaneous=8\r\n";
+    WatchedProfiles failing(fake.desktop);
+    for (const std::int32_t atOnce : {1, 9}) { // the key is removed, or written
+        Load(before);
+        program.Simultaneous = atOnce;
+        program.ListOnce = 0;
+        failing.failingKey = "Simultaneous";
+        SaveSettings(program, failing.desktop);
+        EXPECT_EQ(fake.files.Get(SettingsFile), before);
+        EXPECT_FALSE(fake.files.Has(SettingsFile + std::string(".new")));
+        failing.failingKey.clear();
+        SaveSettings(program, failing.desktop);
+        EXPECT_NE(fake.files.Get(SettingsFile), before);
+    }
+}
+
+TEST_F(modMainSettingsExtrasTest, GivesUpOnAKeyWithoutEnd) {
+    std::string settings = "[Extras]\r\n";
+    for (int line = 0; line < 150; ++line)
+        settings += "ListOnce=1\r\n";
+    Load(settings);
+    program.ListOnce = 0;
+    const std::string before = fake.files.Get(SettingsFile);
+    EXPECT_EQ(Saved(), before) << "the settings could not be saved as they are";
 }
 
 TEST_F(modMainSettingsExtrasTest, KeepOtherLinesOfTheirSection) {

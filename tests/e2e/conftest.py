@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import signal
 import zlib
 
 import pytest
@@ -40,6 +41,20 @@ def pytest_runtestloop(session):
 def is_long(request):
     """Whether tests that have a long form are to run it; the short form is a fair sample."""
     return request.config.getoption("--long")
+
+
+@pytest.fixture(autouse=True)
+def ends_in_time(is_long):
+    """Ends a test that takes too long before CTest ends this process: then the programs that the test has
+    started would stay and stand in the next test's way."""
+
+    def fail(*_):
+        raise TimeoutError("the test takes too long")
+
+    signal.signal(signal.SIGALRM, fail)
+    signal.alarm(3540 if is_long else 270)
+    yield
+    signal.alarm(0)
 
 
 @pytest.fixture

@@ -240,15 +240,13 @@ def test_settings_that_are_held_while_the_program_starts(folder, start, seconds)
 
 @pytest.mark.parametrize("at_once", [1, 32])
 def test_servers_that_refuse_do_not_stop_a_scan(browse, at_once):
-    timeout = 20 if at_once == 1 else 300  # long enough for the scan to be seen
-    settings = {"Scanning__PingTimeout": timeout, "Extras__Simultaneous": at_once}
+    settings = {"Scanning__PingTimeout": 20, "Extras__Simultaneous": at_once}
     quarn, network = browse("oa", "--servers", 50, "--closed", 100, "--end-mark", "none", **settings)
     quarn.renew()
     quarn.wait_for_rows(50)
     quarn.press_toolbar("refreshall")
-    quarn.wait_for_status("Retrieving*")
     quarn.wait_for_scan()
-    assert [row.ping for row in quarn.rows()] == [str(timeout)] * 50
+    assert [row.ping for row in quarn.rows()] == ["20"] * 50
     quarn.leave()
 
 

@@ -63,6 +63,9 @@ class FakeUdpSocket : public UdpSocket, public FakeSocketBehaviour {
 
     std::vector<SentDatagram> sent;
 
+    // Runs the event of a datagram that has arrived, if there is one.
+    void NotifyArrival();
+
     // Called for each datagram sent; a test scripts the replies here.
     std::function<void(const SentDatagram&)> whenSent;
 
@@ -83,7 +86,6 @@ class FakeUdpSocket : public UdpSocket, public FakeSocketBehaviour {
 
     void Send(std::string address, SentDatagram datagram);
     void Fail(const std::string& description);
-    void NotifyArrival();
     bool HasArrived() const;
 
     // Runs the event later, unless the socket has been closed by then.

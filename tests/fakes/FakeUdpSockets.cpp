@@ -20,6 +20,11 @@ std::unique_ptr<UdpSocket> FakeUdpSockets::MakeSocket() {
     return socket;
 }
 
+void FakeUdpSockets::DeliverArrivals() {
+    for (FakeUdpSocket* const socket : Open())
+        socket->NotifyArrival();
+}
+
 void FakeUdpSockets::ReplyIn(std::int32_t milliseconds, std::string datagram) {
     if (last_ != nullptr)
         last_->ReplyIn(milliseconds, std::move(datagram));

@@ -25,6 +25,8 @@ class FakeUdpSockets : public UdpSocketFactory, public FakeSocketBehaviour {
             whenNoted();
     }
 
+    void DeliverArrivals() override;
+
     std::vector<SentDatagram> sent;
     std::function<void()> whenNoted; // called by NoteArrivals
 

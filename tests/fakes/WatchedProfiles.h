@@ -1,6 +1,7 @@
 #pragma once
 
-// A desktop's INI files that record which keys are read, as "section/key" in the order of reading.
+// A desktop's INI files that record which keys are read, as "section/key" in the order of reading, and that
+// can fail.
 
 #include "desktop/Desktop.h"
 
@@ -20,6 +21,7 @@ class WatchedProfiles : public ProfileFiles {
                                             real.system} {}
 
     mutable std::vector<std::string> keysRead;
+    std::string failingKey; // cannot be written or removed
 
     std::int32_t ReadInteger(const std::string& path, const std::string& section, const std::string& key,
                              std::int32_t missing) const override {
@@ -33,10 +35,10 @@ class WatchedProfiles : public ProfileFiles {
     }
     bool WriteText(const std::string& path, const std::string& section, const std::string& key,
                    const std::string& value) override {
-        return profiles_.WriteText(path, section, key, value);
+        return key != failingKey && profiles_.WriteText(path, section, key, value);
     }
     bool RemoveKey(const std::string& path, const std::string& section, const std::string& key) override {
-        return profiles_.RemoveKey(path, section, key);
+        return key != failingKey && profiles_.RemoveKey(path, section, key);
     }
     void Forget(const std::string& path) override { profiles_.Forget(path); }
 

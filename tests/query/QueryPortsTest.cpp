@@ -92,6 +92,23 @@ TEST_F(QueryPortsTest, ShortDatagramsAreDropped) {
     EXPECT_EQ(ports.Find(query.number).replies, 1);
 }
 
+TEST_F(QueryPortsTest, ManyShortDatagramsAreDroppedInSeveralTurns) {
+    Ask(1);
+    for (int i = 0; i < 40; ++i)
+        LastSocket().ReplyIn(5, "abcd");
+    LastSocket().ReplyIn(5, "abcde");
+    events.RunFor(100);
+    EXPECT_THAT(taken, ElementsAre("1:abcde@5"));
+}
+
+TEST_F(QueryPortsTest, AQueryIsFinishedOnce) {
+    const ServerQuery query = Ask(1);
+    ports.Finish(query.number);
+    ports.Finish(query.number);
+    ports.Close(query.number);
+    EXPECT_FALSE(timer.Enabled()); // no finished port is left
+}
+
 TEST_F(QueryPortsTest, AFinishedQueryKeepsItsPortUntilItsTimeIsOver) {
     const ServerQuery query = Ask(1);
     FakeUdpSocket& socket = LastSocket();
@@ -105,6 +122,17 @@ TEST_F(QueryPortsTest, AFinishedQueryKeepsItsPortUntilItsTimeIsOver) {
     EXPECT_EQ(ports.OpenCount(), 0);
     EXPECT_EQ(network.OpenCount(), 0);
     EXPECT_FALSE(timer.Enabled()); // nothing left to close
+}
+
+TEST_F(QueryPortsTest, WhatHasArrivedIsTakenBeforeItsPortIsClosed) {
+    const ServerQuery query = Ask(1);
+    ports.Finish(query.number);
+    network.arrivalAge = 600; // it was noticed before its event could run
+    LastSocket().ReplyIn(700, "status");
+    events.PostIn(690, [&] { clock.Advance(600); }); // the timer comes first
+    events.PostIn(691, [&] { timer.Tick(); });
+    events.RunFor(2 * Lifetime);
+    EXPECT_THAT(taken, ElementsAre("1:status@690"));
 }
 
 TEST_F(QueryPortsTest, AQueryThatIsNotFinishedKeepsItsPortForEver) {

@@ -73,6 +73,28 @@ TEST_F(GameCommandsQuestionTest, YesPassesTheLineThatWasShown) {
     EXPECT_FALSE(Server(1).LastVisit.IsZero());
 }
 
+TEST_F(GameCommandsQuestionTest, AServerThatIsGoneMeanwhileIsJoinedWithoutAVisit) {
+    StartWithMod("osp +quit");
+    browser.fake.prompts.yesNoAnswers = {true};
+    browser.fake.prompts.whileOpen = [&] {
+        browser.Controls().lvwServers.Remove(1);
+        browser.program.Servers.Reset(0);
+    };
+    Join(1);
+    EXPECT_THAT(Started(), SizeIs(1));
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
+TEST_F(GameCommandsQuestionTest, ARowThatIsFilteredAwayMeanwhileKeepsItsVisit) {
+    StartWithMod("osp +quit");
+    browser.fake.prompts.yesNoAnswers = {true};
+    browser.fake.prompts.whileOpen = [&] { browser.Controls().lvwServers.Remove(1); };
+    Join(1);
+    EXPECT_THAT(Started(), SizeIs(1));
+    EXPECT_FALSE(Server(1).LastVisit.IsZero());
+    EXPECT_THAT(browser.Errors(), IsEmpty());
+}
+
 TEST_F(GameCommandsQuestionTest, ANulEndsTheName) {
     StartWithMod(std::string("osp\0+quit", 9));
     Join(1);
@@ -125,6 +147,18 @@ TEST_F(GameCommandsPasswordTest, CancelDoesNotJoin) {
     EXPECT_THAT(browser.dialogs.shown, SizeIs(1));
     EXPECT_THAT(Started(), IsEmpty());
     EXPECT_TRUE(Server(1).LastVisit.IsZero());
+}
+
+TEST_F(GameCommandsPasswordTest, AServerThatIsGoneMeanwhileIsNotJoined) {
+    StartLocked(1);
+    browser.dialogs.inSetPassword = [this](frmSetPassword& form) {
+        browser.Controls().lvwServers.Remove(1);
+        browser.program.Servers.Reset(0);
+        form.cmdOK_Click();
+    };
+    Join(1);
+    EXPECT_THAT(Started(), IsEmpty());
+    EXPECT_THAT(browser.Errors(), IsEmpty());
 }
 
 TEST_F(GameCommandsPasswordTest, OkWithoutAPasswordJoins) {

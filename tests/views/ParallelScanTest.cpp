@@ -94,6 +94,23 @@ TEST_F(ParallelScanTest, GivesEachSilentServerItsWholeTime) {
     ExpectIdle();
 }
 
+TEST_F(ParallelScanTest, AReplyThatHasArrivedDecidesBeforeTheDeadline) {
+    StartWith(2);
+    browser.sckServer.arrivalAge = 300; // noticed before its event could run
+    for (const std::int32_t number : {1, 2})
+        Script(number, [&, number] {
+            if (browser.sckServer.sent.size() <= 2) // the first requests
+                browser.sckServer.ReplyIn(990, HonestReply(number));
+        });
+    browser.In(975, [&] { browser.fake.clock.Advance(300); }); // the deadlines are checked next
+    browser.RefreshAll();
+    for (const std::int32_t number : {1, 2}) {
+        EXPECT_EQ(Server(number).Name, "Live " + std::to_string(number));
+        EXPECT_NEAR(Server(number).Ping, 990, 25);
+    }
+    EXPECT_EQ(browser.Message(), "Ready.");
+}
+
 TEST_F(ParallelScanTest, AsksAgainFromASecondPortAtHalfTime) {
     StartWith(1);
     std::vector<SentDatagram> requests;

@@ -93,6 +93,34 @@ TEST_F(SocketWindowTest, TellsHowLongAgoAMessageWasNoted) {
     EXPECT_EQ(ages[2], 0);
 }
 
+TEST_F(SocketWindowTest, DeliversWhatWaitsOnceAndAtOnce) {
+    const UINT first = Register(1);
+    const UINT second = Register(2);
+    Post(first);
+    window.NoteWaiting();
+    WaitMilliseconds(30);
+    Post(second);
+    window.DeliverWaiting();
+    EXPECT_EQ(called, (std::vector<int>{1, 2}));
+    EXPECT_GE(ages[0], 30);
+    RunPosted();
+    window.DeliverWaiting();
+    EXPECT_EQ(called.size(), 2U);
+}
+
+TEST_F(SocketWindowTest, AReceiverMayRunEventsWhileWhatWaitsIsDelivered) {
+    UINT second = 0;
+    const UINT first = window.Register([&](std::int32_t) {
+        called.push_back(1);
+        RunPosted();
+    });
+    second = Register(2);
+    Post(first);
+    Post(second);
+    window.DeliverWaiting();
+    EXPECT_EQ(called, (std::vector<int>{1, 2}));
+}
+
 TEST_F(SocketWindowTest, NotingRunsNothingAndLosesNothing) {
     const UINT number = Register(1);
     int sent = 0;

@@ -78,17 +78,58 @@ void ToolbarControl::SizeButtons(HFONT font) {
     // the same distance above and below it.
     const int height = dpi_.Scaled(PictureSize) + LineHeight(font) + dpi_.Scaled(PictureMargin);
     height_ = std::max(dpi_.Scaled(ButtonHeight), height) + dpi_.Scaled(BarMargin);
+    button_ = {width, height};
     top_ = (height_ - height - GetSystemMetrics(SM_CYEDGE)) / 2 + dpi_.Scaled(ContentOffset);
     Send(TB_SETPADDING, 0, MAKELPARAM(dpi_.Scaled(LabelMargin), dpi_.Scaled(LabelMargin)));
     Send(TB_SETBUTTONWIDTH, 0, MAKELPARAM(width, width));
-    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(width, height));
-    TBBUTTONINFOA separator{};
-    separator.cbSize = sizeof separator;
-    separator.dwMask = TBIF_SIZE;
-    separator.cx = static_cast<WORD>(dpi_.Scaled(SeparatorWidth));
-    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position)
+    Wrap(LeastWidth());
+}
+
+// A size that is set lays the buttons out; states do not, and hiding a separator changes the buttons' height.
+void ToolbarControl::LayOut() {
+    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(button_.cx, button_.cy));
+    TBBUTTONINFOA size{};
+    size.cbSize = sizeof size;
+    size.dwMask = TBIF_SIZE;
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position) {
+        size.cx = static_cast<WORD>(WidthOf(position));
+        Send(TB_SETBUTTONINFOA, static_cast<WPARAM>(firstCommand_ + position), &size);
+    }
+}
+
+int ToolbarControl::WidthOf(std::int32_t position) const noexcept {
+    return model_.buttons[position].key.empty() ? dpi_.Scaled(SeparatorWidth) : button_.cx;
+}
+
+void ToolbarControl::SetState(std::int32_t position, BYTE state, bool isSet) {
+    const auto command = static_cast<WPARAM>(firstCommand_ + position);
+    const auto before = static_cast<BYTE>(Send(TB_GETSTATE, command));
+    const auto after = static_cast<BYTE>(isSet ? before | state : before & ~state);
+    if (after != before)
+        Send(TB_SETSTATE, command, MAKELPARAM(after, 0));
+}
+
+void ToolbarControl::Wrap(int width) {
+    rows_ = 1;
+    longestRow_ = 0;
+    int end = 0; // of the row
+    std::int32_t lastButton = 0;
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position) {
+        SetState(position, TBSTATE_WRAP | TBSTATE_HIDDEN, false);
+        end += WidthOf(position);
         if (model_.buttons[position].key.empty())
-            Send(TB_SETBUTTONINFOA, static_cast<WPARAM>(firstCommand_ + position), &separator);
+            continue;
+        if (end > width && lastButton != 0) {
+            ++rows_;
+            end = button_.cx;
+            SetState(lastButton, TBSTATE_WRAP, true);
+            for (std::int32_t separator = lastButton + 1; separator < position; ++separator)
+                SetState(separator, TBSTATE_HIDDEN, true);
+        }
+        lastButton = position;
+        longestRow_ = std::max(longestRow_, end);
+    }
+    LayOut();
 }
 
 void ToolbarControl::Dock() {
@@ -98,15 +139,14 @@ void ToolbarControl::Dock() {
 }
 
 SIZE ToolbarControl::ButtonsSize() const noexcept {
-    RECT last{};
-    Send(TB_GETITEMRECT, static_cast<WPARAM>(model_.buttons.HighestIndex() - 1), &last);
-    return {last.right, height_};
+    return {longestRow_, height_ + (rows_ - 1) * button_.cy};
 }
 
 int ToolbarControl::LeastWidth() const noexcept {
-    RECT last{};
-    Send(TB_GETITEMRECT, static_cast<WPARAM>(model_.buttons.HighestIndex() - 1), &last);
-    return last.right;
+    int width = 0;
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position)
+        width += WidthOf(position);
+    return width;
 }
 
 RECT ToolbarControl::ButtonBounds(std::int32_t position) const noexcept {

@@ -23,6 +23,9 @@ class ToolbarControl final : public Control {
     // Pictures and font for a DPI; both must outlive their use.
     void SetLook(Dpi dpi, HFONT font);
 
+    // Puts the buttons that do not fit into this width into further rows. Between rows there is no separator.
+    void Wrap(int width);
+
     // Docks the bar at the top of its parent.
     void Dock();
 
@@ -30,13 +33,13 @@ class ToolbarControl final : public Control {
 
     // Pixels, with the edge that sets the bar off from what is below. A bar can be higher than its buttons
     // need.
-    int Height() const noexcept { return height_ + addedHeight_; }
+    int Height() const noexcept { return ButtonsSize().cy + addedHeight_; }
     void SetAddedHeight(int pixels) noexcept { addedHeight_ = pixels; }
 
-    // Where the last button ends, and the height without what was added.
+    // The width of the longest row of buttons, and the height without what was added.
     SIZE ButtonsSize() const noexcept;
 
-    // Pixels that all buttons take.
+    // Pixels that all buttons take in one row.
     int LeastWidth() const noexcept;
 
     // Of the button on the screen.
@@ -56,12 +59,18 @@ class ToolbarControl final : public Control {
     Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void AddButtons();
     void SizeButtons(HFONT font);
+    void LayOut();
+    int WidthOf(std::int32_t position) const noexcept;
+    void SetState(std::int32_t position, BYTE state, bool isSet);
 
     Toolbar& model_;
     int firstCommand_ = 0;
     Dpi dpi_ = Dpi(96);
     int top_ = 0;
-    int height_ = 0;
+    int height_ = 0; // without the added height
+    int rows_ = 1;
+    int longestRow_ = 0;
+    SIZE button_{};
     int addedHeight_ = 0;
     Images pictures_;
     Images disabledPictures_;

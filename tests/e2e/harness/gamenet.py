@@ -86,6 +86,7 @@ class Gamenet:
                 [GAMENET, "--die-with-parent", "--ready-file", ready, "--write-truth", truth]
                 + ["--write-games-ini", self.games_ini, "--country-file", self.country_file]
                 + ["--stats", folder / "statistics", "--record", folder / "record"]
+                + ["--asked-file", folder / "asked"]
                 + [str(option) for option in options],
                 stdin=subprocess.DEVNULL,
                 stdout=log,
@@ -105,6 +106,10 @@ class Gamenet:
         self.__exit__()
         lines = (self._folder / "statistics").read_text().split()
         return {name: int(count) for name, count in (line.split("=") for line in lines)}
+
+    def asked(self):
+        """How many requests its servers have received so far."""
+        return int((self._folder / "asked").read_text() or 0)
 
     def requests(self):
         """Every request that the network received, in its order, once it has ended: "master" or "server", the

@@ -190,6 +190,13 @@ class Quarn:
         self.press_toolbar("querymaster")
         self.answer("Clear server list", "Yes")
 
+    def start_scan(self, network, datagrams, button="refreshall"):
+        """Starts a scan and waits until its network's servers have received so many datagrams: more than are
+        sent before the status bar shows the scan. Its text alone could be that of the scan before."""
+        wanted = network.asked() + datagrams
+        self.press_toolbar(button)
+        wait_until(lambda: network.asked() >= wanted, "the servers are asked")
+
     def wait_for_scan(self):
         """Waits until a scan has come to its end, which puts another text into the status bar than the
         master query and the scan itself do."""

@@ -40,6 +40,7 @@ Reading ReadAnswers(Family family, const std::vector<Answer>& answers) {
 std::vector<Answer> AskServer(const TruthLine& line) {
     Asker asker(EndpointOf(line));
     const std::vector<std::string> requests = StatusRequests(ParseFamily(line.at("family")));
+    const Clock::time_point start = Clock::now(); // of the first request; all are answered in their order
     for (const std::string& request : requests)
         asker.Ask(request);
     std::vector<Answer> answers;
@@ -47,6 +48,7 @@ std::vector<Answer> AskServer(const TruthLine& line) {
         std::optional<Answer> answer = asker.AwaitAnswer();
         if (!answer)
             break;
+        answer->after = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
         answers.push_back(*answer);
     }
     EXPECT_EQ(answers.size(), requests.size()) << line.at("address");
@@ -176,7 +178,9 @@ TEST(LiveNetwork, PlayersAndRulesOfHalfLifeServersFollowTheInfo) {
 TEST(LiveNetwork, RecordsEveryRequestInItsOrder) {
     TemporaryFolder folder;
     const std::string path = folder.File("record");
-    RunningNetwork network({"--games", "q3a", "--servers", "2", "--latency", "1", "--record", path});
+    RunningNetwork network({"--games", "q3a", "--servers", "2", "--latency", "1", "--record", path,
+                            "--asked-file", folder.File("asked")});
+    EXPECT_EQ(folder.Read("asked"), "0");
     const TruthLine game = network.Game("q3a");
     std::string expected;
     for (const std::size_t index : {1, 0}) {
@@ -184,6 +188,7 @@ TEST(LiveNetwork, RecordsEveryRequestInItsOrder) {
         AskServer(line);
         expected += "server q3a " + EndpointText(EndpointOf(line)) + " ffffffff676574737461747573\n";
     }
+    EXPECT_EQ(folder.Read("asked"), "2");
     Asker asker(MasterOf(game));
     asker.Ask("nonsense");
     asker.Ask(game.at("MasterPacket"));

@@ -147,6 +147,56 @@ TEST_F(ToolbarControlTest, TellsTheWidthOfItsButtons) {
     EXPECT_GT(control.LeastWidth(), 3 * 72);
 }
 
+TEST_F(ToolbarControlTest, PutsButtonsThatDoNotFitIntoFurtherRows) {
+    constexpr int Positions[] = {1, 3, 4}; // of the buttons
+    const RECT first = control.ButtonBounds(1);
+    const int pitch = first.bottom - first.top;
+    const int wide = first.right - first.left;
+    const int all = control.LeastWidth();
+    const int height = control.Height();
+    const struct {
+        int width;
+        std::vector<int> rows; // of the buttons
+    } cases[] = {
+        {all, {0, 0, 0}},          {all - 1, {0, 0, 1}},  {2 * wide, {0, 1, 1}}, // no room for the separator
+        {2 * wide - 1, {0, 1, 2}}, {wide / 2, {0, 1, 2}}, {0, {0, 1, 2}},        {all + 500, {0, 0, 0}},
+    };
+    for (const auto& c : cases) {
+        control.Wrap(c.width);
+        control.Dock();
+        for (std::size_t i = 0; i < c.rows.size(); ++i) {
+            const RECT bounds = control.ButtonBounds(Positions[i]);
+            EXPECT_EQ(bounds.top - first.top, c.rows[i] * pitch) << c.width << ": " << Positions[i];
+            const bool startsRow = i == 0 || c.rows[i] != c.rows[i - 1];
+            EXPECT_EQ(bounds.left == first.left, startsRow) << c.width << ": " << Positions[i];
+        }
+        EXPECT_EQ(control.Height(), height + c.rows.back() * pitch) << c.width;
+        EXPECT_EQ(control.ButtonsSize().cy, control.Height()) << c.width;
+        EXPECT_EQ(control.LeastWidth(), all) << c.width;
+    }
+}
+
+TEST_F(ToolbarControlTest, KeepsDisabledButtonsDisabledWhenRowsChange) {
+    control.Flush();
+    control.Wrap(0);
+    EXPECT_FALSE(IsEnabled(3));
+    EXPECT_TRUE(IsEnabled(1));
+    control.Wrap(control.LeastWidth());
+    EXPECT_FALSE(IsEnabled(3));
+}
+
+TEST_F(ToolbarControlTest, WrapsAgainWhenTheDpiChanges) {
+    control.Wrap(control.LeastWidth());
+    const int height = control.Height();
+    const int width = control.LeastWidth();
+    control.SetLook(Dpi(192), nullptr);
+    control.Wrap(width);
+    EXPECT_GT(control.Height(), 2 * height);
+    control.SetLook(Dpi(96), nullptr);
+    control.Wrap(width);
+    EXPECT_EQ(control.Height(), height);
+}
+
 class StatusBarControlTest : public testing::Test {
   protected:
     StatusBarControlTest() {

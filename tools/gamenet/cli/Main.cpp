@@ -5,8 +5,11 @@
 #include "tools/gamenet/world/Text.h"
 
 #include <csignal>
+#include <cstdint>
 #include <exception>
+#include <fstream>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -31,6 +34,24 @@ void WriteWanted(const std::string& path, const std::string& content) {
         WriteWhole(path, content);
 }
 
+// A file that always contains the latest count, which does not become shorter.
+class CountFile {
+  public:
+    explicit CountFile(const std::string& path) : file_(path, std::ios::binary) {
+        if (!path.empty() && !file_)
+            throw std::runtime_error("cannot write " + path);
+        Show(0);
+    }
+    void Show(std::uint64_t count) {
+        file_.seekp(0);
+        file_ << count;
+        file_.flush();
+    }
+
+  private:
+    std::ofstream file_;
+};
+
 int RunNetwork(const Options& options) {
     const World world = CreateWorld(options.network);
     Emulation emulation(options.network, world, !options.record.empty());
@@ -44,6 +65,9 @@ int RunNetwork(const Options& options) {
         std::cout << options.network.games[index].shortName << ": " << options.network.games[index].servers
                   << " servers, master " << EndpointText(masters[index]) << '\n';
     std::cout.flush();
+    CountFile asked(options.askedFile);
+    if (!options.askedFile.empty())
+        emulation.ServerAsked = [&, count = std::uint64_t{0}]() mutable { asked.Show(++count); };
     WriteWanted(options.readyFile, std::to_string(getpid()) + '\n');
     emulation.Run(options.duration);
     WriteWanted(options.stats, emulation.Statistics());

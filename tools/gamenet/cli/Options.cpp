@@ -62,6 +62,8 @@ constexpr Option OptionTable[] = {
      [](Options& o, const std::string& v) { o.countryFile = v; }},
     {"stats", "PATH", "packet counts, written at the end",
      [](Options& o, const std::string& v) { o.stats = v; }},
+    {"asked-file", "PATH", "the number of datagrams that servers have received so far",
+     [](Options& o, const std::string& v) { o.askedFile = v; }},
     {"record", "PATH", "every request in its order, written at the end",
      [](Options& o, const std::string& v) { o.record = v; }},
 };

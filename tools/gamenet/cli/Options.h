@@ -22,6 +22,7 @@ struct Options {
     std::string readyFile;
     std::string stats;
     std::string record;
+    std::string askedFile;
 };
 
 // arguments: without the program's name. Reads the files that --config and --list name. The

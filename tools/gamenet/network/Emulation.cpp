@@ -107,6 +107,8 @@ void Emulation::Answer(std::size_t index, std::string_view request, const Endpoi
     const auto sinceStart = std::chrono::duration_cast<std::chrono::milliseconds>(now - start_);
     std::vector<TimedReply> replies = port.isMaster ? responder_.AskMaster(port.index, request)
                                                     : responder_.AskServer(port.index, request, sinceStart);
+    if (!port.isMaster && ServerAsked)
+        ServerAsked();
     for (TimedReply& reply : replies) {
         if (pending_.size() >= MostPending) {
             ++dropped_;

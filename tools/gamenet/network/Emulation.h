@@ -7,6 +7,7 @@
 #include "tools/gamenet/protocol/Responder.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <queue>
 #include <string>
@@ -22,6 +23,9 @@ class Emulation {
 
     // The endpoint of each game's master.
     std::vector<Endpoint> Masters() const;
+
+    // Called for each datagram that a server receives.
+    std::function<void()> ServerAsked;
 
     // Answers until SIGINT or SIGTERM, or until the duration (seconds) is over.
     void Run(std::optional<double> duration);
