@@ -4,6 +4,7 @@
 #include "support/Trap.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace quarn {
@@ -25,8 +26,10 @@ ParallelScan::~ParallelScan() {
 }
 
 bool ParallelScan::Step() {
-    if (ticked_)
+    if (ticked_) {
         form_.controls.sckServer.DeliverArrivals();
+        ReadBeforeDeadlines();
+    }
     TakeArrivals();
     if (std::exchange(ticked_, false))
         CheckDeadlines();
@@ -108,13 +111,27 @@ void ParallelScan::TakeArrivals() {
     }
 }
 
+bool ParallelScan::IsOver(const Pending& pending) const noexcept {
+    return TicksBetween(pending.sentTick, form_.desktop.clock.TickCount()) >= TimeoutOf(form_.program);
+}
+
+// The system may not have announced yet what has arrived. The ping is then the time until now.
+void ParallelScan::ReadBeforeDeadlines() {
+    const std::int32_t now = form_.desktop.clock.TickCount();
+    for (const Pending& pending : pending_)
+        if (IsOver(pending))
+            for (const std::uint32_t number : {pending.first, pending.second})
+                while (std::optional<ServerReply> reply = form_.controls.sckServer.Take(number, now))
+                    arrivals_.push_back(std::move(*reply));
+}
+
 void ParallelScan::CheckDeadlines() {
     const std::int32_t now = form_.desktop.clock.TickCount();
     for (std::size_t position = 0; position < pending_.size();) {
         Pending& pending = pending_[position];
         const std::int32_t index = results_.IndexOf(pending.target);
         const std::int32_t waited = TicksBetween(pending.sentTick, now);
-        if (waited >= TimeoutOf(form_.program) || index == 0) {
+        if (IsOver(pending) || index == 0) {
             if (index != 0)
                 results_.StoreNoAnswer(index);
             Finish(position, false);

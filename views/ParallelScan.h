@@ -54,6 +54,8 @@ class ParallelScan final : public RunningScan {
     bool AskNext();
     ServerQuery Ask(const QueryTarget& target, std::int32_t index);
     void TakeArrivals();
+    bool IsOver(const Pending& pending) const noexcept;
+    void ReadBeforeDeadlines();
     void CheckDeadlines();
     void Finish(std::size_t position, bool answered);
     void CountFinished();

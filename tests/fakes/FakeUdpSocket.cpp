@@ -92,7 +92,7 @@ void FakeUdpSocket::ReplyAt(std::int32_t tick, std::string datagram) {
 }
 
 void FakeUdpSocket::NotifyArrival() {
-    if (HasArrived() && DataArrival)
+    if (HasArrived() && DataArrival && behaviour_.announces)
         DataArrival(static_cast<std::int32_t>(arrivals_.front().bytes.size()));
 }
 

@@ -36,6 +36,7 @@ struct FakeSocketBehaviour {
     std::int32_t closeMilliseconds = 0;
     std::int32_t lookUpMilliseconds = 0;
     std::string sendFailure;              // when not empty: no send succeeds, and this is why
+    bool announces = true;                // false: what arrives can be read, but its event does not come
     std::int32_t arrivalAge = 0;          // milliseconds between noticing a datagram and its event
     std::optional<ErrorNumber> readFault; // the next datagram read is lost to this error
 };

@@ -111,6 +111,21 @@ TEST_F(ParallelScanTest, AReplyThatHasArrivedDecidesBeforeTheDeadline) {
     EXPECT_EQ(browser.Message(), "Ready.");
 }
 
+TEST_F(ParallelScanTest, AReplyThatIsNotAnnouncedIsReadAtTheDeadline) {
+    StartWith(3);
+    browser.sckServer.announces = false;
+    Silence(3);
+    browser.RefreshAll();
+    for (const std::int32_t number : {1, 2}) {
+        EXPECT_EQ(Server(number).Name, "Live " + std::to_string(number));
+        EXPECT_EQ(Server(number).Players, Server(number).PlayerList.HighestIndex());
+    }
+    EXPECT_EQ(Server(3).Name, "Server 3");
+    EXPECT_EQ(Server(3).Ping, Timeout);
+    EXPECT_EQ(browser.Message(), "Ready.");
+    ExpectIdle();
+}
+
 TEST_F(ParallelScanTest, AsksAgainFromASecondPortAtHalfTime) {
     StartWith(1);
     std::vector<SentDatagram> requests;
