@@ -95,6 +95,8 @@ void ListViewControl::PaintEmptyText(HDC canvas) const {
     RECT header{};
     GetClientRect(Header(), &header);
     area.top += header.bottom;
+    // The control does not erase all that it repaints when its scroll bars come and go.
+    FillRect(canvas, &area, GetSysColorBrush(COLOR_WINDOW));
     InflateRect(&area, -dpi_.Scaled(EmptyTextMargin), -dpi_.Scaled(EmptyTextMargin));
     const HGDIOBJ font = SelectObject(canvas, reinterpret_cast<HFONT>(Send(WM_GETFONT)));
     const COLORREF color = SetTextColor(canvas, GetSysColor(COLOR_GRAYTEXT));
