@@ -76,7 +76,7 @@ def least_seconds(network, at_once):
 
 def scan_with_quarn(network, quarn, process, at_once):
     quarn.do("timeout", 60 + 2 * len(network.servers))
-    seconds, cpu = scan(quarn, process, least_seconds(network, at_once))
+    seconds, cpu = scan(quarn, network, process, least_seconds(network, at_once), at_once)
     time.sleep(TIMEOUT)  # until no reply can come any more
     pings = {
         row.address: int(row.ping) for row in quarn.rows() if row.name and row.ping != str(1000 * TIMEOUT)
@@ -84,10 +84,9 @@ def scan_with_quarn(network, quarn, process, at_once):
     return Result(seconds, cpu, *judge(network, pings))
 
 
-def longest_gap(quarn):
+def longest_gap(quarn, network, at_once):
     """The milliseconds that the window's slowest answer takes during a scan."""
-    quarn.press_toolbar("refreshall")
-    quarn.wait_for_status("Retrieving*")
+    quarn.start_scan(network, min(at_once + 1, len(network.servers)))
     return list(quarn.measure_scan())[1]
 
 
@@ -147,7 +146,7 @@ def compare(network, at_once, rounds, with_qstat):
         for _ in range(rounds):
             ours = scan_with_quarn(network, quarn, process, at_once)
             results.append((ours, scan_with_qstat(network, at_once) if with_qstat else None))
-        gap = longest_gap(quarn)
+        gap = longest_gap(quarn, network, at_once)
     print_result(f"Quarn, {at_once} at once", [ours for ours, _ in results], f"longest gap {gap} ms")
     if with_qstat:
         ratio = statistics.median(ours.seconds / theirs.seconds for ours, theirs in results)

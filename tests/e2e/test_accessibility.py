@@ -69,8 +69,9 @@ def test_every_control_of_a_dialog_has_a_name(quarn, title, command, keys):
     assert unnamed(quarn) == []
     for key in keys:
         quarn.do("keyboard", key)
-        before, seen = seen, names(quarn)
-        assert seen != before
+        before = seen
+        wait_until(lambda: names(quarn) != before, "another page is shown")
+        seen = names(quarn)
         assert unnamed(quarn) == []
     quarn.do("keyboard", "escape")
     quarn.do("use")

@@ -138,9 +138,9 @@ def test_half_life_rows_are_complete_when_players_and_rules_come_later(browse, a
     wait_until(lambda: [row.players for row in quarn.rows()] == players, "all rows have their players")
     for number, server in enumerate(network.servers, 1):
         quarn.click_row(number)
-        quarn.wait_for_players(server.players)
-        assert [name for name, _, _ in quarn.players()] == server.player_names
-        wait_until(quarn.variables, "the server's rules are shown")
+        told = server.player_names
+        wait_until(lambda: [name for name, _, _ in quarn.players()] == told, "its players are shown")
+        wait_until(quarn.variables, "its rules are shown")
     assert all(server.latency <= int(row.ping) for row, server in zip(quarn.rows(), network.servers))
     assert quarn.close() == 0
     assert network.statistics()["server_requests"] == 3 * 12

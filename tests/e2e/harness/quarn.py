@@ -140,12 +140,22 @@ class Quarn:
         return [state for _, state in self.do.table("buttons", self.control("tbMain"))]
 
     def click_tree(self, *path):
-        self.do("click-node", self.control("trvGames"), *path)
+        def clicked():
+            try:
+                self.do("click-node", self.control("trvGames"), *path)
+            except DriverError as error:
+                if "has no node" not in str(error):
+                    raise
+                return False
+            return True
+
+        # A tree that is being rebuilt may not have the node yet.
+        wait_until(clicked, f"the tree has the node {path}")
 
     def tree(self):
         """The tree's texts, indented by two blanks a level."""
         # A tree that is being rebuilt loses nodes under the reader's eyes: then it is read again.
-        lines = self.do.wait("*", "tree", self.control("trvGames"))
+        lines = self.do.wait("Games*", "tree", self.control("trvGames"))
         return [unescape(line.split("\t")[0]) for line in lines]
 
     def selected_node(self):
