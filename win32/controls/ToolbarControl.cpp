@@ -102,11 +102,11 @@ int ToolbarControl::WidthOf(std::int32_t position) const noexcept {
 }
 
 void ToolbarControl::SetState(std::int32_t position, BYTE state, bool isSet) {
-    const auto command = static_cast<WPARAM>(firstCommand_ + position);
-    const auto before = static_cast<BYTE>(Send(TB_GETSTATE, command));
+    const int command = firstCommand_ + position;
+    const auto before = static_cast<BYTE>(Send(TB_GETSTATE, static_cast<WPARAM>(command)));
     const auto after = static_cast<BYTE>(isSet ? before | state : before & ~state);
     if (after != before)
-        Send(TB_SETSTATE, command, MAKELPARAM(after, 0));
+        Send(TB_SETSTATE, static_cast<WPARAM>(command), MAKELPARAM(after, 0));
 }
 
 void ToolbarControl::Wrap(int width) {
