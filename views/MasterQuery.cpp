@@ -82,8 +82,11 @@ void MasterQuery::sckMaster_DataArrival(std::int32_t bytesTotal) {
                           // A command that replaces the list must not wait for rows that it will replace.
                           const bool isInVain =
                               kind == CommandKind::Ordinary && form_.gate.ReplacementWaits();
-                          if (asked == list() && !isInVain)
-                              TakeReply(std::move(reply));
+                          if (asked != list() || isInVain)
+                              return;
+                          if (serversOfRenewal_ >= MostServers)
+                              return LogLimit();
+                          TakeReply(std::move(reply));
                       });
     });
 }

@@ -89,6 +89,26 @@ TEST_F(MasterQueryLimitsTest, RepliesThatWaitBehindAListingAreBounded) {
     EXPECT_EQ(std::ranges::count(log, "frmMain;sckMaster_DataArrival;7"), 1);
 }
 
+TEST_F(MasterQueryLimitsTest, RepliesThatWaitCountAmongTheServersOfOneRenewal) {
+    StartWith("q3");
+    browser.fake.files.Put("C:\\Quarn\\countryip.dat", "1\r\n0;4294967295;XX\r\n");
+    Renew();
+    for (int i = 0; i < 10; ++i)
+        Arrive(LargeReply(i, 9'000));
+    bool flooded = false;
+    browser.fake.events.whenYielding = [&](std::int32_t) {
+        if (std::exchange(flooded, true))
+            return;
+        for (int i = 20; i < 35; ++i) // a little less than may wait
+            browser.sckMaster.ReplyIn(0, LargeReply(i, 9'000));
+    };
+    Arrive(LargeReply(10, 9'000));
+    browser.fake.events.whenYielding = nullptr;
+    EXPECT_TRUE(flooded);
+    EXPECT_EQ(browser.program.ServerCount, 12 * 9'000) << "the reply that reaches the limit is the last";
+    EXPECT_EQ(std::ranges::count(browser.LogFile(), "frmMain;sckMaster_DataArrival;7"), 1);
+}
+
 TEST_F(MasterQueryLimitsTest, WaitingRepliesAreDroppedForACommandThatReplacesTheList) {
     StartWith("q3");
     browser.PutList("d3", {"127.0.3.1:27666"});
