@@ -54,6 +54,14 @@ def row_of(quarn, server):
     return addresses().index(server.address) + 1
 
 
+def wait_for_complete_rows(quarn, favorites):
+    """The answers of a Half-Life server come in any order, also after the scan."""
+    told = {server.address: (server.name, server.map) for server in favorites}
+    wait_until(
+        lambda: {row.address: (row.name, row.map) for row in quarn.rows()} == told, "all rows are complete"
+    )
+
+
 def join_each(quarn, favorites, games):
     for server in favorites:
         quarn.do("double-click-row", quarn.control("lvwServers"), row_of(quarn, server))
@@ -67,11 +75,7 @@ def test_favorites_of_several_games_are_refreshed_and_joined(three_games, start)
     quarn, favorites, games = three_games
     show_folder(quarn)
     scan(quarn)
-    told = {server.address: (server.name, server.map) for server in favorites}
-    # The answers of a Half-Life server come in any order.
-    wait_until(
-        lambda: {row.address: (row.name, row.map) for row in quarn.rows()} == told, "all rows are complete"
-    )
+    wait_for_complete_rows(quarn, favorites)
     join_each(quarn, favorites, games)
     quarn.click_tree("Games", "Doom 3")  # saves the folder
     quarn.wait_for_rows(3)
@@ -81,6 +85,7 @@ def test_favorites_of_several_games_are_refreshed_and_joined(three_games, start)
     again.wait_until_usable()
     show_folder(again)
     scan(again)
+    wait_for_complete_rows(again, favorites)
     join_each(again, favorites, games)
     again.click_row(1)
     removed = again.rows()[0].address
