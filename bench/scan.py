@@ -72,14 +72,18 @@ def listed_network(servers, *options):
         yield network, quarn, process
 
 
+def start_scan(quarn, network, at_once):
+    quarn.start_scan(network, min(at_once + 1, len(network.servers)))
+
+
 def scan(quarn, network, process, least, at_once=1):
     """Wall and CPU seconds from the button's press to "Ready.", as seen from outside. Each look costs the
     program time, so it is left alone for the seconds that the scan takes at the least."""
-    cpu, start = process.cpu_seconds(), time.perf_counter()
-    quarn.start_scan(network, min(at_once + 1, len(network.servers)))
-    time.sleep(max(0, start + least - time.perf_counter()))
+    cpu, pressed = process.cpu_seconds(), time.perf_counter()
+    start_scan(quarn, network, at_once)
+    time.sleep(max(0, pressed + least - time.perf_counter()))
     quarn.wait_for_scan()
-    return time.perf_counter() - start, process.cpu_seconds() - cpu
+    return time.perf_counter() - pressed, process.cpu_seconds() - cpu
 
 
 def measure(servers, latency, rounds):

@@ -17,7 +17,7 @@ import tempfile
 import time
 from dataclasses import dataclass
 
-from scan import TIMEOUT, game_network, listing_program, scan
+from scan import TIMEOUT, game_network, listing_program, scan, start_scan
 
 QSTAT = "quakestat"
 
@@ -86,7 +86,7 @@ def scan_with_quarn(network, quarn, process, at_once):
 
 def longest_gap(quarn, network, at_once):
     """The milliseconds that the window's slowest answer takes during a scan."""
-    quarn.start_scan(network, min(at_once + 1, len(network.servers)))
+    start_scan(quarn, network, at_once)
     return list(quarn.measure_scan())[1]
 
 

@@ -87,7 +87,7 @@ class QueryPorts {
     // Notices what has arrived meanwhile, for the sake of its tick. Nothing runs.
     void NoteArrivals() { sockets_.NoteArrivals(); }
 
-    // Takes notice of all that has arrived: DataArrival runs.
+    // Runs DataArrival for everything that has arrived.
     void DeliverArrivals() { sockets_.DeliverArrivals(); }
 
     // The outcome of the query is stored.

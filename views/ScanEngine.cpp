@@ -148,9 +148,8 @@ bool ScanEngine::MustStop() noexcept {
 
 void ScanEngine::sckServer_DataArrival(std::uint32_t query, std::int32_t tick) {
     form_.Trapped("sckServer_DataArrival", OnError::Log, [&] {
-        // Of several servers, each sends all its replies before the first one's event has its turn. Those
-        // that are there are taken together: an event for each would come after the port's time on a busy
-        // machine.
+        // If several servers are asked at once, the event of a server's first reply takes its other replies
+        // as well. On a busy machine their own events could run after the port's time is over.
         do {
             std::optional<ServerReply> reply = form_.controls.sckServer.Take(query, tick);
             if (!reply)

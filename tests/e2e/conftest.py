@@ -45,8 +45,8 @@ def is_long(request):
 
 @pytest.fixture(autouse=True)
 def ends_in_time(is_long):
-    """Ends a test that takes too long before CTest ends this process: then the programs that the test has
-    started would stay and stand in the next test's way."""
+    """Ends a test that takes too long before CTest ends this process. CTest would leave the programs that the test
+    has started running, and the next test could not start them."""
 
     def fail(*_):
         raise TimeoutError("the test takes too long")

@@ -35,6 +35,15 @@ def test_locks_go_with_their_servers(quarn):
         expect_nothing_left_to_paint(quarn, f"sorted by column {column}")
 
 
+def test_the_text_of_an_empty_list_is_painted_once(folder, start):
+    place = folder()
+    write_settings(place, 1, General__MinToTray=0)
+    quarn = start(place)
+    quarn.wait_until_usable()
+    quarn.do("change-dpi", 96, 288)  # the list becomes narrower than its columns
+    expect_nothing_left_to_paint(quarn, "on another scale")
+
+
 def test_a_window_that_grows_shows_each_row_once(quarn):
     servers = quarn.control("lvwServers")
     quarn.click_row(1)

@@ -45,6 +45,7 @@ void ToolbarControl::AddButtons() {
             added.iString = reinterpret_cast<INT_PTR>(button.label.c_str());
         Send(TB_ADDBUTTONSA, 1, &added);
         shownEnabled_.push_back(true);
+        shownStates_.push_back(0);
     }
 }
 
@@ -83,6 +84,7 @@ void ToolbarControl::SizeButtons(HFONT font) {
     Send(TB_SETPADDING, 0, MAKELPARAM(dpi_.Scaled(LabelMargin), dpi_.Scaled(LabelMargin)));
     Send(TB_SETBUTTONWIDTH, 0, MAKELPARAM(width, width));
     Wrap(LeastWidth());
+    LayOut();
 }
 
 // A size that is set lays the buttons out; states do not, and hiding a separator changes the buttons' height.
@@ -101,33 +103,35 @@ int ToolbarControl::WidthOf(std::int32_t position) const noexcept {
     return model_.buttons[position].key.empty() ? dpi_.Scaled(SeparatorWidth) : button_.cx;
 }
 
-void ToolbarControl::SetState(std::int32_t position, BYTE state, bool isSet) {
-    const int command = firstCommand_ + position;
-    const auto before = static_cast<BYTE>(Send(TB_GETSTATE, static_cast<WPARAM>(command)));
-    const auto after = static_cast<BYTE>(isSet ? before | state : before & ~state);
-    if (after != before)
-        Send(TB_SETSTATE, static_cast<WPARAM>(command), MAKELPARAM(after, 0));
-}
-
 void ToolbarControl::Wrap(int width) {
+    std::vector<int> states(shownStates_.size());
     rows_ = 1;
     longestRow_ = 0;
     int end = 0; // of the row
     std::int32_t lastButton = 0;
     for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position) {
-        SetState(position, TBSTATE_WRAP | TBSTATE_HIDDEN, false);
         end += WidthOf(position);
         if (model_.buttons[position].key.empty())
             continue;
         if (end > width && lastButton != 0) {
             ++rows_;
             end = button_.cx;
-            SetState(lastButton, TBSTATE_WRAP, true);
+            states[static_cast<std::size_t>(lastButton) - 1] = TBSTATE_WRAP;
             for (std::int32_t separator = lastButton + 1; separator < position; ++separator)
-                SetState(separator, TBSTATE_HIDDEN, true);
+                states[static_cast<std::size_t>(separator) - 1] = TBSTATE_HIDDEN;
         }
         lastButton = position;
         longestRow_ = std::max(longestRow_, end);
+    }
+    if (states == shownStates_)
+        return;
+    shownStates_ = std::move(states);
+    for (std::int32_t position = 1; position <= model_.buttons.HighestIndex(); ++position) {
+        const int command = firstCommand_ + position;
+        const int other = static_cast<int>(Send(TB_GETSTATE, static_cast<WPARAM>(command))) &
+                          ~(TBSTATE_WRAP | TBSTATE_HIDDEN);
+        const int state = other | shownStates_[static_cast<std::size_t>(position) - 1];
+        Send(TB_SETSTATE, static_cast<WPARAM>(command), MAKELPARAM(state, 0));
     }
     LayOut();
 }

@@ -61,7 +61,6 @@ class ToolbarControl final : public Control {
     void SizeButtons(HFONT font);
     void LayOut();
     int WidthOf(std::int32_t position) const noexcept;
-    void SetState(std::int32_t position, BYTE state, bool isSet);
 
     Toolbar& model_;
     int firstCommand_ = 0;
@@ -75,6 +74,7 @@ class ToolbarControl final : public Control {
     Images pictures_;
     Images disabledPictures_;
     std::vector<bool> shownEnabled_; // by position
+    std::vector<int> shownStates_;   // TBSTATE_WRAP at the end of a row, TBSTATE_HIDDEN; by position
     bool toolTipsAllowed_ = true;
 };
 

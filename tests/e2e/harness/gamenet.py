@@ -108,7 +108,7 @@ class Gamenet:
         return {name: int(count) for name, count in (line.split("=") for line in lines)}
 
     def asked(self):
-        """How many requests its servers have received so far."""
+        """How many datagrams its servers have received so far."""
         return int((self._folder / "asked").read_text() or 0)
 
     def requests(self):

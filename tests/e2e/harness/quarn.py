@@ -201,8 +201,8 @@ class Quarn:
         self.answer("Clear server list", "Yes")
 
     def start_scan(self, network, datagrams, button="refreshall"):
-        """Starts a scan and waits until its network's servers have received so many datagrams: more than are
-        sent before the status bar shows the scan. Its text alone could be that of the scan before."""
+        """Starts a scan and waits until the servers of its network have received this number of datagrams. It must
+        be more than the scan sends before the status bar shows it: the bar may still show the scan before."""
         wanted = network.asked() + datagrams
         self.press_toolbar(button)
         wait_until(lambda: network.asked() >= wanted, "the servers are asked")

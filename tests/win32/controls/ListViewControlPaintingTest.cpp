@@ -169,15 +169,5 @@ TEST_F(ListViewControlPaintingTest, SaysWhatToDoWhereItHasNoRows) {
     EXPECT_EQ(greyPixels(), 0);
 }
 
-TEST_F(ListViewControlPaintingTest, LeavesNothingOfThatTextWhereAnotherSizeMovesIt) {
-    model.emptyText = [] { return std::string("Press Renew to ask the master server for its servers."); };
-    control.Flush();
-    for (const LONG width : {500L, 300L, 450L, 299L, 600L}) {
-        control.MoveTo({0, 0, width, 200});
-        ControlHost::RunPendingEvents();
-        ExpectNothingLeftToRepaint();
-    }
-}
-
 } // namespace
 } // namespace quarn

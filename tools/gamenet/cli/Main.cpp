@@ -9,6 +9,7 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -34,11 +35,11 @@ void WriteWanted(const std::string& path, const std::string& content) {
         WriteWhole(path, content);
 }
 
-// A file that always contains the latest count, which does not become shorter.
+// A file that always contains the latest count. A count never has fewer digits than the one it overwrites.
 class CountFile {
   public:
     explicit CountFile(const std::string& path) : file_(path, std::ios::binary) {
-        if (!path.empty() && !file_)
+        if (!file_)
             throw std::runtime_error("cannot write " + path);
         Show(0);
     }
@@ -65,9 +66,11 @@ int RunNetwork(const Options& options) {
         std::cout << options.network.games[index].shortName << ": " << options.network.games[index].servers
                   << " servers, master " << EndpointText(masters[index]) << '\n';
     std::cout.flush();
-    CountFile asked(options.askedFile);
-    if (!options.askedFile.empty())
-        emulation.ServerAsked = [&, count = std::uint64_t{0}]() mutable { asked.Show(++count); };
+    std::optional<CountFile> asked;
+    if (!options.askedFile.empty()) {
+        asked.emplace(options.askedFile);
+        emulation.ServerAsked = [&, count = std::uint64_t{0}]() mutable { asked->Show(++count); };
+    }
     WriteWanted(options.readyFile, std::to_string(getpid()) + '\n');
     emulation.Run(options.duration);
     WriteWanted(options.stats, emulation.Statistics());
