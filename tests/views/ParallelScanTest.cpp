@@ -196,6 +196,23 @@ TEST_F(ParallelScanTest, ReadsTheRepliesOfOnlyOneOfTwoRequests) {
     EXPECT_EQ(variables.find("mp_timelimit"), variables.rfind("mp_timelimit"));
 }
 
+TEST_F(ParallelScanTest, DropsTheLateRepliesOfARequestThatALaterScanRepeated) {
+    StartWith(1, 8, Family::HalfLife);
+    Script(1, [&, requests = 0]() mutable {
+        FakeUdpSocket& socket = *browser.sckServer.sent.back().socket;
+        if (requests % 3 == 0)
+            socket.ReplyIn(10, HonestReply(1, "\xFF\xFF\xFF\xFFinfo"));
+        if (requests == 0)
+            socket.ReplyIn(200, HonestReply(1, "\xFF\xFF\xFF\xFFrules"));
+        ++requests;
+    });
+    browser.RefreshAll();
+    browser.RefreshAll();
+    browser.fake.events.RunFor(500);
+    EXPECT_EQ(Server(1).Name, "Live 1");
+    EXPECT_EQ(Server(1).Variables.find("mp_timelimit"), std::string::npos);
+}
+
 TEST_F(ParallelScanTest, KeepsThePortsOfFinishedQueriesUntilTheRestOfTheirRepliesCome) {
     for (const std::int32_t atOnce : {2, 32, 64}) {
         constexpr std::int32_t Count = 400;

@@ -271,6 +271,15 @@ TEST_F(ServerListFilesTest, GivesAnEmptyListForADamagedFile) {
     EXPECT_THAT(fake.prompts.shown, IsEmpty());
 }
 
+TEST_F(ServerListFilesTest, ReadsNoListThatIsLongerThanAListMayBe) {
+    constexpr int Count = 1'000'001;
+    std::string content = std::to_string(Count) + "\r\n";
+    for (int i = 0; i < Count; ++i)
+        content += "a;1;;;0;0;0;;;0;;\r\n";
+    Load(content);
+    EXPECT_THAT(Addresses(), IsEmpty());
+}
+
 TEST_F(ServerListFilesTest, GivesAnEmptyListForAFileThatCannotBeRead) {
     struct Case {
         const char* name;
