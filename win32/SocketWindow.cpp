@@ -28,7 +28,7 @@ UINT SocketWindow::Register(Receiver receiver) {
 
 // Looks at posted messages only: messages sent to the program's windows would run at once.
 void SocketWindow::NoteWaiting() {
-    constexpr UINT Flags = PM_REMOVE | PM_NOYIELD | PM_QS_POSTMESSAGE;
+    constexpr UINT Flags = PM_REMOVE | PM_QS_POSTMESSAGE;
     MSG message;
     while (PeekMessageA(&message, Handle(), FirstNumber, LastNumber, Flags)) {
         noted_.push_back({message.message, PerformanceMicroseconds()});

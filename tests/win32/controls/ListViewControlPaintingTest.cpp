@@ -15,6 +15,7 @@ TEST_F(ListViewControlPaintingTest, ShowsTheArrowInTheSortedHeaderOnly) {
     model.columns[2].headerIcon = "ascending";
     control.Flush();
     EXPECT_NE(HeaderFormat(2) & HDF_IMAGE, 0);
+    EXPECT_NE(HeaderFormat(2) & HDF_STRING, 0) << "beside the text";
     model.columns[2].headerIcon.clear();
     model.columns[3].headerIcon = "descending";
     control.Flush();

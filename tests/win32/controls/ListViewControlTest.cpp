@@ -186,6 +186,17 @@ TEST_F(ListViewControlTest, DoesNotScrollWhenRowsAreAdded) {
     EXPECT_EQ(SendMessageA(control.Handle(), LVM_GETTOPINDEX, 0, 0), top);
 }
 
+TEST_F(ListViewControlTest, RepaintsNoRowWhenRowsAreAddedBelowThem) {
+    AddManyRows(1000);
+    ControlHost::RunPendingEvents();
+    ASSERT_FALSE(GetUpdateRect(control.Handle(), nullptr, FALSE));
+    AddManyRows(100);
+    RECT row = RowBounds(1);
+    RECT damaged{};
+    GetUpdateRect(control.Handle(), &damaged, FALSE);
+    EXPECT_FALSE(IntersectRect(&row, &row, &damaged));
+}
+
 TEST_F(ListViewControlTest, FindsRowsByTheBeginningOfTheirName) {
     AddRows({"Alpha", "Beta", "betamax", "Gamma"});
     EXPECT_EQ(Find("bet"), 2);
