@@ -300,3 +300,20 @@ def test_a_scan_outlives_the_network(isolated, gamenet, folder, start, at_once):
     quarn.wait_for_scan()
     wait_until(lambda: named() == names, "every row has its name")
     quarn.leave()
+
+
+@pytest.mark.parametrize("at_once", [1, 32])
+def test_a_scan_asks_fewer_at_once_where_ports_run_out(isolated, gamenet, folder, start, at_once):
+    network = gamenet("--games", "d3", "--servers", 60, "--latency", 30, set_up=isolated.join)
+    program_folder = folder(network)
+    write_settings(program_folder, games=1, Extras__Simultaneous=at_once)
+    quarn = start(program_folder, set_up=isolated.join)
+    quarn.wait_until_usable()
+    quarn.renew()
+    quarn.wait_for_rows(60)
+    isolated.limit_ports(8)
+    quarn.start_scan(network, 33)
+    quarn.wait_for_scan()
+    assert [row.name for row in quarn.rows()] == [server.name for server in network.servers_of("d3")]
+    assert quarn.log().count(";SendServerQuery;") == 1
+    quarn.leave()

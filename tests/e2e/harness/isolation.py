@@ -5,6 +5,7 @@ import fcntl
 import os
 import socket
 import struct
+from pathlib import Path
 
 CLONE_NEWNET = 0x40000000
 SIOCSIFFLAGS = 0x8914
@@ -35,6 +36,15 @@ class IsolatedNetwork:
     def set_up(self, is_up):
         """Brings the interface up or takes it down."""
         fcntl.ioctl(self._socket, SIOCSIFFLAGS, struct.pack("16sH14x", b"lo", IFF_UP if is_up else 0))
+
+    def limit_ports(self, count):
+        """From now on the system has this number of ports for sockets that do not name one."""
+        first = 50000
+        self._enter(self._isolated)
+        try:
+            Path("/proc/sys/net/ipv4/ip_local_port_range").write_text(f"{first} {first + count - 1}")
+        finally:
+            self._enter(self._own)
 
     def join(self):
         self._enter(self._isolated)
