@@ -19,10 +19,10 @@ struct ColumnRow { // NOLINT(clang-analyzer-optin.performance.Padding): in the o
     bool fills = false;       // takes what the others leave of the list's width
 };
 
-// Wide enough for the headers with the arrow of the sort order.
+// Wide enough for the longest address and date, and for the headers with the arrow of the sort order.
 constexpr ColumnRow Columns[] = {
     {"", "PICTURE", 420},
-    {"IP Address", "STRING", 2100, Alignment::Left, false,
+    {"IP Address", "STRING", 2250, Alignment::Left, false,
      [](const ServerRecord& server, const LocaleText&) { return AddressText(server); }},
     {"Location", "STRING", 1260, Alignment::Left, false,
      [](const ServerRecord& server, const LocaleText&) { return server.Country; }},

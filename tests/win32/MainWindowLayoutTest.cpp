@@ -216,9 +216,14 @@ TEST_F(MainWindowLayoutTest, ShowsEveryColumnOfTheServersInItsFirstSize) {
     RECT inner{};
     GetClientRect(list, &inner);
     EXPECT_EQ(right, inner.right) << "the columns fill the list";
-    const auto dateWidth =
-        SendMessageA(list, LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>("12/31/2026 10:58:58 PM"));
-    EXPECT_GE(SendMessageA(list, LVM_GETCOLUMNWIDTH, LastVisitColumn, 0), dateWidth + 12);
+    constexpr std::pair<int, const char*> LongestTexts[] = {{AddressColumn, "255.255.255.255:65535"},
+                                                            {LastVisitColumn, "12/31/2026 10:58:58 PM"}};
+    for (const auto& [column, text] : LongestTexts) {
+        const LRESULT item = SendMessageA(header, HDM_ORDERTOINDEX, static_cast<WPARAM>(column), 0);
+        EXPECT_GE(SendMessageA(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(item), 0),
+                  SendMessageA(list, LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>(text)) + 12)
+            << text;
+    }
 }
 
 TEST_F(MainWindowLayoutTest, GetsNoSmallerThanItsButtonsAndAFewRows) {
