@@ -180,7 +180,8 @@ bool EventPumpWin::RunNext() {
         PostQuitMessage(exitCode_);
         return false;
     }
-    if (updatePending_ && IsActOfTheUser(message))
+    const bool isAct = IsActOfTheUser(message);
+    if (updatePending_ && isAct)
         UpdateWindows();
     updatePending_ = true;
     if (!preTranslate || !preTranslate(message)) {
@@ -190,6 +191,8 @@ bool EventPumpWin::RunNext() {
     }
     // Even if the windows were updated in the middle of the handler, because it continued after that.
     updatePending_ = true;
+    if (isAct)
+        nextUpdateAt_ = PerformanceMicroseconds(); // its result is shown at once
     return true;
 }
 

@@ -24,7 +24,8 @@ class EventPumpWin final : public EventPump {
     EventPumpWin() noexcept;
 
     // Updates the windows from the models and paints them. Called before each user input, so that the user
-    // acts on current content, and otherwise while waiting, at a limited rate. Must not throw.
+    // acts on current content; after it, so that its result is shown; and otherwise while waiting, at a
+    // limited rate. Must not throw.
     std::function<void()> updateWindows;
 
     // True if the message was handled (accelerator, dialog key) and must not be dispatched. Must not throw.

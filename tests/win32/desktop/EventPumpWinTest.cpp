@@ -212,6 +212,24 @@ TEST_F(EventPumpWinActTest, OtherMessagesWaitForTheNextUpdate) {
         EXPECT_FALSE(BringsWindowsUpToDate(message)) << message;
 }
 
+TEST_F(EventPumpWinActTest, TheResultOfAClickOrKeyIsShownAtOnce) {
+    for (const UINT message : {WM_LBUTTONUP, WM_KEYUP, WM_COMMAND}) {
+        EventPumpWin waiting;
+        waiting.updateWindows = [] { Spend(40'000); }; // followed by a pause of 760 ms
+        waiting.DoEvents();
+        PostMessageA(visible.Get(), message, 0, 0);
+        waiting.WaitForEvent();
+        const std::int64_t handledAt = PerformanceMicroseconds();
+        std::int64_t shownAt = 0;
+        waiting.updateWindows = [&] {
+            shownAt = PerformanceMicroseconds();
+            Post(1); // ends the wait below
+        };
+        waiting.WaitForEvent();
+        EXPECT_LT(shownAt - handledAt, 300'000) << message;
+    }
+}
+
 TEST_F(EventPumpWinTest, ChangesOfTheLastEventAreShownDuringTheWait) {
     bool changed = false;
     std::string order;
