@@ -4,11 +4,7 @@
 
 namespace quarn {
 
-TimerWin::TimerWin(Timer& timer)
-    : timer_(timer), window_([this](UINT message, WPARAM identifier, LPARAM) {
-          if (message == WM_TIMER && running_ && identifier == identifier_ && timer_.Tick)
-              timer_.Tick();
-      }) {
+TimerWin::TimerWin(Timer& timer) : timer_(timer) {
     timer_.Changed = [this] { Restart(); };
     Restart();
 }
@@ -23,14 +19,23 @@ void TimerWin::Restart() {
     if (!timer_.Enabled() || timer_.Interval() <= 0)
         return;
     ++identifier_;
-    if (SetTimer(window_.Handle(), identifier_, static_cast<UINT>(timer_.Interval()), nullptr) == 0)
+    if (SetTimer(Window(), identifier_, static_cast<UINT>(timer_.Interval()), nullptr) == 0)
         ThrowLastError();
     running_ = true;
 }
 
+HWND TimerWin::Window() {
+    if (!window_)
+        window_.emplace([this](UINT message, WPARAM identifier, LPARAM) {
+            if (message == WM_TIMER && running_ && identifier == identifier_ && timer_.Tick)
+                timer_.Tick();
+        });
+    return window_->Handle();
+}
+
 void TimerWin::Stop() noexcept {
     if (running_)
-        KillTimer(window_.Handle(), identifier_);
+        KillTimer(window_->Handle(), identifier_);
     running_ = false;
 }
 

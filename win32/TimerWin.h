@@ -3,10 +3,13 @@
 #include "controls/Timer.h"
 #include "win32/MessageWindow.h"
 
+#include <optional>
+
 namespace quarn {
 
 // Makes a Timer tick by the system's window timers. Ticks are messages of the lowest priority, on the thread
-// that created the object. The timer must outlive this object.
+// that created the object. The timer must outlive this object. Its window is created when the timer first
+// runs, because creating windows takes a good part of the program's start.
 class TimerWin {
   public:
     explicit TimerWin(Timer& timer);
@@ -17,6 +20,7 @@ class TimerWin {
   private:
     void Restart();
     void Stop() noexcept;
+    HWND Window(); // throws the system's error
 
     Timer& timer_;
 
@@ -24,7 +28,7 @@ class TimerWin {
     // recognised.
     UINT_PTR identifier_ = 0;
     bool running_ = false;
-    MessageWindow window_;
+    std::optional<MessageWindow> window_;
 };
 
 } // namespace quarn

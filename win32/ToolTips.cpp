@@ -35,6 +35,21 @@ void ToolTips::AddArea(HWND parent, UINT_PTR number, const std::string& text) no
     Add(parent, number, TTF_SUBCLASS, text);
 }
 
+void ToolTips::AddRelayedArea(HWND parent, UINT_PTR number) noexcept {
+    Add(parent, number, 0, {});
+}
+
+void ToolTips::Relay(HWND parent, UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
+    if (!HasTools())
+        return;
+    MSG relayed{};
+    relayed.hwnd = parent;
+    relayed.message = message;
+    relayed.wParam = wParam;
+    relayed.lParam = lParam;
+    SendMessageA(window_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
+}
+
 void ToolTips::Add(HWND parent, UINT_PTR number, UINT flags, const std::string& text) noexcept {
     if (window_ == nullptr)
         Create(parent);

@@ -74,9 +74,9 @@ TEST_F(TimerWinTest, SettingTheSameIntervalKeepsThePhase) {
 
 TEST_F(TimerWinTest, ATickOfAnEarlierStartIsDropped) {
     const TimerWin driver(timer);
-    const HWND window = FindWindowExA(HWND_MESSAGE, nullptr, "QuarnMessages", nullptr);
     timer.SetInterval(1'000'000);
-    timer.SetEnabled(true);       // start 1
+    timer.SetEnabled(true); // start 1
+    const HWND window = FindWindowExA(HWND_MESSAGE, nullptr, "QuarnMessages", nullptr);
     timer.SetInterval(2'000'000); // start 2
     SendMessageA(window, WM_TIMER, 1, 0);
     EXPECT_EQ(ticks, 0);

@@ -34,7 +34,6 @@ void ListViewControl::Create(HWND parent, int id, const char* name, Selection se
         Send(LVM_INSERTCOLUMNA, static_cast<WPARAM>(subItem), &column);
     }
     Send(LVM_SETCOLUMNORDERARRAY, displayed.size(), displayed.data());
-    toolTips_.AddArea(Handle(), CellToolTip, {});
 }
 
 int ListViewControl::SubItemOf(std::int32_t column) const noexcept {
@@ -64,12 +63,20 @@ void ListViewControl::SetImages(const Images& images, Pictures pictures) {
 
 void ListViewControl::ChangeDpi(Dpi dpi) {
     const Restore setting(settingWidths_, true);
-    for (std::size_t index = 0; index < shownHeaderIcons_.size(); ++index) {
-        const int width = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, index));
-        Send(LVM_SETCOLUMNWIDTH, index, MulDiv(width, dpi.Value(), dpi_.Value()));
-    }
+    for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column)
+        SetWidth(column, MulDiv(WidthOf(column), dpi.Value(), dpi_.Value()));
     dpi_ = dpi;
     FitColumns();
+}
+
+int ListViewControl::WidthOf(std::int32_t column) const noexcept {
+    return static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column))));
+}
+
+// The control lays itself out even if the width stays.
+void ListViewControl::SetWidth(std::int32_t column, int width) noexcept {
+    if (width != WidthOf(column))
+        Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column)), width);
 }
 
 // Space is always reserved for the vertical scroll bar, so that added or removed rows do not move the
@@ -84,14 +91,13 @@ void ListViewControl::FitColumns() {
         if (model_.columns[column].fills)
             ++filling;
         else
-            left -= static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column))));
+            left -= WidthOf(column);
     }
     if (!FitsColumns() || filling == 0)
         return;
     for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column)
         if (const ListColumn& shown = model_.columns[column]; shown.fills)
-            Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column)),
-                 std::max(left / filling, dpi_.ToPixels(shown.width)));
+            SetWidth(column, std::max(left / filling, dpi_.ToPixels(shown.width)));
 }
 
 // The user has changed no width.

@@ -81,6 +81,8 @@ class ListViewControl final : public Control {
     void PaintCellPicture(HDC canvas, std::int32_t row, std::int32_t column) const;
     void PaintEmptyText(HDC canvas) const;
 
+    int WidthOf(std::int32_t column) const noexcept; // in pixels, as below
+    void SetWidth(std::int32_t column, int width) noexcept;
     void FitColumns();
     bool FitsColumns() const noexcept;
     void ShowCutCell(LPARAM position);

@@ -119,6 +119,10 @@ int ListViewControl::FindRow(const std::string& sought, int start) const {
 }
 
 Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_MOUSEMOVE)
+        ShowCutCell(lParam);
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST)
+        toolTips_.Relay(Handle(), message, wParam, lParam);
     switch (message) {
     case WM_SIZE: {
         const LRESULT answer = PassOn(message, wParam, lParam);
@@ -127,9 +131,6 @@ Answer ListViewControl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         InvalidateRect(Handle(), nullptr, FALSE);
         return answer;
     }
-    case WM_MOUSEMOVE:
-        ShowCutCell(lParam);
-        return NotHandled;
     case WM_RBUTTONDOWN:
     case WM_RBUTTONDBLCLK:
         if (!RightPressed)
@@ -164,10 +165,7 @@ void ListViewControl::OnHeaderChanged(const NMHEADERA& change) {
     const bool wasFitted = FitsColumns();
     for (std::int32_t column = 1; column <= model_.columns.HighestIndex(); ++column) {
         ListColumn& shown = model_.columns[column];
-        const auto width =
-            column == changed
-                ? change.pitem->cxy
-                : static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(SubItemOf(column))));
+        const int width = column == changed ? change.pitem->cxy : WidthOf(column);
         const bool isKept = column == changed || (wasFitted && shown.fills);
         if (isKept && width != dpi_.ToPixels(shown.Width()))
             shown.chosenWidth = dpi_.ToTwips(width);
@@ -198,6 +196,8 @@ void ListViewControl::ShowCutCell(LPARAM position) {
         cell = {};
     if (text == toolTip_ && EqualRect(&cell, &toolTipCell_))
         return;
+    if (!toolTips_.HasTools())
+        toolTips_.AddRelayedArea(Handle(), CellToolTip);
     toolTip_ = text;
     toolTipCell_ = cell;
     toolTips_.ChangeAreaText(Handle(), CellToolTip, toolTip_);
