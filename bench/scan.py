@@ -21,6 +21,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "e2e"))
 
 from harness.gamenet import Gamenet  # noqa: E402
+from harness.places import wait_until  # noqa: E402
 from harness.process import Process  # noqa: E402
 from harness.quarn import Quarn, fresh_folder, write_settings  # noqa: E402
 
@@ -78,10 +79,13 @@ def start_scan(quarn, network, at_once):
 
 def scan(quarn, network, process, least, at_once=1):
     """Wall and CPU seconds from the button's press to "Ready.", as seen from outside. Each look costs the
-    program time, so it is left alone for the seconds that the scan takes at the least."""
+    program time, so it is left alone for the seconds that the scan takes at the least, and until every server is
+    asked: before that it may still show the "Ready." of the scan before."""
+    asked_all = network.asked() + len(network.servers)
     cpu, pressed = process.cpu_seconds(), time.perf_counter()
     start_scan(quarn, network, at_once)
     time.sleep(max(0, pressed + least - time.perf_counter()))
+    wait_until(lambda: network.asked() >= asked_all, "every server is asked")
     quarn.wait_for_scan()
     return time.perf_counter() - pressed, process.cpu_seconds() - cpu
 
