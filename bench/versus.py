@@ -17,7 +17,7 @@ import tempfile
 import time
 from dataclasses import dataclass
 
-from scan import TIMEOUT, game_network, listing_program, scan, start_scan
+from scan import TIMEOUT, game_network, listing_program, scan
 
 QSTAT = "quakestat"
 
@@ -76,7 +76,7 @@ def least_seconds(network, at_once):
 
 def scan_with_quarn(network, quarn, process, at_once):
     quarn.do("timeout", 60 + 2 * len(network.servers))
-    seconds, cpu = scan(quarn, network, process, least_seconds(network, at_once), at_once)
+    seconds, cpu = scan(quarn, network, process, least_seconds(network, at_once))
     time.sleep(TIMEOUT)  # until no reply can come any more
     pings = {
         row.address: int(row.ping) for row in quarn.rows() if row.name and row.ping != str(1000 * TIMEOUT)
@@ -86,7 +86,7 @@ def scan_with_quarn(network, quarn, process, at_once):
 
 def longest_gap(quarn, network, at_once):
     """The milliseconds that the window's slowest answer takes during a scan."""
-    start_scan(quarn, network, at_once)
+    quarn.start_scan(network, min(at_once + 1, len(network.servers)))
     return list(quarn.measure_scan())[1]
 
 

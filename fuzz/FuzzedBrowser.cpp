@@ -81,8 +81,8 @@ void FuzzedBrowser::BeforePromptEnds() {
     fake.events.RunFor(std::exchange(openFor, 0));
 }
 
-// A scan whose timer was disabled by a nested scan waits for "stop". "Stop" waits for the end of the
-// time-out, which may be days away: it ends early here.
+// A scan whose timer was disabled by a nested scan waits for "stop". After "stop" a scan waits for the end of
+// the time-out. That may take days, so the time-out is ended here.
 void FuzzedBrowser::StopWhenItTakesTooLong() {
     In(Patience, [this, step = step_] {
         if (Ended() || step != step_)

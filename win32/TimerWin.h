@@ -8,8 +8,8 @@
 namespace quarn {
 
 // Makes a Timer tick by the system's window timers. Ticks are messages of the lowest priority, on the thread
-// that created the object. The timer must outlive this object. Its window is created when the timer first
-// runs, because creating windows takes a good part of the program's start.
+// that created the object. The timer must outlive this object. The window that receives the ticks is created
+// when the timer first runs, because creating windows takes a good part of the program's start.
 class TimerWin {
   public:
     explicit TimerWin(Timer& timer);

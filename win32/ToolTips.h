@@ -18,8 +18,8 @@ class ToolTips {
     // An area of `parent`, empty until it is moved. The caller numbers its areas.
     void AddArea(HWND parent, UINT_PTR number, const std::string& text) noexcept;
 
-    // The same for a window that passes its mouse messages to Relay. Otherwise the tooltip window watches all
-    // messages of `parent`, which takes longer than most of them.
+    // The same, without text, if `parent` passes its mouse messages to Relay. For AddArea the tooltip window
+    // watches all messages of `parent`, which takes longer than handling most of them.
     void AddRelayedArea(HWND parent, UINT_PTR number) noexcept;
     bool HasTools() const noexcept { return window_ != nullptr; }
     void Relay(HWND parent, UINT message, WPARAM wParam, LPARAM lParam) const noexcept;

@@ -209,8 +209,7 @@ TEST_F(TreeViewControlTest, MarksTheSelectedNodeAlsoWithoutTheFocus) {
     EXPECT_GT(pixelsOf("q3", ColorsOfUnfocusedSelection().ground), 100);
 }
 
-// The control itself draws no selection without the focus unless it is told to, and then has nothing to
-// color.
+// Without TVS_SHOWSELALWAYS the control draws no selection while another window has the focus.
 TEST_F(TreeViewControlTest, HasLinesAndASelectionThatStays) {
     const LONG style = GetWindowLongA(control.Handle(), GWL_STYLE);
     for (const LONG wanted : {TVS_HASBUTTONS, TVS_HASLINES, TVS_LINESATROOT, TVS_SHOWSELALWAYS})
