@@ -1,16 +1,26 @@
-"""A server that floods the port from which it was asked: the scan goes on in time, and so does the player."""
+"""A server that floods the port from which it was asked: the scan goes on in time, and so does the player. A
+master that floods the program with servers: the player goes on, and the list and the memory stay bounded."""
 
+import re
 import statistics
 import time
+from pathlib import Path
 
 import pytest
 
-from harness.flooder import Flooder
+from harness.flooder import SERVERS_OF_A_REPLY, FloodingMaster, Flooder
+from harness.places import wait_until, windows_path
 from harness.quarn import write_settings
 
 TIMEOUT = 1.0  # seconds
 SERVERS = 8
 DATAGRAMS_PER_SECOND = 20000
+
+MASTER_REPLIES = 500
+MASTER_REPLIES_PER_SECOND = 100
+SERVERS_OF_A_RENEWAL = 100_000  # the program's limit
+MEGABYTE = 1 << 20
+LISTING_SECONDS = 60
 
 
 @pytest.fixture
@@ -82,4 +92,57 @@ def test_a_dialog_answers(quarn, flooder, report):
     report(f"{DATAGRAMS_PER_SECOND} datagrams a second: a dialog closed after {seconds(times)}")
     assert statistics.median(times) < 0.5
     quarn.wait_for_scan()
+    assert quarn.close() == 0
+
+
+@pytest.fixture
+def flooding_master():
+    with FloodingMaster(MASTER_REPLIES, MASTER_REPLIES_PER_SECOND) as master:
+        yield master
+
+
+def ask_only(place, master):
+    """Makes this master that of every game."""
+    definitions = (place / "Games.ini").read_text("latin-1")
+    definitions = re.sub(r"(?m)^MasterAddress=.*$", "MasterAddress=127.0.0.1", definitions)
+    definitions = re.sub(r"(?m)^MasterPort=.*$", f"MasterPort={master.port}", definitions)
+    (place / "Games.ini").write_text(definitions, "latin-1", newline="")
+
+
+def most_memory(quarn):
+    """The most that the program has had in memory at a time, in bytes."""
+    name = windows_path(quarn.folder / "Quarn.exe").encode()
+    for process in Path("/proc").glob("[0-9]*"):
+        try:
+            if name in (process / "cmdline").read_bytes():
+                kilobytes = re.search(r"VmHWM:\s*(\d+) kB", (process / "status").read_text())[1]
+                return int(kilobytes) * 1024
+        except FileNotFoundError:
+            pass  # another process has ended meanwhile
+    raise LookupError("the program does not run")
+
+
+def test_a_master_floods(flooding_master, folder, start, report):
+    place = folder()
+    ask_only(place, flooding_master)
+    write_settings(place, 1, General__MinToTray=0)
+    quarn = start(place)
+    quarn.wait_until_usable()
+    quarn.do("timeout", 60)
+    quarn.renew()
+    flooding_master.wait_for_request()
+    begin = time.monotonic()
+    quarn.choose("mnuInfoAbout")
+    quarn.answer("About Quarn", "OK")
+    seconds_of_answer = time.monotonic() - begin
+    assert not flooding_master.has_finished()  # it answered during the flood
+    flooding_master.wait_for_end()
+    wait_until(lambda: quarn.row_count() >= SERVERS_OF_A_RENEWAL, "the servers are listed", LISTING_SECONDS)
+    quarn.click_tree("Games")  # saves the list
+    quarn.wait_for_rows(0)
+    servers = int((place / "servers-q3.dat").read_text("latin-1").partition("\n")[0])
+    assert servers < SERVERS_OF_A_RENEWAL + SERVERS_OF_A_REPLY
+    memory = most_memory(quarn)
+    report(f"{memory // MEGABYTE} MB, a dialog opened and closed in {seconds_of_answer:.2f} s")
+    assert memory < 200 * MEGABYTE
     assert quarn.close() == 0
