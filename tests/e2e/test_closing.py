@@ -15,6 +15,9 @@ WM_ENDSESSION = 0x16
 WM_SYSCOMMAND = 0x112
 SC_CLOSE = 0xF060
 
+# A program that does not succeed in cancelling what is open ends without it after five seconds.
+CANCELLED_SECONDS = 4
+
 
 def started(folder, start, games=1):
     place = folder()
@@ -167,7 +170,7 @@ def test_whatever_is_open_is_cancelled(folder, start, opened, close):
     quarn = started(folder, start)
     OPEN[opened](quarn)
     quarn.do("use")
-    quarn.do("timeout", 10)
+    quarn.do("timeout", CANCELLED_SECONDS)
     close(quarn)
     expect_a_clean_end(quarn)
     if opened == "overwrite":
@@ -180,6 +183,6 @@ def test_what_a_first_start_opens_is_cancelled(folder, start, opened, close):
     quarn = started(folder, start, games=0)
     opened(quarn)
     quarn.do("use")
-    quarn.do("timeout", 10)
+    quarn.do("timeout", CANCELLED_SECONDS)
     close(quarn)
     expect_a_clean_end(quarn)
