@@ -26,7 +26,7 @@ UINT SocketWindow::Register(Receiver receiver) {
     return message;
 }
 
-// Looks at posted messages only: messages sent to the program's windows would run at once.
+// Looks at posted messages only. Messages that other threads have sent would run at once; under Wine they do.
 void SocketWindow::NoteWaiting() {
     constexpr UINT Flags = PM_REMOVE | PM_QS_POSTMESSAGE;
     MSG message;

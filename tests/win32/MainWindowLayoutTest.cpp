@@ -137,6 +137,31 @@ TEST_F(MainWindowLayoutTest, FollowsTheWindowsSize) {
     EXPECT_EQ(BoundsOf(ID_lvwServers).right, before - 100);
 }
 
+TEST_F(MainWindowLayoutTest, CanBeMovedSizedMinimizedAndMaximized) {
+    const LONG style = GetWindowLongA(window->Handle(), GWL_STYLE);
+    for (const LONG part : {WS_CAPTION, WS_SYSMENU, WS_THICKFRAME, WS_MINIMIZEBOX, WS_MAXIMIZEBOX})
+        EXPECT_EQ(style & part, part);
+}
+
+TEST_F(MainWindowLayoutTest, HasNoTaskbarButtonAsAToolWindow) {
+    for (const bool shown : {false, true}) {
+        static_cast<FormWindow&>(*window).SetShownInTaskbar(shown);
+        RunPendingEvents();
+        EXPECT_EQ((GetWindowLongA(window->Handle(), GWL_EXSTYLE) & WS_EX_TOOLWINDOW) == 0, shown);
+        EXPECT_TRUE(IsWindowVisible(window->Handle()));
+    }
+}
+
+TEST_F(MainWindowLayoutTest, PaintsChangesAtOnce) {
+    const HWND list = Control(ID_lvwServers);
+    for (const HWND changed : {window->Handle(), list, ListView_GetHeader(list)}) {
+        InvalidateRect(changed, nullptr, TRUE);
+        ASSERT_TRUE(GetUpdateRect(changed, nullptr, FALSE));
+        desktop.Events().updateWindows();
+        EXPECT_FALSE(GetUpdateRect(changed, nullptr, FALSE));
+    }
+}
+
 TEST_F(MainWindowLayoutTest, BecomesTopMostWhereItIs) {
     const auto isTopMost = [&] {
         return (GetWindowLongPtrA(window->Handle(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;

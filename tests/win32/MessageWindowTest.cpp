@@ -128,15 +128,30 @@ TEST_F(MessageWindowFloodTest, ParkedMessagesComeInTheirOrderWhenTheOwnLoopGoesO
         EXPECT_GT(handled[i], before[i]);
 }
 
-// A loop of the system delivers a message while input waits. The window looks for that from time to time.
-bool ParksAMessage(const MessageWindow& window, const int& handled) {
-    const ReplacedImport inputWaits(
-        &GetQueueStatus, +[](UINT) -> DWORD { return MAKELONG(0, QS_INPUT); });
+DWORD waiting = 0;
+
+DWORD WINAPI WaitingOf(UINT kinds) {
+    return MAKELONG(0, kinds & waiting);
+}
+
+// A loop of the system delivers a message while others wait. The window looks for those from time to time.
+bool ParksAMessage(const MessageWindow& window, const int& handled, DWORD others = QS_INPUT) {
+    waiting = others;
+    const ReplacedImport othersWait(&GetQueueStatus, &WaitingOf);
     return PumpUntil([&] {
         const int before = handled;
         SendMessageA(window.Handle(), WM_APP, 0, 0);
         return handled == before;
     });
+}
+
+TEST(MessageWindowTest, ParksAMessageWhileOthersWait) {
+    EmptyTheQueue();
+    for (const DWORD others : {QS_KEY, QS_MOUSEMOVE, QS_MOUSEBUTTON, QS_PAINT, QS_TIMER}) {
+        int handled = 0;
+        const MessageWindow window([&](UINT, WPARAM, LPARAM) { ++handled; });
+        EXPECT_TRUE(ParksAMessage(window, handled, others)) << others;
+    }
 }
 
 TEST(MessageWindowTest, ParksNothingAfterTheParkedMessagesAreGone) {

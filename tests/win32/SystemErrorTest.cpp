@@ -39,6 +39,12 @@ TEST(SystemErrorTest, TheTextEndsWithTheCode) {
     EXPECT_EQ(text.find_first_of("\r\n"), std::string::npos) << text;
 }
 
+TEST(SystemErrorTest, TheTextIsTheSystems) {
+    EXPECT_FALSE(SystemErrorText(ERROR_FILE_NOT_FOUND).starts_with("Unknown error"));
+    const std::string ofAFile = SystemErrorText(ERROR_BAD_EXE_FORMAT); // the name of the file is not known
+    EXPECT_NE(ofAFile.find("%1"), std::string::npos) << ofAFile;
+}
+
 TEST(SystemErrorTest, AnUnknownCodeHasATextToo) {
     EXPECT_EQ(SystemErrorText(0x2FFFFFFF), "Unknown error (805306367)");
 }
