@@ -170,5 +170,37 @@ TEST_F(ListViewControlPaintingTest, SaysWhatToDoWhereItHasNoRows) {
     EXPECT_EQ(greyPixels(), 0);
 }
 
+TEST_F(ListViewControlPaintingTest, SaysItInTheMiddleInAsManyLinesAsItTakes) {
+    std::string text = "Press Renew.";
+    model.emptyText = [&] { return text; };
+    const auto greyBounds = [&] {
+        control.Flush();
+        ControlHost::RunPendingEvents();
+        const PaintedPixels shown(control.Handle());
+        RECT bounds = {shown.Width(), shown.Height(), 0, 0};
+        for (LONG y = 20; y < shown.Height(); ++y)
+            for (LONG x = 0; x < shown.Width(); ++x)
+                if (shown.At(x, y) == GetSysColor(COLOR_GRAYTEXT))
+                    bounds = {std::min(bounds.left, x), std::min(bounds.top, y),
+                              std::max(bounds.right, x + 1), std::max(bounds.bottom, y + 1)};
+        return bounds;
+    };
+    RECT inner{};
+    GetClientRect(control.Handle(), &inner);
+    const RECT line = greyBounds();
+    EXPECT_NEAR(line.left, inner.right - line.right, 8);
+    for (int i = 0; i < 4; ++i)
+        text += " " + text;
+    const RECT lines = greyBounds();
+    EXPECT_GT(lines.bottom - lines.top, 2 * (line.bottom - line.top));
+    EXPECT_GT(lines.left, 0);
+    EXPECT_LT(lines.right, inner.right);
+    text = "A&B";
+    const RECT ampersand = greyBounds();
+    text = "AB";
+    const RECT none = greyBounds();
+    EXPECT_GT(ampersand.right - ampersand.left, none.right - none.left);
+}
+
 } // namespace
 } // namespace quarn

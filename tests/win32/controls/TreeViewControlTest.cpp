@@ -118,6 +118,23 @@ TEST_F(TreeViewControlTest, ShowsNodesBelowTheirParents) {
     EXPECT_FALSE(IsExpanded(filters));
 }
 
+TEST_F(TreeViewControlTest, ShowsBoldNodes) {
+    const auto isBold = [&](HTREEITEM item) {
+        return (SendMessageA(control.Handle(), TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_BOLD) &
+                TVIS_BOLD) != 0;
+    };
+    const HTREEITEM games = Next(TVGN_ROOT);
+    EXPECT_FALSE(isBold(games));
+    for (const bool bold : {true, false}) {
+        model.Node("games").bold = bold;
+        control.Flush();
+        EXPECT_EQ(isBold(games), bold);
+    }
+    model.Add({"oa", "OpenArena", "games", "", "", false, true});
+    control.Flush();
+    EXPECT_TRUE(isBold(Next(TVGN_NEXT, Next(TVGN_CHILD, games))));
+}
+
 TEST_F(TreeViewControlTest, ShowsAddedAndRemovedNodes) {
     Add("hl", "games");
     model.Remove("q3");

@@ -68,14 +68,21 @@ TEST_F(FilesWinTest, WriteTruncatesAndAppendCreates) {
     EXPECT_EQ(files.Read(folder / "new"), "one;two;");
 }
 
-TEST_F(FilesWinTest, ALogCanBeReadAndWrittenWhileAnotherProgramReadsIt) {
-    files.Write(folder / "log", "one;");
-    const FileHandle reader(CreateFileA((folder / "log").c_str(), GENERIC_READ,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
-                                        nullptr));
-    ASSERT_TRUE(reader);
-    files.Append(folder / "log", "two;");
-    EXPECT_EQ(files.Read(folder / "log"), "one;two;");
+TEST_F(FilesWinTest, ALogCanBeReadAndWrittenWhileAnotherProgramHasItOpen) {
+    std::string content = "one;";
+    files.Write(folder / "log", content);
+    for (const DWORD access : {GENERIC_READ, DWORD{FILE_APPEND_DATA}, DWORD{GENERIC_WRITE}, DWORD{DELETE}}) {
+        const FileHandle other(CreateFileA((folder / "log").c_str(), access,
+                                           FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                                           nullptr));
+        ASSERT_TRUE(other) << access;
+        if (access != DELETE) { // readers only
+            files.Append(folder / "log", "two;");
+            content += "two;";
+        }
+        EXPECT_EQ(files.Read(folder / "log"), content) << access;
+    }
+    EXPECT_EQ(sleep.Milliseconds(), 0U) << "it waited for the other program";
 }
 
 TEST_F(FilesWinTest, ReplaceLeavesNoTemporaryFile) {
