@@ -428,6 +428,32 @@ TEST_P(EventPumpWinFloodTest, TypedCharactersStayBetweenTheirKeys) {
     EXPECT_EQ(order, "aA.bB.cC.dD.");
 }
 
+TEST_P(EventPumpWinFloodTest, EachClickActsOnce) {
+    SetForegroundWindow(visible.Get());
+    SetCapture(visible.Get()); // a label lets clicks through to what is below it
+    std::string order;
+    pump.preTranslate = [&](MSG& message) {
+        if (message.message == WM_RBUTTONDOWN || message.message == WM_RBUTTONDBLCLK)
+            order += 'v';
+        else if (message.message == WM_RBUTTONUP)
+            order += '^';
+        return false;
+    };
+    onMessage = [this] {
+        Post(1);
+        Spend(15'000); // so that a turn is due at nearly every message
+    };
+    for (int i = 0; i < 3; ++i)
+        for (const DWORD flags : {MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP}) {
+            INPUT input{};
+            input.type = INPUT_MOUSE;
+            input.mi.dwFlags = flags;
+            SendInput(1, &input, sizeof input);
+        }
+    EXPECT_TRUE(PumpsUntil([&] { return order.size() >= 6; }));
+    EXPECT_EQ(order, "v^v^v^");
+}
+
 INSTANTIATE_TEST_SUITE_P(Calls, EventPumpWinFloodTest, ::testing::Bool(),
                          [](const auto& named) { return named.param ? "Yields" : "Waits"; });
 

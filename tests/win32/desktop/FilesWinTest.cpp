@@ -327,6 +327,23 @@ TEST_F(FilesWinTest, WaitsAlsoForALockedRangeAndForAMoveThatIsDenied) {
     EXPECT_EQ(sleep.Milliseconds(), 100U + HalfASecond);
 }
 
+// An account with all rights is denied nothing, so the denial is the test's.
+TEST_F(FilesWinTest, WaitsForADenialThatMayPassButNotForAWriteProtectedFile) {
+    files.Write(folder / "a", "content");
+    const ReplacedImport denied(
+        &CreateFileA,
+        +[](const char*, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE) WINAPI -> HANDLE {
+            SetLastError(ERROR_ACCESS_DENIED);
+            return INVALID_HANDLE_VALUE;
+        });
+    EXPECT_EQ(ErrorOf([&] { files.Read(folder / "a"); }), ErrorNumber::PathFileAccessError);
+    EXPECT_EQ(sleep.Milliseconds(), HalfASecond);
+    Protect(folder / "a");
+    EXPECT_EQ(ErrorOf([&] { files.Read(folder / "a"); }), ErrorNumber::PathFileAccessError);
+    EXPECT_EQ(sleep.Milliseconds(), HalfASecond);
+    SetFileAttributesA((folder / "a").c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
 TEST_F(FilesWinTest, DoesNotWaitWhereWaitingDoesNotHelp) {
     CreateDirectoryA((folder / "sub").c_str(), nullptr);
     files.Write(folder / "other", "x");
