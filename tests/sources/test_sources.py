@@ -87,7 +87,6 @@ TESTED_ELSEWHERE = {
     "win32/PerformanceCounter": "ClockWinTest",
     "win32/PixelsOfPng": "PixelsTest",
     "win32/Resources": "ImagesTest",
-    "win32/ToolTips": "ToolbarControlTest",
     "win32/WinMain": "tests/e2e/test_start.py",
     "win32/controls/Control": "ListViewControlTest",
     "win32/controls/ListViewControlEvents": "ListViewControlTest",
