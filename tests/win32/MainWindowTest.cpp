@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <commctrl.h>
+#include <map>
 #include <memory>
 #include <set>
 #include <shellapi.h>
@@ -142,6 +143,26 @@ TEST_F(MainWindowTest, NamesItsColumns) {
               (Texts{"", "IP Address", "Location", "Name", "Players", "Ping", "Game", "Map", "Last Visit"}));
     EXPECT_EQ(headersOf(ID_lvwPlayers), (Texts{"Name", "Score", "Ping"}));
     EXPECT_EQ(headersOf(ID_lvwServVars), (Texts{"Variable", "Value"}));
+}
+
+TEST_F(MainWindowTest, AlignsItsColumns) {
+    const ListView& model = Models().lvwServers;
+    std::map<std::string, int> shown;
+    for (WPARAM subItem = 0; subItem < static_cast<WPARAM>(model.columns.HighestIndex()); ++subItem) {
+        char text[100] = "";
+        LVCOLUMNA column{};
+        column.mask = LVCF_TEXT | LVCF_FMT;
+        column.pszText = text;
+        column.cchTextMax = sizeof text;
+        SendMessageA(Control(ID_lvwServers), LVM_GETCOLUMNA, subItem, reinterpret_cast<LPARAM>(&column));
+        shown[text] = column.fmt & LVCFMT_JUSTIFYMASK;
+    }
+    for (std::int32_t number = 1; number <= model.columns.HighestIndex(); ++number) {
+        const ListColumn& column = model.columns[number];
+        EXPECT_EQ(shown[column.text], column.alignment == Alignment::Right ? LVCFMT_RIGHT : LVCFMT_LEFT);
+    }
+    EXPECT_EQ(shown["Ping"], LVCFMT_RIGHT);
+    EXPECT_EQ(shown["Name"], LVCFMT_LEFT);
 }
 
 TEST_F(MainWindowTest, StopsAtItsListsAndItsFieldWithTab) {

@@ -150,6 +150,7 @@ TEST_F(ToolbarControlTest, TellsTheWidthOfItsButtons) {
 TEST_F(ToolbarControlTest, PutsButtonsThatDoNotFitIntoFurtherRows) {
     constexpr int Positions[] = {1, 3, 4}; // of the buttons
     const RECT first = control.ButtonBounds(1);
+    const RECT third = control.ButtonBounds(3);
     const int pitch = first.bottom - first.top;
     const int wide = first.right - first.left;
     const int all = control.LeastWidth();
@@ -174,6 +175,7 @@ TEST_F(ToolbarControlTest, PutsButtonsThatDoNotFitIntoFurtherRows) {
         EXPECT_EQ(control.ButtonsSize().cy, control.Height()) << c.width;
         EXPECT_EQ(control.LeastWidth(), all) << c.width;
     }
+    EXPECT_EQ(control.ButtonBounds(3).left, third.left) << "the separator is back";
 }
 
 TEST_F(ToolbarControlTest, KeepsDisabledButtonsDisabledWhenRowsChange) {

@@ -164,13 +164,15 @@ class ListControlTest : public testing::Test {
         return "no tooltip";
     }
 
-    int HeaderFormat(std::int32_t column) const {
+    HDITEMA HeaderOf(std::int32_t column) const {
         HDITEMA header{};
-        header.mask = HDI_FORMAT;
+        header.mask = HDI_FORMAT | HDI_IMAGE;
         SendMessageA(Header(), HDM_GETITEMA, static_cast<WPARAM>(SubItem(column)),
                      reinterpret_cast<LPARAM>(&header));
-        return header.fmt;
+        return header;
     }
+    int HeaderFormat(std::int32_t column) const { return HeaderOf(column).fmt; }
+    int HeaderImage(std::int32_t column) const { return HeaderOf(column).iImage; }
 
     LRESULT greatestToolTipWidth = 0; // -1: none
     ListView model;

@@ -16,11 +16,13 @@ TEST_F(ListViewControlPaintingTest, ShowsTheArrowInTheSortedHeaderOnly) {
     control.Flush();
     EXPECT_NE(HeaderFormat(2) & HDF_IMAGE, 0);
     EXPECT_NE(HeaderFormat(2) & HDF_STRING, 0) << "beside the text";
+    EXPECT_EQ(HeaderImage(2), pictures.IndexOf("ascending"));
     model.columns[2].headerIcon.clear();
     model.columns[3].headerIcon = "descending";
     control.Flush();
     EXPECT_EQ(HeaderFormat(2) & HDF_IMAGE, 0);
     EXPECT_NE(HeaderFormat(3) & HDF_IMAGE, 0);
+    EXPECT_EQ(HeaderImage(3), pictures.IndexOf("descending"));
 }
 
 TEST_F(ListViewControlPaintingTest, PaintsACountrysFlagAfterItsCode) {

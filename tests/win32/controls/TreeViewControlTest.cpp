@@ -84,7 +84,7 @@ class TreeViewControlTest : public testing::Test {
 using Keys = std::vector<std::string>;
 
 TEST_F(TreeViewControlTest, ShowsTheImagesOfANodeAndTheirChanges) {
-    const Images images(16, {"fldrcls", "fldrop"});
+    const Images images(16, {"locked", "fldrcls", "fldrop"}); // a node without an image shows the first
     control.SetImages(images);
     model.Add({"pictured", "text", "", "fldrcls", "fldrop"});
     control.Flush();

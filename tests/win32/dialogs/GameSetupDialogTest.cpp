@@ -39,10 +39,11 @@ class GameSetupDialogTest : public FormsTest {
         EXPECT_NE(item.iImage, I_IMAGENONE);
         return item.iImage == 0;
     }
-    static int Selected(HWND dialog) {
-        return static_cast<int>(SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETNEXTITEM,
-                                             static_cast<WPARAM>(-1), LVNI_SELECTED));
+    static int FirstGameThatIs(HWND dialog, LPARAM state) {
+        return static_cast<int>(
+            SendMessageA(Item(dialog, ID_lvwGameSel), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), state));
     }
+    static int Selected(HWND dialog) { return FirstGameThatIs(dialog, LVNI_SELECTED); }
 };
 
 TEST_F(GameSetupDialogTest, ShowsTheGamesAndTheFirstOnesSetup) {
@@ -55,6 +56,7 @@ TEST_F(GameSetupDialogTest, ShowsTheGamesAndTheFirstOnesSetup) {
              EXPECT_EQ(GameText(dialog, 0), "Arena");
              EXPECT_EQ(GameText(dialog, 1), "Crow && bar");
              EXPECT_EQ(Selected(dialog), 0);
+             EXPECT_EQ(FirstGameThatIs(dialog, LVNI_FOCUSED), 0);
              EXPECT_EQ(Text(dialog, ID_txtPath), "C:\\Games\\Arena\\");
              EXPECT_EQ(Text(dialog, ID_txtConfig), "a&b.cfg");
              EXPECT_EQ(Text(dialog, ID_txtName), "Pl\xe4yer \"1\"");
