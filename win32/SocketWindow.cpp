@@ -26,7 +26,8 @@ UINT SocketWindow::Register(Receiver receiver) {
     return message;
 }
 
-// Looks at posted messages only. Messages that other threads have sent would run at once; under Wine they do.
+// Looks at posted messages only, because those that other threads have sent would run at once. Wine runs them
+// nevertheless.
 void SocketWindow::NoteWaiting() {
     constexpr UINT Flags = PM_REMOVE | PM_QS_POSTMESSAGE;
     MSG message;

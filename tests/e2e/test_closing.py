@@ -15,7 +15,7 @@ WM_ENDSESSION = 0x16
 WM_SYSCOMMAND = 0x112
 SC_CLOSE = 0xF060
 
-# A program that does not succeed in cancelling what is open ends without it after five seconds.
+# After five seconds the program gives up and ends without having cancelled what is open.
 CANCELLED_SECONDS = 4
 
 

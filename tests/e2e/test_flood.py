@@ -1,16 +1,15 @@
 """A server that floods the port from which it was asked: the scan goes on in time, and so does the player. A
 master that floods the program with servers: the player goes on, and the list and the memory stay bounded."""
 
-import re
 import statistics
 import time
-from pathlib import Path
 
 import pytest
 
 from harness.flooder import SERVERS_OF_A_REPLY, FloodingMaster, Flooder
-from harness.places import wait_until, windows_path
-from harness.quarn import write_settings
+from harness.places import wait_until
+from harness.process import Process
+from harness.quarn import set_master, write_settings
 
 TIMEOUT = 1.0  # seconds
 SERVERS = 8
@@ -19,7 +18,6 @@ DATAGRAMS_PER_SECOND = 20000
 MASTER_REPLIES = 500
 MASTER_REPLIES_PER_SECOND = 100
 SERVERS_OF_A_RENEWAL = 100_000  # the program's limit
-MEGABYTE = 1 << 20
 LISTING_SECONDS = 60
 
 
@@ -101,30 +99,9 @@ def flooding_master():
         yield master
 
 
-def ask_only(place, master):
-    """Makes this master that of every game."""
-    definitions = (place / "Games.ini").read_text("latin-1")
-    definitions = re.sub(r"(?m)^MasterAddress=.*$", "MasterAddress=127.0.0.1", definitions)
-    definitions = re.sub(r"(?m)^MasterPort=.*$", f"MasterPort={master.port}", definitions)
-    (place / "Games.ini").write_text(definitions, "latin-1", newline="")
-
-
-def most_memory(quarn):
-    """The most that the program has had in memory at a time, in bytes."""
-    name = windows_path(quarn.folder / "Quarn.exe").encode()
-    for process in Path("/proc").glob("[0-9]*"):
-        try:
-            if name in (process / "cmdline").read_bytes():
-                kilobytes = re.search(r"VmHWM:\s*(\d+) kB", (process / "status").read_text())[1]
-                return int(kilobytes) * 1024
-        except FileNotFoundError:
-            pass  # another process has ended meanwhile
-    raise LookupError("the program does not run")
-
-
 def test_a_master_floods(flooding_master, folder, start, report):
     place = folder()
-    ask_only(place, flooding_master)
+    set_master(place, MasterAddress="127.0.0.1", MasterPort=flooding_master.port)
     write_settings(place, 1, General__MinToTray=0)
     quarn = start(place)
     quarn.wait_until_usable()
@@ -142,7 +119,7 @@ def test_a_master_floods(flooding_master, folder, start, report):
     quarn.wait_for_rows(0)
     servers = int((place / "servers-q3.dat").read_text("latin-1").partition("\n")[0])
     assert servers < SERVERS_OF_A_RENEWAL + SERVERS_OF_A_REPLY
-    memory = most_memory(quarn)
-    report(f"{memory // MEGABYTE} MB, a dialog opened and closed in {seconds_of_answer:.2f} s")
-    assert memory < 200 * MEGABYTE
+    megabytes = Process(place / "Quarn.exe").most_memory_megabytes()
+    report(f"{megabytes:.0f} MB, a dialog opened and closed in {seconds_of_answer:.2f} s")
+    assert megabytes < 200
     assert quarn.close() == 0

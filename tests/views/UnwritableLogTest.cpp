@@ -1,5 +1,5 @@
-// A log that cannot be written while datagrams cause errors: the user is told once, when no parser and no
-// loop over the servers is at work, so that nothing which arrives meanwhile changes the list under them.
+// A log that cannot be written while datagrams cause errors. The user is told once, after the scan: what
+// arrives while the message is open would otherwise change the list under a parser.
 
 #include "tests/views/ScanTest.h"
 

@@ -23,10 +23,11 @@ class Process:
 
     def memory_megabytes(self):
         """What it holds in memory now."""
-        for line in (self._folder / "status").read_text().splitlines():
-            if line.startswith("VmRSS:"):
-                return int(line.split()[1]) / 1024
-        raise RuntimeError("the program has ended")
+        return self._status_megabytes("VmRSS")
+
+    def most_memory_megabytes(self):
+        """The most that it has held in memory so far."""
+        return self._status_megabytes("VmHWM")
 
     def has_loaded(self, library):
         """Whether the library of this file name is in its memory."""
@@ -35,6 +36,12 @@ class Process:
     def kill(self):
         """Ends it at once, in the middle of whatever it does."""
         os.kill(int(self._folder.name), signal.SIGKILL)
+
+    def _status_megabytes(self, field):
+        for line in (self._folder / "status").read_text().splitlines():
+            if line.startswith(f"{field}:"):
+                return int(line.split()[1]) / 1024
+        raise RuntimeError("the program has ended")
 
 
 def _processes_of(name):

@@ -101,6 +101,14 @@ def write_settings(folder, games, **others):
     (folder / "Quarn.ini").write_text(text.replace("\n", "\r\n"), "latin-1", newline="")
 
 
+def set_master(folder, **values):
+    """Changes keys of every game's master in the definitions, given as Key=value."""
+    definitions = (folder / "Games.ini").read_text("latin-1")
+    for key, value in values.items():
+        definitions = re.sub(rf"(?m)^{key}=.*$", f"{key}={value}", definitions)
+    (folder / "Games.ini").write_text(definitions, "latin-1", newline="")
+
+
 class Quarn:
     """The running program. Leaving the `with` block ends it, however far it came."""
 

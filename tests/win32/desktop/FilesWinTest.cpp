@@ -76,7 +76,7 @@ TEST_F(FilesWinTest, ALogCanBeReadAndWrittenWhileAnotherProgramHasItOpen) {
                                            FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
                                            nullptr));
         ASSERT_TRUE(other) << access;
-        if (access != DELETE) { // readers only
+        if (access != DELETE) { // appending allows no deletion meanwhile
             files.Append(folder / "log", "two;");
             content += "two;";
         }
@@ -327,7 +327,7 @@ TEST_F(FilesWinTest, WaitsAlsoForALockedRangeAndForAMoveThatIsDenied) {
     EXPECT_EQ(sleep.Milliseconds(), 100U + HalfASecond);
 }
 
-// An account with all rights is denied nothing, so the denial is the test's.
+// The test denies access itself, because an account with all rights is denied nothing.
 TEST_F(FilesWinTest, WaitsForADenialThatMayPassButNotForAWriteProtectedFile) {
     files.Write(folder / "a", "content");
     const ReplacedImport denied(
